@@ -1,0 +1,42 @@
+// The GPU thread: owns the hidden focus window and the delegated device, and pumps the window's messages.
+//
+// Rendering is not queued here; every caller uses the device on its own thread. The thread only creates, keeps alive
+// and destroys.
+#pragma once
+
+#include "gpu/UMDGpuD3D9.h"
+#include "gpu/UMDThreadBase.h"
+
+class UMDThreadGpuD3D9 : public UMDThreadBase
+{
+public:
+    UMDThreadGpuD3D9();
+    ~UMDThreadGpuD3D9() override;
+
+    /// Starts the thread and blocks until the delegated device exists or could not be made, which shows only in
+    /// GetDevice. Owner's thread.
+    void ThreadGuiStart();
+
+    /// Asks the thread to destroy device and window and to end; Wait then waits for it. Owner's thread.
+    void ThreadGuiRequestExit();
+
+    /// Passes the surface of a flip present on to the client library. Presenting thread.
+    void PresentNotification(IDirect3DSurface9* pSurface);
+
+    /// The delegated device, null while there is none. Borrowed, valid until ThreadGuiRequestExit.
+    IDirect3DDevice9Ex* GetDevice() const { return m_pGpu ? m_pGpu->GetDevice() : nullptr; }
+
+    void Run() override;
+
+private:
+    void InternalMessageLoop();
+    HRESULT InternalCreateDevice(HWND hWnd);
+    void InternalDestroyDevice();
+    static LRESULT CALLBACK InternalGuiWndMsgProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
+
+    HANDLE m_hEventCreateFailed;      ///< set by the thread: there will be no device
+    HANDLE m_hEventCreated;           ///< set by the thread: the device exists
+    HANDLE m_hEventExecuteFunction;   ///< set by nobody; ends the thread like an exit request
+    HANDLE m_hEventRequestExit;       ///< set by ThreadGuiRequestExit
+    UMDGpuD3D9* m_pGpu;               ///< owned; written by the thread before it reports and after the exit request
+};

@@ -1,0 +1,37 @@
+// A ring of three system-memory copies of an output's presented frames, and which of them is the newest.
+//
+// Belongs to the presenting thread. What the worker reads it holds by references of its own (UMDFrameHandoff), so the
+// ring may be deleted or re-make a slot at any time.
+#pragma once
+
+#include "output/UMDGpuDx9Surface.h"
+
+/// Slots of the ring: one being written, one newest, one still being read.
+inline constexpr UINT UMD_FRAMEBUFFER_SLOT_COUNT = 3;
+
+class UMDFrameBuffer
+{
+public:
+    /// @param pDevice the delegated device; borrowed.
+    explicit UMDFrameBuffer(IDirect3DDevice9Ex* pDevice);
+    ~UMDFrameBuffer();
+
+    UMDFrameBuffer(const UMDFrameBuffer&) = delete;
+    UMDFrameBuffer& operator=(const UMDFrameBuffer&) = delete;
+
+    /// Copies a render target into the next slot. The slot is used up even when the copy fails.
+    HRESULT DuplicateFrameBuffer(IDirect3DSurface9* pSrcSurface, UINT width, UINT height, D3DFORMAT format);
+
+    /// The newest complete copy; only after a successful DuplicateFrameBuffer. Borrowed.
+    IDirect3DSurface9* GetDuplicateFrameBuffer();
+    /// The buffer that belongs to the newest complete copy. Borrowed.
+    UMDFrameMemory* GetDuplicateFrameBufferMalloc();
+
+private:
+    IDirect3DDevice9Ex* m_pDevice;  ///< borrowed
+    UMDGpuDx9Surface m_Surface;
+    IDirect3DSurface9* m_pSurface[UMD_FRAMEBUFFER_SLOT_COUNT];    ///< owned; made when first needed
+    UMDFrameMemory* m_pSurfaceMalloc[UMD_FRAMEBUFFER_SLOT_COUNT]; ///< owned; there exactly when the surface is
+    UINT m_nIndex;       ///< slot last written
+    UINT m_nIndexReady;  ///< slot of the newest complete copy; unset before the first
+};

@@ -1,0 +1,28 @@
+// A byte buffer with a lifetime of its own: the rotated image of a frame, shared by the ring and by the worker that is
+// sending it, so that neither a change of size nor a closing device takes it away under the client library.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+
+class UMDFrameMemory
+{
+public:
+    /// Allocates a zeroed buffer with one reference. @return null when memory is short.
+    static UMDFrameMemory* Create(std::size_t bytes);
+
+    /// Any thread.
+    void AddRef();
+    /// Frees the buffer with the last reference. Any thread.
+    void Release();
+
+    BYTE* Bits() { return m_pBits; }
+
+private:
+    UMDFrameMemory() = default;
+    ~UMDFrameMemory() = default;
+
+    LONG m_References;
+    BYTE* m_pBits;
+};

@@ -1,0 +1,66 @@
+// The frame-buffer thread of one video-present source: takes the newest frame, rotates it and passes it to the client
+// library.
+//
+// The presenting thread copies each frame (FrameBufferAvailable) and wakes the worker; the worker opens the client
+// library's connection on its first frame, sends, and closes it at its end. Frames that come faster than the client
+// library takes them are dropped, never queued. The first failure ends the worker for good.
+#pragma once
+
+#include "gpu/UMDThreadBase.h"
+#include "output/UMDFrameBuffer.h"
+#include "output/UMDFrameHandoff.h"
+#include "tesslo/client.h"
+
+#include <atomic>
+
+class UMDDdiDevice;
+
+class UMDThreadFrameBuffer : public UMDThreadBase
+{
+public:
+    UMDThreadFrameBuffer();
+    ~UMDThreadFrameBuffer() override;
+
+    /// Makes the ring and starts the worker. A second call, even after the worker has ended, answers true and does
+    /// nothing. Owner's thread.
+    /// @param hClientDll the client library, borrowed; null ends the worker at its first frame.
+    bool Start(UMDDdiDevice* pDeviceContext, UINT VidPnSourceId, HMODULE hClientDll);
+
+    /// Deletes the ring, then tells the worker to end. Owner's thread.
+    /// @return false when it was never started: there is nothing to wait for.
+    bool RequestExit();
+
+    /// Copies a presented render target and wakes the worker. Presenting thread.
+    /// @param width, height pixels. @param rotation a D3DDDI_ROTATION.
+    bool FrameBufferAvailable(IDirect3DSurface9* pSrcSurface, UINT width, UINT height, D3DFORMAT format, UINT rotation);
+
+    void Run() override;
+
+private:
+    using UMDThreadBase::Start;
+
+    bool InternalProcessFrames(void** ppConnection, bool& connected);
+    bool InternalInitializeConnection(void** ppConnection, UINT VidPnSourceId);
+    bool InternalProcessFrameBuffer(void** ppConnection, BYTE* pBuffer, IDirect3DSurface9* pSurface, UINT width,
+        UINT height, UINT bytesPerPixel, UINT pitch, UINT VidPnSourceId, UINT rotation);
+    bool InternalSendFrameBuffer(
+        void** ppConnection, const BYTE* pBuffer, UINT width, UINT height, UINT pitch, UINT VidPnSourceId);
+    bool InternalUninitializeConnection(void** ppConnection, UINT VidPnSourceId);
+
+    HANDLE m_hEventFrameBufferAvailable;
+    HANDLE m_hEventRequestExit;
+    bool m_bInit;                  ///< set by the first Start and never cleared; owner's thread
+    std::atomic<bool> m_bExit;     ///< exit requested, or the worker has ended
+    UMDDdiDevice* m_pDeviceContext;  ///< borrowed
+    UMDFrameBuffer* m_pFrameBuffer;  ///< owned; presenting thread
+    UMDFrameHandoff m_Handoff;
+    UINT m_VidPnSourceId;
+    HMODULE m_hClientDll;          ///< borrowed
+    TessloVirtualMonitorPlugFunction m_TessloVirtualMonitorPlug;
+    TessloVirtualMonitorUnplugFunction m_TessloVirtualMonitorUnplug;
+    TessloVirtualMonitorUpdateFunction m_TessloVirtualMonitorUpdate;
+};
+
+/// The delegated device of a device object, null while there is none. Borrowed. Defined with the device object, which
+/// lies above this layer.
+IDirect3DDevice9Ex* UMDDelegatedDevice(UMDDdiDevice* pDevice);

@@ -1,0 +1,19 @@
+// The kinds of driver object that hide behind a resource or shader handle.
+#pragma once
+
+#include <windows.h>
+
+enum UMDRESOURCETYPE : UINT
+{
+    UMDRESOURCETYPE_UNKNOWN = 0,
+    UMDRESOURCETYPE_SHARED = 1,
+    UMDRESOURCETYPE_ZBUFFER = 2,
+    UMDRESOURCETYPE_INDEXBUFFER = 3,
+    UMDRESOURCETYPE_VERTEXBUFFER = 4,
+    UMDRESOURCETYPE_RENDERTARGET = 5,
+    UMDRESOURCETYPE_TEXTURE = 6,
+    UMDRESOURCETYPE_CUBETEXTURE = 7,
+    UMDRESOURCETYPE_PIXELSHADER = 8,
+    UMDRESOURCETYPE_VERTEXSHADER = 9,
+    UMDRESOURCETYPE_NONE = 0xFFFFFFFF,  ///< no object at all; printed as nothing
+};
