@@ -31,6 +31,8 @@ public:
 
     /// The device created last, null before the first. Owned by the adapter.
     UMDDdiDevice* Device() const { return m_pDevice; }
+    /// The runtime's handle of this adapter.
+    HANDLE RuntimeAdapter() const { return m_hRTAdapter; }
 
 private:
     HANDLE m_hRTAdapter;

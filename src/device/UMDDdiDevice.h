@@ -10,6 +10,7 @@
 #include "output/UMDThreadFrameBuffer.h"
 
 class UMDAdapter;
+class UMDRscRenderTargetCapable;
 class UMDRscVertexBuffer;
 
 /// Video-present sources of a device; fixed.
@@ -116,7 +117,10 @@ public:
     HRESULT DestroyResource(HANDLE hResource);
 
 private:
-    HRESULT InternalProcessPresentFLIP(HANDLE hSrcResource);
+    /// Asks the kernel-mode driver which video-present source belongs to an index; the index itself if it refuses.
+    UINT InternalQueryVidPnSourceId(UINT index);
+    HRESULT InternalProcessPresentFLIP(UMDRscRenderTargetCapable* pResource);
+    void InternalTakeCommandBuffer(const D3DDDICB_RENDER& render);
 
     struct SourceReserved
     {
@@ -151,6 +155,9 @@ private:
     UMDThreadFrameBuffer m_ThreadFrameBuffer[UMD_VIDPN_SOURCE_COUNT];
     UINT m_SourceRotation[UMD_VIDPN_SOURCE_COUNT];  ///< D3DDDI_ROTATION of the source's newest flip
 };
+
+/// The runtime's handle of an adapter, first argument of an escape. Defined with the adapter, which lies above this layer.
+HANDLE UMDRuntimeAdapter(const UMDAdapter* pAdapter);
 
 /// Device handles become devices here and nowhere else.
 inline UMDDdiDevice& ToDevice(HANDLE hDevice)

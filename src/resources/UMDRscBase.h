@@ -49,8 +49,13 @@ protected:
     UMDRESOURCETYPE m_Type;
 };
 
-/// Resource handles become resource objects here and nowhere else. Null stays null.
+/// Resource handles become resource objects, and objects handles, here and nowhere else. Null stays null.
 inline UMDRscBase* ToResource(HANDLE hResource)
 {
     return static_cast<UMDRscBase*>(hResource);
+}
+
+inline HANDLE ToHandle(UMDRscBase* pResource)
+{
+    return pResource;
 }
