@@ -9,7 +9,7 @@ UMD_DDI_RECORDS_BEGIN
 
 struct D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE
 {
-    HANDLE hChannel;
+    HANDLE hChannel;  // channel handle
     UINT DataSize;  // bytes
     void* pData;  // output
 };
@@ -27,7 +27,7 @@ struct D3DDDIARG_BLT
     UINT DstSubResourceIndex;  // sub-resource of the destination
     RECT DstRect;  // pixels
     UINT ColorKey;  // A8R8G8B8
-    D3DDDI_BLTFLAGS Flags;
+    D3DDDI_BLTFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_BLT, 72, 8);
 UMD_OFFSET(D3DDDIARG_BLT, hSrcResource, 0);
@@ -44,7 +44,7 @@ struct D3DDDIARG_BUFFERBLT
     HANDLE hDstResource;  // destination resource handle
     HANDLE hSrcResource;  // source resource handle
     UINT Offset;  // bytes
-    D3DDDIRANGE SrcRange;
+    D3DDDIRANGE SrcRange;  // bytes
 };
 UMD_LAYOUT(D3DDDIARG_BUFFERBLT, 32, 8);
 UMD_OFFSET(D3DDDIARG_BUFFERBLT, hDstResource, 0);
@@ -69,10 +69,10 @@ UMD_OFFSET(D3DDDIARG_CAPTURETOSYSMEM, DstRect, 36);
 
 struct D3DDDIARG_CLEAR
 {
-    UINT Flags;
+    UINT Flags;  // see the record of the flags
     UINT FillColor;  // A8R8G8B8
     FLOAT FillDepth;  // 0.0 to 1.0
-    UINT FillStencil;
+    UINT FillStencil;  // 0 to 255
 };
 UMD_LAYOUT(D3DDDIARG_CLEAR, 16, 4);
 UMD_OFFSET(D3DDDIARG_CLEAR, Flags, 0);
@@ -86,7 +86,7 @@ struct D3DDDIARG_COLORFILL
     UINT SubResourceIndex;  // level, or face x levels + level
     RECT DstRect;  // pixels
     D3DCOLOR Color;  // A8R8G8B8
-    D3DDDI_COLORFILLFLAGS Flags;
+    D3DDDI_COLORFILLFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_COLORFILL, 40, 8);
 UMD_OFFSET(D3DDDIARG_COLORFILL, hResource, 0);
@@ -102,9 +102,9 @@ struct D3DDDIARG_COMPOSERECTS
     HANDLE hDstResource;  // destination resource handle
     UINT DstSubResourceIndex;  // sub-resource of the destination
     HANDLE hSrcRectDescsVB;
-    UINT NumRects;
+    UINT NumRects;  // rectangles
     HANDLE hDstRectDescsVB;
-    D3DDDI_COMPOSERECTSOP Operation;
+    D3DDDI_COMPOSERECTSOP Operation;  // what to do
     INT XOffset;
     INT YOffset;
 };
@@ -134,7 +134,7 @@ UMD_OFFSET(D3DDDIARG_CONFIGUREAUTHENTICATEDCHANNEL, pOutputData, 16);
 struct D3DDDIARG_CREATEAUTHENTICATEDCHANNEL
 {
     DDIAUTHENTICATEDCHANNELTYPE ChannelType;
-    HANDLE hChannel;
+    HANDLE hChannel;  // channel handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEAUTHENTICATEDCHANNEL, 16, 8);
 UMD_OFFSET(D3DDDIARG_CREATEAUTHENTICATEDCHANNEL, ChannelType, 0);
@@ -144,7 +144,7 @@ struct D3DDDIARG_CREATECRYPTOSESSION
 {
     GUID CryptoType;
     GUID DecodeProfile;
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATECRYPTOSESSION, 40, 8);
 UMD_OFFSET(D3DDDIARG_CREATECRYPTOSESSION, CryptoType, 0);
@@ -154,9 +154,9 @@ UMD_OFFSET(D3DDDIARG_CREATECRYPTOSESSION, hCryptoSession, 32);
 struct D3DDDIARG_CREATEDECODEDEVICE
 {
     const GUID* pGuid;
-    DXVADDI_VIDEODESC VideoDesc;
+    DXVADDI_VIDEODESC VideoDesc;  // of the main stream
     DXVADDI_CONFIGPICTUREDECODE* pConfig;
-    HANDLE hDecode;
+    HANDLE hDecode;  // decode device handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEDECODEDEVICE, 64, 8);
 UMD_OFFSET(D3DDDIARG_CREATEDECODEDEVICE, pGuid, 0);
@@ -169,16 +169,16 @@ struct D3DDDIARG_CREATEDEVICE
     HANDLE hDevice;  // device handle
     UINT Interface;  // interface version of the runtime
     UINT Version;  // of the runtime
-    const D3DDDI_DEVICECALLBACKS* pCallbacks;
+    const D3DDDI_DEVICECALLBACKS* pCallbacks;  // the runtime's, valid during the call
     void* pCommandBuffer;  // written by the driver, submitted by pfnRenderCb
     UINT CommandBufferSize;  // bytes
-    D3DDDI_ALLOCATIONLIST* pAllocationList;
+    D3DDDI_ALLOCATIONLIST* pAllocationList;  // allocations that the command buffer names
     UINT AllocationListSize;  // entries
-    D3DDDI_PATCHLOCATIONLIST* pPatchLocationList;
+    D3DDDI_PATCHLOCATIONLIST* pPatchLocationList;  // places of the command buffer to patch
     UINT PatchLocationListSize;  // entries
-    D3DDDI_DEVICEFUNCS* pDeviceFuncs;
-    D3DDDI_CREATEDEVICEFLAGS Flags;
-    D3DGPU_VIRTUAL_ADDRESS CommandBuffer;
+    D3DDDI_DEVICEFUNCS* pDeviceFuncs;  // filled by the driver
+    D3DDDI_CREATEDEVICEFLAGS Flags;  // see the record of the flags
+    D3DGPU_VIRTUAL_ADDRESS CommandBuffer;  // unused at this version
 };
 UMD_LAYOUT(D3DDDIARG_CREATEDEVICE, 96, 8);
 UMD_OFFSET(D3DDDIARG_CREATEDEVICE, hDevice, 0);
@@ -199,7 +199,7 @@ struct D3DDDIARG_CREATEEXTENSIONDEVICE
 {
     const GUID* pGuid;
     DXVADDI_PRIVATEDATA* pPrivate;
-    HANDLE hExtension;
+    HANDLE hExtension;  // extension device handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEEXTENSIONDEVICE, 24, 8);
 UMD_OFFSET(D3DDDIARG_CREATEEXTENSIONDEVICE, pGuid, 0);
@@ -217,7 +217,7 @@ struct D3DDDIARG_CREATEOVERLAY
 {
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
     D3DDDI_OVERLAYINFO OverlayInfo;
-    HANDLE hOverlay;
+    HANDLE hOverlay;  // overlay handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEOVERLAY, 80, 8);
 UMD_OFFSET(D3DDDIARG_CREATEOVERLAY, VidPnSourceId, 0);
@@ -235,8 +235,8 @@ UMD_OFFSET(D3DDDIARG_CREATEPIXELSHADER, ShaderHandle, 8);
 
 struct D3DDDIARG_CREATEQUERY
 {
-    D3DDDIQUERYTYPE QueryType;
-    HANDLE hQuery;
+    D3DDDIQUERYTYPE QueryType;  // which
+    HANDLE hQuery;  // query handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEQUERY, 16, 8);
 UMD_OFFSET(D3DDDIARG_CREATEQUERY, QueryType, 0);
@@ -244,18 +244,18 @@ UMD_OFFSET(D3DDDIARG_CREATEQUERY, hQuery, 8);
 
 struct D3DDDIARG_CREATERESOURCE
 {
-    D3DDDIFORMAT Format;
-    D3DDDI_POOL Pool;
-    D3DDDIMULTISAMPLE_TYPE MultisampleType;
+    D3DDDIFORMAT Format;  // of the pixels
+    D3DDDI_POOL Pool;  // where the runtime wants the memory
+    D3DDDIMULTISAMPLE_TYPE MultisampleType;  // samples a pixel
     UINT MultisampleQuality;  // 0 to quality levels - 1
-    const D3DDDI_SURFACEINFO* pSurfList;
+    const D3DDDI_SURFACEINFO* pSurfList;  // one entry a sub-resource
     UINT SurfCount;  // entries of pSurfList
     UINT MipLevels;  // levels
     UINT Fvf;  // flexible vertex format bits
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
-    D3DDDI_RATIONAL RefreshRate;
+    D3DDDI_RATIONAL RefreshRate;  // of the display mode
     HANDLE hResource;  // resource handle
-    D3DDDI_RESOURCEFLAGS Flags;
+    D3DDDI_RESOURCEFLAGS Flags;  // see the record of the flags
     D3DDDI_ROTATION Rotation;  // of the output
 };
 UMD_LAYOUT(D3DDDIARG_CREATERESOURCE, 64, 8);
@@ -293,10 +293,10 @@ UMD_OFFSET(D3DDDIARG_CREATEVERTEXSHADERFUNC, ShaderHandle, 8);
 
 struct D3DDDIARG_CREATEVIDEOPROCESSDEVICE
 {
-    const GUID* pVideoProcGuid;
-    DXVADDI_VIDEODESC VideoDesc;
-    D3DDDIFORMAT RenderTargetFormat;
-    UINT MaxSubStreams;
+    const GUID* pVideoProcGuid;  // the video processor
+    DXVADDI_VIDEODESC VideoDesc;  // of the main stream
+    D3DDDIFORMAT RenderTargetFormat;  // of the output
+    UINT MaxSubStreams;  // besides the main one
     HANDLE hVideoProcess;  // video process device handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEVIDEOPROCESSDEVICE, 64, 8);
@@ -308,7 +308,7 @@ UMD_OFFSET(D3DDDIARG_CREATEVIDEOPROCESSDEVICE, hVideoProcess, 56);
 
 struct D3DDDIARG_CRYPTOSESSIONKEYEXCHANGE
 {
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
     UINT DataSize;  // bytes
     void* pData;  // output
 };
@@ -319,7 +319,7 @@ UMD_OFFSET(D3DDDIARG_CRYPTOSESSIONKEYEXCHANGE, pData, 16);
 
 struct D3DDDIARG_DECODEBEGINFRAME
 {
-    HANDLE hDecode;
+    HANDLE hDecode;  // decode device handle
     DXVADDI_PVP_SETKEY* pPVPSetKey;
 };
 UMD_LAYOUT(D3DDDIARG_DECODEBEGINFRAME, 16, 8);
@@ -328,7 +328,7 @@ UMD_OFFSET(D3DDDIARG_DECODEBEGINFRAME, pPVPSetKey, 8);
 
 struct D3DDDIARG_DECODEENDFRAME
 {
-    HANDLE hDecode;
+    HANDLE hDecode;  // decode device handle
     HANDLE* pHandleComplete;
 };
 UMD_LAYOUT(D3DDDIARG_DECODEENDFRAME, 16, 8);
@@ -337,7 +337,7 @@ UMD_OFFSET(D3DDDIARG_DECODEENDFRAME, pHandleComplete, 8);
 
 struct D3DDDIARG_DECODEEXECUTE
 {
-    HANDLE hDecode;
+    HANDLE hDecode;  // decode device handle
     UINT NumCompBuffers;
     DXVADDI_DECODEBUFFERDESC* pCompressedBuffers;
 };
@@ -348,7 +348,7 @@ UMD_OFFSET(D3DDDIARG_DECODEEXECUTE, pCompressedBuffers, 16);
 
 struct D3DDDIARG_DECODEEXTENSIONEXECUTE
 {
-    HANDLE hDecode;
+    HANDLE hDecode;  // decode device handle
     UINT Function;
     DXVADDI_PRIVATEDATA* pPrivateInput;
     DXVADDI_PRIVATEDATA* pPrivateOutput;
@@ -365,7 +365,7 @@ UMD_OFFSET(D3DDDIARG_DECODEEXTENSIONEXECUTE, pBuffers, 40);
 
 struct D3DDDIARG_DECRYPTIONBLT
 {
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
     HANDLE hSrcResource;  // source resource handle
     UINT SrcSubResourceIndex;  // sub-resource of the source
     HANDLE hDstResource;  // destination resource handle
@@ -401,14 +401,14 @@ UMD_OFFSET(D3DDDIARG_DEPTHFILL, Depth, 28);
 
 struct D3DDDIARG_DESTROYAUTHENTICATEDCHANNEL
 {
-    HANDLE hChannel;
+    HANDLE hChannel;  // channel handle
 };
 UMD_LAYOUT(D3DDDIARG_DESTROYAUTHENTICATEDCHANNEL, 8, 8);
 UMD_OFFSET(D3DDDIARG_DESTROYAUTHENTICATEDCHANNEL, hChannel, 0);
 
 struct D3DDDIARG_DESTROYCRYPTOSESSION
 {
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
 };
 UMD_LAYOUT(D3DDDIARG_DESTROYCRYPTOSESSION, 8, 8);
 UMD_OFFSET(D3DDDIARG_DESTROYCRYPTOSESSION, hCryptoSession, 0);
@@ -422,14 +422,14 @@ UMD_OFFSET(D3DDDIARG_DESTROYLIGHT, Index, 0);
 
 struct D3DDDIARG_DESTROYOVERLAY
 {
-    HANDLE hOverlay;
+    HANDLE hOverlay;  // overlay handle
 };
 UMD_LAYOUT(D3DDDIARG_DESTROYOVERLAY, 8, 8);
 UMD_OFFSET(D3DDDIARG_DESTROYOVERLAY, hOverlay, 0);
 
 struct D3DDDIARG_DRAWINDEXEDPRIMITIVE
 {
-    D3DPRIMITIVETYPE PrimitiveType;
+    D3DPRIMITIVETYPE PrimitiveType;  // point list to triangle fan
     INT BaseVertexIndex;  // vertices, signed
     UINT MinIndex;  // lowest vertex index used
     UINT NumVertices;  // vertices
@@ -446,7 +446,7 @@ UMD_OFFSET(D3DDDIARG_DRAWINDEXEDPRIMITIVE, PrimitiveCount, 20);
 
 struct D3DDDIARG_DRAWINDEXEDPRIMITIVE2
 {
-    D3DPRIMITIVETYPE PrimitiveType;
+    D3DPRIMITIVETYPE PrimitiveType;  // point list to triangle fan
     INT BaseVertexOffset;  // bytes, signed
     UINT MinIndex;  // lowest vertex index used
     UINT NumVertices;  // vertices
@@ -463,7 +463,7 @@ UMD_OFFSET(D3DDDIARG_DRAWINDEXEDPRIMITIVE2, PrimitiveCount, 20);
 
 struct D3DDDIARG_DRAWPRIMITIVE
 {
-    D3DPRIMITIVETYPE PrimitiveType;
+    D3DPRIMITIVETYPE PrimitiveType;  // point list to triangle fan
     UINT VStart;  // vertices
     UINT PrimitiveCount;  // primitives
 };
@@ -474,7 +474,7 @@ UMD_OFFSET(D3DDDIARG_DRAWPRIMITIVE, PrimitiveCount, 8);
 
 struct D3DDDIARG_DRAWPRIMITIVE2
 {
-    D3DPRIMITIVETYPE PrimitiveType;
+    D3DPRIMITIVETYPE PrimitiveType;  // point list to triangle fan
     UINT FirstVertexOffset;  // bytes
     UINT PrimitiveCount;  // primitives
 };
@@ -500,7 +500,7 @@ UMD_OFFSET(D3DDDIARG_DRAWTRIPATCH, Handle, 0);
 struct D3DDDIARG_DXVAHD_CREATEVIDEOPROCESSOR
 {
     const GUID* pVPGuid;
-    HANDLE hVideoProcessor;
+    HANDLE hVideoProcessor;  // video processor handle
 };
 UMD_LAYOUT(D3DDDIARG_DXVAHD_CREATEVIDEOPROCESSOR, 16, 8);
 UMD_OFFSET(D3DDDIARG_DXVAHD_CREATEVIDEOPROCESSOR, pVPGuid, 0);
@@ -508,7 +508,7 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_CREATEVIDEOPROCESSOR, hVideoProcessor, 8);
 
 struct D3DDDIARG_DXVAHD_GETVIDEOPROCESSBLTSTATEPRIVATE
 {
-    HANDLE hVideoProcessor;
+    HANDLE hVideoProcessor;  // video processor handle
     DXVAHDDDI_BLT_STATE_PRIVATE_DATA* pData;  // output
 };
 UMD_LAYOUT(D3DDDIARG_DXVAHD_GETVIDEOPROCESSBLTSTATEPRIVATE, 16, 8);
@@ -517,7 +517,7 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_GETVIDEOPROCESSBLTSTATEPRIVATE, pData, 8);
 
 struct D3DDDIARG_DXVAHD_GETVIDEOPROCESSSTREAMSTATEPRIVATE
 {
-    HANDLE hVideoProcessor;
+    HANDLE hVideoProcessor;  // video processor handle
     UINT StreamNumber;
     DXVAHDDDI_STREAM_STATE_PRIVATE_DATA* pData;  // output
 };
@@ -528,8 +528,8 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_GETVIDEOPROCESSSTREAMSTATEPRIVATE, pData, 16);
 
 struct D3DDDIARG_DXVAHD_SETVIDEOPROCESSBLTSTATE
 {
-    HANDLE hVideoProcessor;
-    DXVAHDDDI_BLT_STATE State;
+    HANDLE hVideoProcessor;  // video processor handle
+    DXVAHDDDI_BLT_STATE State;  // which
     UINT DataSize;  // bytes
     const void* pData;  // output
 };
@@ -541,9 +541,9 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_SETVIDEOPROCESSBLTSTATE, pData, 16);
 
 struct D3DDDIARG_DXVAHD_SETVIDEOPROCESSSTREAMSTATE
 {
-    HANDLE hVideoProcessor;
+    HANDLE hVideoProcessor;  // video processor handle
     UINT StreamNumber;
-    DXVAHDDDI_STREAM_STATE State;
+    DXVAHDDDI_STREAM_STATE State;  // which
     UINT DataSize;  // bytes
     const void* pData;  // output
 };
@@ -556,7 +556,7 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_SETVIDEOPROCESSSTREAMSTATE, pData, 24);
 
 struct D3DDDIARG_DXVAHD_VIDEOPROCESSBLTHD
 {
-    HANDLE hVideoProcessor;
+    HANDLE hVideoProcessor;  // video processor handle
     DXVAHDDDI_SURFACE OutputSurface;
     UINT OutputFrame;
     UINT StreamCount;
@@ -571,7 +571,7 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_VIDEOPROCESSBLTHD, pStreams, 32);
 
 struct D3DDDIARG_ENCRYPTIONBLT
 {
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
     HANDLE hSrcResource;  // source resource handle
     UINT SrcSubResourceIndex;  // sub-resource of the source
     HANDLE hDstResource;  // destination resource handle
@@ -590,7 +590,7 @@ UMD_OFFSET(D3DDDIARG_ENCRYPTIONBLT, pIV, 40);
 
 struct D3DDDIARG_EXTENSIONEXECUTE
 {
-    HANDLE hExtension;
+    HANDLE hExtension;  // extension device handle
     UINT Function;
     DXVADDI_PRIVATEDATA* pPrivateInput;
     DXVADDI_PRIVATEDATA* pPrivateOutput;
@@ -607,17 +607,17 @@ UMD_OFFSET(D3DDDIARG_EXTENSIONEXECUTE, pBuffers, 40);
 
 struct D3DDDIARG_FINISHSESSIONKEYREFRESH
 {
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
 };
 UMD_LAYOUT(D3DDDIARG_FINISHSESSIONKEYREFRESH, 8, 8);
 UMD_OFFSET(D3DDDIARG_FINISHSESSIONKEYREFRESH, hCryptoSession, 0);
 
 struct D3DDDIARG_FLIPOVERLAY
 {
-    HANDLE hOverlay;
-    HANDLE hSource;
-    UINT SourceIndex;
-    D3DDDI_FLIPOVERLAYFLAGS Flags;
+    HANDLE hOverlay;  // overlay handle
+    HANDLE hSource;  // resource handle
+    UINT SourceIndex;  // sub-resource
+    D3DDDI_FLIPOVERLAYFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_FLIPOVERLAY, 24, 8);
 UMD_OFFSET(D3DDDIARG_FLIPOVERLAY, hOverlay, 0);
@@ -636,7 +636,7 @@ UMD_OFFSET(D3DDDIARG_GENERATEMIPSUBLEVELS, Filter, 8);
 
 struct D3DDDIARG_GETCAPS
 {
-    D3DDDICAPS_TYPE Type;
+    D3DDDICAPS_TYPE Type;  // which
     void* pInfo;  // input that belongs to the type
     void* pData;  // output
     UINT DataSize;  // bytes
@@ -658,7 +658,7 @@ UMD_OFFSET(D3DDDIARG_GETCAPTUREALLOCATIONHANDLE, hAllocation, 8);
 
 struct D3DDDIARG_GETENCRYPTIONBLTKEY
 {
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
     void* pReadBackKey;
     UINT KeySize;
 };
@@ -669,7 +669,7 @@ UMD_OFFSET(D3DDDIARG_GETENCRYPTIONBLTKEY, KeySize, 16);
 
 struct D3DDDIARG_GETOVERLAYCOLORCONTROLS
 {
-    HANDLE hOverlay;
+    HANDLE hOverlay;  // overlay handle
     HANDLE hResource;  // resource handle
     D3DDDI_OVERLAYCOLORCONTROLS ColorControls;
 };
@@ -680,7 +680,7 @@ UMD_OFFSET(D3DDDIARG_GETOVERLAYCOLORCONTROLS, ColorControls, 16);
 
 struct D3DDDIARG_GETPITCH
 {
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
     HANDLE hResource;  // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
     UINT Pitch;  // bytes from row to row
@@ -693,7 +693,7 @@ UMD_OFFSET(D3DDDIARG_GETPITCH, Pitch, 20);
 
 struct D3DDDIARG_GETQUERYDATA
 {
-    HANDLE hQuery;
+    HANDLE hQuery;  // query handle
     void* pData;  // output
 };
 UMD_LAYOUT(D3DDDIARG_GETQUERYDATA, 16, 8);
@@ -702,8 +702,8 @@ UMD_OFFSET(D3DDDIARG_GETQUERYDATA, pData, 8);
 
 struct D3DDDIARG_ISSUEQUERY
 {
-    HANDLE hQuery;
-    D3DDDI_ISSUEQUERYFLAGS Flags;
+    HANDLE hQuery;  // query handle
+    D3DDDI_ISSUEQUERYFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_ISSUEQUERY, 16, 8);
 UMD_OFFSET(D3DDDIARG_ISSUEQUERY, hQuery, 0);
@@ -722,7 +722,7 @@ struct D3DDDIARG_LOCK
     void* pSurfData;  // out: address of the locked bits
     UINT Pitch;  // bytes from row to row
     UINT SlicePitch;  // bytes from slice to slice
-    D3DDDI_LOCKFLAGS Flags;
+    D3DDDI_LOCKFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_LOCK, 64, 8);
 UMD_OFFSET(D3DDDIARG_LOCK, hResource, 0);
@@ -739,18 +739,18 @@ struct D3DDDIARG_LOCKASYNC
 {
     HANDLE hResource;  // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    D3DDDI_LOCKASYNCFLAGS Flags;
+    D3DDDI_LOCKASYNCFLAGS Flags;  // see the record of the flags
     union
     {
         D3DDDIRANGE Range;
         RECT Area;
         D3DDDIBOX Box;
     };
-    HANDLE hCookie;
+    HANDLE hCookie;  // of an earlier lock
     void* pSurfData;  // out: address of the locked bits
     UINT Pitch;  // bytes from row to row
     UINT SlicePitch;  // bytes from slice to slice
-    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;
+    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
 };
 UMD_LAYOUT(D3DDDIARG_LOCKASYNC, 72, 8);
 UMD_OFFSET(D3DDDIARG_LOCKASYNC, hResource, 0);
@@ -767,8 +767,8 @@ UMD_OFFSET(D3DDDIARG_LOCKASYNC, GpuVirtualAddress, 64);
 
 struct D3DDDIARG_MULTIPLYTRANSFORM
 {
-    D3DTRANSFORMSTATETYPE TransformType;
-    D3DMATRIX Matrix;
+    D3DTRANSFORMSTATETYPE TransformType;  // world, view, projection or texture
+    D3DMATRIX Matrix;  // row vectors
 };
 UMD_LAYOUT(D3DDDIARG_MULTIPLYTRANSFORM, 68, 4);
 UMD_OFFSET(D3DDDIARG_MULTIPLYTRANSFORM, TransformType, 0);
@@ -779,8 +779,8 @@ struct D3DDDIARG_OPENADAPTER
     HANDLE hAdapter;  // adapter handle
     UINT Interface;  // interface version of the runtime
     UINT Version;  // of the runtime
-    const D3DDDI_ADAPTERCALLBACKS* pAdapterCallbacks;
-    D3DDDI_ADAPTERFUNCS* pAdapterFuncs;
+    const D3DDDI_ADAPTERCALLBACKS* pAdapterCallbacks;  // the runtime's, valid during the call
+    D3DDDI_ADAPTERFUNCS* pAdapterFuncs;  // filled by the driver
     UINT DriverVersion;  // out: interface version of the driver
 };
 UMD_LAYOUT(D3DDDIARG_OPENADAPTER, 40, 8);
@@ -796,7 +796,7 @@ struct D3DDDIARG_OPENRESOURCE
     UINT NumAllocations;  // entries
     union
     {
-        D3DDDI_OPENALLOCATIONINFO* pOpenAllocationInfo;
+        D3DDDI_OPENALLOCATIONINFO* pOpenAllocationInfo;  // one entry an allocation
         D3DDDI_OPENALLOCATIONINFO2* pOpenAllocationInfo2;
     };
     D3DKMT_HANDLE hKMResource;  // kernel-mode resource
@@ -804,7 +804,7 @@ struct D3DDDIARG_OPENRESOURCE
     UINT PrivateDriverDataSize;  // bytes
     HANDLE hResource;  // resource handle
     D3DDDI_ROTATION Rotation;  // of the output
-    D3DDDI_OPENRESOURCEFLAGS Flags;
+    D3DDDI_OPENRESOURCEFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_OPENRESOURCE, 56, 8);
 UMD_OFFSET(D3DDDIARG_OPENRESOURCE, NumAllocations, 0);
@@ -823,8 +823,8 @@ struct D3DDDIARG_PRESENT
     UINT SrcSubResourceIndex;  // sub-resource of the source
     HANDLE hDstResource;  // destination resource handle
     UINT DstSubResourceIndex;  // sub-resource of the destination
-    D3DDDI_PRESENTFLAGS Flags;
-    D3DDDI_FLIPINTERVAL_TYPE FlipInterval;
+    D3DDDI_PRESENTFLAGS Flags;  // see the record of the flags
+    D3DDDI_FLIPINTERVAL_TYPE FlipInterval;  // frames to wait for
 };
 UMD_LAYOUT(D3DDDIARG_PRESENT, 40, 8);
 UMD_OFFSET(D3DDDIARG_PRESENT, hSrcResource, 0);
@@ -849,8 +849,8 @@ UMD_OFFSET(D3DDDIARG_QUERYAUTHENTICATEDCHANNEL, pOutputData, 24);
 
 struct D3DDDIARG_QUERYRESOURCERESIDENCY
 {
-    const HANDLE* pHandleList;
-    UINT NumResources;
+    const HANDLE* pHandleList;  // resource handles
+    UINT NumResources;  // entries of pHandleList
 };
 UMD_LAYOUT(D3DDDIARG_QUERYRESOURCERESIDENCY, 16, 8);
 UMD_OFFSET(D3DDDIARG_QUERYRESOURCERESIDENCY, pHandleList, 0);
@@ -860,8 +860,8 @@ struct D3DDDIARG_RENAME
 {
     HANDLE hResource;  // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    HANDLE hCookie;
-    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;
+    HANDLE hCookie;  // of an earlier lock
+    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
 };
 UMD_LAYOUT(D3DDDIARG_RENAME, 32, 8);
 UMD_OFFSET(D3DDDIARG_RENAME, hResource, 0);
@@ -871,7 +871,7 @@ UMD_OFFSET(D3DDDIARG_RENAME, GpuVirtualAddress, 24);
 
 struct D3DDDIARG_RENDERSTATE
 {
-    D3DDDIRENDERSTATETYPE State;
+    D3DDDIRENDERSTATETYPE State;  // which
     UINT Value;  // all bits as one word
 };
 UMD_LAYOUT(D3DDDIARG_RENDERSTATE, 8, 4);
@@ -888,7 +888,7 @@ UMD_OFFSET(D3DDDIARG_RESOLVESHAREDRESOURCE, hResource, 0);
 struct D3DDDIARG_SETCLIPPLANE
 {
     UINT Index;  // index
-    FLOAT Plane[4];
+    FLOAT Plane[4];  // a, b, c, d of ax + by + cz + d >= 0
 };
 UMD_LAYOUT(D3DDDIARG_SETCLIPPLANE, 20, 4);
 UMD_OFFSET(D3DDDIARG_SETCLIPPLANE, Index, 0);
@@ -909,7 +909,7 @@ UMD_OFFSET(D3DDDIARG_SETCONVOLUTIONKERNELMONO, pKernelCol, 16);
 
 struct D3DDDIARG_SETDECODERENDERTARGET
 {
-    HANDLE hDecode;
+    HANDLE hDecode;  // decode device handle
     HANDLE hRenderTarget;  // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
 };
@@ -969,7 +969,7 @@ UMD_OFFSET(D3DDDIARG_SETMATERIAL, Power, 64);
 
 struct D3DDDIARG_SETOVERLAYCOLORCONTROLS
 {
-    HANDLE hOverlay;
+    HANDLE hOverlay;  // overlay handle
     HANDLE hResource;  // resource handle
     D3DDDI_OVERLAYCOLORCONTROLS ColorControls;
 };
@@ -1051,8 +1051,8 @@ UMD_OFFSET(D3DDDIARG_SETSTREAMSOURCEUM, Stride, 4);
 
 struct D3DDDIARG_SETTRANSFORM
 {
-    D3DTRANSFORMSTATETYPE TransformType;
-    D3DMATRIX Matrix;
+    D3DTRANSFORMSTATETYPE TransformType;  // world, view, projection or texture
+    D3DMATRIX Matrix;  // row vectors
 };
 UMD_LAYOUT(D3DDDIARG_SETTRANSFORM, 68, 4);
 UMD_OFFSET(D3DDDIARG_SETTRANSFORM, TransformType, 0);
@@ -1080,7 +1080,7 @@ UMD_OFFSET(D3DDDIARG_SETVIDEOPROCESSRENDERTARGET, SubResourceIndex, 16);
 
 struct D3DDDIARG_STARTSESSIONKEYREFRESH
 {
-    HANDLE hCryptoSession;
+    HANDLE hCryptoSession;  // session handle
     void* pRandomNumber;
     UINT RandomNumberSize;
 };
@@ -1091,7 +1091,7 @@ UMD_OFFSET(D3DDDIARG_STARTSESSIONKEYREFRESH, RandomNumberSize, 16);
 
 struct D3DDDIARG_STATESET
 {
-    UINT Operation;
+    UINT Operation;  // what to do
     D3DSTATEBLOCKTYPE StateBlockType;
     HANDLE hStateSet;
 };
@@ -1104,7 +1104,7 @@ struct D3DDDIARG_TEXBLT
 {
     HANDLE hDstResource;  // destination resource handle
     HANDLE hSrcResource;  // source resource handle
-    UINT CubeMapFace;
+    UINT CubeMapFace;  // 0 to 5
     POINT DstPoint;  // pixels
     RECT SrcRect;  // pixels
 };
@@ -1118,7 +1118,7 @@ UMD_OFFSET(D3DDDIARG_TEXBLT, SrcRect, 28);
 struct D3DDDIARG_TEXTURESTAGESTATE
 {
     UINT Stage;  // texture stage
-    D3DDDITEXTURESTAGESTATETYPE State;
+    D3DDDITEXTURESTAGESTATETYPE State;  // which
     UINT Value;  // all bits as one word
 };
 UMD_LAYOUT(D3DDDIARG_TEXTURESTAGESTATE, 12, 4);
@@ -1130,7 +1130,7 @@ struct D3DDDIARG_UNLOCK
 {
     HANDLE hResource;  // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    D3DDDI_UNLOCKFLAGS Flags;
+    D3DDDI_UNLOCKFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_UNLOCK, 16, 8);
 UMD_OFFSET(D3DDDIARG_UNLOCK, hResource, 0);
@@ -1141,7 +1141,7 @@ struct D3DDDIARG_UNLOCKASYNC
 {
     HANDLE hResource;  // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    D3DDDI_UNLOCKASYNCFLAGS Flags;
+    D3DDDI_UNLOCKASYNCFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_UNLOCKASYNC, 16, 8);
 UMD_OFFSET(D3DDDIARG_UNLOCKASYNC, hResource, 0);
@@ -1150,7 +1150,7 @@ UMD_OFFSET(D3DDDIARG_UNLOCKASYNC, Flags, 12);
 
 struct D3DDDIARG_UPDATEOVERLAY
 {
-    HANDLE hOverlay;
+    HANDLE hOverlay;  // overlay handle
     D3DDDI_OVERLAYINFO OverlayInfo;
 };
 UMD_LAYOUT(D3DDDIARG_UPDATEOVERLAY, 72, 8);
@@ -1180,18 +1180,18 @@ struct D3DDDIARG_VIDEOPROCESSBLT
     REFERENCE_TIME TargetFrame;  // 100 ns units
     HANDLE hVideoProcess;  // video process device handle
     RECT TargetRect;  // pixels
-    SIZE ConstrictionSize;
-    UINT StreamingFlags;
-    DXVADDI_AYUVSAMPLE16 BackgroundColor;
-    DXVADDI_EXTENDEDFORMAT DestFormat;
+    SIZE ConstrictionSize;  // pixels
+    UINT StreamingFlags;  // reserved
+    DXVADDI_AYUVSAMPLE16 BackgroundColor;  // behind all samples
+    DXVADDI_EXTENDEDFORMAT DestFormat;  // interlacing and colour description
     DXVADDI_VIDEOPROCESSBLTFLAGS DestFlags;
-    DXVADDI_PROCAMPVALUES ProcAmpValues;
-    DXVADDI_FIXED32 Alpha;
+    DXVADDI_PROCAMPVALUES ProcAmpValues;  // brightness, contrast, hue, saturation
+    DXVADDI_FIXED32 Alpha;  // 0.0 to 1.0, 16.16 fixed point
     DXVADDI_FILTERVALUES NoiseFilterLuma;
     DXVADDI_FILTERVALUES NoiseFilterChroma;
     DXVADDI_FILTERVALUES DetailFilterLuma;
     DXVADDI_FILTERVALUES DetailFilterChroma;
-    DXVADDI_VIDEOSAMPLE* pSrcSurfaces;
+    DXVADDI_VIDEOSAMPLE* pSrcSurfaces;  // input samples
     UINT NumSrcSurfaces;  // entries of pSrcSurfaces
 };
 UMD_LAYOUT(D3DDDIARG_VIDEOPROCESSBLT, 144, 8);
@@ -1253,8 +1253,8 @@ UMD_OFFSET(D3DDDIARG_VOLUMEBLT, SrcBox, 28);
 
 struct D3DDDIARG_WINFO
 {
-    FLOAT WNear;
-    FLOAT WFar;
+    FLOAT WNear;  // view space
+    FLOAT WFar;  // view space
 };
 UMD_LAYOUT(D3DDDIARG_WINFO, 8, 4);
 UMD_OFFSET(D3DDDIARG_WINFO, WNear, 0);
@@ -1262,8 +1262,8 @@ UMD_OFFSET(D3DDDIARG_WINFO, WFar, 4);
 
 struct D3DDDIARG_ZRANGE
 {
-    FLOAT MinZ;
-    FLOAT MaxZ;
+    FLOAT MinZ;  // 0.0 to 1.0
+    FLOAT MaxZ;  // 0.0 to 1.0
 };
 UMD_LAYOUT(D3DDDIARG_ZRANGE, 8, 4);
 UMD_OFFSET(D3DDDIARG_ZRANGE, MinZ, 0);

@@ -15,7 +15,7 @@ struct D3DDDICB_ALLOCATE
     UINT NumAllocations;  // entries
     union
     {
-        D3DDDI_ALLOCATIONINFO* pAllocationInfo;
+        D3DDDI_ALLOCATIONINFO* pAllocationInfo;  // one entry an allocation
         D3DDDI_ALLOCATIONINFO2* pAllocationInfo2;
     };
 };
@@ -30,19 +30,19 @@ UMD_OFFSET(D3DDDICB_ALLOCATE, pAllocationInfo2, 32);
 
 struct D3DDDICB_CREATECONTEXT
 {
-    UINT NodeOrdinal;
-    UINT EngineAffinity;
-    D3DDDI_CREATECONTEXTFLAGS Flags;
+    UINT NodeOrdinal;  // engine
+    UINT EngineAffinity;  // engines of a linked adapter
+    D3DDDI_CREATECONTEXTFLAGS Flags;  // see the record of the flags
     void* pPrivateDriverData;  // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
     HANDLE hContext;  // kernel-mode context
     void* pCommandBuffer;  // written by the driver, submitted by pfnRenderCb
     UINT CommandBufferSize;  // bytes
-    D3DDDI_ALLOCATIONLIST* pAllocationList;
+    D3DDDI_ALLOCATIONLIST* pAllocationList;  // allocations that the command buffer names
     UINT AllocationListSize;  // entries
-    D3DDDI_PATCHLOCATIONLIST* pPatchLocationList;
+    D3DDDI_PATCHLOCATIONLIST* pPatchLocationList;  // places of the command buffer to patch
     UINT PatchLocationListSize;  // entries
-    D3DGPU_VIRTUAL_ADDRESS CommandBuffer;
+    D3DGPU_VIRTUAL_ADDRESS CommandBuffer;  // unused at this version
 };
 UMD_LAYOUT(D3DDDICB_CREATECONTEXT, 96, 8);
 UMD_OFFSET(D3DDDICB_CREATECONTEXT, NodeOrdinal, 0);
@@ -63,7 +63,7 @@ struct D3DDDICB_CREATEOVERLAY
 {
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
     D3DDDI_KERNELOVERLAYINFO OverlayInfo;
-    D3DKMT_HANDLE hKernelOverlay;
+    D3DKMT_HANDLE hKernelOverlay;  // kernel-mode overlay
 };
 UMD_LAYOUT(D3DDDICB_CREATEOVERLAY, 72, 8);
 UMD_OFFSET(D3DDDICB_CREATEOVERLAY, VidPnSourceId, 0);
@@ -73,7 +73,7 @@ UMD_OFFSET(D3DDDICB_CREATEOVERLAY, hKernelOverlay, 64);
 struct D3DDDICB_CREATESYNCHRONIZATIONOBJECT
 {
     D3DDDI_SYNCHRONIZATIONOBJECTINFO Info;
-    D3DKMT_HANDLE hSyncObject;
+    D3DKMT_HANDLE hSyncObject;  // kernel-mode object
 };
 UMD_LAYOUT(D3DDDICB_CREATESYNCHRONIZATIONOBJECT, 72, 4);
 UMD_OFFSET(D3DDDICB_CREATESYNCHRONIZATIONOBJECT, Info, 0);
@@ -83,7 +83,7 @@ struct D3DDDICB_DEALLOCATE
 {
     HANDLE hResource;  // resource handle
     UINT NumAllocations;  // entries
-    const D3DKMT_HANDLE* HandleList;
+    const D3DKMT_HANDLE* HandleList;  // kernel-mode allocations
 };
 UMD_LAYOUT(D3DDDICB_DEALLOCATE, 24, 8);
 UMD_OFFSET(D3DDDICB_DEALLOCATE, hResource, 0);
@@ -99,14 +99,14 @@ UMD_OFFSET(D3DDDICB_DESTROYCONTEXT, hContext, 0);
 
 struct D3DDDICB_DESTROYOVERLAY
 {
-    D3DKMT_HANDLE hKernelOverlay;
+    D3DKMT_HANDLE hKernelOverlay;  // kernel-mode overlay
 };
 UMD_LAYOUT(D3DDDICB_DESTROYOVERLAY, 4, 4);
 UMD_OFFSET(D3DDDICB_DESTROYOVERLAY, hKernelOverlay, 0);
 
 struct D3DDDICB_DESTROYSYNCHRONIZATIONOBJECT
 {
-    D3DKMT_HANDLE hSyncObject;
+    D3DKMT_HANDLE hSyncObject;  // kernel-mode object
 };
 UMD_LAYOUT(D3DDDICB_DESTROYSYNCHRONIZATIONOBJECT, 4, 4);
 UMD_OFFSET(D3DDDICB_DESTROYSYNCHRONIZATIONOBJECT, hSyncObject, 0);
@@ -114,7 +114,7 @@ UMD_OFFSET(D3DDDICB_DESTROYSYNCHRONIZATIONOBJECT, hSyncObject, 0);
 struct D3DDDICB_ESCAPE
 {
     HANDLE hDevice;  // device handle
-    D3DDDI_ESCAPEFLAGS Flags;
+    D3DDDI_ESCAPEFLAGS Flags;  // see the record of the flags
     void* pPrivateDriverData;  // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
     HANDLE hContext;  // kernel-mode context
@@ -128,8 +128,8 @@ UMD_OFFSET(D3DDDICB_ESCAPE, hContext, 32);
 
 struct D3DDDICB_FLIPOVERLAY
 {
-    D3DKMT_HANDLE hKernelOverlay;
-    D3DKMT_HANDLE hSource;
+    D3DKMT_HANDLE hKernelOverlay;  // kernel-mode overlay
+    D3DKMT_HANDLE hSource;  // resource handle
     void* pPrivateDriverData;  // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
 };
@@ -144,7 +144,7 @@ struct D3DDDICB_GETMULTISAMPLEMETHODLIST
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
     UINT Width;  // pixels
     UINT Height;  // pixels
-    D3DDDIFORMAT Format;
+    D3DDDIFORMAT Format;  // of the pixels
     D3DDDI_MULTISAMPLINGMETHOD* pMethodList;
     UINT MethodCount;
 };
@@ -188,8 +188,8 @@ struct D3DDDICB_LOCK
     UINT NumPages;
     const UINT* pPages;
     void* pData;  // output
-    D3DDDICB_LOCKFLAGS Flags;
-    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;
+    D3DDDICB_LOCKFLAGS Flags;  // see the record of the flags
+    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
 };
 UMD_LAYOUT(D3DDDICB_LOCK, 48, 8);
 UMD_OFFSET(D3DDDICB_LOCK, hAllocation, 0);
@@ -228,7 +228,7 @@ struct D3DDDICB_QUERYRESIDENCY
 {
     HANDLE hResource;  // resource handle
     UINT NumAllocations;  // entries
-    const D3DKMT_HANDLE* HandleList;
+    const D3DKMT_HANDLE* HandleList;  // kernel-mode allocations
     D3DDDI_RESIDENCYSTATUS* pResidencyStatus;
 };
 UMD_LAYOUT(D3DDDICB_QUERYRESIDENCY, 32, 8);
@@ -260,14 +260,14 @@ struct D3DDDICB_RENDER
     UINT CommandLength;  // bytes
     UINT CommandOffset;  // bytes
     UINT NumAllocations;  // entries
-    UINT NumPatchLocations;
-    void* pNewCommandBuffer;
+    UINT NumPatchLocations;  // entries
+    void* pNewCommandBuffer;  // out: the next buffer
     UINT NewCommandBufferSize;  // bytes
-    D3DDDI_ALLOCATIONLIST* pNewAllocationList;
+    D3DDDI_ALLOCATIONLIST* pNewAllocationList;  // out: the next list
     UINT NewAllocationListSize;  // entries
-    D3DDDI_PATCHLOCATIONLIST* pNewPatchLocationList;
+    D3DDDI_PATCHLOCATIONLIST* pNewPatchLocationList;  // out: the next list
     UINT NewPatchLocationListSize;  // entries
-    D3DDDICB_RENDERFLAGS Flags;
+    D3DDDICB_RENDERFLAGS Flags;  // see the record of the flags
     HANDLE hContext;  // kernel-mode context
     UINT BroadcastContextCount;  // entries of BroadcastContext
     HANDLE BroadcastContext[64];
@@ -318,7 +318,7 @@ struct D3DDDICB_SETPRIORITY
 {
     HANDLE hResource;  // resource handle
     UINT NumAllocations;  // entries
-    const D3DKMT_HANDLE* HandleList;
+    const D3DKMT_HANDLE* HandleList;  // kernel-mode allocations
     const UINT* pPriorities;
 };
 UMD_LAYOUT(D3DDDICB_SETPRIORITY, 32, 8);
@@ -345,9 +345,9 @@ UMD_OFFSET(D3DDDICB_SIGNALFLAGS, Value, 0);
 struct D3DDDICB_SIGNALSYNCHRONIZATIONOBJECT
 {
     HANDLE hContext;  // kernel-mode context
-    UINT ObjectCount;
+    UINT ObjectCount;  // entries of ObjectHandleArray
     D3DKMT_HANDLE ObjectHandleArray[32];
-    D3DDDICB_SIGNALFLAGS Flags;
+    D3DDDICB_SIGNALFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDICB_SIGNALSYNCHRONIZATIONOBJECT, 144, 8);
 UMD_OFFSET(D3DDDICB_SIGNALSYNCHRONIZATIONOBJECT, hContext, 0);
@@ -358,7 +358,7 @@ UMD_OFFSET(D3DDDICB_SIGNALSYNCHRONIZATIONOBJECT, Flags, 140);
 struct D3DDDICB_UNLOCK
 {
     UINT NumAllocations;  // entries
-    const D3DKMT_HANDLE* phAllocations;
+    const D3DKMT_HANDLE* phAllocations;  // kernel-mode allocations
 };
 UMD_LAYOUT(D3DDDICB_UNLOCK, 16, 8);
 UMD_OFFSET(D3DDDICB_UNLOCK, NumAllocations, 0);
@@ -366,7 +366,7 @@ UMD_OFFSET(D3DDDICB_UNLOCK, phAllocations, 8);
 
 struct D3DDDICB_UPDATEOVERLAY
 {
-    D3DKMT_HANDLE hKernelOverlay;
+    D3DKMT_HANDLE hKernelOverlay;  // kernel-mode overlay
     D3DDDI_KERNELOVERLAYINFO OverlayInfo;
 };
 UMD_LAYOUT(D3DDDICB_UPDATEOVERLAY, 64, 8);
@@ -376,7 +376,7 @@ UMD_OFFSET(D3DDDICB_UPDATEOVERLAY, OverlayInfo, 8);
 struct D3DDDICB_WAITFORSYNCHRONIZATIONOBJECT
 {
     HANDLE hContext;  // kernel-mode context
-    UINT ObjectCount;
+    UINT ObjectCount;  // entries of ObjectHandleArray
     D3DKMT_HANDLE ObjectHandleArray[32];
 };
 UMD_LAYOUT(D3DDDICB_WAITFORSYNCHRONIZATIONOBJECT, 144, 8);

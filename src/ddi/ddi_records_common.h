@@ -108,7 +108,7 @@ struct D3DDDI_OVERLAYINFO
     UINT DstColorKeyHigh;
     UINT SrcColorKeyLow;
     UINT SrcColorKeyHigh;
-    D3DDDI_OVERLAYINFOFLAGS Flags;
+    D3DDDI_OVERLAYINFOFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDI_OVERLAYINFO, 64, 8);
 UMD_OFFSET(D3DDDI_OVERLAYINFO, hResource, 0);
@@ -124,7 +124,7 @@ UMD_OFFSET(D3DDDI_OVERLAYINFO, Flags, 60);
 struct D3DDDI_RATIONAL
 {
     UINT Numerator;  // hertz times Denominator
-    UINT Denominator;
+    UINT Denominator;  // seconds
 };
 UMD_LAYOUT(D3DDDI_RATIONAL, 8, 4);
 UMD_OFFSET(D3DDDI_RATIONAL, Numerator, 0);
@@ -221,7 +221,7 @@ struct D3DDDI_OVERLAYCOLORCONTROLS
     INT SharpnessSetting;
     INT GammaSetting;
     INT ColorEnableSetting;
-    D3DDDI_OVERLAYCOLORCONTROLSFLAGS Flags;
+    D3DDDI_OVERLAYCOLORCONTROLSFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDI_OVERLAYCOLORCONTROLS, 32, 4);
 UMD_OFFSET(D3DDDI_OVERLAYCOLORCONTROLS, BrightnessSetting, 0);
@@ -422,7 +422,7 @@ UMD_OFFSET(D3DDDI_KERNELOVERLAYINFO, PrivateDriverDataSize, 48);
 
 struct D3DDDI_SYNCHRONIZATIONOBJECTINFO
 {
-    D3DDDI_SYNCHRONIZATIONOBJECT_TYPE Type;
+    D3DDDI_SYNCHRONIZATIONOBJECT_TYPE Type;  // which
     union
     {
         struct
@@ -509,7 +509,7 @@ struct D3DDDIVERTEXELEMENT
 {
     USHORT Stream;  // vertex stream
     USHORT Offset;  // bytes
-    UCHAR Type;
+    UCHAR Type;  // which
     UCHAR Method;
     UCHAR Usage;
     UCHAR UsageIndex;
@@ -525,7 +525,7 @@ UMD_OFFSET(D3DDDIVERTEXELEMENT, UsageIndex, 7);
 struct D3DDDI_ALLOCATIONINFO
 {
     D3DKMT_HANDLE hAllocation;  // kernel-mode allocation
-    const void* pSystemMem;
+    const void* pSystemMem;  // memory of the caller, null for memory of the system
     void* pPrivateDriverData;  // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
@@ -553,7 +553,7 @@ struct D3DDDI_ALLOCATIONINFO2
     union
     {
         HANDLE hSection;
-        const void* pSystemMem;
+        const void* pSystemMem;  // memory of the caller, null for memory of the system
     };
     void* pPrivateDriverData;  // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
@@ -567,7 +567,7 @@ struct D3DDDI_ALLOCATIONINFO2
         };
         UINT Value;  // all bits as one word
     } Flags;
-    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;
+    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
     ULONG_PTR Reserved[6];  // zero
 };
 UMD_LAYOUT(D3DDDI_ALLOCATIONINFO2, 96, 8);
@@ -601,7 +601,7 @@ UMD_OFFSET(D3DDDI_ALLOCATIONLIST, Value, 4);
 
 struct D3DDDI_LIGHT
 {
-    D3DLIGHTTYPE Type;
+    D3DLIGHTTYPE Type;  // which
     D3DCOLORVALUE Diffuse;
     D3DCOLORVALUE Specular;
     D3DCOLORVALUE Ambient;
@@ -655,7 +655,7 @@ struct D3DDDI_OPENALLOCATIONINFO2
     D3DKMT_HANDLE hAllocation;  // kernel-mode allocation
     const void* pPrivateDriverData;  // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
-    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;
+    D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
     ULONG_PTR Reserved[6];  // zero
 };
 UMD_LAYOUT(D3DDDI_OPENALLOCATIONINFO2, 80, 8);
@@ -709,10 +709,10 @@ UMD_OFFSET(D3DDDI_SURFACEINFO, SysMemSlicePitch, 28);
 
 struct DDIMULTISAMPLEQUALITYLEVELSDATA
 {
-    D3DDDIFORMAT Format;
+    D3DDDIFORMAT Format;  // of the pixels
     BOOL Flip;
-    D3DDDIMULTISAMPLE_TYPE MsType;
-    UINT QualityLevels;
+    D3DDDIMULTISAMPLE_TYPE MsType;  // asked type
+    UINT QualityLevels;  // levels of the type
 };
 UMD_LAYOUT(DDIMULTISAMPLEQUALITYLEVELSDATA, 16, 4);
 UMD_OFFSET(DDIMULTISAMPLEQUALITYLEVELSDATA, Format, 0);
@@ -722,10 +722,10 @@ UMD_OFFSET(DDIMULTISAMPLEQUALITYLEVELSDATA, QualityLevels, 12);
 
 struct FORMATOP
 {
-    D3DDDIFORMAT Format;
-    UINT Operations;
-    UINT FlipMsTypes;
-    UINT BltMsTypes;
+    D3DDDIFORMAT Format;  // of the pixels
+    UINT Operations;  // FORMATOP bits
+    UINT FlipMsTypes;  // multisample types, a bit each
+    UINT BltMsTypes;  // multisample types, a bit each
     UINT PrivateFormatBitCount;  // bits per pixel
 };
 UMD_LAYOUT(FORMATOP, 20, 4);

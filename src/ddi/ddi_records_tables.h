@@ -9,8 +9,8 @@ UMD_DDI_RECORDS_BEGIN
 
 struct D3DDDI_ADAPTERCALLBACKS
 {
-    PFND3DDDI_QUERYADAPTERINFOCB pfnQueryAdapterInfoCb;
-    PFND3DDDI_GETMULTISAMPLEMETHODLISTCB pfnGetMultisampleMethodListCb;
+    PFND3DDDI_QUERYADAPTERINFOCB pfnQueryAdapterInfoCb;  // slot 0
+    PFND3DDDI_GETMULTISAMPLEMETHODLISTCB pfnGetMultisampleMethodListCb;  // slot 1
 };
 UMD_LAYOUT(D3DDDI_ADAPTERCALLBACKS, 16, 8);
 UMD_OFFSET(D3DDDI_ADAPTERCALLBACKS, pfnQueryAdapterInfoCb, 0);
@@ -18,9 +18,9 @@ UMD_OFFSET(D3DDDI_ADAPTERCALLBACKS, pfnGetMultisampleMethodListCb, 8);
 
 struct D3DDDI_ADAPTERFUNCS
 {
-    PFND3DDDI_GETCAPS pfnGetCaps;
-    PFND3DDDI_CREATEDEVICE pfnCreateDevice;
-    PFND3DDDI_CLOSEADAPTER pfnCloseAdapter;
+    PFND3DDDI_GETCAPS pfnGetCaps;  // slot 0
+    PFND3DDDI_CREATEDEVICE pfnCreateDevice;  // slot 1
+    PFND3DDDI_CLOSEADAPTER pfnCloseAdapter;  // slot 2
 };
 UMD_LAYOUT(D3DDDI_ADAPTERFUNCS, 24, 8);
 UMD_OFFSET(D3DDDI_ADAPTERFUNCS, pfnGetCaps, 0);
@@ -29,28 +29,28 @@ UMD_OFFSET(D3DDDI_ADAPTERFUNCS, pfnCloseAdapter, 16);
 
 struct D3DDDI_DEVICECALLBACKS
 {
-    PFND3DDDI_ALLOCATECB pfnAllocateCb;
-    PFND3DDDI_DEALLOCATECB pfnDeallocateCb;
-    PFND3DDDI_SETPRIORITYCB pfnSetPriorityCb;
-    PFND3DDDI_QUERYRESIDENCYCB pfnQueryResidencyCb;
-    PFND3DDDI_SETDISPLAYMODECB pfnSetDisplayModeCb;
-    PFND3DDDI_PRESENTCB pfnPresentCb;
-    PFND3DDDI_RENDERCB pfnRenderCb;
-    PFND3DDDI_LOCKCB pfnLockCb;
-    PFND3DDDI_UNLOCKCB pfnUnlockCb;
-    PFND3DDDI_ESCAPECB pfnEscapeCb;
-    PFND3DDDI_CREATEOVERLAYCB pfnCreateOverlayCb;
-    PFND3DDDI_UPDATEOVERLAYCB pfnUpdateOverlayCb;
-    PFND3DDDI_FLIPOVERLAYCB pfnFlipOverlayCb;
-    PFND3DDDI_DESTROYOVERLAYCB pfnDestroyOverlayCb;
-    PFND3DDDI_CREATECONTEXTCB pfnCreateContextCb;
-    PFND3DDDI_DESTROYCONTEXTCB pfnDestroyContextCb;
-    PFND3DDDI_CREATESYNCHRONIZATIONOBJECTCB pfnCreateSynchronizationObjectCb;
-    PFND3DDDI_DESTROYSYNCHRONIZATIONOBJECTCB pfnDestroySynchronizationObjectCb;
-    PFND3DDDI_WAITFORSYNCHRONIZATIONOBJECTCB pfnWaitForSynchronizationObjectCb;
-    PFND3DDDI_SIGNALSYNCHRONIZATIONOBJECTCB pfnSignalSynchronizationObjectCb;
-    PFND3DDDI_SETASYNCCALLBACKSCB pfnSetAsyncCallbacksCb;
-    PFND3DDDI_SETDISPLAYPRIVATEDRIVERFORMATCB pfnSetDisplayPrivateDriverFormatCb;
+    PFND3DDDI_ALLOCATECB pfnAllocateCb;  // slot 0
+    PFND3DDDI_DEALLOCATECB pfnDeallocateCb;  // slot 1
+    PFND3DDDI_SETPRIORITYCB pfnSetPriorityCb;  // slot 2
+    PFND3DDDI_QUERYRESIDENCYCB pfnQueryResidencyCb;  // slot 3
+    PFND3DDDI_SETDISPLAYMODECB pfnSetDisplayModeCb;  // slot 4
+    PFND3DDDI_PRESENTCB pfnPresentCb;  // slot 5
+    PFND3DDDI_RENDERCB pfnRenderCb;  // slot 6
+    PFND3DDDI_LOCKCB pfnLockCb;  // slot 7
+    PFND3DDDI_UNLOCKCB pfnUnlockCb;  // slot 8
+    PFND3DDDI_ESCAPECB pfnEscapeCb;  // slot 9
+    PFND3DDDI_CREATEOVERLAYCB pfnCreateOverlayCb;  // slot 10
+    PFND3DDDI_UPDATEOVERLAYCB pfnUpdateOverlayCb;  // slot 11
+    PFND3DDDI_FLIPOVERLAYCB pfnFlipOverlayCb;  // slot 12
+    PFND3DDDI_DESTROYOVERLAYCB pfnDestroyOverlayCb;  // slot 13
+    PFND3DDDI_CREATECONTEXTCB pfnCreateContextCb;  // slot 14
+    PFND3DDDI_DESTROYCONTEXTCB pfnDestroyContextCb;  // slot 15
+    PFND3DDDI_CREATESYNCHRONIZATIONOBJECTCB pfnCreateSynchronizationObjectCb;  // slot 16
+    PFND3DDDI_DESTROYSYNCHRONIZATIONOBJECTCB pfnDestroySynchronizationObjectCb;  // slot 17
+    PFND3DDDI_WAITFORSYNCHRONIZATIONOBJECTCB pfnWaitForSynchronizationObjectCb;  // slot 18
+    PFND3DDDI_SIGNALSYNCHRONIZATIONOBJECTCB pfnSignalSynchronizationObjectCb;  // slot 19
+    PFND3DDDI_SETASYNCCALLBACKSCB pfnSetAsyncCallbacksCb;  // slot 20
+    PFND3DDDI_SETDISPLAYPRIVATEDRIVERFORMATCB pfnSetDisplayPrivateDriverFormatCb;  // slot 21
 };
 UMD_LAYOUT(D3DDDI_DEVICECALLBACKS, 176, 8);
 UMD_OFFSET(D3DDDI_DEVICECALLBACKS, pfnAllocateCb, 0);
@@ -78,127 +78,127 @@ UMD_OFFSET(D3DDDI_DEVICECALLBACKS, pfnSetDisplayPrivateDriverFormatCb, 168);
 
 struct D3DDDI_DEVICEFUNCS
 {
-    PFND3DDDI_SETRENDERSTATE pfnSetRenderState;
-    PFND3DDDI_UPDATEWINFO pfnUpdateWInfo;
-    PFND3DDDI_VALIDATEDEVICE pfnValidateDevice;
-    PFND3DDDI_SETTEXTURESTAGESTATE pfnSetTextureStageState;
-    PFND3DDDI_SETTEXTURE pfnSetTexture;
-    PFND3DDDI_SETPIXELSHADER pfnSetPixelShader;
-    PFND3DDDI_SETPIXELSHADERCONST pfnSetPixelShaderConst;
-    PFND3DDDI_SETSTREAMSOURCEUM pfnSetStreamSourceUm;
-    PFND3DDDI_SETINDICES pfnSetIndices;
-    PFND3DDDI_SETINDICESUM pfnSetIndicesUm;
-    PFND3DDDI_DRAWPRIMITIVE pfnDrawPrimitive;
-    PFND3DDDI_DRAWINDEXEDPRIMITIVE pfnDrawIndexedPrimitive;
-    PFND3DDDI_DRAWRECTPATCH pfnDrawRectPatch;
-    PFND3DDDI_DRAWTRIPATCH pfnDrawTriPatch;
-    PFND3DDDI_DRAWPRIMITIVE2 pfnDrawPrimitive2;
-    PFND3DDDI_DRAWINDEXEDPRIMITIVE2 pfnDrawIndexedPrimitive2;
-    PFND3DDDI_VOLBLT pfnVolBlt;
-    PFND3DDDI_BUFBLT pfnBufBlt;
-    PFND3DDDI_TEXBLT pfnTexBlt;
-    PFND3DDDI_STATESET pfnStateSet;
-    PFND3DDDI_SETPRIORITY pfnSetPriority;
-    PFND3DDDI_CLEAR pfnClear;
-    PFND3DDDI_UPDATEPALETTE pfnUpdatePalette;
-    PFND3DDDI_SETPALETTE pfnSetPalette;
-    PFND3DDDI_SETVERTEXSHADERCONST pfnSetVertexShaderConst;
-    PFND3DDDI_MULTIPLYTRANSFORM pfnMultiplyTransform;
-    PFND3DDDI_SETTRANSFORM pfnSetTransform;
-    PFND3DDDI_SETVIEWPORT pfnSetViewport;
-    PFND3DDDI_SETZRANGE pfnSetZRange;
-    PFND3DDDI_SETMATERIAL pfnSetMaterial;
-    PFND3DDDI_SETLIGHT pfnSetLight;
-    PFND3DDDI_CREATELIGHT pfnCreateLight;
-    PFND3DDDI_DESTROYLIGHT pfnDestroyLight;
-    PFND3DDDI_SETCLIPPLANE pfnSetClipPlane;
-    PFND3DDDI_GETINFO pfnGetInfo;
-    PFND3DDDI_LOCK pfnLock;
-    PFND3DDDI_UNLOCK pfnUnlock;
-    PFND3DDDI_CREATERESOURCE pfnCreateResource;
-    PFND3DDDI_DESTROYRESOURCE pfnDestroyResource;
-    PFND3DDDI_SETDISPLAYMODE pfnSetDisplayMode;
-    PFND3DDDI_PRESENT pfnPresent;
-    PFND3DDDI_FLUSH pfnFlush;
-    PFND3DDDI_CREATEVERTEXSHADERFUNC pfnCreateVertexShaderFunc;
-    PFND3DDDI_DELETEVERTEXSHADERFUNC pfnDeleteVertexShaderFunc;
-    PFND3DDDI_SETVERTEXSHADERFUNC pfnSetVertexShaderFunc;
-    PFND3DDDI_CREATEVERTEXSHADERDECL pfnCreateVertexShaderDecl;
-    PFND3DDDI_DELETEVERTEXSHADERDECL pfnDeleteVertexShaderDecl;
-    PFND3DDDI_SETVERTEXSHADERDECL pfnSetVertexShaderDecl;
-    PFND3DDDI_SETVERTEXSHADERCONSTI pfnSetVertexShaderConstI;
-    PFND3DDDI_SETVERTEXSHADERCONSTB pfnSetVertexShaderConstB;
-    PFND3DDDI_SETSCISSORRECT pfnSetScissorRect;
-    PFND3DDDI_SETSTREAMSOURCE pfnSetStreamSource;
-    PFND3DDDI_SETSTREAMSOURCEFREQ pfnSetStreamSourceFreq;
-    PFND3DDDI_SETCONVOLUTIONKERNELMONO pfnSetConvolutionKernelMono;
-    PFND3DDDI_COMPOSERECTS pfnComposeRects;
-    PFND3DDDI_BLT pfnBlt;
-    PFND3DDDI_COLORFILL pfnColorFill;
-    PFND3DDDI_DEPTHFILL pfnDepthFill;
-    PFND3DDDI_CREATEQUERY pfnCreateQuery;
-    PFND3DDDI_DESTROYQUERY pfnDestroyQuery;
-    PFND3DDDI_ISSUEQUERY pfnIssueQuery;
-    PFND3DDDI_GETQUERYDATA pfnGetQueryData;
-    PFND3DDDI_SETRENDERTARGET pfnSetRenderTarget;
-    PFND3DDDI_SETDEPTHSTENCIL pfnSetDepthStencil;
-    PFND3DDDI_GENERATEMIPSUBLEVELS pfnGenerateMipSubLevels;
-    PFND3DDDI_SETPIXELSHADERCONSTI pfnSetPixelShaderConstI;
-    PFND3DDDI_SETPIXELSHADERCONSTB pfnSetPixelShaderConstB;
-    PFND3DDDI_CREATEPIXELSHADER pfnCreatePixelShader;
-    PFND3DDDI_DELETEPIXELSHADER pfnDeletePixelShader;
-    PFND3DDDI_CREATEDECODEDEVICE pfnCreateDecodeDevice;
-    PFND3DDDI_DESTROYDECODEDEVICE pfnDestroyDecodeDevice;
-    PFND3DDDI_SETDECODERENDERTARGET pfnSetDecodeRenderTarget;
-    PFND3DDDI_DECODEBEGINFRAME pfnDecodeBeginFrame;
-    PFND3DDDI_DECODEENDFRAME pfnDecodeEndFrame;
-    PFND3DDDI_DECODEEXECUTE pfnDecodeExecute;
-    PFND3DDDI_DECODEEXTENSIONEXECUTE pfnDecodeExtensionExecute;
-    PFND3DDDI_CREATEVIDEOPROCESSDEVICE pfnCreateVideoProcessDevice;
-    PFND3DDDI_DESTROYVIDEOPROCESSDEVICE pfnDestroyVideoProcessDevice;
-    PFND3DDDI_VIDEOPROCESSBEGINFRAME pfnVideoProcessBeginFrame;
-    PFND3DDDI_VIDEOPROCESSENDFRAME pfnVideoProcessEndFrame;
-    PFND3DDDI_SETVIDEOPROCESSRENDERTARGET pfnSetVideoProcessRenderTarget;
-    PFND3DDDI_VIDEOPROCESSBLT pfnVideoProcessBlt;
-    PFND3DDDI_CREATEEXTENSIONDEVICE pfnCreateExtensionDevice;
-    PFND3DDDI_DESTROYEXTENSIONDEVICE pfnDestroyExtensionDevice;
-    PFND3DDDI_EXTENSIONEXECUTE pfnExtensionExecute;
-    PFND3DDDI_CREATEOVERLAY pfnCreateOverlay;
-    PFND3DDDI_UPDATEOVERLAY pfnUpdateOverlay;
-    PFND3DDDI_FLIPOVERLAY pfnFlipOverlay;
-    PFND3DDDI_GETOVERLAYCOLORCONTROLS pfnGetOverlayColorControls;
-    PFND3DDDI_SETOVERLAYCOLORCONTROLS pfnSetOverlayColorControls;
-    PFND3DDDI_DESTROYOVERLAY pfnDestroyOverlay;
-    PFND3DDDI_DESTROYDEVICE pfnDestroyDevice;
-    PFND3DDDI_QUERYRESOURCERESIDENCY pfnQueryResourceResidency;
-    PFND3DDDI_OPENRESOURCE pfnOpenResource;
-    PFND3DDDI_GETCAPTUREALLOCATIONHANDLE pfnGetCaptureAllocationHandle;
-    PFND3DDDI_CAPTURETOSYSMEM pfnCaptureToSysMem;
-    PFND3DDDI_LOCKASYNC pfnLockAsync;
-    PFND3DDDI_UNLOCKASYNC pfnUnlockAsync;
-    PFND3DDDI_RENAME pfnRename;
-    PFND3DDDI_DXVAHD_CREATEVIDEOPROCESSOR pfnCreateVideoProcessor;
-    PFND3DDDI_DXVAHD_SETVIDEOPROCESSBLTSTATE pfnSetVideoProcessBltState;
-    PFND3DDDI_DXVAHD_GETVIDEOPROCESSBLTSTATEPRIVATE pfnGetVideoProcessBltStatePrivate;
-    PFND3DDDI_DXVAHD_SETVIDEOPROCESSSTREAMSTATE pfnSetVideoProcessStreamState;
-    PFND3DDDI_DXVAHD_GETVIDEOPROCESSSTREAMSTATEPRIVATE pfnGetVideoProcessStreamStatePrivate;
-    PFND3DDDI_DXVAHD_VIDEOPROCESSBLTHD pfnVideoProcessBltHD;
-    PFND3DDDI_DXVAHD_DESTROYVIDEOPROCESSOR pfnDestroyVideoProcessor;
-    PFND3DDDI_CREATEAUTHENTICATEDCHANNEL pfnCreateAuthenticatedChannel;
-    PFND3DDDI_AUTHENTICATEDCHANNELKEYEXCHANGE pfnAuthenticatedChannelKeyExchange;
-    PFND3DDDI_QUERYAUTHENTICATEDCHANNEL pfnQueryAuthenticatedChannel;
-    PFND3DDDI_CONFIGUREAUTHENICATEDCHANNEL pfnConfigureAuthenticatedChannel;
-    PFND3DDDI_DESTROYAUTHENTICATEDCHANNEL pfnDestroyAuthenticatedChannel;
-    PFND3DDDI_CREATECRYPTOSESSION pfnCreateCryptoSession;
-    PFND3DDDI_CRYPTOSESSIONKEYEXCHANGE pfnCryptoSessionKeyExchange;
-    PFND3DDDI_DESTROYCRYPTOSESSION pfnDestroyCryptoSession;
-    PFND3DDDI_ENCRYPTIONBLT pfnEncryptionBlt;
-    PFND3DDDI_GETPITCH pfnGetPitch;
-    PFND3DDDI_STARTSESSIONKEYREFRESH pfnStartSessionKeyRefresh;
-    PFND3DDDI_FINISHSESSIONKEYREFRESH pfnFinishSessionKeyRefresh;
-    PFND3DDDI_GETENCRYPTIONBLTKEY pfnGetEncryptionBltKey;
-    PFND3DDDI_DECRYPTIONBLT pfnDecryptionBlt;
-    PFND3DDDI_RESOLVESHAREDRESOURCE pfnResolveSharedResource;
+    PFND3DDDI_SETRENDERSTATE pfnSetRenderState;  // slot 0
+    PFND3DDDI_UPDATEWINFO pfnUpdateWInfo;  // slot 1
+    PFND3DDDI_VALIDATEDEVICE pfnValidateDevice;  // slot 2
+    PFND3DDDI_SETTEXTURESTAGESTATE pfnSetTextureStageState;  // slot 3
+    PFND3DDDI_SETTEXTURE pfnSetTexture;  // slot 4
+    PFND3DDDI_SETPIXELSHADER pfnSetPixelShader;  // slot 5
+    PFND3DDDI_SETPIXELSHADERCONST pfnSetPixelShaderConst;  // slot 6
+    PFND3DDDI_SETSTREAMSOURCEUM pfnSetStreamSourceUm;  // slot 7
+    PFND3DDDI_SETINDICES pfnSetIndices;  // slot 8
+    PFND3DDDI_SETINDICESUM pfnSetIndicesUm;  // slot 9
+    PFND3DDDI_DRAWPRIMITIVE pfnDrawPrimitive;  // slot 10
+    PFND3DDDI_DRAWINDEXEDPRIMITIVE pfnDrawIndexedPrimitive;  // slot 11
+    PFND3DDDI_DRAWRECTPATCH pfnDrawRectPatch;  // slot 12
+    PFND3DDDI_DRAWTRIPATCH pfnDrawTriPatch;  // slot 13
+    PFND3DDDI_DRAWPRIMITIVE2 pfnDrawPrimitive2;  // slot 14
+    PFND3DDDI_DRAWINDEXEDPRIMITIVE2 pfnDrawIndexedPrimitive2;  // slot 15
+    PFND3DDDI_VOLBLT pfnVolBlt;  // slot 16
+    PFND3DDDI_BUFBLT pfnBufBlt;  // slot 17
+    PFND3DDDI_TEXBLT pfnTexBlt;  // slot 18
+    PFND3DDDI_STATESET pfnStateSet;  // slot 19
+    PFND3DDDI_SETPRIORITY pfnSetPriority;  // slot 20
+    PFND3DDDI_CLEAR pfnClear;  // slot 21
+    PFND3DDDI_UPDATEPALETTE pfnUpdatePalette;  // slot 22
+    PFND3DDDI_SETPALETTE pfnSetPalette;  // slot 23
+    PFND3DDDI_SETVERTEXSHADERCONST pfnSetVertexShaderConst;  // slot 24
+    PFND3DDDI_MULTIPLYTRANSFORM pfnMultiplyTransform;  // slot 25
+    PFND3DDDI_SETTRANSFORM pfnSetTransform;  // slot 26
+    PFND3DDDI_SETVIEWPORT pfnSetViewport;  // slot 27
+    PFND3DDDI_SETZRANGE pfnSetZRange;  // slot 28
+    PFND3DDDI_SETMATERIAL pfnSetMaterial;  // slot 29
+    PFND3DDDI_SETLIGHT pfnSetLight;  // slot 30
+    PFND3DDDI_CREATELIGHT pfnCreateLight;  // slot 31
+    PFND3DDDI_DESTROYLIGHT pfnDestroyLight;  // slot 32
+    PFND3DDDI_SETCLIPPLANE pfnSetClipPlane;  // slot 33
+    PFND3DDDI_GETINFO pfnGetInfo;  // slot 34
+    PFND3DDDI_LOCK pfnLock;  // slot 35
+    PFND3DDDI_UNLOCK pfnUnlock;  // slot 36
+    PFND3DDDI_CREATERESOURCE pfnCreateResource;  // slot 37
+    PFND3DDDI_DESTROYRESOURCE pfnDestroyResource;  // slot 38
+    PFND3DDDI_SETDISPLAYMODE pfnSetDisplayMode;  // slot 39
+    PFND3DDDI_PRESENT pfnPresent;  // slot 40
+    PFND3DDDI_FLUSH pfnFlush;  // slot 41
+    PFND3DDDI_CREATEVERTEXSHADERFUNC pfnCreateVertexShaderFunc;  // slot 42
+    PFND3DDDI_DELETEVERTEXSHADERFUNC pfnDeleteVertexShaderFunc;  // slot 43
+    PFND3DDDI_SETVERTEXSHADERFUNC pfnSetVertexShaderFunc;  // slot 44
+    PFND3DDDI_CREATEVERTEXSHADERDECL pfnCreateVertexShaderDecl;  // slot 45
+    PFND3DDDI_DELETEVERTEXSHADERDECL pfnDeleteVertexShaderDecl;  // slot 46
+    PFND3DDDI_SETVERTEXSHADERDECL pfnSetVertexShaderDecl;  // slot 47
+    PFND3DDDI_SETVERTEXSHADERCONSTI pfnSetVertexShaderConstI;  // slot 48
+    PFND3DDDI_SETVERTEXSHADERCONSTB pfnSetVertexShaderConstB;  // slot 49
+    PFND3DDDI_SETSCISSORRECT pfnSetScissorRect;  // slot 50
+    PFND3DDDI_SETSTREAMSOURCE pfnSetStreamSource;  // slot 51
+    PFND3DDDI_SETSTREAMSOURCEFREQ pfnSetStreamSourceFreq;  // slot 52
+    PFND3DDDI_SETCONVOLUTIONKERNELMONO pfnSetConvolutionKernelMono;  // slot 53
+    PFND3DDDI_COMPOSERECTS pfnComposeRects;  // slot 54
+    PFND3DDDI_BLT pfnBlt;  // slot 55
+    PFND3DDDI_COLORFILL pfnColorFill;  // slot 56
+    PFND3DDDI_DEPTHFILL pfnDepthFill;  // slot 57
+    PFND3DDDI_CREATEQUERY pfnCreateQuery;  // slot 58
+    PFND3DDDI_DESTROYQUERY pfnDestroyQuery;  // slot 59
+    PFND3DDDI_ISSUEQUERY pfnIssueQuery;  // slot 60
+    PFND3DDDI_GETQUERYDATA pfnGetQueryData;  // slot 61
+    PFND3DDDI_SETRENDERTARGET pfnSetRenderTarget;  // slot 62
+    PFND3DDDI_SETDEPTHSTENCIL pfnSetDepthStencil;  // slot 63
+    PFND3DDDI_GENERATEMIPSUBLEVELS pfnGenerateMipSubLevels;  // slot 64
+    PFND3DDDI_SETPIXELSHADERCONSTI pfnSetPixelShaderConstI;  // slot 65
+    PFND3DDDI_SETPIXELSHADERCONSTB pfnSetPixelShaderConstB;  // slot 66
+    PFND3DDDI_CREATEPIXELSHADER pfnCreatePixelShader;  // slot 67
+    PFND3DDDI_DELETEPIXELSHADER pfnDeletePixelShader;  // slot 68
+    PFND3DDDI_CREATEDECODEDEVICE pfnCreateDecodeDevice;  // slot 69
+    PFND3DDDI_DESTROYDECODEDEVICE pfnDestroyDecodeDevice;  // slot 70
+    PFND3DDDI_SETDECODERENDERTARGET pfnSetDecodeRenderTarget;  // slot 71
+    PFND3DDDI_DECODEBEGINFRAME pfnDecodeBeginFrame;  // slot 72
+    PFND3DDDI_DECODEENDFRAME pfnDecodeEndFrame;  // slot 73
+    PFND3DDDI_DECODEEXECUTE pfnDecodeExecute;  // slot 74
+    PFND3DDDI_DECODEEXTENSIONEXECUTE pfnDecodeExtensionExecute;  // slot 75
+    PFND3DDDI_CREATEVIDEOPROCESSDEVICE pfnCreateVideoProcessDevice;  // slot 76
+    PFND3DDDI_DESTROYVIDEOPROCESSDEVICE pfnDestroyVideoProcessDevice;  // slot 77
+    PFND3DDDI_VIDEOPROCESSBEGINFRAME pfnVideoProcessBeginFrame;  // slot 78
+    PFND3DDDI_VIDEOPROCESSENDFRAME pfnVideoProcessEndFrame;  // slot 79
+    PFND3DDDI_SETVIDEOPROCESSRENDERTARGET pfnSetVideoProcessRenderTarget;  // slot 80
+    PFND3DDDI_VIDEOPROCESSBLT pfnVideoProcessBlt;  // slot 81
+    PFND3DDDI_CREATEEXTENSIONDEVICE pfnCreateExtensionDevice;  // slot 82
+    PFND3DDDI_DESTROYEXTENSIONDEVICE pfnDestroyExtensionDevice;  // slot 83
+    PFND3DDDI_EXTENSIONEXECUTE pfnExtensionExecute;  // slot 84
+    PFND3DDDI_CREATEOVERLAY pfnCreateOverlay;  // slot 85
+    PFND3DDDI_UPDATEOVERLAY pfnUpdateOverlay;  // slot 86
+    PFND3DDDI_FLIPOVERLAY pfnFlipOverlay;  // slot 87
+    PFND3DDDI_GETOVERLAYCOLORCONTROLS pfnGetOverlayColorControls;  // slot 88
+    PFND3DDDI_SETOVERLAYCOLORCONTROLS pfnSetOverlayColorControls;  // slot 89
+    PFND3DDDI_DESTROYOVERLAY pfnDestroyOverlay;  // slot 90
+    PFND3DDDI_DESTROYDEVICE pfnDestroyDevice;  // slot 91
+    PFND3DDDI_QUERYRESOURCERESIDENCY pfnQueryResourceResidency;  // slot 92
+    PFND3DDDI_OPENRESOURCE pfnOpenResource;  // slot 93
+    PFND3DDDI_GETCAPTUREALLOCATIONHANDLE pfnGetCaptureAllocationHandle;  // slot 94
+    PFND3DDDI_CAPTURETOSYSMEM pfnCaptureToSysMem;  // slot 95
+    PFND3DDDI_LOCKASYNC pfnLockAsync;  // slot 96
+    PFND3DDDI_UNLOCKASYNC pfnUnlockAsync;  // slot 97
+    PFND3DDDI_RENAME pfnRename;  // slot 98
+    PFND3DDDI_DXVAHD_CREATEVIDEOPROCESSOR pfnCreateVideoProcessor;  // slot 99
+    PFND3DDDI_DXVAHD_SETVIDEOPROCESSBLTSTATE pfnSetVideoProcessBltState;  // slot 100
+    PFND3DDDI_DXVAHD_GETVIDEOPROCESSBLTSTATEPRIVATE pfnGetVideoProcessBltStatePrivate;  // slot 101
+    PFND3DDDI_DXVAHD_SETVIDEOPROCESSSTREAMSTATE pfnSetVideoProcessStreamState;  // slot 102
+    PFND3DDDI_DXVAHD_GETVIDEOPROCESSSTREAMSTATEPRIVATE pfnGetVideoProcessStreamStatePrivate;  // slot 103
+    PFND3DDDI_DXVAHD_VIDEOPROCESSBLTHD pfnVideoProcessBltHD;  // slot 104
+    PFND3DDDI_DXVAHD_DESTROYVIDEOPROCESSOR pfnDestroyVideoProcessor;  // slot 105
+    PFND3DDDI_CREATEAUTHENTICATEDCHANNEL pfnCreateAuthenticatedChannel;  // slot 106
+    PFND3DDDI_AUTHENTICATEDCHANNELKEYEXCHANGE pfnAuthenticatedChannelKeyExchange;  // slot 107
+    PFND3DDDI_QUERYAUTHENTICATEDCHANNEL pfnQueryAuthenticatedChannel;  // slot 108
+    PFND3DDDI_CONFIGUREAUTHENICATEDCHANNEL pfnConfigureAuthenticatedChannel;  // slot 109
+    PFND3DDDI_DESTROYAUTHENTICATEDCHANNEL pfnDestroyAuthenticatedChannel;  // slot 110
+    PFND3DDDI_CREATECRYPTOSESSION pfnCreateCryptoSession;  // slot 111
+    PFND3DDDI_CRYPTOSESSIONKEYEXCHANGE pfnCryptoSessionKeyExchange;  // slot 112
+    PFND3DDDI_DESTROYCRYPTOSESSION pfnDestroyCryptoSession;  // slot 113
+    PFND3DDDI_ENCRYPTIONBLT pfnEncryptionBlt;  // slot 114
+    PFND3DDDI_GETPITCH pfnGetPitch;  // slot 115
+    PFND3DDDI_STARTSESSIONKEYREFRESH pfnStartSessionKeyRefresh;  // slot 116
+    PFND3DDDI_FINISHSESSIONKEYREFRESH pfnFinishSessionKeyRefresh;  // slot 117
+    PFND3DDDI_GETENCRYPTIONBLTKEY pfnGetEncryptionBltKey;  // slot 118
+    PFND3DDDI_DECRYPTIONBLT pfnDecryptionBlt;  // slot 119
+    PFND3DDDI_RESOLVESHAREDRESOURCE pfnResolveSharedResource;  // slot 120
 };
 UMD_LAYOUT(D3DDDI_DEVICEFUNCS, 968, 8);
 UMD_OFFSET(D3DDDI_DEVICEFUNCS, pfnSetRenderState, 0);

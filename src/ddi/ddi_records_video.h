@@ -31,7 +31,7 @@ UMD_OFFSET(DXVADDI_EXTENDEDFORMAT, Value, 0);
 struct DXVADDI_FREQUENCY
 {
     UINT Numerator;  // hertz times Denominator
-    UINT Denominator;
+    UINT Denominator;  // seconds
 };
 UMD_LAYOUT(DXVADDI_FREQUENCY, 8, 4);
 UMD_OFFSET(DXVADDI_FREQUENCY, Numerator, 0);
@@ -41,11 +41,11 @@ struct DXVADDI_VIDEODESC
 {
     UINT SampleWidth;  // pixels
     UINT SampleHeight;  // pixels
-    DXVADDI_EXTENDEDFORMAT SampleFormat;
-    D3DDDIFORMAT Format;
-    DXVADDI_FREQUENCY InputSampleFreq;
-    DXVADDI_FREQUENCY OutputFrameFreq;
-    UINT UABProtectionLevel;
+    DXVADDI_EXTENDEDFORMAT SampleFormat;  // interlacing and colour description
+    D3DDDIFORMAT Format;  // of the pixels
+    DXVADDI_FREQUENCY InputSampleFreq;  // samples a second
+    DXVADDI_FREQUENCY OutputFrameFreq;  // frames a second
+    UINT UABProtectionLevel;  // 1 for protected content
     UINT Reserved;  // zero
 };
 UMD_LAYOUT(DXVADDI_VIDEODESC, 40, 4);
@@ -72,7 +72,7 @@ struct DXVADDI_AYUVSAMPLE16
     USHORT Cr;
     USHORT Cb;
     USHORT Y;  // pixels
-    USHORT Alpha;
+    USHORT Alpha;  // 0.0 to 1.0, 16.16 fixed point
 };
 UMD_LAYOUT(DXVADDI_AYUVSAMPLE16, 8, 2);
 UMD_OFFSET(DXVADDI_AYUVSAMPLE16, Cr, 0);
@@ -118,10 +118,10 @@ UMD_OFFSET(DXVADDI_FIXED32, ll, 0);
 
 struct DXVADDI_PROCAMPVALUES
 {
-    DXVADDI_FIXED32 Brightness;
-    DXVADDI_FIXED32 Contrast;
-    DXVADDI_FIXED32 Hue;
-    DXVADDI_FIXED32 Saturation;
+    DXVADDI_FIXED32 Brightness;  // 16.16 fixed point
+    DXVADDI_FIXED32 Contrast;  // 16.16 fixed point
+    DXVADDI_FIXED32 Hue;  // 16.16 fixed point
+    DXVADDI_FIXED32 Saturation;  // 16.16 fixed point
 };
 UMD_LAYOUT(DXVADDI_PROCAMPVALUES, 16, 4);
 UMD_OFFSET(DXVADDI_PROCAMPVALUES, Brightness, 0);
@@ -131,9 +131,9 @@ UMD_OFFSET(DXVADDI_PROCAMPVALUES, Saturation, 12);
 
 struct DXVADDI_FILTERVALUES
 {
-    DXVADDI_FIXED32 Level;
-    DXVADDI_FIXED32 Threshold;
-    DXVADDI_FIXED32 Radius;
+    DXVADDI_FIXED32 Level;  // 16.16 fixed point
+    DXVADDI_FIXED32 Threshold;  // 16.16 fixed point
+    DXVADDI_FIXED32 Radius;  // 16.16 fixed point
 };
 UMD_LAYOUT(DXVADDI_FILTERVALUES, 12, 4);
 UMD_OFFSET(DXVADDI_FILTERVALUES, Level, 0);
@@ -145,7 +145,7 @@ struct DXVADDI_AYUVSAMPLE8
     UCHAR Cr;
     UCHAR Cb;
     UCHAR Y;  // pixels
-    UCHAR Alpha;
+    UCHAR Alpha;  // 0.0 to 1.0, 16.16 fixed point
 };
 UMD_LAYOUT(DXVADDI_AYUVSAMPLE8, 4, 1);
 UMD_OFFSET(DXVADDI_AYUVSAMPLE8, Cr, 0);
@@ -268,9 +268,9 @@ UMD_OFFSET(DXVADDI_PVP_SETKEY, ContentKey, 0);
 
 struct DXVADDI_QUERYPROCAMPINPUT
 {
-    const GUID* pVideoProcGuid;
-    DXVADDI_VIDEODESC VideoDesc;
-    D3DDDIFORMAT RenderTargetFormat;
+    const GUID* pVideoProcGuid;  // the video processor
+    DXVADDI_VIDEODESC VideoDesc;  // of the main stream
+    D3DDDIFORMAT RenderTargetFormat;  // of the output
     UINT ProcAmpCap;  // one DXVADDI_PROCAMP bit
 };
 UMD_LAYOUT(DXVADDI_QUERYPROCAMPINPUT, 56, 8);
@@ -317,9 +317,9 @@ UMD_OFFSET(DXVADDI_VIDEOPROCESSORCAPS, DetailFilterTechnology, 32);
 
 struct DXVADDI_VIDEOPROCESSORINPUT
 {
-    const GUID* pVideoProcGuid;
-    DXVADDI_VIDEODESC VideoDesc;
-    D3DDDIFORMAT RenderTargetFormat;
+    const GUID* pVideoProcGuid;  // the video processor
+    DXVADDI_VIDEODESC VideoDesc;  // of the main stream
+    D3DDDIFORMAT RenderTargetFormat;  // of the output
 };
 UMD_LAYOUT(DXVADDI_VIDEOPROCESSORINPUT, 56, 8);
 UMD_OFFSET(DXVADDI_VIDEOPROCESSORINPUT, pVideoProcGuid, 0);
@@ -350,14 +350,14 @@ struct DXVADDI_VIDEOSAMPLE
 {
     REFERENCE_TIME Start;  // 100 ns units
     REFERENCE_TIME End;  // 100 ns units
-    DXVADDI_EXTENDEDFORMAT SampleFormat;
+    DXVADDI_EXTENDEDFORMAT SampleFormat;  // interlacing and colour description
     DXVADDI_VIDEOSAMPLEFLAGS SampleFlags;
-    HANDLE SrcResource;
+    HANDLE SrcResource;  // resource handle
     UINT SrcSubResourceIndex;  // sub-resource of the source
     RECT SrcRect;  // pixels
     RECT DstRect;  // pixels
-    DXVADDI_AYUVSAMPLE8 Pal[16];
-    DXVADDI_FIXED32 PlanarAlpha;
+    DXVADDI_AYUVSAMPLE8 Pal[16];  // of palettised formats
+    DXVADDI_FIXED32 PlanarAlpha;  // 0.0 to 1.0, 16.16 fixed point
 };
 UMD_LAYOUT(DXVADDI_VIDEOSAMPLE, 136, 8);
 UMD_OFFSET(DXVADDI_VIDEOSAMPLE, Start, 0);
