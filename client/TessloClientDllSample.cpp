@@ -1,0 +1,69 @@
+// The sample client library: counts the frames of every virtual monitor and, if the environment variable
+// TESSLO_RECORD_DIR names a folder, records them there as pictures.
+//
+// It is meant to be copied. The exports below are all that the driver knows of a client library; put your transport
+// in the place of SampleConnection. Three rules keep the driver, and the application it runs in, well:
+//   - Update copies the pixels and returns. What takes time (compressing, sending, writing) is another thread's.
+//   - Unplug ends that thread. The library is freed inside the loader lock, where nothing may wait for a thread, so
+//     none may be left running after the last Unplug.
+//   - No exception leaves an export. This library is built without them.
+#include "SampleConnection.h"
+#include "SampleCounters.h"
+
+#include <tesslo/client.h>
+#include <tesslo/sample_client.h>
+
+namespace
+{
+
+SampleConnection* ToConnection(void** ppConnection)
+{
+    return ppConnection != nullptr ? static_cast<SampleConnection*>(*ppConnection) : nullptr;
+}
+
+}  // namespace
+
+extern "C" BOOLEAN TessloVirtualMonitorPlug(void** ppConnection, UINT VidPnSourceId)
+{
+    if (ppConnection == nullptr || VidPnSourceId >= TESSLO_SAMPLE_SOURCES)
+        return FALSE;
+    *ppConnection = SampleConnection::Open(VidPnSourceId);
+    return *ppConnection != nullptr;
+}
+
+extern "C" BOOLEAN TessloVirtualMonitorUpdate(void** ppConnection, const TessloVirtualMonitorFrame* pFrame)
+{
+    SampleConnection* pConnection = ToConnection(ppConnection);
+    if (pConnection == nullptr || pFrame == nullptr || pFrame->pBits == nullptr)
+        return FALSE;
+    pConnection->Update(*pFrame);
+    return TRUE;
+}
+
+extern "C" BOOLEAN TessloVirtualMonitorUnplug(void** ppConnection, UINT)
+{
+    SampleConnection* pConnection = ToConnection(ppConnection);
+    if (pConnection == nullptr)
+        return FALSE;
+    pConnection->Close();
+    *ppConnection = nullptr;
+    return TRUE;
+}
+
+extern "C" BOOLEAN TessloSampleGetCounters(UINT VidPnSourceId, TessloSampleCounters* pCounters)
+{
+    if (pCounters == nullptr || VidPnSourceId >= TESSLO_SAMPLE_SOURCES)
+        return FALSE;
+    *pCounters = SampleCountersGet(VidPnSourceId);
+    return TRUE;
+}
+
+extern "C" BOOLEAN TessloSampleWaitReceived(UINT VidPnSourceId, UINT64 received, DWORD milliseconds)
+{
+    return VidPnSourceId < TESSLO_SAMPLE_SOURCES && SampleCountersWaitReceived(VidPnSourceId, received, milliseconds);
+}
+
+extern "C" BOOL APIENTRY DllMain(HINSTANCE, DWORD, LPVOID)
+{
+    return TRUE;
+}

@@ -1,0 +1,152 @@
+# What ./test and ./demo share: packages, a display, a Wine prefix of our own. Bash; source it from a script that has
+# set `set -euo pipefail`. Everything that it starts or creates lies in build/ and ends with the script.
+
+TESSLO_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+TESSLO_BUILD=$TESSLO_ROOT/build
+TESSLO_LOGS=$TESSLO_BUILD/logs
+TESSLO_PRESET=release
+TESSLO_BIN=$TESSLO_BUILD/$TESSLO_PRESET/bin
+
+# say TEXT: one line of progress, with the seconds since the script began.
+say()
+{
+    printf '[%4d s] %s\n' "$SECONDS" "$*"
+}
+
+die()
+{
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+    exit 1
+}
+
+# run_logged NAME COMMAND...: runs the command with its output in build/logs/NAME.log; tells every 10 s that it still
+# runs, and what it printed last; on failure shows the end of the log.
+run_logged()
+{
+    local name=$1 log=$TESSLO_LOGS/$1.log result=0 waited=0
+    shift
+    "$@" </dev/null >"$log" 2>&1 9>&- &
+    local pid=$!
+    while kill -0 "$pid" 2>/dev/null; do
+        sleep 0.2
+        waited=$((waited + 1))
+        if ((waited % 50 == 0)); then
+            say "  $name: $(tail -n 1 "$log" | tr -d '\r' | cut -c 1-90)"
+        fi
+    done
+    wait "$pid" || result=$?
+    if ((result != 0)); then
+        tail -n 40 "$log" >&2
+        die "$name failed with code $result; the whole log is $log"
+    fi
+}
+
+as_root()
+{
+    if ((EUID == 0)); then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        die "packages are missing and neither root nor sudo is at hand: $*"
+    fi
+}
+
+# Names of scripts/packages.txt that are not installed, one a line.
+missing_packages()
+{
+    local package
+    while read -r package; do
+        [[ -z $package || $package == \#* ]] && continue
+        if [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) != installed ]]; then
+            echo "$package"
+        fi
+    done <"$TESSLO_ROOT/scripts/packages.txt"
+}
+
+install_packages()
+{
+    local missing
+    missing=$(missing_packages)
+    [[ -z $missing ]] && return
+    say "installing packages:" $missing
+    # The password is asked here, where the terminal still is.
+    as_root true
+    run_logged apt-update as_root apt-get -q update
+    # shellcheck disable=SC2086 - one word a package
+    run_logged apt-install as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get -q -y --no-install-recommends -o DPkg::Lock::Timeout=300 install $missing
+}
+
+# One run at a time owns build/: the server and the display below are stopped at its end.
+lock_build()
+{
+    mkdir -p "$TESSLO_LOGS"
+    exec 9>"$TESSLO_BUILD/.lock"
+    if ! flock -n 9; then
+        say "another run is using build/; waiting for it"
+        flock 9
+    fi
+}
+
+build_all()
+{
+    say "configuring ($TESSLO_PRESET)"
+    cd "$TESSLO_ROOT"
+    run_logged configure cmake --preset "$TESSLO_PRESET"
+    say "building"
+    run_logged build cmake --build --preset "$TESSLO_PRESET"
+}
+
+stop_environment()
+{
+    if [[ -n ${WINEPREFIX:-} ]]; then
+        wineserver -k </dev/null >/dev/null 2>&1 || true
+    fi
+    if [[ -n ${TESSLO_XVFB:-} ]]; then
+        kill "$TESSLO_XVFB" 2>/dev/null || true
+    fi
+}
+
+start_display()
+{
+    local number=$TESSLO_BUILD/.display tries=0
+    : >"$number"
+    # Xvfb takes the first free number and writes it down.
+    Xvfb -displayfd 8 -screen 0 1280x1024x24 -nolisten tcp 8>"$number" </dev/null >/dev/null 2>&1 9>&- &
+    TESSLO_XVFB=$!
+    until [[ -s $number ]]; do
+        ((++tries <= 300)) && kill -0 "$TESSLO_XVFB" 2>/dev/null || die "the virtual X server did not start"
+        sleep 0.1
+    done
+    DISPLAY=:$(<"$number")
+    export DISPLAY
+}
+
+# The server and the boot get the null device on all three streams: a persistent server keeps what it inherits open,
+# and whoever reads the other end would never see its end.
+start_wine()
+{
+    say "starting Wine"
+    export WINEPREFIX=$TESSLO_BUILD/wine
+    export WINEDEBUG=-all
+    # Without its debugger a crashed program ends with its exception code, never with 0.
+    export WINEDLLOVERRIDES='winedbg.exe=d;mscoree=d;mshtml=d'
+    # The command stream thread spins; one thread gives the same pictures and leaves the cores to the work.
+    export WINE_D3D_CONFIG=csmt=0
+    mkdir -p "$WINEPREFIX"
+    wineserver -p </dev/null >/dev/null 2>&1 9>&-
+    wine wineboot -u </dev/null >/dev/null 2>&1 9>&- || die "Wine did not start in $WINEPREFIX"
+}
+
+# Everything up to a built tree and a running Wine.
+start_environment()
+{
+    lock_build
+    trap stop_environment EXIT
+    trap 'exit 130' INT TERM
+    install_packages
+    build_all
+    start_display
+    start_wine
+}
