@@ -116,6 +116,9 @@ public:
     // Resources: UMDDdiDeviceResource.cpp. DestroyResource answers E_FAIL even when it succeeded.
     HRESULT DestroyResource(HANDLE hResource);
 
+    // Video: UMDDdiEntriesVideo.cpp. Releases the video process device's DXVA2 objects and frees it.
+    HRESULT DeviceVideoProcessDestroy(HANDLE hVideoProcess);
+
 private:
     /// Asks the kernel-mode driver which video-present source belongs to an index; the index itself if it refuses.
     UINT InternalQueryVidPnSourceId(UINT index);
