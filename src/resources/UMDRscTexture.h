@@ -1,0 +1,76 @@
+// A mip-mapped two-dimensional texture, perhaps shared between processes.
+//
+// Owns the delegated texture and the delegated surface of every level. A shared render target also has a kernel-mode
+// allocation, whose private record carries the shared handle to the process that opens it. Runtime's thread only.
+#pragma once
+
+#include "resources/UMDRscRenderTargetCapable.h"
+#include "resources/UMDSurfaceList.h"
+
+class UMDRscTexture : public UMDRscRenderTargetCapable
+{
+public:
+    /// A new texture. @param type UMDRESOURCETYPE_TEXTURE, or the derived class's.
+    UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
+        BOOL openResource, DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type);
+    /// The mirror of a texture that another process shares. Everything is read from the first allocation's private
+    /// record; usage and pool stand only while there is no record of ours.
+    UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_OPENRESOURCE* pOpen, BOOL openResource,
+        DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type);
+    ~UMDRscTexture() override;
+
+    /// Locks level 0 whole, but only when areaValid is set; else nothing is locked and nothing is written.
+    HRESULT Lock(UINT areaValid, UINT offset, UINT size, void** ppData, UINT* pPitch, DWORD flags) override;
+    HRESULT Unlock() override;
+    D3DPOOL GetPool() const override { return m_Pool; }
+    D3DDDIFORMAT GetFormat() const override { return m_Format; }
+    HRESULT Create() override;
+    void Destroy() override;
+    /// Selects the surface of a level and gives it out, borrowed; null beyond the last level.
+    IDirect3DSurface9* GetSurface(UINT face, UINT level) override;
+    HRESULT Blt(const RECT* pSrcRect, UMDRscBase* pDst, const RECT* pDstRect) override;
+    HRESULT CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch) override;
+    HRESULT CopyTo(BYTE* pDst, UINT width, UINT height, UINT bytesPerPixel, UINT dstPitch) override;
+
+    /// Opens the texture of the other process; stands in for Create.
+    virtual HRESULT Open();
+    /// Uploads every level from the runtime's memory into a video-memory texture.
+    /// @param pSrcRect  pixels of level 0; the other levels are copied whole.
+    /// @param pDstPoint where the rectangle goes: its left and top are read, as a point.
+    virtual HRESULT TexBlt(const RECT* pSrcRect, UMDRscBase* pDst, const RECT* pDstPoint);
+
+    /// Uploads the runtime's pixels of one sub-resource. @param pRect pixels; null for all, only level 0 minds it.
+    HRESULT WriteToDelegated(UINT level, const RECT* pRect);
+    /// Refreshes the runtime's pixels of one sub-resource.
+    HRESULT WriteFromDelegated(UINT level);
+
+    /// The delegated texture, borrowed; null until Create.
+    IDirect3DTexture9* GetTexture() const { return m_pTexture.Get(); }
+
+protected:
+    UINT m_Levels;             ///< sub-resources of the create arguments
+    DWORD m_Usage;             ///< D3DUSAGE
+    UMDSurfaceList m_pSurfList;  ///< null when memory was short
+    UINT m_SurfCount;          ///< entries of the runtime's list
+    bool m_bLocked;            ///< level 0 is locked
+    IDirect3DSurface9* m_pCurrentSurface;  ///< the sub-resource selected last, borrowed
+
+private:
+    static constexpr UINT kMaxLevels = 11;  ///< a largest edge of 1024 pixels down to 1
+
+    void InternalTakeOpened(const D3DDDI_OPENALLOCATIONINFO& allocation);
+    HRESULT InternalGetLevels();
+    void InternalAllocate();
+    HRESULT InternalBltVideoToVideo(IDirect3DSurface9* pSrcSurface, IDirect3DSurface9* pDstSurface);
+    HRESULT InternalBltVideoToSystem(const RECT* pSrcRect, IDirect3DSurface9* pSrcSurface, UMDRscBase* pDst,
+        IDirect3DSurface9* pDstSurface, const RECT* pDstRect);
+    HRESULT InternalStretchAndReadBack(const RECT* pSrcRect, IDirect3DSurface9* pSrcSurface,
+        IDirect3DSurface9* pDstSurface, const RECT* pDstRect);
+    HRESULT InternalReadBack(IDirect3DSurface9* pSrcSurface, IDirect3DSurface9* pDstSurface);
+    HRESULT InternalBltFallback(const RECT* pSrcRect, IDirect3DSurface9* pSrcSurface, UMDRscRenderTargetCapable* pDst,
+        IDirect3DSurface9* pDstSurface, const RECT* pDstRect);
+
+    UMDComPtr<IDirect3DTexture9> m_pTexture;
+    UMDComPtr<IDirect3DSurface9> m_pLevelSurface[kMaxLevels];  ///< index is the level
+    HANDLE m_SharedHandle;  ///< of the delegated texture, null when it is not shared
+};
