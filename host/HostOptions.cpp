@@ -1,0 +1,116 @@
+#include "HostOptions.h"
+
+#include "HostText.h"
+
+#include <charconv>
+
+#include <CLI/CLI.hpp>
+
+namespace
+{
+
+constexpr UINT kSizeMax = 8192;
+constexpr size_t kSourcesMax = 6;  // the driver runs that many outputs a device
+
+// A whole number of the text, or an error that names the option.
+UINT ParseNumber(std::string_view text, int base, const std::string& what)
+{
+    UINT value = 0;
+    const char* pEnd = text.data() + text.size();
+    const auto [pRead, error] = std::from_chars(text.data(), pEnd, value, base);
+    if (text.empty() || error != std::errc() || pRead != pEnd)
+        throw HostError(what);
+    return value;
+}
+
+HostSource ParseSource(const std::string& text)
+{
+    const std::string what =
+        "--source " + text + ": expected WIDTHxHEIGHT, each 1 to " + std::to_string(kSizeMax) + " pixels";
+    const size_t cross = text.find('x');
+    if (cross == std::string::npos)
+        throw HostError(what);
+    const std::string_view view = text;
+    const HostSource source = {
+        ParseNumber(view.substr(0, cross), 10, what), ParseNumber(view.substr(cross + 1), 10, what), 0};
+    if (source.m_Width < 1 || source.m_Width > kSizeMax || source.m_Height < 1 || source.m_Height > kSizeMax)
+        throw HostError(what);
+    return source;
+}
+
+DWORD ParseMask(const std::string& text)
+{
+    const std::string what = "--trace " + text + ": expected a bit mask, for example 0x1 or 255";
+    const bool bHex = text.starts_with("0x") || text.starts_with("0X");
+    return ParseNumber(std::string_view(text).substr(bHex ? 2 : 0), bHex ? 16 : 10, what);
+}
+
+std::vector<HostSource> MakeSources(const std::vector<std::string>& sizes, const std::vector<std::string>& rotations)
+{
+    std::vector<HostSource> sources;
+    for (const std::string& size : sizes)
+        sources.push_back(ParseSource(size));
+    if (sources.size() > kSourcesMax)
+        throw HostError("more than " + std::to_string(kSourcesMax) + " sources");
+    if (rotations.size() > sources.size())
+        throw HostError("more --rotation than --source");
+    for (size_t i = 0; i < rotations.size(); ++i)
+    {
+        if (rotations[i] != "0" && rotations[i] != "90" && rotations[i] != "180" && rotations[i] != "270")
+            throw HostError("--rotation " + rotations[i] + ": expected 0, 90, 180 or 270");
+        sources[i].m_Degrees = ParseNumber(rotations[i], 10, rotations[i]);
+    }
+    return sources;
+}
+
+}  // namespace
+
+HostOptions HostParseOptions(std::vector<std::string> arguments)
+{
+    CLI::App app("Runs the TessloWddmUmode display driver without its kernel-mode half: renders moving pictures on\n"
+                 "virtual monitors, presents them, and tells what reached the client library.",
+        "tesslo_host");
+    app.get_formatter()->column_width(34);
+    std::vector<std::string> sizes = {"1280x720"};
+    std::vector<std::string> rotations;
+    std::string driver = "TessloWddmUmode.dll", client = "TessloClientDllSample.dll", output, mask = "0", frames = "120";
+    HostOptions options;
+    app.add_option("--source", sizes, "A virtual monitor's size; once for each, six at most (1280x720)")
+        ->type_name("WxH")->allow_extra_args(false);
+    app.add_option("--rotation", rotations, "Rotation of the source in the same place: 0, 90, 180 or 270 (0)")
+        ->type_name("DEGREES")->allow_extra_args(false);
+    app.add_option("--frames", frames, "Frames for each source (120)")->type_name("N");
+    app.add_flag("--every-frame", options.m_bEveryFrame,
+        "Present the next frame of a source when the client library has the one before");
+    app.add_option("--out", output, "Folder that the sample client library records pictures to (none)")
+        ->type_name("FOLDER");
+    app.add_option("--trace", mask, "The driver's trace mask; lines go to trace.log in the output folder (0)")
+        ->type_name("MASK");
+    app.add_option("--client", client, "Client library, up to 127 characters (" + client + ")")->type_name("DLL");
+    app.add_option("--driver", driver, "The driver (" + driver + ", beside this program)")->type_name("DLL");
+    try
+    {
+        std::ranges::reverse(arguments);  // as the parser wants them
+        app.parse(arguments);
+    }
+    catch (const CLI::CallForHelp&)
+    {
+        throw HostHelp(app.help());
+    }
+    catch (const CLI::ParseError& error)
+    {
+        throw HostError(error.what());
+    }
+    options.m_Sources = MakeSources(sizes, rotations);
+    const std::string framesWhat = "--frames " + frames + ": expected 1 to 1000000";
+    options.m_Frames = ParseNumber(frames, 10, framesWhat);
+    if (options.m_Frames < 1 || options.m_Frames > 1'000'000)
+        throw HostError(framesWhat);
+    options.m_Driver.m_TraceMask = ParseMask(mask);
+    options.m_Driver.m_Path = HostWide(driver);
+    options.m_Driver.m_ClientLibrary = HostWide(client);
+    options.m_Output = HostWide(output);
+    if (options.m_Driver.m_TraceMask != 0 && output.empty())
+        throw HostError("--trace needs --out: the trace is written there");
+    return options;
+}

@@ -1,0 +1,34 @@
+// The program's command line.
+#pragma once
+
+#include "HostDriver.h"
+#include "HostError.h"
+
+#include <string>
+#include <vector>
+
+struct HostSource
+{
+    UINT m_Width;
+    UINT m_Height;
+    UINT m_Degrees;  ///< 0, 90, 180 or 270
+};
+
+struct HostOptions
+{
+    HostDriverSettings m_Driver;
+    std::vector<HostSource> m_Sources;
+    UINT m_Frames = 0;
+    std::wstring m_Output;        ///< empty: count only
+    bool m_bEveryFrame = false;
+};
+
+/// Asked for with --help: the text to print, no failure.
+class HostHelp : public HostError
+{
+public:
+    using HostError::HostError;
+};
+
+/// Throws HostError with one line for bad input, HostHelp with the whole text for --help.
+HostOptions HostParseOptions(std::vector<std::string> arguments);
