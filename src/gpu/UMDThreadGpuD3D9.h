@@ -30,6 +30,7 @@ public:
 
 private:
     void InternalMessageLoop();
+    void InternalDispatchMessage();
     HRESULT InternalCreateDevice(HWND hWnd);
     void InternalDestroyDevice();
     static LRESULT CALLBACK InternalGuiWndMsgProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);

@@ -8,9 +8,9 @@
 #include "output/UMDFrameMemory.h"
 #include "util/UMDComPtr.h"
 
-#include <atomic>
-
 #include <d3d9.h>
+
+#include <atomic>
 
 /// One presented frame: its copy, the buffer for its rotated image, and its geometry.
 struct UMDFrame

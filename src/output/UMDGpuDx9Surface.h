@@ -31,5 +31,7 @@ public:
     void Destroy(IDirect3DSurface9** ppSurface, UMDFrameMemory** ppSurfaceMalloc);
 
 private:
+    HRESULT InternalReadBack(IDirect3DSurface9* pDstSurface, IDirect3DSurface9* pSrcSurface);
+
     IDirect3DDevice9Ex* m_pDevice;  ///< borrowed; null until the first successful Create
 };

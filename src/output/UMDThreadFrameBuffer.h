@@ -39,7 +39,9 @@ public:
 private:
     using UMDThreadBase::Start;
 
-    bool InternalProcessFrames(void** ppConnection, bool& connected);
+    void InternalPublishFrame(UINT width, UINT height, UINT rotation);
+    bool InternalWaitForFrame();
+    bool InternalProcessNewestFrame(void** ppConnection, bool* pConnected);
     bool InternalInitializeConnection(void** ppConnection, UINT VidPnSourceId);
     bool InternalProcessFrameBuffer(void** ppConnection, BYTE* pBuffer, IDirect3DSurface9* pSurface, UINT width,
         UINT height, UINT bytesPerPixel, UINT pitch, UINT VidPnSourceId, UINT rotation);

@@ -35,6 +35,15 @@ public:
         return &m_pInterface;
     }
 
+    /// Takes a reference of its own on an interface that somebody else holds.
+    void Share(Interface* pInterface)
+    {
+        if (pInterface)
+            pInterface->AddRef();
+        Reset();
+        m_pInterface = pInterface;
+    }
+
     /// Releases the reference, if any. The pointer is null before the release, which may run foreign code.
     void Reset()
     {

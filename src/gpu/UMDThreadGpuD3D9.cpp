@@ -1,0 +1,183 @@
+#include "gpu/UMDThreadGpuD3D9.h"
+
+#include "util/UMDClientLibrary.h"
+#include "util/UMDUtilDebugTrace.h"
+
+#include <new>
+
+namespace
+{
+constexpr wchar_t kWindowClass[] = L"D3D UMD";
+} // namespace
+
+UMDThreadGpuD3D9::UMDThreadGpuD3D9()
+    : m_hEventCreateFailed(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      m_hEventCreated(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      m_hEventExecuteFunction(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_pGpu(nullptr)
+{
+    UMD_TRACE(UMDTRACE_GPU, L"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n");
+}
+
+UMDThreadGpuD3D9::~UMDThreadGpuD3D9()
+{
+    UMD_TRACE(UMDTRACE_GPU, L"UMDThreadGpuD3D9::~UMDThreadGpuD3D9\n");
+    // The owner has waited, except when a start-up that failed half-way deletes it: a thread must not outlive its object.
+    if (Wait(0) == WAIT_TIMEOUT)
+    {
+        SetEvent(m_hEventRequestExit);
+        Wait(INFINITE);
+    }
+    CloseHandle(m_hEventCreateFailed);
+    CloseHandle(m_hEventCreated);
+    CloseHandle(m_hEventExecuteFunction);
+    CloseHandle(m_hEventRequestExit);
+}
+
+void UMDThreadGpuD3D9::ThreadGuiStart()
+{
+    UMD_TRACE(UMDTRACE_GPU, L"UMDThreadGpuD3D9::ThreadGuiStart\n");
+    if (!UMDThreadBase::Start())
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Start UMDBaseThread::Start failed! %d\n", GetLastError());
+        return;
+    }
+    const HANDLE outcomes[] = {m_hEventCreated, m_hEventCreateFailed};
+    WaitForMultipleObjects(ARRAYSIZE(outcomes), outcomes, FALSE, INFINITE);
+}
+
+void UMDThreadGpuD3D9::ThreadGuiRequestExit()
+{
+    UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::ThreadGuiRequestExit\n");
+    SetEvent(m_hEventRequestExit);
+}
+
+void UMDThreadGpuD3D9::PresentNotification(IDirect3DSurface9* pSurface)
+{
+    if (m_pGpu)
+        m_pGpu->PresentNotification(pSurface);
+}
+
+void UMDThreadGpuD3D9::Run()
+{
+    UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::Run\n");
+    if (!SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_TIME_CRITICAL))
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run SetThreadPriority failed!\n");
+        SetEvent(m_hEventCreateFailed); // the starter waits without a limit
+        return;
+    }
+    const HINSTANCE hInstance = GetModuleHandleW(nullptr);
+    WNDCLASSEXW windowClass = {};
+    windowClass.cbSize = sizeof(windowClass);
+    windowClass.style = CS_CLASSDC;
+    windowClass.lpfnWndProc = InternalGuiWndMsgProc;
+    windowClass.hInstance = hInstance;
+    windowClass.lpszClassName = kWindowClass;
+    RegisterClassExW(&windowClass); // fails for the second device of a process, whose class exists
+    const HWND hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100, 100,
+        nullptr, nullptr, hInstance, nullptr);
+    if (!hWnd)
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run CreateWindow failed! %d\n", GetLastError());
+        SetEvent(m_hEventCreateFailed); // the starter waits without a limit
+        return;
+    }
+    SetCursor(nullptr);
+    InternalCreateDevice(hWnd);
+    InternalMessageLoop();
+    InternalDestroyDevice();
+    DestroyWindow(hWnd);
+    UnregisterClassW(kWindowClass, hInstance);
+    UMD_TRACE(UMDTRACE_GPU, L"<<< UMDThreadGpuD3D9::Run\n");
+}
+
+void UMDThreadGpuD3D9::InternalMessageLoop()
+{
+    const HANDLE events[] = {m_hEventExecuteFunction, m_hEventRequestExit};
+    for (;;)
+    {
+        const DWORD result = MsgWaitForMultipleObjects(ARRAYSIZE(events), events, FALSE, INFINITE, QS_ALLPOSTMESSAGE);
+        switch (result)
+        {
+        case WAIT_OBJECT_0:
+            UMD_TRACE(UMDTRACE_GPU | UMDTRACE_DETAIL,
+                L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects m_hEventExecuteFunction\n");
+            return;
+        case WAIT_OBJECT_0 + 1:
+            UMD_TRACE(UMDTRACE_GPU | UMDTRACE_DETAIL,
+                L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects m_hEventRequestExit\n");
+            return;
+        case WAIT_OBJECT_0 + 2:
+            UMD_TRACE(UMDTRACE_GPU | UMDTRACE_DETAIL, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects MSG received\n");
+            InternalDispatchMessage();
+            break;
+        case WAIT_FAILED:
+            UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects WAIT_FAILED %d\n",
+                GetLastError());
+            return;
+        default:
+            UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects unexpected result: %d\n",
+                result);
+            return;
+        }
+    }
+}
+
+// One message a wake-up: a burst of messages cannot keep the exit event waiting.
+void UMDThreadGpuD3D9::InternalDispatchMessage()
+{
+    MSG message;
+    if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+    {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+HRESULT UMDThreadGpuD3D9::InternalCreateDevice(HWND hWnd)
+{
+    UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::InternalCreateDevice\n");
+    m_pGpu = new (std::nothrow) UMDGpuD3D9(hWnd);
+    if (!m_pGpu)
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::InternalCreateDevice failed!\n");
+        SetEvent(m_hEventCreateFailed);
+        return E_FAIL;
+    }
+    if (FAILED(m_pGpu->Create(UMDClientLibraryModule())))
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::InternalCreateDevice Create failed!\n");
+        SetEvent(m_hEventCreateFailed);
+        return E_FAIL;
+    }
+    SetEvent(m_hEventCreated);
+    return S_OK;
+}
+
+void UMDThreadGpuD3D9::InternalDestroyDevice()
+{
+    UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::InternalDestroyDevice\n");
+    if (m_pGpu)
+    {
+        m_pGpu->Destroy();
+        delete m_pGpu;
+        m_pGpu = nullptr;
+    }
+}
+
+LRESULT CALLBACK UMDThreadGpuD3D9::InternalGuiWndMsgProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
+{
+    UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc %d\n", uMsg);
+    switch (uMsg)
+    {
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
+    case WM_SETCURSOR:
+        SetCursor(nullptr);
+        return TRUE;
+    default:
+        return DefWindowProcW(hWnd, uMsg, wParam, lParam);
+    }
+}

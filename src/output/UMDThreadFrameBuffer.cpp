@@ -1,0 +1,271 @@
+#include "output/UMDThreadFrameBuffer.h"
+
+#include "output/UMDImgProc.h"
+#include "util/UMDClientLibrary.h"
+#include "util/UMDUtilDebugTrace.h"
+
+#include <new>
+
+UMDThreadFrameBuffer::UMDThreadFrameBuffer()
+    : m_hEventFrameBufferAvailable(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_bInit(false), m_bExit(false),
+      m_pDeviceContext(nullptr), m_pFrameBuffer(nullptr), m_VidPnSourceId(0), m_hClientDll(nullptr),
+      m_TessloVirtualMonitorPlug(nullptr), m_TessloVirtualMonitorUnplug(nullptr), m_TessloVirtualMonitorUpdate(nullptr)
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L"UMDThreadFrameBuffer::UMDThreadFrameBuffer\n");
+}
+
+UMDThreadFrameBuffer::~UMDThreadFrameBuffer()
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L"UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n");
+    // The owner has waited, except when a start-up that failed half-way deletes it: a thread must not outlive its object.
+    if (Wait(0) == WAIT_TIMEOUT)
+    {
+        m_bExit = true;
+        SetEvent(m_hEventRequestExit);
+        Wait(INFINITE);
+    }
+    delete m_pFrameBuffer;
+    CloseHandle(m_hEventFrameBufferAvailable);
+    CloseHandle(m_hEventRequestExit);
+}
+
+bool UMDThreadFrameBuffer::Start(UMDDdiDevice* pDeviceContext, UINT VidPnSourceId, HMODULE hClientDll)
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::Start\n");
+    if (m_bInit)
+        return true;
+    if (!pDeviceContext)
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Start pDeviceContext is NULL\n");
+        return false;
+    }
+    m_pDeviceContext = pDeviceContext;
+    m_bInit = true;
+    m_VidPnSourceId = VidPnSourceId;
+    m_pFrameBuffer = new (std::nothrow) UMDFrameBuffer(UMDDelegatedDevice(pDeviceContext));
+    if (!m_pFrameBuffer)
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Start FrameBuffer is NULL\n");
+        return false;
+    }
+    m_hClientDll = hClientDll;
+    if (!UMDThreadBase::Start())
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Start UMDBaseThread::Start failed!\n");
+        return false;
+    }
+    return true;
+}
+
+bool UMDThreadFrameBuffer::RequestExit()
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L"UMDThreadFrameBuffer::RequestExit\n");
+    if (!m_bInit)
+        return false;
+    // The ring goes first. A frame that the worker is on lives on by the worker's own references.
+    delete m_pFrameBuffer;
+    m_pFrameBuffer = nullptr;
+    m_Handoff.Discard();
+    if (!m_bExit.exchange(true))
+        SetEvent(m_hEventRequestExit);
+    return true;
+}
+
+bool UMDThreadFrameBuffer::FrameBufferAvailable(
+    IDirect3DSurface9* pSrcSurface, UINT width, UINT height, D3DFORMAT format, UINT rotation)
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::FrameBufferAvailable\n");
+    if (!m_bInit)
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::FrameBufferAvailable m_bInit == false\n");
+        return false;
+    }
+    if (m_bExit || !m_pFrameBuffer)
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::FrameBufferAvailable thread has exited!\n");
+        return false;
+    }
+    if (HRESULT hr = m_pFrameBuffer->DuplicateFrameBuffer(pSrcSurface, width, height, format); FAILED(hr))
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::FrameBufferAvailable DuplicateFrameBuffer failed! hResult:%0x%x\n", hr);
+        return false;
+    }
+    InternalPublishFrame(width, height, rotation);
+    if (!SetEvent(m_hEventFrameBufferAvailable))
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::FrameBufferAvailable SetEvent failed! %d\n", GetLastError());
+        return false;
+    }
+    return true;
+}
+
+void UMDThreadFrameBuffer::InternalPublishFrame(UINT width, UINT height, UINT rotation)
+{
+    UMDFrame& frame = m_Handoff.Prepare();
+    frame.m_pMemory.Share(m_pFrameBuffer->GetDuplicateFrameBufferMalloc());
+    frame.m_pSurface.Share(m_pFrameBuffer->GetDuplicateFrameBuffer());
+    frame.m_Width = width;
+    frame.m_Height = height;
+    frame.m_BytesPerPixel = 4;
+    frame.m_Pitch = width * 4;
+    frame.m_Rotation = rotation;
+    m_Handoff.Publish();
+}
+
+void UMDThreadFrameBuffer::Run()
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::Run\n");
+    bool connected = false;
+    void* pConnection = nullptr;
+    while (InternalWaitForFrame() && InternalProcessNewestFrame(&pConnection, &connected) && !m_bExit)
+    {
+    }
+    if (connected && !InternalUninitializeConnection(&pConnection, m_VidPnSourceId))
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalUninitializeConnection failed!\n");
+    UMD_TRACE(UMDTRACE_DETAIL | UMDTRACE_ENTER, L"UMDThreadFrameBuffer::Run exit\n");
+    m_bExit = true;
+}
+
+bool UMDThreadFrameBuffer::InternalWaitForFrame()
+{
+    const HANDLE events[] = {m_hEventFrameBufferAvailable, m_hEventRequestExit};
+    const DWORD result = WaitForMultipleObjects(ARRAYSIZE(events), events, FALSE, INFINITE);
+    switch (result)
+    {
+    case WAIT_OBJECT_0:
+        return true;
+    case WAIT_OBJECT_0 + 1:
+        UMD_TRACE(UMDTRACE_DETAIL | UMDTRACE_ENTER, L"UMDThreadFrameBuffer::Run exiting...\n");
+        return false;
+    case WAIT_FAILED:
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run WAIT_FAILED %d...\n", GetLastError());
+        return false;
+    default:
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run unexpected result %d...\n", result);
+        return false;
+    }
+}
+
+bool UMDThreadFrameBuffer::InternalProcessNewestFrame(void** ppConnection, bool* pConnected)
+{
+    if (!*pConnected)
+    {
+        *ppConnection = nullptr;
+        if (!InternalInitializeConnection(ppConnection, m_VidPnSourceId))
+        {
+            UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalInitializeConnection failed!\n");
+            return false;
+        }
+        *pConnected = true;
+    }
+    UMDFrame* pFrame = m_Handoff.Take();
+    if (!pFrame)
+        return true; // taken on an earlier wake-up, or withdrawn by an exit request
+    const bool processed = InternalProcessFrameBuffer(ppConnection, pFrame->m_pMemory->Bits(), pFrame->m_pSurface.Get(),
+        pFrame->m_Width, pFrame->m_Height, pFrame->m_BytesPerPixel, pFrame->m_Pitch, m_VidPnSourceId,
+        pFrame->m_Rotation);
+    m_Handoff.Done();
+    if (!processed)
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n");
+    return processed;
+}
+
+bool UMDThreadFrameBuffer::InternalInitializeConnection(void** ppConnection, UINT VidPnSourceId)
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::InternalInitializeConnection\n");
+    m_TessloVirtualMonitorPlug =
+        UMDClientLibraryExport<TessloVirtualMonitorPlugFunction>(m_hClientDll, TESSLO_CLIENT_PLUG);
+    if (!m_TessloVirtualMonitorPlug)
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! %d\n", GetLastError());
+        return false;
+    }
+    m_TessloVirtualMonitorUnplug =
+        UMDClientLibraryExport<TessloVirtualMonitorUnplugFunction>(m_hClientDll, TESSLO_CLIENT_UNPLUG);
+    if (!m_TessloVirtualMonitorUnplug)
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! %d\n", GetLastError());
+        return false;
+    }
+    m_TessloVirtualMonitorUpdate =
+        UMDClientLibraryExport<TessloVirtualMonitorUpdateFunction>(m_hClientDll, TESSLO_CLIENT_UPDATE);
+    if (!m_TessloVirtualMonitorUpdate)
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! %d\n", GetLastError());
+        return false;
+    }
+    if (!m_TessloVirtualMonitorPlug(ppConnection, VidPnSourceId))
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection m_TessloVirtualMonitorPlug() failed!\n");
+        return false;
+    }
+    return true;
+}
+
+bool UMDThreadFrameBuffer::InternalProcessFrameBuffer(void** ppConnection, BYTE* pBuffer, IDirect3DSurface9* pSurface,
+    UINT width, UINT height, UINT bytesPerPixel, UINT pitch, UINT VidPnSourceId, UINT rotation)
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n");
+    D3DLOCKED_RECT locked = {};
+    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::InternalProcessFrameBuffer LockRect failed! hResult:0x%x\n", hr);
+        return false;
+    }
+    // The pitch is the frame's own, not the locked one: 32-bit system-memory surfaces are packed.
+    if (HRESULT hr = UMDImgProcRotation(
+            pBuffer, static_cast<const BYTE*>(locked.pBits), &pitch, &width, &height, bytesPerPixel, rotation);
+        FAILED(hr))
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::InternalProcessFrameBuffer UMDImgProcRotation failed! hResult:0x%x\n", hr);
+        return false;
+    }
+    if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::InternalProcessFrameBuffer UnlockRect failed! hResult:0x%x\n", hr);
+        return false;
+    }
+    if (!InternalSendFrameBuffer(ppConnection, pBuffer, width, height, pitch, VidPnSourceId))
+    {
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDThreadFrameBuffer::InternalProcessFrameBuffer InternalSendFrameBuffer failed!\n");
+        return false;
+    }
+    return true;
+}
+
+bool UMDThreadFrameBuffer::InternalSendFrameBuffer(
+    void** ppConnection, const BYTE* pBuffer, UINT width, UINT height, UINT pitch, UINT VidPnSourceId)
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n");
+    TessloVirtualMonitorFrame frame = {};
+    frame.VidPnSourceId = VidPnSourceId;
+    frame.Width = width;
+    frame.Height = height;
+    frame.Pitch = pitch;
+    frame.pBits = pBuffer;
+    if (!m_TessloVirtualMonitorUpdate(ppConnection, &frame))
+    {
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalSendFrameBuffer m_TessloVirtualMonitorUpdate() failed!\n");
+        return false;
+    }
+    return true;
+}
+
+bool UMDThreadFrameBuffer::InternalUninitializeConnection(void** ppConnection, UINT VidPnSourceId)
+{
+    UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::InternalUninitializeConnection\n");
+    if (!m_TessloVirtualMonitorUnplug(ppConnection, VidPnSourceId))
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalUninitializeConnection() failed!\n");
+    return true;
+}

@@ -1,0 +1,79 @@
+// This file includes no header of the C++ library: libstdc++ replaces the platform's wide printf family with one of C99
+// meaning, in which %s takes a narrow string.
+#include "util/UMDUtilDebugTrace.h"
+
+#include "util/UMDUtilRegistry.h"
+
+#include <stdarg.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <wchar.h>
+
+#include <shlobj.h>
+
+UINT g_DebugLevelUMD = 0;
+
+namespace
+{
+/// Characters of a line, prefix and terminating null included; of the log file's path as well.
+constexpr size_t kLineLength = 4096;
+
+/// Formats into a buffer of kLineLength characters. @return characters written.
+int FormatBounded(wchar_t* pBuffer, const wchar_t* pFormat, ...)
+{
+    va_list arguments;
+    va_start(arguments, pFormat);
+    const int length = vswprintf_s(pBuffer, kLineLength, pFormat, arguments);
+    va_end(arguments);
+    return length;
+}
+
+/// Appends one line to the log file; a file that cannot be found or opened is skipped silently.
+void AppendToLogFile(const wchar_t* pLine)
+{
+    wchar_t path[kLineLength];
+    if (!SHGetSpecialFolderPathW(nullptr, path, CSIDL_COMMON_DOCUMENTS, FALSE))
+        return;
+    if (wcscat_s(path, kLineLength, L"\\Tesslo.log") != 0)
+        return;
+    FILE* pFile = nullptr;
+    if (_wfopen_s(&pFile, path, L"a+") != 0)
+        return;
+    // The line is the format: a % that the message produced is interpreted once more. The zeros give it something
+    // harmless to read.
+    fwprintf(pFile, pLine, 0ULL, 0ULL, 0ULL, 0ULL, 0ULL, 0ULL, 0ULL, 0ULL);
+    fclose(pFile);
+}
+
+void TraceLine(const wchar_t* pFormat, va_list arguments)
+{
+    wchar_t line[kLineLength];
+    const int prefix = FormatBounded(line, L"UMD: [%04d:%04d] ", GetCurrentProcessId(), GetCurrentThreadId());
+    vswprintf_s(line + prefix, kLineLength - prefix, pFormat, arguments);
+    OutputDebugStringW(line);
+    if (g_DebugLevelUMD & UMDTRACE_LOGFILE)
+        AppendToLogFile(line);
+}
+} // namespace
+
+void UMDUtilDebugTrace(UINT level, const wchar_t* pFormat, ...)
+{
+    if (!(g_DebugLevelUMD & level))
+        return;
+    va_list arguments;
+    va_start(arguments, pFormat);
+    TraceLine(pFormat, arguments);
+    va_end(arguments);
+}
+
+HRESULT UMDFail(HRESULT hResult, const wchar_t* pFormat, ...)
+{
+    if (g_DebugLevelUMD & UMDTRACE_ERROR)
+    {
+        va_list arguments;
+        va_start(arguments, pFormat);
+        TraceLine(pFormat, arguments);
+        va_end(arguments);
+    }
+    return hResult;
+}

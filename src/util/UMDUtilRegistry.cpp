@@ -1,0 +1,53 @@
+#include "util/UMDUtilRegistry.h"
+
+#include "util/UMDUtilDebugTrace.h"
+
+bool UMDUtilRegistryValueGet(HKEY hRoot, const wchar_t* pPath, const wchar_t* pValueName, void* pData, DWORD size)
+{
+    HKEY hKey = nullptr;
+    LSTATUS error = RegCreateKeyExW(
+        hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ, nullptr, &hKey, nullptr);
+    if (error != ERROR_SUCCESS)
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueGet  RegCreateKeyExW failed! %s %d\n", pPath, error);
+        return false;
+    }
+    DWORD type = REG_NONE;
+    error = RegQueryValueExW(hKey, pValueName, nullptr, &type, static_cast<BYTE*>(pData), &size);
+    RegCloseKey(hKey);
+    if (error == ERROR_FILE_NOT_FOUND)
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueGet RegQueryValueExW failed! %s ERROR_FILE_NOT_FOUND\n",
+            pValueName);
+    else if (error != ERROR_SUCCESS)
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueGet RegQueryValueExW failed! %s %d\n", pValueName, error);
+    else if (type == REG_SZ)
+        UMD_TRACE(UMDTRACE_DETAIL, L"UMDUtilRegistryValueGet RegQueryValueExW %s %s Data: %s\n", pPath, pValueName,
+            static_cast<const wchar_t*>(pData));
+    else
+        UMD_TRACE(UMDTRACE_DETAIL, L"UMDUtilRegistryValueGet RegQueryValueExW %s %s\n", pPath, pValueName);
+    return error == ERROR_SUCCESS;
+}
+
+bool UMDUtilRegistryValueSet(
+    HKEY hRoot, const wchar_t* pPath, const wchar_t* pValueName, DWORD type, const void* pData, DWORD size)
+{
+    if (type == REG_SZ)
+        UMD_TRACE(UMDTRACE_DETAIL, L"UMDUtilRegistryValueSet Path: %s Value: %s Data: %s\n", pPath, pValueName,
+            static_cast<const wchar_t*>(pData));
+    else
+        UMD_TRACE(UMDTRACE_DETAIL, L"UMDUtilRegistryValueSet Path: %s Value: %s\n", pPath, pValueName);
+
+    HKEY hKey = nullptr;
+    LSTATUS error = RegCreateKeyExW(
+        hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &hKey, nullptr);
+    if (error != ERROR_SUCCESS)
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueSet RegCreateKeyExW failed! %s %d\n", pPath, error);
+        return false;
+    }
+    error = RegSetValueExW(hKey, pValueName, 0, type, static_cast<const BYTE*>(pData), size);
+    if (error != ERROR_SUCCESS)
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueSet RegSetValueExW failed! %s %d\n", pValueName, error);
+    RegCloseKey(hKey);
+    return error == ERROR_SUCCESS;
+}
