@@ -10,6 +10,7 @@
 #include "output/UMDThreadFrameBuffer.h"
 
 class UMDAdapter;
+class UMDRscBase;
 class UMDRscRenderTargetCapable;
 class UMDRscVertexBuffer;
 
@@ -123,6 +124,10 @@ private:
     /// Asks the kernel-mode driver which video-present source belongs to an index; the index itself if it refuses.
     UINT InternalQueryVidPnSourceId(UINT index);
     HRESULT InternalProcessPresentFLIP(UMDRscRenderTargetCapable* pResource);
+    /// Stops all frame-buffer threads and forgets every primary if the resource is one.
+    void InternalForgetPrimary(HANDLE hResource);
+    /// Unbinds stream 0 if the resource is its vertex buffer.
+    void InternalForgetStreamSource0(const UMDRscBase* pResource);
     void InternalTakeCommandBuffer(const D3DDDICB_RENDER& render);
 
     struct SourceReserved

@@ -21,15 +21,12 @@ public:
     IDirect3DIndexBuffer9* GetIndexBuffer() const { return m_pIndexBuffer.Get(); }
 
 private:
-    UINT m_Width;   ///< bytes of a row
-    UINT m_Height;  ///< rows
     UINT m_Length;  ///< bytes
     D3DPOOL m_IBPool;
     D3DDDIFORMAT m_IBFormat;  ///< D3DDDIFMT_INDEX16 or D3DDDIFMT_INDEX32
     DWORD m_IBUsage;          ///< D3DUSAGE
     UMDComPtr<IDirect3DIndexBuffer9> m_pIndexBuffer;
-    void* m_pLocked;         ///< address of the newest lock
-    UINT m_LockedSize;       ///< bytes of the newest lock
-    const void* m_pSysMem;   ///< the runtime's, unused
-    UINT m_SurfCount;        ///< entries of the runtime's list
+    void* m_pLocked;     ///< address of the newest lock
+    UINT m_LockedSize;   ///< bytes of the newest lock
+    UINT m_SurfCount;    ///< entries of the runtime's list
 };

@@ -50,6 +50,9 @@ public:
     bool IsRenderTarget() const { return m_bIsRenderTarget; }
 
 protected:
+    /// Gives the kernel-mode allocation back, once, if it was ever asked for.
+    void InternalReleaseAllocation();
+
     D3DKMT_HANDLE m_hAllocation;  ///< zero until allocated or opened
     D3DKMT_HANDLE m_hKMResource;
     D3DDDIFORMAT m_Format;
@@ -65,4 +68,10 @@ protected:
     UINT m_BytesPerPixel;
     BOOL m_OpenResource;          ///< built by open-resource
     D3DPOOL m_Pool;
+
+private:
+    /// Makes the read-back surface equal a render target in size and format, anew if need be.
+    HRESULT InternalFitSysMemSurface(const D3DSURFACE_DESC& desc);
+
+    bool m_bAllocationRequested;  ///< asked of the runtime and not given back
 };

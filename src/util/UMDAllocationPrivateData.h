@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include <cstring>
+
 /// First word of the record: what the allocation is.
 inline constexpr UINT UMDALLOCATIONKIND_PRIMARY = 5;
 inline constexpr UINT UMDALLOCATIONKIND_OTHER = 6;
@@ -52,3 +54,13 @@ UMD_OFFSET(UMDAllocationPrivateData, TextureKind, 0x3C);
 UMD_OFFSET(UMDAllocationPrivateData, Reserved2, 0x40);
 UMD_OFFSET(UMDAllocationPrivateData, DriverHandle, 0x44);
 UMD_OFFSET(UMDAllocationPrivateData, SharedHandle, 0x48);
+
+/// Takes the record out of an opened allocation's private data.
+/// @return false when the data is not such a record of a surface or texture: somebody else's, or a primary's.
+inline bool UMDReadAllocationPrivateData(const void* pData, UINT size, UMDAllocationPrivateData* pRecord)
+{
+    if (!pData || size != sizeof(*pRecord))
+        return false;
+    std::memcpy(pRecord, pData, sizeof(*pRecord));
+    return pRecord->Kind == UMDALLOCATIONKIND_OTHER;
+}

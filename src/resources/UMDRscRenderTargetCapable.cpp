@@ -1,0 +1,224 @@
+#include "resources/UMDRscRenderTargetCapable.h"
+
+#include "device/UMDDdiDevice.h"
+#include "util/UMDUtilDebugTrace.h"
+
+#include <utility>
+
+UMDRscRenderTargetCapable::UMDRscRenderTargetCapable(
+    UMDDdiDevice* pDevice, HANDLE hResourceOS, UMDRESOURCETYPE type, BOOL openResource)
+    : UMDRscBase(pDevice, hResourceOS, type), m_hAllocation(0), m_hKMResource(0), m_Format(D3DDDIFMT_UNKNOWN),
+      m_Width(0), m_Height(0), m_Rotation(D3DDDI_ROTATION_IDENTITY), m_VidPnSourceId(0), m_bIsRenderTarget(false),
+      m_bIsPrimary(false), m_bIsSharedResource(false), m_bIsOpenedShared(false), m_BytesPerPixel(4),
+      m_OpenResource(openResource), m_Pool(D3DPOOL_DEFAULT), m_bAllocationRequested(false)
+{
+}
+
+IDirect3DSurface9* UMDRscRenderTargetCapable::GetSurface(UINT, UINT)
+{
+    return nullptr;
+}
+
+HRESULT UMDRscRenderTargetCapable::Blt(const RECT*, UMDRscBase*, const RECT*)
+{
+    return E_NOTIMPL;
+}
+
+void UMDRscRenderTargetCapable::KernelModeAllocateCb(UMDAllocationPrivateData* pPrivateData)
+{
+    D3DDDI_RESOURCEFLAGS flags = {};
+    flags.Value = pPrivateData->ResourceFlags;
+
+    D3DDDI_ALLOCATIONINFO allocation = {};
+    allocation.pPrivateDriverData = pPrivateData;
+    allocation.PrivateDriverDataSize = sizeof(*pPrivateData);
+    allocation.Flags.Primary = flags.Primary;
+    if (flags.Primary)
+        allocation.VidPnSourceId = pPrivateData->VidPnSourceId;
+
+    D3DDDICB_ALLOCATE allocate = {};
+    allocate.hResource = m_hResourceOS;
+    allocate.NumAllocations = 1;
+    allocate.pAllocationInfo = &allocation;
+
+    m_bAllocationRequested = true;
+    if (HRESULT hr = m_pDevice->Callbacks().pfnAllocateCb(m_pDevice->RuntimeDevice(), &allocate); FAILED(hr))
+    {
+        // The object goes on without an allocation: later locks and presents pass handle 0, which the runtime refuses.
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDRscRenderTargetCapable::KernelModeAllocateCb pfnAllocateCb failed! hResult 0x%x %s\n", hr,
+            hr == D3DERR_OUTOFVIDEOMEMORY ? L"OUT OF VIDEO MEMORY!!!" : L"");
+        return;
+    }
+    m_hAllocation = allocation.hAllocation;
+    m_hKMResource = allocate.hKMResource;
+    UMD_TRACE(UMDTRACE_DDI | UMDTRACE_RESOURCE, L"   KMode Handle - m_hAllocation:0x%x m_hKMResource:0x%x\n",
+        m_hAllocation, m_hKMResource);
+}
+
+void UMDRscRenderTargetCapable::KernelModeDellocateCb()
+{
+    D3DDDICB_DEALLOCATE deallocate = {};
+    deallocate.hResource = m_hResourceOS;
+    deallocate.NumAllocations = 1;
+    deallocate.HandleList = &m_hAllocation;
+    if (HRESULT hr = m_pDevice->Callbacks().pfnDeallocateCb(m_pDevice->RuntimeDevice(), &deallocate); FAILED(hr))
+        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModeDellocateCb pfnDeallocateCb failed! hResult 0x%x\n", hr);
+}
+
+void UMDRscRenderTargetCapable::InternalReleaseAllocation()
+{
+    if (std::exchange(m_bAllocationRequested, false))
+        KernelModeDellocateCb();
+}
+
+HRESULT UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb()
+{
+    UMD_TRACE(UMDTRACE_RESOURCE,
+        L"UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb DeviceContext:0x%x Resource:0x%x VidPnSourceId:%d m_hAllocation:0x%x\n",
+        UMDLow32(m_pDevice), UMDLow32(this), m_VidPnSourceId, m_hAllocation);
+    D3DDDICB_SETDISPLAYMODE displayMode = {};
+    displayMode.hPrimaryAllocation = m_hAllocation;
+    const HRESULT hr = m_pDevice->Callbacks().pfnSetDisplayModeCb(m_pDevice->RuntimeDevice(), &displayMode);
+    if (FAILED(hr))
+        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb pfnSetDisplayModeCb failed! 0x%x %s\n", hr,
+            hr == E_OUTOFMEMORY ? L"OUT OF MEMORY!!!" : L"");
+    return hr;
+}
+
+HRESULT UMDRscRenderTargetCapable::KernelModeLockCb(void** ppData)
+{
+    D3DDDICB_LOCK lock = {};
+    lock.hAllocation = m_hAllocation;
+    lock.Flags.LockEntire = 1;
+    const HRESULT hr = m_pDevice->Callbacks().pfnLockCb(m_pDevice->RuntimeDevice(), &lock);
+    if (FAILED(hr))
+        return UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModeLockCb pfnLockCb failed! 0x%x\n", hr);
+    *ppData = lock.pData;
+    return hr;
+}
+
+HRESULT UMDRscRenderTargetCapable::KernelModeUnlockCb()
+{
+    D3DDDICB_UNLOCK unlock = {};
+    unlock.NumAllocations = 1;
+    unlock.phAllocations = &m_hAllocation;
+    const HRESULT hr = m_pDevice->Callbacks().pfnUnlockCb(m_pDevice->RuntimeDevice(), &unlock);
+    if (FAILED(hr))
+        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModeUnlockCb pfnUnlockCb failed! 0x%x\n", hr);
+    return hr;
+}
+
+HRESULT UMDRscRenderTargetCapable::KernelModePresentCb(HANDLE hContext)
+{
+    D3DDDICB_PRESENT present = {};
+    present.hSrcAllocation = m_hAllocation;
+    present.hContext = hContext;
+    if (HRESULT hr = m_pDevice->Callbacks().pfnPresentCb(m_pDevice->RuntimeDevice(), &present); FAILED(hr))
+        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModePresentCb pfnPresentCb failed! 0x%x\n", hr);
+    return S_OK;
+}
+
+HRESULT UMDRscRenderTargetCapable::KernelModePresentCbBLT(HANDLE hContext)
+{
+    IDirect3DSurface9* pSurface = nullptr;
+    D3DLOCKED_RECT locked = {};
+    D3DSURFACE_DESC desc = {};
+    if (HRESULT hr = RenderTargetDataLock(&pSurface, &locked, &desc); FAILED(hr))
+        return UMDFail(
+            hr, L"UMDRscRenderTargetCapable::KernelModePresentCbBLT RenderTargetDataLock failed! hResult: 0x%x\n", hr);
+
+    const HRESULT hrCopy = CopyFrom(static_cast<const BYTE*>(locked.pBits), desc.Width, desc.Height, m_BytesPerPixel,
+        static_cast<UINT>(locked.Pitch));
+    if (FAILED(hrCopy))
+    {
+        UMDFail(hrCopy, L"UMDRscRenderTargetCapable::KernelModePresentCbBLT CopyFrom failed! hResult: 0x%x\n", hrCopy);
+        RenderTargetDataUnlock(&pSurface);
+        return hrCopy;
+    }
+    if (HRESULT hr = KernelModePresentCb(hContext); FAILED(hr))
+        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModePresentCbBLT KernelModePresentCb failed! 0x%x\n", hr);
+    RenderTargetDataUnlock(&pSurface);
+    return S_OK;
+}
+
+HRESULT UMDRscRenderTargetCapable::KernelModePresentCbFLIP(HANDLE hContext)
+{
+    if (HRESULT hr = KernelModePresentCb(hContext); FAILED(hr))
+        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModePresentCbFLIP KernelModePresentCb failed! 0x%x\n", hr);
+    constexpr DWORD kFlipPauseMilliseconds = 10;
+    Sleep(kFlipPauseMilliseconds);
+    return S_OK;
+}
+
+HRESULT UMDRscRenderTargetCapable::RenderTargetDataLock(
+    IDirect3DSurface9** ppSurface, D3DLOCKED_RECT* pLockedRect, D3DSURFACE_DESC* pDesc)
+{
+    UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDRscRenderTargetCapable::RenderTargetDataLock\n");
+
+    // Not released on any path: every read-back leaves this reference to the owner of the delegated device, who may be
+    // the client library and counts on it.
+    IDirect3DSurface9* pRenderTarget = nullptr;
+    if (HRESULT hr = m_pDeviceDelegated->GetRenderTarget(0, &pRenderTarget); FAILED(hr))
+        return UMDFail(
+            hr, L"UMDRscRenderTargetCapable::RenderTargetDataLock GetRenderTarget failed! hResult: 0x%x\n", hr);
+    UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDRscRenderTargetCapable::RenderTargetDataLock 0x%x\n", UMDLow32(pRenderTarget));
+
+    if (HRESULT hr = pRenderTarget->GetDesc(pDesc); FAILED(hr))
+        return UMDFail(hr, L"UMDRscRenderTargetCapable::RenderTargetDataLock GetDesc failed! hResult: 0x%x\n", hr);
+    UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDRscRenderTargetCapable::RenderTargetDataLock Width 0x%x Height 0x%x\n",
+        pDesc->Width, pDesc->Height);
+
+    if (HRESULT hr = InternalFitSysMemSurface(*pDesc); FAILED(hr))
+        return hr;
+    *ppSurface = m_pSysMemSurface.Get();
+
+    if (HRESULT hr = m_pDeviceDelegated->GetRenderTargetData(pRenderTarget, m_pSysMemSurface.Get()); FAILED(hr))
+        return UMDFail(
+            hr, L"UMDRscRenderTargetCapable::RenderTargetDataLock GetRenderTargetData failed! hResult: 0x%x\n", hr);
+    UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDRscRenderTargetCapable::RenderTargetDataLock pRenderTarget 0x%x\n",
+        UMDLow32(pRenderTarget));
+
+    if (HRESULT hr = m_pSysMemSurface->LockRect(pLockedRect, nullptr, 0); FAILED(hr))
+    {
+        UMDFail(hr, L"UMDRscRenderTargetCapable::RenderTargetDataLock LockRect failed! hResult: 0x%x\n", hr);
+        return UMDFail(hr, L"INFO: D3DERR_INVALIDCALL == 0x%x  D3DERR_WASSTILLDRAWING == 0x%x \n", D3DERR_INVALIDCALL,
+            D3DERR_WASSTILLDRAWING);
+    }
+    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscRenderTargetCapable::RenderTargetDataLock LockedRect.pBits 0x%x\n",
+        UMDLow32(pLockedRect->pBits));
+    return S_OK;
+}
+
+HRESULT UMDRscRenderTargetCapable::InternalFitSysMemSurface(const D3DSURFACE_DESC& desc)
+{
+    if (m_pSysMemSurface)
+    {
+        D3DSURFACE_DESC own = {};
+        if (HRESULT hr = m_pSysMemSurface->GetDesc(&own); FAILED(hr))
+            return UMDFail(hr, L"UMDRscRenderTargetCapable::RenderTargetDataLock GetDesc failed! hResult: 0x%x\n", hr);
+        if (own.Width != desc.Width || own.Height != desc.Height || own.Format != desc.Format)
+            m_pSysMemSurface.Reset();
+    }
+    if (m_pSysMemSurface)
+        return S_OK;
+    const HRESULT hr = m_pDeviceDelegated->CreateOffscreenPlainSurface(
+        desc.Width, desc.Height, desc.Format, D3DPOOL_SYSTEMMEM, m_pSysMemSurface.Put(), nullptr);
+    if (FAILED(hr))
+        return UMDFail(hr,
+            L"UMDRscRenderTargetCapable::RenderTargetDataLock CreateOffscreenPlainSurface failed! hResult: 0x%x\n", hr);
+    return S_OK;
+}
+
+void UMDRscRenderTargetCapable::RenderTargetDataUnlock(IDirect3DSurface9** ppSurface)
+{
+    UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n");
+    if (!*ppSurface)
+    {
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"UMDRscRenderTargetCapable::RenderTargetDataUnlock *ppRenderTarget is NULL\n");
+        return;
+    }
+    if (HRESULT hr = (*ppSurface)->UnlockRect(); FAILED(hr))
+        UMDFail(hr, L"UMDRscRenderTargetCapable::RenderTargetDataUnlock UnlockRect failed! hResult: 0x%x\n", hr);
+}

@@ -1,0 +1,264 @@
+#include "resources/UMDRscTexture.h"
+
+#include "output/UMDImgProc.h"
+#include "resources/UMDSurfaceCopy.h"
+#include "util/UMDFormatBytes.h"
+#include "util/UMDUtilDebugTrace.h"
+
+#include <algorithm>
+
+UMDRscTexture::UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
+    BOOL openResource, DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type)
+    : UMDRscRenderTargetCapable(pDevice, hResourceOS, type, openResource), m_Levels(UMDSurfaceCount(pCreate)),
+      m_Usage(usage), m_pSurfList(UMDCopySurfaceList(pCreate)), m_SurfCount(UMDSurfaceCount(pCreate)),
+      m_bLocked(false), m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
+{
+    m_bIsRenderTarget = pCreate->Flags.RenderTarget;
+    m_bIsPrimary = pCreate->Flags.Primary;
+    m_bIsSharedResource = pCreate->Flags.SharedResource;
+
+    const D3DDDI_SURFACEINFO surface = UMDFirstSurface(pCreate);
+    m_Width = surface.Width;
+    m_Height = surface.Height;
+    m_Format = pCreate->Format;
+    m_Pool = pool;
+}
+
+UMDRscTexture::UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_OPENRESOURCE* pOpen,
+    BOOL openResource, DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type)
+    : UMDRscRenderTargetCapable(pDevice, hResourceOS, type, openResource), m_Levels(0), m_Usage(usage), m_SurfCount(0),
+      m_bLocked(false), m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
+{
+    m_Pool = pool;
+    if (pOpen->NumAllocations && pOpen->pOpenAllocationInfo)
+        InternalTakeOpened(pOpen->pOpenAllocationInfo[0]);
+}
+
+UMDRscTexture::~UMDRscTexture() = default;
+
+void UMDRscTexture::InternalTakeOpened(const D3DDDI_OPENALLOCATIONINFO& allocation)
+{
+    UMDAllocationPrivateData record = {};
+    if (!UMDReadAllocationPrivateData(allocation.pPrivateDriverData, allocation.PrivateDriverDataSize, &record) ||
+        record.TextureKind != UMDRESOURCETYPE_TEXTURE)
+        return;
+    D3DDDI_RESOURCEFLAGS flags = {};
+    flags.Value = record.ResourceFlags;
+    m_bIsRenderTarget = flags.RenderTarget;
+    m_bIsOpenedShared = true;
+    m_Width = record.Width;
+    m_Height = record.Height;
+    m_Format = static_cast<D3DDDIFORMAT>(record.Format);
+    m_Pool = static_cast<D3DPOOL>(record.Pool);
+    m_Usage = record.Usage;
+    m_Levels = record.Levels;
+    m_hAllocation = allocation.hAllocation;
+    // Shared handles are 32 bits wide in the record and widen with their sign, as all handles that processes share.
+    m_SharedHandle = reinterpret_cast<HANDLE>(static_cast<INT_PTR>(static_cast<INT>(record.SharedHandle)));
+
+    // The other process's record gives the count: one that Open refuses is not worth its memory.
+    m_SurfCount = m_Levels;
+    if (m_SurfCount == 0 || m_SurfCount > kMaxLevels)
+        return;
+    m_pSurfList = UMDNewSurfaceList(m_SurfCount);
+    if (m_pSurfList)
+    {
+        m_pSurfList[0].Width = m_Width;
+        m_pSurfList[0].Height = m_Height;
+    }
+}
+
+HRESULT UMDRscTexture::Create()
+{
+    if (!m_pDeviceDelegated)
+        return UMDFail(E_FAIL, L"UMDRscTexture::Create failed! m_pDeviceDelegated = NULL\n");
+    if (m_SurfCount == 0 || m_SurfCount > kMaxLevels)
+        return UMDFail(E_FAIL, L"UMDRscTexture::Create failed! m_SurfCount = %d\n", m_SurfCount);
+
+    if (m_bIsRenderTarget)
+    {
+        m_Pool = D3DPOOL_DEFAULT;
+        m_Usage = D3DUSAGE_RENDERTARGET;
+    }
+    HANDLE sharedHandle = nullptr;
+    HANDLE* pSharedHandle = m_bIsSharedResource ? &sharedHandle : nullptr;
+    const HRESULT hr = m_pDeviceDelegated->CreateTexture(m_Width, m_Height, m_Levels, m_Usage,
+        static_cast<D3DFORMAT>(m_Format), m_Pool, m_pTexture.Put(), pSharedHandle);
+    m_SharedHandle = sharedHandle;
+    if (FAILED(hr))
+        return UMDFail(hr, L"UMDRscTexture::Create CreateTexture failed! 0x%x\n", hr);
+    UMD_TRACE(UMDTRACE_RESOURCE,
+        L"UMDRscTexture::Create Resource:0x%x m_pTexture 0x%x m_bIsRenderTarget %d m_bIsSharedResource %d pSharedHandle=0x%x *pSharedHandle=0x%x\n",
+        UMDLow32(this), UMDLow32(m_pTexture.Get()), m_bIsRenderTarget, m_bIsSharedResource, UMDLow32(pSharedHandle),
+        UMDLow32(sharedHandle));
+
+    UMDGetFormatBytes(m_Format, &m_BytesPerPixel);
+    if (HRESULT hrLevels = InternalGetLevels(); FAILED(hrLevels))
+        return hrLevels;
+    if (m_bIsRenderTarget && m_bIsSharedResource)
+        InternalAllocate();
+    return S_OK;
+}
+
+HRESULT UMDRscTexture::Open()
+{
+    if (!m_pDeviceDelegated)
+        return UMDFail(E_FAIL, L"UMDRscTexture::Open failed! m_pDeviceDelegated = NULL\n");
+    if (m_SurfCount == 0 || m_SurfCount > kMaxLevels)
+        return UMDFail(E_FAIL, L"UMDRscTexture::Open failed! m_SurfCount = %d\n", m_SurfCount);
+
+    const HRESULT hr = m_pDeviceDelegated->CreateTexture(m_Width, m_Height, m_Levels, m_Usage,
+        static_cast<D3DFORMAT>(m_Format), m_Pool, m_pTexture.Put(), &m_SharedHandle);
+    if (FAILED(hr))
+        return UMDFail(hr, L"UMDRscTexture::Open CreateTexture failed! 0x%x\n", hr);
+    UMDGetFormatBytes(m_Format, &m_BytesPerPixel);
+    if (HRESULT hrLevels = InternalGetLevels(); FAILED(hrLevels))
+        return hrLevels;
+    UMD_TRACE(UMDTRACE_RESOURCE,
+        L"UMDRscTexture::Open Resource:0x%x m_pTexture 0x%x Width:%d Height:%d Format:%d SharedHandle:0x%x hAllocation:0x%x\n",
+        UMDLow32(this), UMDLow32(m_pTexture.Get()), m_Width, m_Height, m_Format, UMDLow32(m_SharedHandle),
+        m_hAllocation);
+    return S_OK;
+}
+
+HRESULT UMDRscTexture::InternalGetLevels()
+{
+    for (UINT level = 0; level < m_SurfCount; ++level)
+    {
+        if (HRESULT hr = m_pTexture->GetSurfaceLevel(level, m_pLevelSurface[level].Put()); FAILED(hr))
+            return UMDFail(hr, L"UMDRscTexture::Open GetSurfaceLevel failed! 0x%x\n", hr);
+    }
+    return S_OK;
+}
+
+void UMDRscTexture::InternalAllocate()
+{
+    D3DDDI_RESOURCEFLAGS flags = {};
+    flags.Texture = 1;
+    flags.RenderTarget = m_bIsRenderTarget;
+    flags.SharedResource = m_bIsSharedResource;
+
+    UMDAllocationPrivateData record = {};
+    record.Kind = UMDALLOCATIONKIND_OTHER;
+    record.Width = m_Width;
+    record.Height = m_Height;
+    record.Format = m_Format;
+    record.Pool = m_Pool;
+    record.Usage = m_Usage;
+    record.Levels = m_Levels;
+    record.ResourceFlags = flags.Value;
+    record.TextureKind = UMDRESOURCETYPE_TEXTURE;
+    record.DriverHandle = UMDLow32(this);
+    record.SharedHandle = UMDLow32(m_SharedHandle);
+    KernelModeAllocateCb(&record);
+}
+
+void UMDRscTexture::Destroy()
+{
+    if (m_pTexture)
+    {
+        UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscTexture::Destroy m_pTexture:0x%x\n", UMDLow32(m_pTexture.Get()));
+        m_pCurrentSurface = nullptr;
+        for (auto& pSurface : m_pLevelSurface)
+            pSurface.Reset();
+        m_pTexture.Reset();
+    }
+    m_pSurfList.reset();
+    InternalReleaseAllocation();
+    m_pSysMemSurface.Reset();
+}
+
+HRESULT UMDRscTexture::Lock(UINT areaValid, UINT, UINT, void** ppData, UINT* pPitch, DWORD)
+{
+    UMD_TRACE(UMDTRACE_RESOURCE, L"   Lock: Texture 0x%x AreaValid:%d\n", UMDLow32(m_pTexture.Get()), areaValid);
+    if (!m_pTexture)
+        return UMDFail(E_FAIL, L"UMDRscTexture::Lock NULL == m_pTexture!\n");
+    if (!areaValid)
+        return S_OK;
+    D3DLOCKED_RECT locked = {};
+    if (HRESULT hr = m_pTexture->LockRect(0, &locked, nullptr, 0); FAILED(hr))
+        return UMDFail(hr, L"UMDRscTexture::Lock LockRect failed!\n");
+    *ppData = locked.pBits;
+    *pPitch = static_cast<UINT>(locked.Pitch);
+    m_bLocked = true;
+    return S_OK;
+}
+
+HRESULT UMDRscTexture::Unlock()
+{
+    UMD_TRACE(UMDTRACE_RESOURCE, L"   Unlock: Texture 0x%x\n", UMDLow32(m_pTexture.Get()));
+    if (!m_pTexture)
+        return E_FAIL;
+    if (!m_bLocked)
+        return S_OK;
+    if (HRESULT hr = m_pTexture->UnlockRect(0); FAILED(hr))
+        UMDFail(hr, L"UMDRscTexture::Lock UnlockRect failed!\n");
+    m_bLocked = false;
+    return S_OK;
+}
+
+IDirect3DSurface9* UMDRscTexture::GetSurface(UINT, UINT level)
+{
+    m_pCurrentSurface = level < kMaxLevels ? m_pLevelSurface[level].Get() : nullptr;
+    return m_pCurrentSurface;
+}
+
+HRESULT UMDRscTexture::CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch)
+{
+    if (!m_hAllocation)
+        return UMDFail(E_FAIL, L"UMDRscTexture::CopyFrom m_hAllocation is NULL\n");
+    void* pData = nullptr;
+    if (HRESULT hr = KernelModeLockCb(&pData); FAILED(hr))
+        return UMDFail(hr, L"UMDRscTexture::CopyFrom KernelModeLockCb failed! 0x%x\n", hr);
+
+    UMDImgProcCopy(static_cast<BYTE*>(pData), m_Width * bytesPerPixel, pSrc, srcPitch,
+        UMDFittingPixels(std::min(width, m_Width), srcPitch, bytesPerPixel), std::min(height, m_Height), bytesPerPixel);
+
+    const HRESULT hr = KernelModeUnlockCb();
+    if (FAILED(hr))
+        UMDFail(hr, L"UMDRscTexture::CopyFrom KernelModeUnlockCb failed! 0x%x\n", hr);
+    return hr;
+}
+
+HRESULT UMDRscTexture::CopyTo(BYTE*, UINT, UINT, UINT, UINT)
+{
+    return E_NOTIMPL;
+}
+
+HRESULT UMDRscTexture::WriteToDelegated(UINT level, const RECT* pRect)
+{
+    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscTexture::WriteToDelegated %d\n", level);
+    if (!m_pSurfList || level >= m_SurfCount)
+        return UMDFail(E_FAIL, L"UMDRscTexture::WriteToDelegated failed! m_SurfCount >= StreamOffset\n");
+    const D3DDDI_SURFACEINFO& memory = m_pSurfList[level];
+    if (!memory.pSysMem)
+        return S_OK;
+
+    IDirect3DSurface9* pSurface = GetSurface(0, level);
+    D3DLOCKED_RECT locked = {};
+    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
+        return UMDFail(hr, L"UMDRscTexture::WriteToDelegated LockRect failed! 0x%x\n", hr);
+    UMDCopyToLocked(locked, memory, level == 0 ? pRect : nullptr, m_BytesPerPixel);
+    if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
+        return UMDFail(hr, L"UMDRscTexture::WriteToDelegated UnlockRect failed! 0x%x\n", hr);
+    return S_OK;
+}
+
+HRESULT UMDRscTexture::WriteFromDelegated(UINT level)
+{
+    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscTexture::WriteFromDelegated %d\n", level);
+    if (!m_pSurfList || level >= m_SurfCount)
+        return UMDFail(E_FAIL, L"UMDRscTexture::WriteFromDelegated failed! m_SurfCount >= StreamOffset\n");
+    const D3DDDI_SURFACEINFO& memory = m_pSurfList[level];
+    if (!memory.pSysMem)
+        return S_OK;
+
+    IDirect3DSurface9* pSurface = GetSurface(0, level);
+    D3DLOCKED_RECT locked = {};
+    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
+        return UMDFail(hr, L"UMDRscTexture::WriteFromDelegated LockRect failed! 0x%x\n", hr);
+    UMDCopyFromLocked(memory, locked, m_BytesPerPixel);
+    if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
+        return UMDFail(hr, L"UMDRscTexture::WriteFromDelegated UnlockRect failed! 0x%x\n", hr);
+    return S_OK;
+}
