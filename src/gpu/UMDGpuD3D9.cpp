@@ -69,10 +69,13 @@ HRESULT UMDGpuD3D9::InternalDeviceRetrieveFromClientDll(HMODULE hClientDll, IDir
             GetLastError());
     m_TessloVirtualMonitorReserved2 =
         UMDClientLibraryExport<TessloVirtualMonitorReserved2Function>(hClientDll, TESSLO_CLIENT_RESERVED2);
-    // A library that promises a device and stores none has failed all the same.
-    if (!pReserved1(m_hWnd, ppDevice) || !*ppDevice)
+    // What a library that declines leaves behind is not ours to release; one that promises a device and stores none
+    // has failed all the same.
+    IDirect3DDevice9Ex* pDevice = nullptr;
+    if (!pReserved1(m_hWnd, &pDevice) || !pDevice)
         return UMDFail(E_FAIL,
             L"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll m_TessloVirtualMonitorReserved1() failed!\n");
+    *ppDevice = pDevice;
     return S_OK;
 }
 

@@ -97,7 +97,9 @@ void UMDThreadGpuD3D9::InternalMessageLoop()
     const HANDLE events[] = {m_hEventExecuteFunction, m_hEventRequestExit};
     for (;;)
     {
-        const DWORD result = MsgWaitForMultipleObjects(ARRAYSIZE(events), events, FALSE, INFINITE, QS_ALLPOSTMESSAGE);
+        // Messages that an earlier look at the queue left there count as well, else a burst would stay in it.
+        const DWORD result = MsgWaitForMultipleObjectsEx(
+            ARRAYSIZE(events), events, INFINITE, QS_ALLPOSTMESSAGE, MWMO_INPUTAVAILABLE);
         switch (result)
         {
         case WAIT_OBJECT_0:

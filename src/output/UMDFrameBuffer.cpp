@@ -25,6 +25,9 @@ HRESULT UMDFrameBuffer::DuplicateFrameBuffer(
     m_nIndex = m_nIndex == UMD_FRAMEBUFFER_SLOT_COUNT - 1 ? 0 : m_nIndex + 1;
     IDirect3DSurface9** ppSurface = &m_pSurface[m_nIndex];
     UMDFrameMemory** ppSurfaceMalloc = &m_pSurfaceMalloc[m_nIndex];
+    // What a shortage of memory left of the slot when it was made.
+    if (*ppSurface && !*ppSurfaceMalloc)
+        m_Surface.Destroy(ppSurface, ppSurfaceMalloc);
     if (!*ppSurface)
     {
         if (HRESULT hr = m_Surface.Create(m_pDevice, ppSurface, ppSurfaceMalloc, width, height, format); FAILED(hr))

@@ -1,6 +1,7 @@
 #include "output/UMDFrameMemory.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 UMDFrameMemory* UMDFrameMemory::Create(std::size_t bytes)
@@ -9,12 +10,13 @@ UMDFrameMemory* UMDFrameMemory::Create(std::size_t bytes)
     if (!pMemory)
         return nullptr;
     pMemory->m_References = 1;
-    pMemory->m_pBits = static_cast<BYTE*>(std::calloc(bytes, 1));
+    pMemory->m_pBits = static_cast<BYTE*>(std::malloc(bytes));
     if (!pMemory->m_pBits)
     {
         delete pMemory;
         return nullptr;
     }
+    std::memset(pMemory->m_pBits, 0, bytes);
     return pMemory;
 }
 

@@ -88,8 +88,9 @@ bool UMDThreadFrameBuffer::FrameBufferAvailable(
     }
     if (HRESULT hr = m_pFrameBuffer->DuplicateFrameBuffer(pSrcSurface, width, height, format); FAILED(hr))
     {
+        // The text has two conversions: the result fills both.
         UMD_TRACE(UMDTRACE_ERROR,
-            L"UMDThreadFrameBuffer::FrameBufferAvailable DuplicateFrameBuffer failed! hResult:%0x%x\n", hr);
+            L"UMDThreadFrameBuffer::FrameBufferAvailable DuplicateFrameBuffer failed! hResult:%0x%x\n", hr, hr);
         return false;
     }
     InternalPublishFrame(width, height, rotation);
