@@ -59,3 +59,19 @@ inline HANDLE ToHandle(UMDRscBase* pResource)
 {
     return pResource;
 }
+
+// What a trace shows of a handle that may be null.
+inline UMDRESOURCETYPE ResourceTypeOrNone(HANDLE hResource)
+{
+    return hResource ? ToResource(hResource)->GetType() : UMDRESOURCETYPE_NONE;
+}
+
+inline UINT ResourceTypeOrZero(HANDLE hResource)
+{
+    return hResource ? ToResource(hResource)->GetType() : 0;
+}
+
+inline UINT ResourcePoolOrZero(HANDLE hResource)
+{
+    return hResource ? ToResource(hResource)->GetPool() : 0;
+}

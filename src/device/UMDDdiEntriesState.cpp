@@ -1,0 +1,164 @@
+// Entries that change the state of the pipeline.
+#include "device/UMDDdiDevice.h"
+#include "device/UMDDdiEntries.h"
+#include "device/UMDGuard.h"
+#include "resources/UMDRscBase.h"
+#include "util/UMDUtilDebugTrace.h"
+
+// The two busiest entries trace nothing.
+HRESULT APIENTRY UMDDdiSetRenderState(HANDLE hDevice, const D3DDDIARG_RENDERSTATE* pRenderState)
+{
+    return UMDGuard(__func__, [&] { return ToDevice(hDevice).SetRenderState(pRenderState); });
+}
+
+HRESULT APIENTRY UMDDdiSetTextureStageState(HANDLE hDevice, const D3DDDIARG_TEXTURESTAGESTATE* pTextureStageState)
+{
+    return UMDGuard(__func__, [&] { return ToDevice(hDevice).SetTextureStageState(pTextureStageState); });
+}
+
+HRESULT APIENTRY UMDDdiUpdateWInfo(HANDLE hDevice, const D3DDDIARG_WINFO* pWInfo)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiUpdateWInfo\n");
+        return ToDevice(hDevice).UpdateWInfo(pWInfo);
+    });
+}
+
+HRESULT APIENTRY UMDDdiValidateDevice(HANDLE hDevice, D3DDDIARG_VALIDATETEXTURESTAGESTATE* pValidate)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiValidateDevice NumPasses:%d\n", pValidate->NumPasses);
+        return ToDevice(hDevice).ValidateDevice(pValidate);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetTexture(HANDLE hDevice, UINT stage, HANDLE hTexture)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetTexture Stage:%d hTexture:0x%x [Type:%d Pool:%d]\n", stage,
+            UMDLow32(hTexture), ResourceTypeOrZero(hTexture), ResourcePoolOrZero(hTexture));
+        return ToDevice(hDevice).SetTexture(stage, hTexture);
+    });
+}
+
+HRESULT APIENTRY UMDDdiMultiplyTransform(HANDLE hDevice, const D3DDDIARG_MULTIPLYTRANSFORM* pTransform)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiMultiplyTransform\n");
+        return ToDevice(hDevice).MultiplyTransform(pTransform);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetTransform(HANDLE hDevice, const D3DDDIARG_SETTRANSFORM* pTransform)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetTransform\n");
+        return ToDevice(hDevice).SetTransform(pTransform);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetViewport(HANDLE hDevice, const D3DDDIARG_VIEWPORTINFO* pViewport)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetViewport Width:%d Height:%d X:%d Y:%d\n", pViewport->Width,
+            pViewport->Height, pViewport->X, pViewport->Y);
+        return ToDevice(hDevice).SetViewport(pViewport);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetZRange(HANDLE hDevice, const D3DDDIARG_ZRANGE* pZRange)
+{
+    return UMDGuard(__func__, [&] {
+        // Whole numbers: the range's ends are 0 and 1 in all but rare cases.
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetZRange MinZ:%d MaxZ:%d\n", static_cast<int>(pZRange->MinZ),
+            static_cast<int>(pZRange->MaxZ));
+        return ToDevice(hDevice).SetZRange(pZRange);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetMaterial(HANDLE hDevice, const D3DDDIARG_SETMATERIAL* pMaterial)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetMaterial\n");
+        return ToDevice(hDevice).SetMaterial(pMaterial);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetLight(HANDLE hDevice, const D3DDDIARG_SETLIGHT* pSetLight, const D3DDDI_LIGHT* pLight)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetLight\n");
+        return ToDevice(hDevice).SetLight(pSetLight, pLight);
+    });
+}
+
+HRESULT APIENTRY UMDDdiCreateLight(HANDLE hDevice, const D3DDDIARG_CREATELIGHT* pCreateLight)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiCreateLight\n");
+        return ToDevice(hDevice).CreateLight(pCreateLight);
+    });
+}
+
+HRESULT APIENTRY UMDDdiDestroyLight(HANDLE hDevice, const D3DDDIARG_DESTROYLIGHT* pDestroyLight)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDestroyLight\n");
+        return ToDevice(hDevice).DestroyLight(pDestroyLight);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetClipPlane(HANDLE hDevice, const D3DDDIARG_SETCLIPPLANE* pSetClipPlane)
+{
+    return UMDGuard(__func__, [&] {
+        // The plane shows as the address of its four coefficients.
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetClipPlane pSetClipPlane:0x%x Index:%d Plane:%d\n",
+            UMDLow32(pSetClipPlane), pSetClipPlane->Index, UMDLow32(pSetClipPlane->Plane));
+        return ToDevice(hDevice).SetClipPlane(pSetClipPlane);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetScissorRect(HANDLE hDevice, const RECT* pRect)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetScissorRect pRect:0x%x left:%d right:%d top:%d bottom:%d\n",
+            UMDLow32(pRect), pRect->left, pRect->right, pRect->top, pRect->bottom);
+        return ToDevice(hDevice).SetScissorRect(pRect);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetConvolutionKernelMono(HANDLE hDevice, const D3DDDIARG_SETCONVOLUTIONKERNELMONO* pKernel)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetConvolutionKernelMono\n");
+        return ToDevice(hDevice).SetConvolutionKernelMono(pKernel);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetRenderTarget(HANDLE hDevice, const D3DDDIARG_SETRENDERTARGET* pSetRT)
+{
+    return UMDGuard(__func__, [&] {
+        const D3DDDIARG_SETRENDERTARGET shown = pSetRT ? *pSetRT : D3DDDIARG_SETRENDERTARGET{};
+        UMD_TRACE(UMDTRACE_DDI | UMDTRACE_RESOURCE,
+            L"=> UMDDdiSetRenderTarget hRenderTarget:0x%x [Type:%d] RenderTargetIndex:%d SubResourceIndex:0x%x\n",
+            UMDLow32(shown.hRenderTarget), ResourceTypeOrZero(shown.hRenderTarget), shown.RenderTargetIndex,
+            shown.SubResourceIndex);
+        return ToDevice(hDevice).SetRenderTarget(pSetRT);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetDepthStencil(HANDLE hDevice, const D3DDDIARG_SETDEPTHSTENCIL* pSetDepthStencil)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetDepthStencil hZBuffer:0x%x\n", UMDLow32(pSetDepthStencil->hZBuffer));
+        return ToDevice(hDevice).SetDepthStencil(pSetDepthStencil);
+    });
+}
+
+HRESULT APIENTRY UMDDdiGenerateMipSubLevels(HANDLE hDevice, const D3DDDIARG_GENERATEMIPSUBLEVELS* pGenerate)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiGenerateMipSubLevels\n");
+        return ToDevice(hDevice).GenerateMipSubLevels(pGenerate);
+    });
+}

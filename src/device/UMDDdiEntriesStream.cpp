@@ -1,0 +1,87 @@
+// Entries that bind vertex and index data, and the draws.
+#include "device/UMDDdiDevice.h"
+#include "device/UMDDdiEntries.h"
+#include "device/UMDGuard.h"
+#include "util/UMDUtilDebugTrace.h"
+
+HRESULT APIENTRY UMDDdiSetStreamSourceUM(
+    HANDLE hDevice, const D3DDDIARG_SETSTREAMSOURCEUM* pSetUMStream, const void* pData)
+{
+    return UMDGuard(__func__, [&] {
+        const D3DDDIARG_SETSTREAMSOURCEUM shown = pSetUMStream ? *pSetUMStream : D3DDDIARG_SETSTREAMSOURCEUM{};
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetStreamSourceUM Stream:%d Stride:%d pData:0x%x\n", shown.Stream,
+            shown.Stride, UMDLow32(pData));
+        return ToDevice(hDevice).SetStreamSourceUM(pSetUMStream, pData);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetIndices(HANDLE hDevice, const D3DDDIARG_SETINDICES* pSetIndices)
+{
+    return UMDGuard(__func__, [&] {
+        const D3DDDIARG_SETINDICES shown = pSetIndices ? *pSetIndices : D3DDDIARG_SETINDICES{};
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetIndices pSetIndices:0x%x Stride:%d hIndexBuffer:0x%x\n",
+            UMDLow32(pSetIndices), shown.Stride, UMDLow32(shown.hIndexBuffer));
+        return ToDevice(hDevice).SetIndices(pSetIndices);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetStreamSource(HANDLE hDevice, const D3DDDIARG_SETSTREAMSOURCE* pSetStreamSource)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI | UMDTRACE_RESOURCE,
+            L"=> UMDDdiSetStreamSource hVertexBuffer:0x%x Stream:%d Offset:%d Stride:%d \n",
+            UMDLow32(pSetStreamSource->hVertexBuffer), pSetStreamSource->Stream, pSetStreamSource->Offset,
+            pSetStreamSource->Stride);
+        return ToDevice(hDevice).SetStreamSource(pSetStreamSource);
+    });
+}
+
+HRESULT APIENTRY UMDDdiSetStreamSourceFreq(HANDLE hDevice, const D3DDDIARG_SETSTREAMSOURCEFREQ* pFreq)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetStreamSourceFreq\n");
+        return ToDevice(hDevice).SetStreamSourceFreq(pFreq);
+    });
+}
+
+HRESULT APIENTRY UMDDdiDrawPrimitive(HANDLE hDevice, const D3DDDIARG_DRAWPRIMITIVE* pDraw, const UINT* pEdgeFlags)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI,
+            L"=> UMDDdiDrawPrimitive pEdgeFlags:0x%x PrimitiveCount:%d PrimitiveType:%d VStart:%d\n",
+            UMDLow32(pEdgeFlags), pDraw->PrimitiveCount, pDraw->PrimitiveType, pDraw->VStart);
+        return ToDevice(hDevice).DrawPrimitive(pDraw);
+    });
+}
+
+HRESULT APIENTRY UMDDdiDrawIndexedPrimitive(HANDLE hDevice, const D3DDDIARG_DRAWINDEXEDPRIMITIVE* pDraw)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI,
+            L"=> UMDDdiDrawIndexedPrimitive PrimitiveType:%d BaseVertexIndex:%d MinIndex:%d NumVertices:%d StartIndex:%d PrimitiveCount:%d\n",
+            pDraw->PrimitiveType, pDraw->BaseVertexIndex, pDraw->MinIndex, pDraw->NumVertices, pDraw->StartIndex,
+            pDraw->PrimitiveCount);
+        return ToDevice(hDevice).DrawIndexedPrimitive(pDraw);
+    });
+}
+
+HRESULT APIENTRY UMDDdiDrawPrimitive2(HANDLE hDevice, const D3DDDIARG_DRAWPRIMITIVE2* pDraw)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDrawPrimitive2 PrimitiveType:0x%x FirstVertexOffset:%d PrimitiveCount:%d\n",
+            pDraw->PrimitiveType, pDraw->FirstVertexOffset, pDraw->PrimitiveCount);
+        return ToDevice(hDevice).DrawPrimitive2(pDraw);
+    });
+}
+
+HRESULT APIENTRY UMDDdiDrawIndexedPrimitive2(HANDLE hDevice, const D3DDDIARG_DRAWINDEXEDPRIMITIVE2* pDraw,
+    UINT indexSize, const void* pIndices, const UINT*)
+{
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI,
+            L"=> UMDDdiDrawIndexedPrimitive2 PrimitiveType:0x%x BaseVertexOffset:%d NumVertices:%d PrimitiveCount:%d pIndices:0x%x\n",
+            pDraw->PrimitiveType, pDraw->BaseVertexOffset, pDraw->NumVertices, pDraw->PrimitiveCount,
+            UMDLow32(pIndices));
+        return ToDevice(hDevice).DrawIndexedPrimitive2(pDraw, indexSize, pIndices);
+    });
+}
