@@ -6,14 +6,19 @@
 
 namespace
 {
-/// The part of a rectangle that lies inside the surface: the runtime's memory ends there.
-RECT Inside(const RECT& rect, const D3DDDI_SURFACEINFO& memory)
+/// The part of a rectangle that lies inside an image: the runtime's memory ends there.
+RECT Inside(const RECT& rect, UINT width, UINT height)
 {
-    const LONG width = static_cast<LONG>(memory.Width);
-    const LONG height = static_cast<LONG>(memory.Height);
-    const LONG left = std::clamp(rect.left, 0L, width);
-    const LONG top = std::clamp(rect.top, 0L, height);
-    return {left, top, std::clamp(rect.right, left, width), std::clamp(rect.bottom, top, height)};
+    const LONG right = static_cast<LONG>(width);
+    const LONG bottom = static_cast<LONG>(height);
+    const LONG left = std::clamp(rect.left, 0L, right);
+    const LONG top = std::clamp(rect.top, 0L, bottom);
+    return {left, top, std::clamp(rect.right, left, right), std::clamp(rect.bottom, top, bottom)};
+}
+
+UINT FittingPixelsOfBoth(const D3DDDI_SURFACEINFO& memory, UINT lockedPitch, UINT bytesPerPixel)
+{
+    return UMDFittingPixels(memory.Width, std::min(memory.SysMemPitch, lockedPitch), bytesPerPixel);
 }
 }
 
@@ -26,11 +31,9 @@ void UMDCopyToLocked(
     const D3DLOCKED_RECT& locked, const D3DDDI_SURFACEINFO& memory, const RECT* pRect, UINT bytesPerPixel)
 {
     const UINT lockedPitch = static_cast<UINT>(locked.Pitch);
-    const UINT rowPixels = UMDFittingPixels(
-        UMDFittingPixels(memory.Width, memory.SysMemPitch, bytesPerPixel), lockedPitch, bytesPerPixel);
-    RECT area = {0, 0, static_cast<LONG>(rowPixels), static_cast<LONG>(memory.Height)};
-    if (pRect)
-        area = Inside(*pRect, {rowPixels, memory.Height, 0, nullptr, 0, 0});
+    const UINT width = FittingPixelsOfBoth(memory, lockedPitch, bytesPerPixel);
+    const RECT whole = {0, 0, static_cast<LONG>(width), static_cast<LONG>(memory.Height)};
+    const RECT area = pRect ? Inside(*pRect, width, memory.Height) : whole;
 
     const std::size_t left = static_cast<std::size_t>(area.left) * bytesPerPixel;
     const std::size_t top = static_cast<std::size_t>(area.top);
@@ -43,9 +46,9 @@ void UMDCopyToLocked(
 void UMDCopyFromLocked(const D3DDDI_SURFACEINFO& memory, const D3DLOCKED_RECT& locked, UINT bytesPerPixel)
 {
     const UINT lockedPitch = static_cast<UINT>(locked.Pitch);
-    const UINT rowPixels = UMDFittingPixels(
-        UMDFittingPixels(memory.Width, memory.SysMemPitch, bytesPerPixel), lockedPitch, bytesPerPixel);
-    // The record's memory is the runtime's to read for the driver's uploads, and the driver's to refresh here.
-    UMDImgProcCopy(static_cast<BYTE*>(const_cast<void*>(memory.pSysMem)), memory.SysMemPitch,
-        static_cast<const BYTE*>(locked.pBits), lockedPitch, rowPixels, memory.Height, bytesPerPixel);
+    const UINT width = FittingPixelsOfBoth(memory, lockedPitch, bytesPerPixel);
+    // The runtime declares its memory as read by the driver's uploads; this is the one place that refreshes it.
+    BYTE* pMemory = static_cast<BYTE*>(const_cast<void*>(memory.pSysMem));
+    UMDImgProcCopy(pMemory, memory.SysMemPitch, static_cast<const BYTE*>(locked.pBits), lockedPitch, width,
+        memory.Height, bytesPerPixel);
 }
