@@ -41,6 +41,45 @@ std::unique_ptr<HostResource> HostDevice::CreateRenderTarget(UINT width, UINT he
     return std::make_unique<HostResource>(*this, description);
 }
 
+std::unique_ptr<HostResource> HostDevice::CreateRenderTargetTexture(UINT width, UINT height)
+{
+    HostResourceDescription description;
+    description.m_Width = width;
+    description.m_Height = height;
+    description.m_Flags.RenderTarget = 1;
+    description.m_Flags.Texture = 1;
+    return std::make_unique<HostResource>(*this, description);
+}
+
+std::unique_ptr<HostResource> HostDevice::CreateTexture(const HostImage& image)
+{
+    HostResourceDescription description;
+    description.m_Width = image.m_Width;
+    description.m_Height = image.m_Height;
+    description.m_Flags.Texture = 1;
+    auto pTexture = std::make_unique<HostResource>(*this, description);
+    description.m_Pool = D3DDDIPOOL_SYSTEMMEM;
+    description.m_SystemMemoryPitch = image.m_Width * 4;
+    HostResource copy(*this, description);
+    std::memcpy(copy.SystemMemory(), image.m_Pixels.data(), image.m_Pixels.size() * sizeof(UINT));
+    D3DDDIARG_TEXBLT arg{};
+    arg.hDstResource = pTexture->Handle();
+    arg.hSrcResource = copy.Handle();
+    arg.SrcRect = copy.Rect();
+    HostCheck(m_Functions.pfnTexBlt(m_hDevice, &arg), "pfnTexBlt");
+    return pTexture;
+}
+
+std::unique_ptr<HostResource> HostDevice::CreateDepthStencil(UINT width, UINT height)
+{
+    HostResourceDescription description;
+    description.m_Width = width;
+    description.m_Height = height;
+    description.m_Format = D3DFMT_D24S8;
+    description.m_Flags.ZBuffer = 1;
+    return std::make_unique<HostResource>(*this, description);
+}
+
 void HostDevice::SetRenderTarget(const HostResource& target)
 {
     D3DDDIARG_SETRENDERTARGET arg{};
@@ -52,12 +91,28 @@ void HostDevice::SetRenderTarget(const HostResource& target)
     HostCheck(m_Functions.pfnSetViewport(m_hDevice, &viewport), "pfnSetViewport");
 }
 
+void HostDevice::SetDepthStencil(const HostResource* pDepthStencil)
+{
+    D3DDDIARG_SETDEPTHSTENCIL arg{};
+    arg.hZBuffer = pDepthStencil != nullptr ? pDepthStencil->Handle() : nullptr;
+    HostCheck(m_Functions.pfnSetDepthStencil(m_hDevice, &arg), "pfnSetDepthStencil");
+}
+
 void HostDevice::Clear(UINT color, std::span<const RECT> rects)
 {
     D3DDDIARG_CLEAR arg{};
     arg.Flags = D3DCLEAR_TARGET;
     arg.FillColor = color;
     HostCheck(m_Functions.pfnClear(m_hDevice, &arg, static_cast<UINT>(rects.size()), rects.data()), "pfnClear");
+}
+
+void HostDevice::ClearAll(UINT color, float depth)
+{
+    D3DDDIARG_CLEAR arg{};
+    arg.Flags = D3DCLEAR_TARGET | D3DCLEAR_ZBUFFER;
+    arg.FillColor = color;
+    arg.FillDepth = depth;
+    HostCheck(m_Functions.pfnClear(m_hDevice, &arg, 0, nullptr), "pfnClear");
 }
 
 void HostDevice::ColorFill(const HostResource& target, const RECT& rect, UINT color)
@@ -78,6 +133,19 @@ void HostDevice::Blt(const HostResource& source, const RECT& from, const HostRes
     arg.DstRect = to;
     arg.Flags.Point = 1;
     HostCheck(m_Functions.pfnBlt(m_hDevice, &arg), "pfnBlt");
+}
+
+void HostDevice::WriteBuffer(const HostResource& buffer, const void* pData, UINT bytes)
+{
+    D3DDDIARG_LOCK lock{};
+    lock.hResource = buffer.Handle();
+    lock.Range = {0, bytes};
+    lock.Flags.RangeValid = 1;
+    HostCheck(m_Functions.pfnLock(m_hDevice, &lock), "pfnLock");
+    std::memcpy(lock.pSurfData, pData, bytes);
+    D3DDDIARG_UNLOCK unlock{};
+    unlock.hResource = buffer.Handle();
+    HostCheck(m_Functions.pfnUnlock(m_hDevice, &unlock), "pfnUnlock");
 }
 
 void HostDevice::Flush()

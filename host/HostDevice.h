@@ -33,12 +33,23 @@ public:
 
     std::unique_ptr<HostResource> CreatePrimary(UINT width, UINT height, UINT sourceId, D3DDDI_ROTATION rotation);
     std::unique_ptr<HostResource> CreateRenderTarget(UINT width, UINT height);
+    /// A texture that can be drawn into.
+    std::unique_ptr<HostResource> CreateRenderTargetTexture(UINT width, UINT height);
+    /// A texture with a picture, brought there as the runtime does: from a copy in its own memory, by a blit.
+    std::unique_ptr<HostResource> CreateTexture(const HostImage& image);
+    std::unique_ptr<HostResource> CreateDepthStencil(UINT width, UINT height);
 
     /// Binds target 0, and the viewport to all of it, as the runtime does.
     void SetRenderTarget(const HostResource& target);
+    /// Null for none.
+    void SetDepthStencil(const HostResource* pDepthStencil);
     void Clear(UINT color, std::span<const RECT> rects = {});
+    /// Colour and depth of the whole target.
+    void ClearAll(UINT color, float depth);
     void ColorFill(const HostResource& target, const RECT& rect, UINT color);
     void Blt(const HostResource& source, const RECT& from, const HostResource& target, const RECT& to);
+    /// Fills a vertex or index buffer from its start, through a lock.
+    void WriteBuffer(const HostResource& buffer, const void* pData, UINT bytes);
     void Flush();
     void SetDisplayMode(const HostResource& primary);
     HostFlipTime Flip(const HostResource& primary);

@@ -1,0 +1,61 @@
+// Triangles of one shape, kept in every way that the interface knows, so that each way of drawing can show them.
+#pragma once
+
+#include "HostResource.h"
+
+#include <memory>
+#include <vector>
+
+struct HostVertex
+{
+    float m_Position[3];
+    float m_Normal[3];
+    float m_Texture[2];
+};
+
+/// Where a draw finds its vertices and its indices.
+enum class HostDrawPath
+{
+    UserMemory,           ///< both halves of the picture from the caller's memory
+    UserMemoryIndexed,    ///< vertices and 16-bit indices from the caller's memory
+    SystemBuffer,         ///< vertices from a buffer whose memory is the runtime's
+    SystemBufferIndexed,  ///< the same, indices from the caller's memory
+    VideoBuffer,          ///< vertices from a buffer that is locked and filled through the driver
+    VideoBufferIndexed,   ///< the same, with an index buffer
+};
+
+inline constexpr HostDrawPath kHostDrawPaths[] = {HostDrawPath::UserMemory, HostDrawPath::UserMemoryIndexed,
+    HostDrawPath::SystemBuffer, HostDrawPath::SystemBufferIndexed, HostDrawPath::VideoBuffer,
+    HostDrawPath::VideoBufferIndexed};
+
+class HostMesh
+{
+public:
+    HostMesh(HostDevice& device, std::vector<HostVertex> corners, std::vector<UINT16> indices);
+
+    /// A cube of edge 2 about the origin; every side shows the whole texture.
+    static std::unique_ptr<HostMesh> Cube(HostDevice& device);
+    /// A square of edge 2 at z = 0, facing -z, the texture's top at +y.
+    static std::unique_ptr<HostMesh> Square(HostDevice& device);
+
+    void Draw(HostDrawPath path);
+
+private:
+    UINT TriangleCount() const { return static_cast<UINT>(m_Indices.size() / 3); }
+    void BindMemory(const std::vector<HostVertex>& vertices);
+    void BindBuffer(const HostResource& buffer);
+    void DrawPlain();
+    void DrawPlain2();
+    void DrawIndexed();
+    void DrawIndexed2();
+
+    HostDevice& m_Device;
+    std::vector<HostVertex> m_Corners;  ///< each once
+    std::vector<UINT16> m_Indices;      ///< three a triangle, into the corners
+    std::vector<HostVertex> m_Spread;   ///< three a triangle
+    std::unique_ptr<HostResource> m_pSystemCorners;
+    std::unique_ptr<HostResource> m_pSystemSpread;
+    std::unique_ptr<HostResource> m_pVideoCorners;
+    std::unique_ptr<HostResource> m_pVideoSpread;
+    std::unique_ptr<HostResource> m_pVideoIndices;
+};

@@ -1,0 +1,121 @@
+// tesslo_host.exe as a user starts it.
+#include "support/TemporaryFolder.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+struct Outcome
+{
+    DWORD m_Code;
+    std::string m_Output;
+    std::string m_Errors;
+};
+
+HANDLE CreateInheritable(const std::filesystem::path& path)
+{
+    SECURITY_ATTRIBUTES security = {sizeof(security), nullptr, TRUE};
+    return CreateFileW(
+        path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &security, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+std::string ReadText(const std::filesystem::path& path)
+{
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class HostProgramTest : public testing::Test
+{
+protected:
+    Outcome Run(const std::wstring& arguments)
+    {
+        std::wstring line = L"tesslo_host.exe " + arguments;
+        STARTUPINFOW startup{};
+        startup.cb = sizeof(startup);
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdInput = INVALID_HANDLE_VALUE;
+        startup.hStdOutput = CreateInheritable(m_Folder.Path() / "stdout");
+        startup.hStdError = CreateInheritable(m_Folder.Path() / "stderr");
+        PROCESS_INFORMATION process{};
+        EXPECT_TRUE(CreateProcessW(
+            nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process));
+        CloseHandle(startup.hStdOutput);
+        CloseHandle(startup.hStdError);
+        DWORD code = 0;
+        EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process.hProcess, 120'000));
+        GetExitCodeProcess(process.hProcess, &code);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        return {code, ReadText(m_Folder.Path() / "stdout"), ReadText(m_Folder.Path() / "stderr")};
+    }
+
+    void ExpectOneLine(const Outcome& outcome, const std::string& message)
+    {
+        EXPECT_EQ(1u, outcome.m_Code);
+        EXPECT_EQ("", outcome.m_Output);
+        EXPECT_EQ("tesslo_host: " + message + "\n", outcome.m_Errors);
+    }
+
+    TemporaryFolder m_Folder;
+};
+
+}  // namespace
+
+TEST_F(HostProgramTest, Help_Asked_PrintsAndSucceeds)
+{
+    const Outcome outcome = Run(L"--help");
+    EXPECT_EQ(0u, outcome.m_Code);
+    EXPECT_NE(std::string::npos, outcome.m_Output.find("--every-frame"));
+    EXPECT_EQ("", outcome.m_Errors);
+}
+
+TEST_F(HostProgramTest, BadOption_OneLineAndCode1)
+{
+    ExpectOneLine(Run(L"--source 12"), "--source 12: expected WIDTHxHEIGHT, each 1 to 8192 pixels");
+}
+
+TEST_F(HostProgramTest, DriverMissing_OneLineAndCode1)
+{
+    const Outcome outcome = Run(L"--driver nosuch.dll");
+    EXPECT_EQ(1u, outcome.m_Code);
+    EXPECT_TRUE(outcome.m_Errors.starts_with("tesslo_host: cannot load the driver nosuch.dll: ")) << outcome.m_Errors;
+    EXPECT_TRUE(outcome.m_Errors.ends_with(" (126)\n")) << outcome.m_Errors;
+    EXPECT_EQ(1, std::count(outcome.m_Errors.begin(), outcome.m_Errors.end(), '\n'));
+}
+
+TEST_F(HostProgramTest, ClientLibraryMissing_OneLineAndCode1)
+{
+    ExpectOneLine(Run(L"--client nosuch.dll"), "the driver could not load the client library nosuch.dll");
+}
+
+TEST_F(HostProgramTest, OutputIsAFile_OneLineAndCode1)
+{
+    std::ofstream(m_Folder.Path() / "taken") << "x";
+    const Outcome outcome = Run(L"--out \"" + (m_Folder.Path() / "taken").wstring() + L"\"");
+    EXPECT_EQ(1u, outcome.m_Code);
+    EXPECT_TRUE(outcome.m_Errors.starts_with("tesslo_host: cannot make the folder ")) << outcome.m_Errors;
+    EXPECT_EQ(outcome.m_Errors.size() - 1, outcome.m_Errors.find('\n')) << outcome.m_Errors;
+}
+
+TEST_F(HostProgramTest, TwoSourcesEveryFrame_AllDeliveredAndTold)
+{
+    const std::filesystem::path folder = m_Folder.Path() / "pictures";
+    const Outcome outcome = Run(L"--source 160x120 --source 100x80 --rotation 0 --rotation 90 --frames 6 --every-frame "
+                                L"--trace 0x202 --out \"" + folder.wstring() + L"\"");
+    EXPECT_EQ(0u, outcome.m_Code) << outcome.m_Errors;
+    EXPECT_NE(std::string::npos, outcome.m_Output.find("100 %: 6 of 6 frames\n")) << outcome.m_Output;
+    EXPECT_NE(std::string::npos, outcome.m_Output.find("\n0       160x120            0          6          6        0"))
+        << outcome.m_Output;
+    EXPECT_NE(std::string::npos, outcome.m_Output.find("\n1       100x80            90          6          6        0"))
+        << outcome.m_Output;
+    EXPECT_TRUE(std::filesystem::exists(folder / "source1-frame000005.png"));
+    const std::string trace = ReadText(folder / "trace.log");
+    EXPECT_NE(std::string::npos, trace.find("=> UMDDdiPresent hSrcResource:0x"));
+}
