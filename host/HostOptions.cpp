@@ -31,8 +31,9 @@ HostSource ParseSource(const std::string& text)
     if (cross == std::string::npos)
         throw HostError(what);
     const std::string_view view = text;
-    const HostSource source = {
-        ParseNumber(view.substr(0, cross), 10, what), ParseNumber(view.substr(cross + 1), 10, what), 0};
+    HostSource source;
+    source.m_Width = ParseNumber(view.substr(0, cross), 10, what);
+    source.m_Height = ParseNumber(view.substr(cross + 1), 10, what);
     if (source.m_Width < 1 || source.m_Width > kSizeMax || source.m_Height < 1 || source.m_Height > kSizeMax)
         throw HostError(what);
     return source;
@@ -45,21 +46,45 @@ DWORD ParseMask(const std::string& text)
     return ParseNumber(std::string_view(text).substr(bHex ? 2 : 0), bHex ? 16 : 10, what);
 }
 
-std::vector<HostSource> MakeSources(const std::vector<std::string>& sizes, const std::vector<std::string>& rotations)
+UINT ParseRotation(const std::string& text)
+{
+    if (text != "0" && text != "90" && text != "180" && text != "270")
+        throw HostError("--rotation " + text + ": expected 0, 90, 180 or 270");
+    return ParseNumber(text, 10, text);
+}
+
+HostSceneKind ParseScene(const std::string& text)
+{
+    if (text == "turning")
+        return HostSceneKind::Turning;
+    if (text == "fill")
+        return HostSceneKind::Fill;
+    throw HostError("--scene " + text + ": expected turning or fill");
+}
+
+// The texts of options that may be given once for each source.
+struct SourceTexts
+{
+    std::vector<std::string> m_Sizes;
+    std::vector<std::string> m_Rotations;
+    std::vector<std::string> m_Scenes;
+};
+
+std::vector<HostSource> MakeSources(const SourceTexts& texts)
 {
     std::vector<HostSource> sources;
-    for (const std::string& size : sizes)
+    for (const std::string& size : texts.m_Sizes)
         sources.push_back(ParseSource(size));
     if (sources.size() > kSourcesMax)
         throw HostError("more than " + std::to_string(kSourcesMax) + " sources");
-    if (rotations.size() > sources.size())
+    if (texts.m_Rotations.size() > sources.size())
         throw HostError("more --rotation than --source");
-    for (size_t i = 0; i < rotations.size(); ++i)
-    {
-        if (rotations[i] != "0" && rotations[i] != "90" && rotations[i] != "180" && rotations[i] != "270")
-            throw HostError("--rotation " + rotations[i] + ": expected 0, 90, 180 or 270");
-        sources[i].m_Degrees = ParseNumber(rotations[i], 10, rotations[i]);
-    }
+    if (texts.m_Scenes.size() > sources.size())
+        throw HostError("more --scene than --source");
+    for (size_t i = 0; i < texts.m_Rotations.size(); ++i)
+        sources[i].m_Degrees = ParseRotation(texts.m_Rotations[i]);
+    for (size_t i = 0; i < texts.m_Scenes.size(); ++i)
+        sources[i].m_Scene = ParseScene(texts.m_Scenes[i]);
     return sources;
 }
 
@@ -71,14 +96,15 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
                  "virtual monitors, presents them, and tells what reached the client library.",
         "tesslo_host");
     app.get_formatter()->column_width(34);
-    std::vector<std::string> sizes = {"1280x720"};
-    std::vector<std::string> rotations;
+    SourceTexts texts = {{"1280x720"}, {}, {}};
     std::string driver = "TessloWddmUmode.dll", client = "TessloClientDllSample.dll", output, mask = "0", frames = "120";
     HostOptions options;
-    app.add_option("--source", sizes, "A virtual monitor's size; once for each, six at most (1280x720)")
+    app.add_option("--source", texts.m_Sizes, "A virtual monitor's size; once for each, six at most (1280x720)")
         ->type_name("WxH")->allow_extra_args(false);
-    app.add_option("--rotation", rotations, "Rotation of the source in the same place: 0, 90, 180 or 270 (0)")
+    app.add_option("--rotation", texts.m_Rotations, "Rotation of the source in the same place: 0, 90, 180 or 270 (0)")
         ->type_name("DEGREES")->allow_extra_args(false);
+    app.add_option("--scene", texts.m_Scenes, "What the source in the same place shows: turning or fill (turning)")
+        ->type_name("NAME")->allow_extra_args(false);
     app.add_option("--frames", frames, "Frames for each source (120)")->type_name("N");
     app.add_flag("--every-frame", options.m_bEveryFrame,
         "Present the next frame of a source when the client library has the one before");
@@ -101,7 +127,7 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
     {
         throw HostError(error.what());
     }
-    options.m_Sources = MakeSources(sizes, rotations);
+    options.m_Sources = MakeSources(texts);
     const std::string framesWhat = "--frames " + frames + ": expected 1 to 1000000";
     options.m_Frames = ParseNumber(frames, 10, framesWhat);
     if (options.m_Frames < 1 || options.m_Frames > 1'000'000)

@@ -7,11 +7,18 @@
 #include <string>
 #include <vector>
 
+enum class HostSceneKind
+{
+    Turning,  ///< HostTurningScene
+    Fill,     ///< HostFillScene
+};
+
 struct HostSource
 {
-    UINT m_Width;
-    UINT m_Height;
-    UINT m_Degrees;  ///< 0, 90, 180 or 270
+    UINT m_Width = 0;
+    UINT m_Height = 0;
+    UINT m_Degrees = 0;  ///< 0, 90, 180 or 270
+    HostSceneKind m_Scene = HostSceneKind::Turning;
 };
 
 struct HostOptions

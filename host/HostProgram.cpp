@@ -6,6 +6,7 @@
 #include "HostStatistics.h"
 #include "HostText.h"
 #include "HostTraceFile.h"
+#include "HostTurningScene.h"
 
 #include <cstdio>
 #include <optional>
@@ -21,6 +22,7 @@ struct Output
 {
     UINT m_SourceId;
     HostSource m_Source;
+    std::unique_ptr<HostScene> m_pScene;
     std::unique_ptr<HostResource> m_pPrimary;
     std::vector<double> m_Work;   ///< milliseconds, one a frame
     std::vector<double> m_Pause;
@@ -34,6 +36,13 @@ void MakeFolder(const std::wstring& folder)
     HostThrowSystemError("cannot make the folder " + HostUtf8(folder), GetLastError());
 }
 
+std::unique_ptr<HostScene> MakeScene(HostSceneKind kind)
+{
+    if (kind == HostSceneKind::Fill)
+        return std::make_unique<HostFillScene>();
+    return std::make_unique<HostTurningScene>();
+}
+
 std::vector<Output> MakeOutputs(HostDevice& device, const std::vector<HostSource>& sources)
 {
     std::vector<Output> outputs;
@@ -41,15 +50,16 @@ std::vector<Output> MakeOutputs(HostDevice& device, const std::vector<HostSource
     {
         const UINT id = static_cast<UINT>(outputs.size());
         const auto rotation = static_cast<D3DDDI_ROTATION>(D3DDDI_ROTATION_IDENTITY + source.m_Degrees / 90);
-        outputs.push_back({id, source, device.CreatePrimary(source.m_Width, source.m_Height, id, rotation), {}, {}});
+        outputs.push_back({id, source, MakeScene(source.m_Scene),
+            device.CreatePrimary(source.m_Width, source.m_Height, id, rotation), {}, {}});
         device.SetDisplayMode(*outputs.back().m_pPrimary);
     }
     return outputs;
 }
 
-void ShowFrame(HostSession& session, HostScene& scene, Output& output, UINT frame, bool bEveryFrame)
+void ShowFrame(HostSession& session, Output& output, UINT frame, bool bEveryFrame)
 {
-    scene.Draw(session.Device(), *output.m_pPrimary, frame);
+    output.m_pScene->Draw(session.Device(), *output.m_pPrimary, frame);
     session.Device().Flush();
     const HostFlipTime time = session.Device().Flip(*output.m_pPrimary);
     output.m_Work.push_back(time.m_Work);
@@ -82,16 +92,18 @@ void PrintTable(const std::vector<Output>& outputs, const HostDelivery& delivery
 std::vector<Output> ShowFrames(HostSession& session, const HostOptions& options)
 {
     std::vector<Output> outputs = MakeOutputs(session.Device(), options.m_Sources);
-    HostFillScene scene;
     HostProgress progress(options.m_Frames);
     for (UINT frame = 0; frame < options.m_Frames; ++frame)
     {
         for (Output& output : outputs)
-            ShowFrame(session, scene, output, frame, options.m_bEveryFrame);
+            ShowFrame(session, output, frame, options.m_bEveryFrame);
         progress.Update(frame + 1);
     }
     for (Output& output : outputs)
+    {
+        output.m_pScene.reset();
         output.m_pPrimary.reset();
+    }
     return outputs;
 }
 

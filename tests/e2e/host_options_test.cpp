@@ -40,6 +40,8 @@ const BadInput kBadInputs[] = {
         "more than 6 sources"},
     {"RotationOfAnotherAngle", {"--rotation", "45"}, "--rotation 45: expected 0, 90, 180 or 270"},
     {"RotationWithoutSource", {"--rotation", "0", "--rotation", "90"}, "more --rotation than --source"},
+    {"SceneOfAnotherName", {"--scene", "still"}, "--scene still: expected turning or fill"},
+    {"SceneWithoutSource", {"--scene", "fill", "--scene", "fill"}, "more --scene than --source"},
     {"FramesOfZero", {"--frames", "0"}, "--frames 0: expected 1 to 1000000"},
     {"FramesOfWords", {"--frames", "many"}, "--frames many: expected 1 to 1000000"},
     {"TraceOfWords", {"--trace", "all", "--out", "x"}, "--trace all: expected a bit mask, for example 0x1 or 255"},
@@ -71,6 +73,7 @@ TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
     EXPECT_EQ(1280u, options.m_Sources[0].m_Width);
     EXPECT_EQ(720u, options.m_Sources[0].m_Height);
     EXPECT_EQ(0u, options.m_Sources[0].m_Degrees);
+    EXPECT_EQ(HostSceneKind::Turning, options.m_Sources[0].m_Scene);
     EXPECT_EQ(120u, options.m_Frames);
     EXPECT_EQ(L"", options.m_Output);
     EXPECT_FALSE(options.m_bEveryFrame);
@@ -82,11 +85,13 @@ TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
 TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
 {
     const HostOptions options = HostParseOptions({"--source", "640x480", "--source", "800x600", "--rotation", "180",
-        "--rotation", "270", "--frames", "7", "--every-frame", "--out", "B\xC3\xBC" "cher", "--trace", "0x201",
+        "--rotation", "270", "--scene", "fill", "--scene", "turning", "--frames", "7", "--every-frame", "--out", "B\xC3\xBC" "cher", "--trace", "0x201",
         "--client", "c.dll", "--driver", "d.dll"});
     ASSERT_EQ(2u, options.m_Sources.size());
     EXPECT_EQ(480u, options.m_Sources[0].m_Height);
     EXPECT_EQ(180u, options.m_Sources[0].m_Degrees);
+    EXPECT_EQ(HostSceneKind::Fill, options.m_Sources[0].m_Scene);
+    EXPECT_EQ(HostSceneKind::Turning, options.m_Sources[1].m_Scene);
     EXPECT_EQ(800u, options.m_Sources[1].m_Width);
     EXPECT_EQ(270u, options.m_Sources[1].m_Degrees);
     EXPECT_EQ(7u, options.m_Frames);
@@ -107,7 +112,7 @@ TEST(HostOptions, Parse_Help_NamesEveryOption)
     catch (const HostHelp& help)
     {
         for (const char* pOption :
-            {"--source", "--rotation", "--frames", "--every-frame", "--out", "--trace", "--client", "--driver"})
+            {"--source", "--rotation", "--scene", "--frames", "--every-frame", "--out", "--trace", "--client", "--driver"})
             EXPECT_NE(std::string::npos, std::string(help.what()).find(pOption)) << pOption;
     }
 }

@@ -107,7 +107,7 @@ TEST_F(HostProgramTest, OutputIsAFile_OneLineAndCode1)
 TEST_F(HostProgramTest, TwoSourcesEveryFrame_AllDeliveredAndTold)
 {
     const std::filesystem::path folder = m_Folder.Path() / "pictures";
-    const Outcome outcome = Run(L"--source 160x120 --source 100x80 --rotation 0 --rotation 90 --frames 6 --every-frame "
+    const Outcome outcome = Run(L"--source 160x120 --source 100x80 --rotation 0 --rotation 90 --scene fill --frames 6 --every-frame "
                                 L"--trace 0x202 --out \"" + folder.wstring() + L"\"");
     EXPECT_EQ(0u, outcome.m_Code) << outcome.m_Errors;
     EXPECT_NE(std::string::npos, outcome.m_Output.find("100 %: 6 of 6 frames\n")) << outcome.m_Output;
