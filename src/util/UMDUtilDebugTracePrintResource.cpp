@@ -1,0 +1,179 @@
+#include "util/UMDAllocationPrivateData.h"
+#include "util/UMDUtilDebugTrace.h"
+#include "util/UMDUtilDebugTracePrint.h"
+
+#include <wchar.h>
+
+namespace
+{
+constexpr UINT kLevel = UMDTRACE_RESOURCE | UMDTRACE_DDI;
+
+/// Names of the resource flags, bit 0 first.
+constexpr const wchar_t* kResourceFlagNames[32] = {
+    L"RenderTarget | ",
+    L"ZBuffer | ",
+    L"Dynamic | ",
+    L"HintStatic | ",
+    L"AutogenMipmap | ",
+    L"DMap | ",
+    L"WriteOnly | ",
+    L"NotLockable | ",
+    L"Points | ",
+    L"RtPatches | ",
+    L"NPatches | ",
+    L"SharedResource | ",
+    L"DiscardRenderTarget | ",
+    L"Video | ",
+    L"CaptureBuffer | ",
+    L"Primary | ",
+    L"Texture | ",
+    L"CubeMap | ",
+    L"Volume | ",
+    L"VertexBuffer | ",
+    L"IndexBuffer | ",
+    L"DecodeRenderTarget | ",
+    L"DecodeCompressedBuffer | ",
+    L"VideoProcessRenderTarget | ",
+    L"CpuOptimized | ",
+    L"MightDrawFromLocked | ",
+    L"Overlay | ",
+    L"MatchGdiPrimary | ",
+    L"InterlacedRefresh | ",
+    L"TextApi | ",
+    L"RestrictedContent | ",
+    L"RestrictSharedAccess",
+};
+
+const wchar_t* PoolName(D3DDDI_POOL pool)
+{
+    switch (pool)
+    {
+    case D3DDDIPOOL_SYSTEMMEM:
+        return L"D3DDDIPOOL_SYSTEMMEM";
+    case D3DDDIPOOL_VIDEOMEMORY:
+        return L"D3DDDIPOOL_VIDEOMEMORY";
+    case D3DDDIPOOL_LOCALVIDMEM:
+        return L"D3DDDIPOOL_LOCALVIDMEM";
+    case D3DDDIPOOL_NONLOCALVIDMEM:
+        return L"D3DDDIPOOL_NONLOCALVIDMEM";
+    default:
+        return L"D3DDDIPOOL_ invalid value!";
+    }
+}
+
+void PrintSurface(UINT index, UINT width, UINT height, UINT depth, UINT sysMem, UINT pitch, UINT slicePitch)
+{
+    UMD_TRACE(kLevel, L"   - Surface %d: width=%d height=%d depth=%d pSysMem=0x%x SysMemPitch=%d SysMemSlicePitch=%d\n",
+        index, width, height, depth, sysMem, pitch, slicePitch);
+}
+
+// 32 slots, filled from the front by the flags that are set, with a blank between two slots.
+void PrintResourceFlags(UINT flags)
+{
+    wchar_t slots[1024] = {};
+    UINT empty = 32;
+    for (UINT bit = 0; bit < 32; ++bit)
+    {
+        if (!(flags & (1u << bit)))
+            continue;
+        if (empty != 32)
+            wcscat_s(slots, ARRAYSIZE(slots), L" ");
+        wcscat_s(slots, ARRAYSIZE(slots), kResourceFlagNames[bit]);
+        --empty;
+    }
+    for (UINT blank = empty == 32 ? 31 : empty; blank > 0; --blank)
+        wcscat_s(slots, ARRAYSIZE(slots), L" ");
+    UMD_TRACE(kLevel, L"   Flags: %s\n", slots);
+}
+
+const UMDAllocationPrivateData* PrivateDescription(const D3DDDI_OPENALLOCATIONINFO& allocation)
+{
+    const auto* pData = static_cast<const UMDAllocationPrivateData*>(allocation.pPrivateDriverData);
+    if (!pData || allocation.PrivateDriverDataSize != sizeof(*pData) || pData->Kind != UMDRESOURCETYPE_TEXTURE)
+        return nullptr;
+    return pData;
+}
+
+// What the creating process stored; it keeps nothing of single surfaces.
+void PrintPrivateDescription(const UMDAllocationPrivateData& data)
+{
+    UMD_TRACE(kLevel, L"   ResourceHandle: 0x%x\n", data.DriverHandle);
+    UMD_TRACE(kLevel, L"   %s Format:%d MultisampleType:%d MultisampleQuality:%d SurfCount:%d\n",
+        L"D3DDDIPOOL_VIDEOMEMORY", data.Format, 0, 0, data.Levels);
+    for (UINT i = 0; i < data.Levels; ++i)
+        PrintSurface(i, data.Width, data.Height, data.Levels, 0, 0, 0);
+    const D3DDDI_RESOURCEFLAGS flags = {.Value = data.ResourceFlags};
+    UMD_TRACE(kLevel, L"   Flags: %s %s\n", flags.RenderTarget ? L"RenderTarget | " : L"",
+        flags.Texture ? L"Texture | " : L"");
+}
+} // namespace
+
+void UMDUtilDebugTracePrintResourceType(UMDRESOURCETYPE type)
+{
+    switch (type)
+    {
+    case UMDRESOURCETYPE_UNKNOWN:
+        UMD_TRACE(UMDTRACE_RESOURCE, L"   Unknown\n");
+        break;
+    case UMDRESOURCETYPE_SHARED:
+        UMD_TRACE(UMDTRACE_RESOURCE, L"   Shared\n");
+        break;
+    case UMDRESOURCETYPE_ZBUFFER:
+        UMD_TRACE(UMDTRACE_RESOURCE, L"   ZBuffer\n");
+        break;
+    case UMDRESOURCETYPE_INDEXBUFFER:
+        UMD_TRACE(UMDTRACE_RESOURCE, L"   IndexBuffer\n");
+        break;
+    case UMDRESOURCETYPE_VERTEXBUFFER:
+        UMD_TRACE(UMDTRACE_RESOURCE, L"   VertexBuffer\n");
+        break;
+    case UMDRESOURCETYPE_RENDERTARGET:
+        UMD_TRACE(UMDTRACE_RESOURCE, L"   RenderTarget\n");
+        break;
+    case UMDRESOURCETYPE_TEXTURE:
+        UMD_TRACE(UMDTRACE_RESOURCE, L"   Texture\n");
+        break;
+    case UMDRESOURCETYPE_CUBETEXTURE:
+        UMD_TRACE(UMDTRACE_RESOURCE, L"   CubeTexture\n");
+        break;
+    default:
+        break;
+    }
+}
+
+void UMDUtilDebugTracePrintCreateResource(const D3DDDIARG_CREATERESOURCE* pCreateResource)
+{
+    if (!(g_DebugLevelUMD & kLevel))
+        return;
+    UMD_TRACE(kLevel, L"   %s Format:%d MultisampleType:%d MultisampleQuality:%d SurfCount:%d VidPnSourceId:%d\n",
+        PoolName(pCreateResource->Pool), pCreateResource->Format, pCreateResource->MultisampleType,
+        pCreateResource->MultisampleQuality, pCreateResource->SurfCount, pCreateResource->VidPnSourceId);
+    for (UINT i = 0; i < pCreateResource->SurfCount; ++i)
+    {
+        const D3DDDI_SURFACEINFO& surface = pCreateResource->pSurfList[i];
+        PrintSurface(i, surface.Width, surface.Height, surface.Depth, UMDLow32(surface.pSysMem), surface.SysMemPitch,
+            surface.SysMemSlicePitch);
+    }
+    PrintResourceFlags(pCreateResource->Flags.Value);
+}
+
+void UMDUtilDebugTracePrintOpenResource(const D3DDDIARG_OPENRESOURCE* pOpenResource)
+{
+    if (!(g_DebugLevelUMD & kLevel))
+        return;
+    UMD_TRACE(kLevel, L"   OpenResource hResource: 0x%x hKMResource: 0x%x PrivateDriverDataSize: %d Flags: 0x%x\n",
+        UMDLow32(pOpenResource->hResource), pOpenResource->hKMResource, pOpenResource->PrivateDriverDataSize,
+        pOpenResource->Flags.Value);
+    if (pOpenResource->Flags.Fullscreen)
+        UMD_TRACE(kLevel, L"   Fullscreen\n");
+    if (pOpenResource->Flags.AlphaOverride)
+        UMD_TRACE(kLevel, L"   AlphaOverride\n");
+    for (UINT i = 0; i < pOpenResource->NumAllocations; ++i)
+    {
+        const D3DDDI_OPENALLOCATIONINFO& allocation = pOpenResource->pOpenAllocationInfo[i];
+        UMD_TRACE(kLevel, L"   - Allocation %d: hAllocation:0x%x PrivateDriverDataSize:%d\n", i, allocation.hAllocation,
+            allocation.PrivateDriverDataSize);
+        if (const UMDAllocationPrivateData* pData = PrivateDescription(allocation))
+            PrintPrivateDescription(*pData);
+    }
+}
