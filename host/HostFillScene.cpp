@@ -46,10 +46,13 @@ Layout LayOut(LONG width, LONG height, UINT frame)
     const LONG size = std::min(width, height) / 6;
     const LONG x = Swing(step * 5, width - size);
     layout.m_Square = {x, height / 2, x + size, height / 2 + size};
-    // Twice the sprite's size where there is room.
-    const LONG spriteSize = std::min({2 * kSpriteSize, width, height});
-    const LONG y = Swing(step * 4, height - spriteSize);
-    layout.m_Sprite = {width / 3, y, std::min(width / 3 + spriteSize, width), y + spriteSize};
+    // Doubled, plain or halved, as there is room: no scaling that would leave the driver a choice of pixels.
+    LONG spriteSize = 2 * kSpriteSize;
+    while (spriteSize > std::min(width, height))
+        spriteSize /= 2;
+    const LONG spriteX = std::min(width / 3, width - spriteSize);
+    const LONG spriteY = Swing(step * 4, height - spriteSize);
+    layout.m_Sprite = {spriteX, spriteY, spriteX + spriteSize, spriteY + spriteSize};
     const LONG cell = width / kNumberBits;
     for (LONG bit = 0; bit < kNumberBits; ++bit)
         ((frame >> bit) & 1 ? layout.m_Ones : layout.m_Zeros).push_back({bit * cell, 0, (bit + 1) * cell, height / 16});

@@ -2,6 +2,7 @@
 
 #include "HostText.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include <CLI/CLI.hpp>
@@ -9,6 +10,7 @@
 namespace
 {
 
+constexpr UINT kSizeMin = 64;  // below it the scenes have nothing to show
 constexpr UINT kSizeMax = 8192;
 constexpr size_t kSourcesMax = 6;  // the driver runs that many outputs a device
 
@@ -26,7 +28,7 @@ UINT ParseNumber(std::string_view text, int base, const std::string& what)
 HostSource ParseSource(const std::string& text)
 {
     const std::string what =
-        "--source " + text + ": expected WIDTHxHEIGHT, each 1 to " + std::to_string(kSizeMax) + " pixels";
+        "--source " + text + ": expected WIDTHxHEIGHT, each " + std::to_string(kSizeMin) + " to " + std::to_string(kSizeMax) + " pixels";
     const size_t cross = text.find('x');
     if (cross == std::string::npos)
         throw HostError(what);
@@ -34,7 +36,7 @@ HostSource ParseSource(const std::string& text)
     HostSource source;
     source.m_Width = ParseNumber(view.substr(0, cross), 10, what);
     source.m_Height = ParseNumber(view.substr(cross + 1), 10, what);
-    if (source.m_Width < 1 || source.m_Width > kSizeMax || source.m_Height < 1 || source.m_Height > kSizeMax)
+    if (std::min(source.m_Width, source.m_Height) < kSizeMin || std::max(source.m_Width, source.m_Height) > kSizeMax)
         throw HostError(what);
     return source;
 }

@@ -4,6 +4,8 @@
 #include "HostMesh.h"
 #include "HostShading.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -82,7 +84,7 @@ void HostTurningScene::DrawTiles(HostDevice& device, const HostResource& primary
 {
     const LONG canvas = kCanvasSize;
     const RECT whole = primary.Rect();
-    const LONG size = whole.bottom / 3;
+    const LONG size = std::min(whole.right, whole.bottom) / 3;
     device.Blt(*m_pCanvas, m_pCanvas->Rect(), *m_pTile, m_pTile->Rect());
     for (LONG row = 0; row < 3; ++row)
     {

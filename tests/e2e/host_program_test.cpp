@@ -78,7 +78,7 @@ TEST_F(HostProgramTest, Help_Asked_PrintsAndSucceeds)
 
 TEST_F(HostProgramTest, BadOption_OneLineAndCode1)
 {
-    ExpectOneLine(Run(L"--source 12"), "--source 12: expected WIDTHxHEIGHT, each 1 to 8192 pixels");
+    ExpectOneLine(Run(L"--source 12"), "--source 12: expected WIDTHxHEIGHT, each 64 to 8192 pixels");
 }
 
 TEST_F(HostProgramTest, DriverMissing_OneLineAndCode1)
