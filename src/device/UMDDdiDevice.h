@@ -116,8 +116,6 @@ public:
 
     // Resources: UMDDdiDeviceResource.cpp. DestroyResource answers E_FAIL even when it succeeded.
     HRESULT DestroyResource(HANDLE hResource);
-    /// Unbinds stream 0 if the resource is its vertex buffer: no draw may reach for a buffer that is gone.
-    void ForgetStreamSource0(const UMDRscBase* pResource);
 
     // Video: UMDDdiEntriesVideo.cpp. Releases the video process device's DXVA2 objects and frees it.
     HRESULT DeviceVideoProcessDestroy(HANDLE hVideoProcess);

@@ -10,7 +10,8 @@ HRESULT UMDDdiDevice::DrawPrimitive(const D3DDDIARG_DRAWPRIMITIVE* pDraw)
         return UMDFail(E_FAIL, L"UMDDdiDevice::DrawPrimitive NULL == pDelegatedDevice\n");
     if (m_pStreamSource0VertexBufferPointer)
     {
-        const BYTE* pVertices = m_pStreamSource0VertexBufferPointer + pDraw->VStart * m_StreamSource0Stride;
+        const size_t offset = size_t{pDraw->VStart} * m_StreamSource0Stride;
+        const BYTE* pVertices = m_pStreamSource0VertexBufferPointer + offset;
         if (HRESULT hr = pDevice->DrawPrimitiveUP(
                 pDraw->PrimitiveType, pDraw->PrimitiveCount, pVertices, m_StreamSource0Stride);
             FAILED(hr))
@@ -43,6 +44,8 @@ HRESULT UMDDdiDevice::DrawPrimitive2(const D3DDDIARG_DRAWPRIMITIVE2* pDraw)
     }
     else
     {
+        if (!m_pStreamSource0VertexBufferPointer)
+            return UMDFail(E_FAIL, L"UMDDdiDevice::DrawPrimitive2 failed! stream 0 is not set\n");
         // FirstVertexOffset is not applied to user memory.
         if (HRESULT hr = GetDevice()->DrawPrimitiveUP(pDraw->PrimitiveType, pDraw->PrimitiveCount,
                 m_pStreamSource0VertexBufferPointer, m_StreamSource0Stride);

@@ -22,9 +22,11 @@ static_assert(offsetof(D3DDDIVERTEXELEMENT, Type) == offsetof(D3DVERTEXELEMENT9,
 static_assert(offsetof(D3DDDIVERTEXELEMENT, UsageIndex) == offsetof(D3DVERTEXELEMENT9, UsageIndex));
 
 /// Elements as the delegated device takes them: ended by the marker that the runtime's list may lack.
-/// @return false when there are more elements than a declaration may have.
+/// @return false when the list is missing, or has more elements than a declaration may have.
 bool CopyElements(D3DVERTEXELEMENT9 (&copy)[MAXD3DDECLLENGTH + 1], const D3DDDIVERTEXELEMENT* pElements, UINT count)
 {
+    if (!pElements && count != 0)
+        return false;
     const D3DVERTEXELEMENT9 end = D3DDECL_END();
     UINT i = 0;
     for (; i < count && pElements[i].Stream != end.Stream; ++i)

@@ -66,12 +66,3 @@ HRESULT UMDDdiDevice::SetIndices(const D3DDDIARG_SETINDICES* pSetIndices)
     UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetIndices\n");
     return S_OK;
 }
-
-void UMDDdiDevice::ForgetStreamSource0(const UMDRscBase* pResource)
-{
-    if (pResource && pResource == m_pStreamSource0VertexBufferResource)
-    {
-        m_pStreamSource0VertexBufferResource = nullptr;
-        m_pStreamSource0VertexBufferPointer = nullptr;
-    }
-}
