@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr UINT kCanvasSize = 512;
+constexpr UINT kCanvasSize = 480;
 constexpr UINT kPatternSize = 64;
 constexpr UINT kCanvasColor = 0x182030;
 constexpr UINT kBackgroundColor = 0x303848;

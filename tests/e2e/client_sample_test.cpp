@@ -1,8 +1,9 @@
 // The sample client library, called as the driver calls it.
-#include "support/PngImage.h"
-#include "support/SamePixels.h"
-#include "support/SampleClient.h"
-#include "support/TemporaryFolder.h"
+#include "support/ImportPatch.h"
+#include "PngImage.h"
+#include "SamePixels.h"
+#include "SampleClient.h"
+#include "TemporaryFolder.h"
 
 #include <algorithm>
 #include <fstream>
@@ -36,6 +37,27 @@ UINT ThreadCount()
         count += entry.th32OwnerProcessID == GetCurrentProcessId();
     CloseHandle(hSnapshot);
     return count;
+}
+
+using WriteFileFunction = BOOL(WINAPI*)(HANDLE, LPCVOID, DWORD, LPDWORD, LPOVERLAPPED);
+WriteFileFunction g_pWriteFile;
+HANDLE g_hGate;     // the disk answers while it is set
+HANDLE g_hEntered;  // somebody waits for the disk
+
+BOOL WINAPI WriteFileBehindGate(
+    HANDLE hFile, LPCVOID pData, DWORD size, LPDWORD pWritten, LPOVERLAPPED pOverlapped)
+{
+    SetEvent(g_hEntered);
+    WaitForSingleObject(g_hGate, INFINITE);
+    return g_pWriteFile(hFile, pData, size, pWritten, pOverlapped);
+}
+
+// Waits for something that another thread is about to do; 30 s at most.
+template <typename Condition>
+void WaitFor(Condition condition)
+{
+    for (UINT i = 0; i < 30'000 && !condition(); ++i)
+        Sleep(1);
 }
 
 class SampleClientTest : public testing::Test
@@ -110,13 +132,17 @@ TEST_F(SampleClientTest, Recording_PaddedRowsAndGarbageAlpha_PictureEqualsThePix
 TEST_F(SampleClientTest, Recording_SizeChanges_EveryPictureHasItsOwn)
 {
     RecordTo(m_Folder.Path());
-    const HostImage images[] = {Pattern(16, 16, 0), Pattern(64, 48, 1), Pattern(5, 90, 2), Pattern(1, 1, 3)};
     SampleClientConnection connection(m_Client, 0);
-    for (const HostImage& image : images)
+    // Three rounds of the queue, so that every slot serves a small, a large and a small picture.
+    for (UINT i = 0; i < 24; ++i)
+    {
+        const HostImage image = i / 8 == 1 ? Pattern(200 + i, 300, i) : Pattern(1 + i, 2, i);
         ASSERT_TRUE(connection.Send(image));
-    connection.Close();
-    for (size_t i = 0; i < std::size(images); ++i)
-        EXPECT_TRUE(SamePixels(images[i], ReadPng(m_Folder.Path() / ("source0-frame00000" + std::to_string(i) + ".png")))) << i;
+        WaitFor([&] { return m_Client.Counters(0).Recorded == i + 1; });
+        char name[32];
+        std::snprintf(name, sizeof(name), "source0-frame%06u.png", i);
+        EXPECT_TRUE(SamePixels(image, ReadPng(m_Folder.Path() / name))) << i;
+    }
 }
 
 TEST_F(SampleClientTest, Recording_FourSourcesAtOnce_NobodyTakesAnothersFrames)
@@ -183,6 +209,59 @@ TEST_F(SampleClientTest, Recording_OneFileCannotBeMade_TheOthersAreWritten)
     EXPECT_TRUE(SamePixels(Pattern(8, 8, 1), ReadPng(m_Folder.Path() / "source0-frame000001.png")));
 }
 
+TEST_F(SampleClientTest, Recording_DiskFull_NoHalfPictureIsLeftAndTheNextIsTried)
+{
+    RecordTo(m_Folder.Path());
+    SampleClientConnection connection(m_Client, 0);
+    {
+        const tesslo::test::FailingImport full(m_Client.Module(), "kernel32.dll", "WriteFile", FALSE, ERROR_DISK_FULL);
+        EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
+        WaitFor([this] { return m_Client.Counters(0).Failed == 1; });
+    }
+    EXPECT_EQ(0u, FileCount());
+    EXPECT_TRUE(connection.Send(Pattern(8, 8, 1)));
+    connection.Close();
+    EXPECT_EQ(1u, m_Client.Counters(0).Failed);
+    EXPECT_TRUE(SamePixels(Pattern(8, 8, 1), ReadPng(m_Folder.Path() / "source0-frame000001.png")));
+}
+
+TEST_F(SampleClientTest, Recording_WriterStuck_UpdateDoesNotWaitAndDropsAreCounted)
+{
+    RecordTo(m_Folder.Path());
+    g_hGate = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    g_hEntered = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    tesslo::test::ImportPatch patch(
+        m_Client.Module(), "kernel32.dll", "WriteFile", reinterpret_cast<void*>(WriteFileBehindGate));
+    g_pWriteFile = patch.Original<WriteFileFunction>();
+    SampleClientConnection connection(m_Client, 0);
+    EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
+    ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(g_hEntered, 30'000));
+    // The writer holds the first frame's slot; seven more fit behind it.
+    for (UINT i = 1; i < 12; ++i)
+        EXPECT_TRUE(connection.Send(Pattern(8, 8, i)));
+    EXPECT_EQ(12u, m_Client.Counters(0).Received);
+    EXPECT_EQ(4u, m_Client.Counters(0).Dropped);
+    EXPECT_EQ(0u, m_Client.Counters(0).Recorded);
+    SetEvent(g_hGate);
+    connection.Close();
+    EXPECT_EQ(8u, m_Client.Counters(0).Recorded);
+    EXPECT_TRUE(SamePixels(Pattern(8, 8, 7), ReadPng(m_Folder.Path() / "source0-frame000007.png")));
+    EXPECT_FALSE(std::filesystem::exists(m_Folder.Path() / "source0-frame000008.png"));
+    CloseHandle(g_hEntered);
+    CloseHandle(g_hGate);
+}
+
+TEST_F(SampleClientTest, Plug_ThreadRefused_IsRefused)
+{
+    RecordTo(m_Folder.Path());
+    const tesslo::test::FailingImport none(
+        m_Client.Module(), "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
+    void* pSlot = nullptr;
+    EXPECT_FALSE(m_Client.Plug(&pSlot, 0));
+    EXPECT_EQ(nullptr, pSlot);
+    EXPECT_EQ(0u, m_Client.Counters(0).Connections);
+}
+
 TEST_F(SampleClientTest, Recording_PitchShorterThanTheRow_CountsAFailure)
 {
     RecordTo(m_Folder.Path());
@@ -231,8 +310,14 @@ TEST_F(SampleClientTest, WaitReceived_FrameMissing_TimesOut)
     connection.Send(Pattern(8, 8, 0));
     EXPECT_TRUE(delivery.WaitReceived(0, 1, 0));
     EXPECT_FALSE(delivery.WaitReceived(0, 2, 20));
-    std::thread late([&] { connection.Send(Pattern(8, 8, 1)); });
-    EXPECT_TRUE(delivery.WaitReceived(0, 2, 30'000));
+    // The pause lets the wait begin first. Without it the test would still hold, and see less.
+    std::thread late([&] {
+        Sleep(50);
+        connection.Send(Pattern(8, 8, 1));
+    });
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_TRUE(delivery.WaitReceived(0, 2, 60'000));
+    EXPECT_LT(GetTickCount64() - start, 30'000u) << "woken by the frame, not by the end of the time";
     late.join();
 }
 

@@ -1,5 +1,5 @@
 // tesslo_host.exe as a user starts it.
-#include "support/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 
 #include <algorithm>
 #include <fstream>
