@@ -12,7 +12,7 @@ class UMDGpuDXVA;
 
 class UMDDdiDeviceVideo
 {
-  public:
+public:
     explicit UMDDdiDeviceVideo(UMDDdiDevice* pDevice);
     ~UMDDdiDeviceVideo();
 
@@ -27,7 +27,7 @@ class UMDDdiDeviceVideo
     HRESULT EndFrame(const D3DDDIARG_VIDEOPROCESSENDFRAME* pArgs);
     HRESULT Blt(const D3DDDIARG_VIDEOPROCESSBLT* pArgs);
 
-  private:
+private:
     std::unique_ptr<UMDGpuDXVA> m_pGpuDXVA; ///< null when memory ran out: every operation then fails
 };
 

@@ -12,7 +12,7 @@ class UMDDdiDevice;
 
 class UMDGpuDXVA
 {
-  public:
+public:
     /// @param pDevice gives the delegated device; borrowed, it outlives the object.
     explicit UMDGpuDXVA(UMDDdiDevice* pDevice);
     ~UMDGpuDXVA();
@@ -32,7 +32,7 @@ class UMDGpuDXVA
     /// @return E_NOTIMPL for any number of source samples but one.
     HRESULT Blt(const D3DDDIARG_VIDEOPROCESSBLT* pArgs);
 
-  private:
+private:
     void InternalRelease();
     void InternalSetBltParams(const D3DDDIARG_VIDEOPROCESSBLT* pArgs, DXVA2_VideoProcessBltParams* pParams);
     /// Converts the sample of a blit that has exactly one; otherwise the sample is left zero.
