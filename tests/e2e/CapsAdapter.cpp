@@ -1,0 +1,50 @@
+#include "CapsAdapter.h"
+
+#include "TraceLines.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+std::vector<UINT> CapsAnswer::Words(std::size_t count) const
+{
+    std::vector<UINT> words(count);
+    std::memcpy(words.data(), Memory.data() + CapsAdapter::GUARD_SIZE, count * sizeof(UINT));
+    return words;
+}
+
+CapsAdapter::CapsAdapter(UINT mask)
+    : m_Driver({L"TessloWddmUmode.dll", std::nullopt, mask}), m_Adapter(m_Driver, m_Kernel)
+{
+}
+
+CapsAnswer CapsAdapter::Ask(UINT type, UINT size, void* pInfo)
+{
+    CapsAnswer answer = {E_UNEXPECTED, FreshMemory(), {}};
+    D3DDDIARG_GETCAPS query = {};
+    std::memcpy(&query.Type, &type, sizeof(type));
+    query.pInfo = pInfo;
+    query.pData = answer.Memory.data() + GUARD_SIZE;
+    query.DataSize = size;
+
+    TraceLines trace;
+    answer.Result = m_Adapter.Functions().pfnGetCaps(m_Adapter.Handle(), &query);
+    answer.Lines = trace.Lines();
+    return answer;
+}
+
+std::vector<BYTE> CapsAdapter::FreshMemory()
+{
+    return std::vector<BYTE>(GUARD_SIZE + BUFFER_SIZE + GUARD_SIZE, FILL);
+}
+
+std::string CapsAdapter::FirstDifference(const std::vector<BYTE>& actual, const std::vector<BYTE>& expected)
+{
+    const auto [a, e] = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
+    if (a == actual.end() && e == expected.end())
+        return "";
+    char text[96];
+    std::snprintf(text, sizeof(text), "byte %lld is 0x%02X, not 0x%02X",
+        static_cast<long long>(a - actual.begin()) - static_cast<long long>(GUARD_SIZE), *a, *e);
+    return text;
+}

@@ -1,0 +1,45 @@
+// An adapter of the driver's DLL, asked as the runtime asks: with a buffer that has guards around it.
+#pragma once
+
+#include "HostAdapter.h"
+#include "HostDriver.h"
+#include "HostKernel.h"
+
+#include <string>
+#include <vector>
+
+struct CapsAnswer
+{
+    HRESULT Result;
+    std::vector<BYTE> Memory;       ///< guard, buffer, guard
+    std::vector<std::string> Lines; ///< traced by the query, without the prefix and the line feed
+
+    /// The buffer's first words.
+    std::vector<UINT> Words(std::size_t count) const;
+};
+
+class CapsAdapter
+{
+public:
+    static constexpr std::size_t GUARD_SIZE = 256;   ///< bytes, a multiple of every record's alignment
+    static constexpr std::size_t BUFFER_SIZE = 4096; ///< bytes
+    static constexpr BYTE FILL = 0x5A;
+    static constexpr UINT FILL_WORD = 0x5A5A5A5A;
+
+    /// Loads the DLL with a trace mask and opens an adapter.
+    explicit CapsAdapter(UINT mask);
+
+    /// @param size  DataSize of the query; nothing to do with the size of the buffer.
+    /// @param pInfo the query's input.
+    CapsAnswer Ask(UINT type, UINT size, void* pInfo = nullptr);
+
+    /// What a query finds in the caller's memory.
+    static std::vector<BYTE> FreshMemory();
+    /// Empty when equal; otherwise the first difference, told by its offset in the buffer.
+    static std::string FirstDifference(const std::vector<BYTE>& actual, const std::vector<BYTE>& expected);
+
+private:
+    HostDriver m_Driver;
+    HostKernel m_Kernel;
+    HostAdapter m_Adapter;
+};

@@ -1,0 +1,45 @@
+// A stand-in for the platform's DXVA2: records what it is asked, answers what a test scripts, counts what lives.
+//
+// Install FakeDxva2::CreateVideoService in place of the import DXVA2CreateVideoService. One at a time.
+#pragma once
+
+#include "ddi/ddi.h"
+
+#include <dxva2api.h>
+
+#include <string>
+#include <vector>
+
+class FakeDxva2
+{
+public:
+    FakeDxva2();
+    ~FakeDxva2();
+
+    FakeDxva2(const FakeDxva2&) = delete;
+    FakeDxva2& operator=(const FakeDxva2&) = delete;
+
+    static HRESULT WINAPI CreateVideoService(IDirect3DDevice9* pDevice, REFIID iid, void** ppService);
+
+    // The script: what the three calls answer. A failing call creates nothing.
+    HRESULT ServiceResult = S_OK;
+    HRESULT ProcessorResult = S_OK;
+    HRESULT BltResult = S_OK;
+
+    // The record. Calls has one entry a creation, a blit, and an object's end, in order.
+    std::vector<std::string> Calls;
+    int LiveObjects = 0;
+
+    IDirect3DDevice9* pServiceDevice = nullptr;
+    IID ServiceIid = {};
+    GUID ProcessorGuid = {};
+    DXVA2_VideoDesc ProcessorDesc = {};
+    D3DFORMAT ProcessorFormat = D3DFMT_UNKNOWN;
+    UINT ProcessorSubStreams = 0;
+
+    IDirect3DSurface9* pBltTarget = nullptr;
+    DXVA2_VideoProcessBltParams BltParams = {};
+    DXVA2_VideoSample BltSample = {};
+    UINT BltSampleCount = 0;
+    bool BltHasCompletion = false;
+};
