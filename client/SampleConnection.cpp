@@ -143,8 +143,8 @@ void SampleConnection::Release()
 void SampleConnection::WriteSlot(Slot* pSlot)
 {
     wchar_t path[MAX_PATH + 64];
-    _snwprintf(path, MAX_PATH + 64, L"%ls\\source%u-frame%06u.png", m_Folder, m_Source,
-        static_cast<UINT>(pSlot->m_Number));
+    _snwprintf(
+        path, MAX_PATH + 64, L"%ls\\source%u-frame%06u.png", m_Folder, m_Source, static_cast<UINT>(pSlot->m_Number));
     const DWORD error = SamplePictureWrite(path, pSlot->m_pPixels, pSlot->m_Width, pSlot->m_Height);
     if (error != ERROR_SUCCESS)
         ReportOnce(path, error);
@@ -159,7 +159,7 @@ void SampleConnection::ReportOnce(const wchar_t* pPath, DWORD error)
     m_bReported = true;
     wchar_t text[MAX_PATH + 256];
     _snwprintf(text, MAX_PATH + 256,
-        L"TessloClientDllSample: cannot write %ls (error %lu); further failures of source %u are only counted\n",
-        pPath, error, m_Source);
+        L"TessloClientDllSample: cannot write %ls (error %lu); further failures of source %u are only counted\n", pPath,
+        error, m_Source);
     OutputDebugStringW(text);
 }

@@ -28,7 +28,7 @@ private:
         size_t m_Capacity;  ///< bytes
         UINT m_Width;
         UINT m_Height;
-        UINT64 m_Number;    ///< of the frame; the first of a source is 0
+        UINT64 m_Number;  ///< of the frame; the first of a source is 0
     };
 
     explicit SampleConnection(UINT source) : m_Source(source) {}
@@ -49,13 +49,13 @@ private:
 
     const UINT m_Source;
     wchar_t m_Folder[MAX_PATH] = {};
-    HANDLE m_hWriter = nullptr;     ///< null while frames are only counted
-    bool m_bReported = false;       ///< writer's own: a failure was told
+    HANDLE m_hWriter = nullptr;  ///< null while frames are only counted
+    bool m_bReported = false;    ///< writer's own: a failure was told
 
     SRWLOCK m_Lock = SRWLOCK_INIT;  ///< guards the three below; a slot's content belongs to one thread at a time
     CONDITION_VARIABLE m_Changed = CONDITION_VARIABLE_INIT;
-    UINT m_First = 0;               ///< slot that is written next
-    UINT m_Count = 0;               ///< slots that are queued
+    UINT m_First = 0;  ///< slot that is written next
+    UINT m_Count = 0;  ///< slots that are queued
     bool m_bClosing = false;
     Slot m_Slots[kQueueLength] = {};
 };

@@ -50,8 +50,8 @@ DWORD SamplePictureWrite(const wchar_t* pPath, BYTE* pPixels, UINT width, UINT h
     if (file.hFile == INVALID_HANDLE_VALUE)
         return GetLastError();
     ConvertToRgb(pPixels, static_cast<size_t>(width) * height);
-    stbi_write_png_to_func(WriteBytes, &file, static_cast<int>(width), static_cast<int>(height), 3, pPixels,
-        static_cast<int>(width * 3));
+    stbi_write_png_to_func(
+        WriteBytes, &file, static_cast<int>(width), static_cast<int>(height), 3, pPixels, static_cast<int>(width * 3));
     // A full disk may show only when the file is closed.
     if (!CloseHandle(file.hFile) && file.error == ERROR_SUCCESS)
         file.error = GetLastError();

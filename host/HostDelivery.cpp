@@ -6,9 +6,8 @@ namespace
 template <typename Function>
 Function Find(HMODULE hModule, const char* pName)
 {
-    return hModule == nullptr
-        ? nullptr
-        : reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(hModule, pName)));
+    return hModule == nullptr ? nullptr
+                              : reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(hModule, pName)));
 }
 
 }  // namespace

@@ -18,8 +18,8 @@ HostDriver::HostDriver(const HostDriverSettings& settings)
         clientLibrary = registry.ClientLibrary();
     }
     m_hClientLibrary = GetModuleHandleW(clientLibrary.c_str());
-    m_pOpenAdapter = reinterpret_cast<HostOpenAdapterFunction>(
-        reinterpret_cast<void*>(GetProcAddress(m_hModule, "OpenAdapter")));
+    m_pOpenAdapter =
+        reinterpret_cast<HostOpenAdapterFunction>(reinterpret_cast<void*>(GetProcAddress(m_hModule, "OpenAdapter")));
     if (m_pOpenAdapter != nullptr && (m_hClientLibrary != nullptr || !settings.m_ClientLibrary))
         return;
     FreeLibrary(m_hModule);

@@ -11,9 +11,9 @@ using HostOpenAdapterFunction = HRESULT(APIENTRY*)(D3DDDIARG_OPENADAPTER*);
 /// What the driver finds in the registry while it loads.
 struct HostDriverSettings
 {
-    std::wstring m_Path;                         ///< of the driver; a bare name is looked for beside the program
-    std::optional<std::wstring> m_ClientLibrary; ///< without one the driver takes its default
-    DWORD m_TraceMask = 0;                       ///< UMDTRACE_ bits
+    std::wstring m_Path;                          ///< of the driver; a bare name is looked for beside the program
+    std::optional<std::wstring> m_ClientLibrary;  ///< without one the driver takes its default
+    DWORD m_TraceMask = 0;                        ///< UMDTRACE_ bits
 };
 
 class HostDriver

@@ -16,8 +16,8 @@ void HostCheck(HRESULT hResult, const char* pWhat)
 void HostThrowSystemError(const std::string& what, DWORD error)
 {
     wchar_t text[512] = L"";
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, text,
-        ARRAYSIZE(text), nullptr);
+    DWORD length = FormatMessageW(
+        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, text, ARRAYSIZE(text), nullptr);
     while (length != 0 && text[length - 1] <= L' ')
         text[--length] = L'\0';
     throw HostError(what + ": " + HostUtf8(text) + " (" + std::to_string(error) + ")");

@@ -98,8 +98,8 @@ HostImage HostFillScene::Expected(UINT width, UINT height, UINT sourceId, UINT f
 {
     const Layout layout = LayOut(static_cast<LONG>(width), static_cast<LONG>(height), frame);
     HostImage image(width, height);
-    image.Fill({0, 0, static_cast<LONG>(width), static_cast<LONG>(height)},
-        kBackgrounds[sourceId % std::size(kBackgrounds)]);
+    image.Fill(
+        {0, 0, static_cast<LONG>(width), static_cast<LONG>(height)}, kBackgrounds[sourceId % std::size(kBackgrounds)]);
     for (const RECT& bar : layout.m_Bars)
         image.Fill(bar, kBarColor);
     image.Fill(layout.m_Square, kSquareColor);

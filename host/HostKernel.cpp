@@ -205,7 +205,8 @@ HRESULT HostKernel::Render(D3DDDICB_RENDER* pArg)
     Context* pContext = FindContext(pArg->hContext);
     if (pContext == nullptr)
         return Violation("pfnRenderCb: unknown context");
-    if (pArg->CommandOffset > Context::kCommandBytes || pArg->CommandLength > Context::kCommandBytes - pArg->CommandOffset)
+    if (pArg->CommandOffset > Context::kCommandBytes ||
+        pArg->CommandLength > Context::kCommandBytes - pArg->CommandOffset)
         return Violation("pfnRenderCb: commands beyond the buffer");
     if (pArg->NumAllocations > Context::kAllocations || pArg->NumPatchLocations > Context::kPatchLocations)
         return Violation("pfnRenderCb: list beyond its end");

@@ -20,11 +20,11 @@ struct HostAllocation
 {
     D3DKMT_HANDLE m_hAllocation = 0;
     D3DKMT_HANDLE m_hKMResource = 0;
-    HANDLE m_hResource = nullptr;               ///< the runtime's handle of the resource
+    HANDLE m_hResource = nullptr;  ///< the runtime's handle of the resource
     bool m_bPrimary = false;
-    UINT m_VidPnSourceId = 0;                   ///< of a primary
+    UINT m_VidPnSourceId = 0;  ///< of a primary
     UMDAllocationPrivateData m_PrivateData{};
-    std::vector<BYTE> m_Memory;                 ///< what pfnLockCb hands out
+    std::vector<BYTE> m_Memory;  ///< what pfnLockCb hands out
     bool m_bLocked = false;
 };
 

@@ -11,7 +11,8 @@ struct HostMatrix
     static HostMatrix Scaling(float factor);
     /// Turns about the axis x (0), y (1) or z (2), by radians.
     static HostMatrix Rotation(int axis, float angle);
-    /// Looks along +z; depths from `nearest` to `farthest` become 0 to 1. `angle` is the height of the view, in radians.
+    /// Looks along +z; depths from `nearest` to `farthest` become 0 to 1. `angle` is the height of the view, in
+    /// radians.
     static HostMatrix Perspective(float angle, float aspect, float nearest, float farthest);
 
     HostMatrix operator*(const HostMatrix& right) const;

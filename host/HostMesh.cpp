@@ -109,8 +109,8 @@ void HostMesh::Draw(HostDrawPath path)
 void HostMesh::BindMemory(const std::vector<HostVertex>& vertices)
 {
     const D3DDDIARG_SETSTREAMSOURCEUM arg = {0, kStride};
-    HostCheck(m_Device.Functions().pfnSetStreamSourceUm(m_Device.Handle(), &arg, vertices.data()),
-        "pfnSetStreamSourceUm");
+    HostCheck(
+        m_Device.Functions().pfnSetStreamSourceUm(m_Device.Handle(), &arg, vertices.data()), "pfnSetStreamSourceUm");
 }
 
 void HostMesh::BindBuffer(const HostResource& buffer)

@@ -27,8 +27,8 @@ UINT ParseNumber(std::string_view text, int base, const std::string& what)
 
 HostSource ParseSource(const std::string& text)
 {
-    const std::string what =
-        "--source " + text + ": expected WIDTHxHEIGHT, each " + std::to_string(kSizeMin) + " to " + std::to_string(kSizeMax) + " pixels";
+    const std::string what = "--source " + text + ": expected WIDTHxHEIGHT, each " + std::to_string(kSizeMin) + " to " +
+                             std::to_string(kSizeMax) + " pixels";
     const size_t cross = text.find('x');
     if (cross == std::string::npos)
         throw HostError(what);
@@ -99,14 +99,18 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
         "tesslo_host");
     app.get_formatter()->column_width(34);
     SourceTexts texts = {{"1280x720"}, {}, {}};
-    std::string driver = "TessloWddmUmode.dll", client = "TessloClientDllSample.dll", output, mask = "0", frames = "120";
+    std::string driver = "TessloWddmUmode.dll", client = "TessloClientDllSample.dll", output, mask = "0",
+                frames = "120";
     HostOptions options;
     app.add_option("--source", texts.m_Sizes, "A virtual monitor's size; once for each, six at most (1280x720)")
-        ->type_name("WxH")->allow_extra_args(false);
+        ->type_name("WxH")
+        ->allow_extra_args(false);
     app.add_option("--rotation", texts.m_Rotations, "Rotation of the source in the same place: 0, 90, 180 or 270 (0)")
-        ->type_name("DEGREES")->allow_extra_args(false);
+        ->type_name("DEGREES")
+        ->allow_extra_args(false);
     app.add_option("--scene", texts.m_Scenes, "What the source in the same place shows: turning or fill (turning)")
-        ->type_name("NAME")->allow_extra_args(false);
+        ->type_name("NAME")
+        ->allow_extra_args(false);
     app.add_option("--frames", frames, "Frames for each source (120)")->type_name("N");
     app.add_flag("--every-frame", options.m_bEveryFrame,
         "Present the next frame of a source when the client library has the one before");

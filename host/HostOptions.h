@@ -26,7 +26,7 @@ struct HostOptions
     HostDriverSettings m_Driver;
     std::vector<HostSource> m_Sources;
     UINT m_Frames = 0;
-    std::wstring m_Output;        ///< empty: count only
+    std::wstring m_Output;  ///< empty: count only
     bool m_bEveryFrame = false;
 };
 

@@ -24,7 +24,7 @@ struct Output
     HostSource m_Source;
     std::unique_ptr<HostScene> m_pScene;
     std::unique_ptr<HostResource> m_pPrimary;
-    std::vector<double> m_Work;   ///< milliseconds, one a frame
+    std::vector<double> m_Work;  ///< milliseconds, one a frame
     std::vector<double> m_Pause;
 };
 
@@ -75,7 +75,8 @@ void PrintTable(const std::vector<Output>& outputs, const HostDelivery& delivery
         "dropped", "recorded", "present ms: median   99 %    pause");
     for (const Output& output : outputs)
     {
-        const std::string size = std::to_string(output.m_Source.m_Width) + "x" + std::to_string(output.m_Source.m_Height);
+        const std::string size =
+            std::to_string(output.m_Source.m_Width) + "x" + std::to_string(output.m_Source.m_Height);
         const auto counters = delivery.Counters(output.m_SourceId);
         const auto count = [&](UINT64 value) { return counters ? std::to_string(value) : std::string("-"); };
         const UINT64 presented = output.m_Work.size();
@@ -111,8 +112,8 @@ void ReportViolations(const HostKernel& kernel)
 {
     const std::vector<std::string> violations = kernel.Violations();
     if (!violations.empty())
-        throw HostError("the driver broke the contract " + std::to_string(violations.size()) + " times, first: " +
-                        violations.front());
+        throw HostError("the driver broke the contract " + std::to_string(violations.size()) +
+                        " times, first: " + violations.front());
 }
 
 }  // namespace

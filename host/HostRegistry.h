@@ -28,6 +28,6 @@ public:
 private:
     void SetValue(const wchar_t* pPath, const wchar_t* pName, DWORD type, const void* pData, size_t bytes);
 
-    std::wstring m_Path;    ///< of the private key, under HKEY_CURRENT_USER
+    std::wstring m_Path;  ///< of the private key, under HKEY_CURRENT_USER
     HKEY m_hKey = nullptr;
 };

@@ -11,7 +11,7 @@ class HostDevice;
 /// What a resource is made from. Fields that a kind of resource has no use for stay 0.
 struct HostResourceDescription
 {
-    UINT m_Width = 0;   ///< pixels; bytes of a buffer
+    UINT m_Width = 0;  ///< pixels; bytes of a buffer
     UINT m_Height = 1;
     UINT m_Format = D3DFMT_X8R8G8B8;
     D3DDDI_POOL m_Pool = D3DDDIPOOL_VIDEOMEMORY;

@@ -6,24 +6,24 @@ namespace
 {
 
 // Vertex shader constants.
-constexpr UINT kRegisterPlace = 0;   // c0..c3: position to the screen
-constexpr UINT kRegisterTurn = 4;    // c4..c6: normal to the world
-constexpr UINT kRegisterLamp = 7;    // c7: to the lamp; c8: x = 0, y = the lamp's share, z = the share of all round
+constexpr UINT kRegisterPlace = 0;  // c0..c3: position to the screen
+constexpr UINT kRegisterTurn = 4;   // c4..c6: normal to the world
+constexpr UINT kRegisterLamp = 7;   // c7: to the lamp; c8: x = 0, y = the lamp's share, z = the share of all round
 
 // Byte code of shader model 2.0, one line an instruction, the assembly behind it.
 constexpr UINT kVertexShader[] = {
-    0xFFFE0200,                                      // vs_2_0
-    0x0200001F, 0x80000000, 0x900F0000,              // dcl_position v0
-    0x0200001F, 0x80000003, 0x900F0001,              // dcl_normal v1
-    0x0200001F, 0x80000005, 0x900F0002,              // dcl_texcoord v2
-    0x03000014, 0xC00F0000, 0x90E40000, 0xA0E40000,  // m4x4 oPos, v0, c0
-    0x03000017, 0x80070000, 0x90E40001, 0xA0E40004,  // m3x3 r0.xyz, v1, c4
-    0x03000008, 0x80010000, 0x80E40000, 0xA0E40007,  // dp3 r0.x, r0, c7
-    0x0300000B, 0x80010000, 0x80000000, 0xA0000008,  // max r0.x, r0.x, c8.x
+    0xFFFE0200,                                                  // vs_2_0
+    0x0200001F, 0x80000000, 0x900F0000,                          // dcl_position v0
+    0x0200001F, 0x80000003, 0x900F0001,                          // dcl_normal v1
+    0x0200001F, 0x80000005, 0x900F0002,                          // dcl_texcoord v2
+    0x03000014, 0xC00F0000, 0x90E40000, 0xA0E40000,              // m4x4 oPos, v0, c0
+    0x03000017, 0x80070000, 0x90E40001, 0xA0E40004,              // m3x3 r0.xyz, v1, c4
+    0x03000008, 0x80010000, 0x80E40000, 0xA0E40007,              // dp3 r0.x, r0, c7
+    0x0300000B, 0x80010000, 0x80000000, 0xA0000008,              // max r0.x, r0.x, c8.x
     0x04000004, 0x80010000, 0x80000000, 0xA0550008, 0xA0AA0008,  // mad r0.x, r0.x, c8.y, c8.z
-    0x02000001, 0xD00F0000, 0x80000000,              // mov oD0, r0.x
-    0x02000001, 0xE0030000, 0x90E40002,              // mov oT0.xy, v2
-    0x0000FFFF,                                      // end
+    0x02000001, 0xD00F0000, 0x80000000,                          // mov oD0, r0.x
+    0x02000001, 0xE0030000, 0x90E40002,                          // mov oT0.xy, v2
+    0x0000FFFF,                                                  // end
 };
 
 constexpr UINT kPixelShader[] = {
@@ -58,13 +58,15 @@ HostShading::HostShading(HostDevice& device) : m_Device(device)
 {
     const D3DDDI_DEVICEFUNCS& functions = device.Functions();
     D3DDDIARG_CREATEVERTEXSHADERFUNC vertex = {sizeof(kVertexShader), nullptr};
-    HostCheck(functions.pfnCreateVertexShaderFunc(device.Handle(), &vertex, kVertexShader), "pfnCreateVertexShaderFunc");
+    HostCheck(
+        functions.pfnCreateVertexShaderFunc(device.Handle(), &vertex, kVertexShader), "pfnCreateVertexShaderFunc");
     m_hVertexShader = vertex.ShaderHandle;
     D3DDDIARG_CREATEPIXELSHADER pixel = {sizeof(kPixelShader), nullptr};
     HostCheck(functions.pfnCreatePixelShader(device.Handle(), &pixel, kPixelShader), "pfnCreatePixelShader");
     m_hPixelShader = pixel.ShaderHandle;
     D3DDDIARG_CREATEVERTEXSHADERDECL declaration = {static_cast<UINT>(std::size(kElements)), nullptr};
-    HostCheck(functions.pfnCreateVertexShaderDecl(device.Handle(), &declaration, kElements), "pfnCreateVertexShaderDecl");
+    HostCheck(
+        functions.pfnCreateVertexShaderDecl(device.Handle(), &declaration, kElements), "pfnCreateVertexShaderDecl");
     m_hDeclaration = declaration.ShaderHandle;
 }
 
@@ -117,5 +119,6 @@ void HostShading::SetLamp()
 void HostShading::SetVertexConstants(UINT first, const float* pValues, UINT count)
 {
     const D3DDDIARG_SETVERTEXSHADERCONST arg = {first, count};
-    HostCheck(m_Device.Functions().pfnSetVertexShaderConst(m_Device.Handle(), &arg, pValues), "pfnSetVertexShaderConst");
+    HostCheck(
+        m_Device.Functions().pfnSetVertexShaderConst(m_Device.Handle(), &arg, pValues), "pfnSetVertexShaderConst");
 }

@@ -73,7 +73,8 @@ void HostTurningScene::DrawCubes(HostDevice& device, UINT frame)
     for (size_t i = 0; i < std::size(kHostDrawPaths); ++i)
     {
         const HostMatrix turn = HostMatrix::Rotation(2, static_cast<float>(i) * kPi / 3 + step / 2) *
-            HostMatrix::Translation(2, 0, 0) * HostMatrix::Rotation(1, step * 2) * HostMatrix::Scaling(0.7f);
+                                HostMatrix::Translation(2, 0, 0) * HostMatrix::Rotation(1, step * 2) *
+                                HostMatrix::Scaling(0.7f);
         m_pShading->SetPlace(projection, turn, kTints[i]);
         m_pCube->Draw(kHostDrawPaths[i]);
     }

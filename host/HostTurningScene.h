@@ -24,7 +24,7 @@ private:
     void DrawTiles(HostDevice& device, const HostResource& primary);
     void DrawSquare(HostDevice& device, const HostResource& primary, UINT frame);
 
-    std::unique_ptr<HostShading> m_pShading;   ///< this and all below: made at the first frame
+    std::unique_ptr<HostShading> m_pShading;  ///< this and all below: made at the first frame
     std::unique_ptr<HostMesh> m_pCube;
     std::unique_ptr<HostMesh> m_pSquare;
     std::unique_ptr<HostResource> m_pPattern;  ///< the texture of the cubes

@@ -14,8 +14,8 @@ HostImage ReadPng(const std::filesystem::path& path)
     std::ifstream file(path, std::ios::binary);
     const std::vector<char> bytes(std::istreambuf_iterator<char>(file), {});
     int width = 0, height = 0, channels = 0;
-    stbi_uc* pPixels = stbi_load_from_memory(reinterpret_cast<const stbi_uc*>(bytes.data()),
-        static_cast<int>(bytes.size()), &width, &height, &channels, 0);
+    stbi_uc* pPixels = stbi_load_from_memory(
+        reinterpret_cast<const stbi_uc*>(bytes.data()), static_cast<int>(bytes.size()), &width, &height, &channels, 0);
     if (pPixels == nullptr || channels != 3)
     {
         stbi_image_free(pPixels);

@@ -8,8 +8,8 @@
 inline testing::AssertionResult SamePixels(const HostImage& expected, const HostImage& actual)
 {
     if (expected.m_Width != actual.m_Width || expected.m_Height != actual.m_Height)
-        return testing::AssertionFailure() << "expected " << expected.m_Width << "x" << expected.m_Height << " pixels, got "
-                                           << actual.m_Width << "x" << actual.m_Height;
+        return testing::AssertionFailure() << "expected " << expected.m_Width << "x" << expected.m_Height
+                                           << " pixels, got " << actual.m_Width << "x" << actual.m_Height;
     size_t count = 0, first = 0;
     for (size_t i = expected.m_Pixels.size(); i-- > 0;)
         if (expected.m_Pixels[i] != actual.m_Pixels[i])

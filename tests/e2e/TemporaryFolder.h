@@ -12,8 +12,8 @@ public:
     TemporaryFolder()
     {
         static LONG number = 0;
-        m_Path = std::filesystem::temp_directory_path() /
-            (L"tesslo-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(InterlockedIncrement(&number)));
+        m_Path = std::filesystem::temp_directory_path() / (L"tesslo-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+                                                              std::to_wstring(InterlockedIncrement(&number)));
         std::filesystem::create_directories(m_Path);
     }
     ~TemporaryFolder()

@@ -1,9 +1,9 @@
 // The sample client library, called as the driver calls it.
-#include "support/ImportPatch.h"
 #include "PngImage.h"
 #include "SamePixels.h"
 #include "SampleClient.h"
 #include "TemporaryFolder.h"
+#include "support/ImportPatch.h"
 
 #include <algorithm>
 #include <fstream>
@@ -44,8 +44,7 @@ WriteFileFunction g_pWriteFile;
 HANDLE g_hGate;     // the disk answers while it is set
 HANDLE g_hEntered;  // somebody waits for the disk
 
-BOOL WINAPI WriteFileBehindGate(
-    HANDLE hFile, LPCVOID pData, DWORD size, LPDWORD pWritten, LPOVERLAPPED pOverlapped)
+BOOL WINAPI WriteFileBehindGate(HANDLE hFile, LPCVOID pData, DWORD size, LPDWORD pWritten, LPOVERLAPPED pOverlapped)
 {
     SetEvent(g_hEntered);
     WaitForSingleObject(g_hGate, INFINITE);
@@ -160,7 +159,8 @@ TEST_F(SampleClientTest, Recording_FourSourcesAtOnce_NobodyTakesAnothersFrames)
     for (UINT source = 0; source < 4; ++source)
         for (UINT i = 0; i < 8; ++i)
             EXPECT_TRUE(SamePixels(Pattern(20 + source, 20, source * 100 + i),
-                ReadPng(m_Folder.Path() / ("source" + std::to_string(source) + "-frame00000" + std::to_string(i) + ".png"))))
+                ReadPng(m_Folder.Path() /
+                        ("source" + std::to_string(source) + "-frame00000" + std::to_string(i) + ".png"))))
                 << "source " << source << " frame " << i;
 }
 

@@ -33,10 +33,11 @@ const BadInput kBadInputs[] = {
     {"SourceTooWide", {"--source", "8193x480"}, "--source 8193x480: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
     {"SourceBeyondAllNumbers", {"--source", "99999999999x1"},
         "--source 99999999999x1: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
-    {"SourceWithTail", {"--source", "640x480x32"}, "--source 640x480x32: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
+    {"SourceWithTail", {"--source", "640x480x32"},
+        "--source 640x480x32: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
     {"SevenSources",
-        {"--source", "64x64", "--source", "64x64", "--source", "64x64", "--source", "64x64", "--source", "64x64", "--source",
-            "64x64", "--source", "64x64"},
+        {"--source", "64x64", "--source", "64x64", "--source", "64x64", "--source", "64x64", "--source", "64x64",
+            "--source", "64x64", "--source", "64x64"},
         "more than 6 sources"},
     {"RotationOfAnotherAngle", {"--rotation", "45"}, "--rotation 45: expected 0, 90, 180 or 270"},
     {"RotationWithoutSource", {"--rotation", "0", "--rotation", "90"}, "more --rotation than --source"},
@@ -85,8 +86,10 @@ TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
 TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
 {
     const HostOptions options = HostParseOptions({"--source", "640x480", "--source", "800x600", "--rotation", "180",
-        "--rotation", "270", "--scene", "fill", "--scene", "turning", "--frames", "7", "--every-frame", "--out", "B\xC3\xBC" "cher", "--trace", "0x201",
-        "--client", "c.dll", "--driver", "d.dll"});
+        "--rotation", "270", "--scene", "fill", "--scene", "turning", "--frames", "7", "--every-frame", "--out",
+        "B\xC3\xBC"
+        "cher",
+        "--trace", "0x201", "--client", "c.dll", "--driver", "d.dll"});
     ASSERT_EQ(2u, options.m_Sources.size());
     EXPECT_EQ(480u, options.m_Sources[0].m_Height);
     EXPECT_EQ(180u, options.m_Sources[0].m_Degrees);
@@ -111,8 +114,8 @@ TEST(HostOptions, Parse_Help_NamesEveryOption)
     }
     catch (const HostHelp& help)
     {
-        for (const char* pOption :
-            {"--source", "--rotation", "--scene", "--frames", "--every-frame", "--out", "--trace", "--client", "--driver"})
+        for (const char* pOption : {"--source", "--rotation", "--scene", "--frames", "--every-frame", "--out",
+                 "--trace", "--client", "--driver"})
             EXPECT_NE(std::string::npos, std::string(help.what()).find(pOption)) << pOption;
     }
 }

@@ -44,8 +44,8 @@ protected:
         startup.hStdOutput = CreateInheritable(m_Folder.Path() / "stdout");
         startup.hStdError = CreateInheritable(m_Folder.Path() / "stderr");
         PROCESS_INFORMATION process{};
-        EXPECT_TRUE(CreateProcessW(
-            nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process));
+        EXPECT_TRUE(
+            CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process));
         CloseHandle(startup.hStdOutput);
         CloseHandle(startup.hStdError);
         DWORD code = 0;
@@ -107,8 +107,10 @@ TEST_F(HostProgramTest, OutputIsAFile_OneLineAndCode1)
 TEST_F(HostProgramTest, TwoSourcesEveryFrame_AllDeliveredAndTold)
 {
     const std::filesystem::path folder = m_Folder.Path() / "pictures";
-    const Outcome outcome = Run(L"--source 160x120 --source 100x80 --rotation 0 --rotation 90 --scene fill --frames 6 --every-frame "
-                                L"--trace 0x202 --out \"" + folder.wstring() + L"\"");
+    const Outcome outcome =
+        Run(L"--source 160x120 --source 100x80 --rotation 0 --rotation 90 --scene fill --frames 6 --every-frame "
+            L"--trace 0x202 --out \"" +
+            folder.wstring() + L"\"");
     EXPECT_EQ(0u, outcome.m_Code) << outcome.m_Errors;
     EXPECT_NE(std::string::npos, outcome.m_Output.find("100 %: 6 of 6 frames\n")) << outcome.m_Output;
     EXPECT_NE(std::string::npos, outcome.m_Output.find("\n0       160x120            0          6          6        0"))

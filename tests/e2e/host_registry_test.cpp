@@ -37,8 +37,8 @@ TEST(HostRegistry, ClientLibrary_DriverWritesIt_IsReadBack)
     HostRegistry registry;
     EXPECT_EQ(L"", registry.ClientLibrary());
     const wchar_t name[] = L"written.dll";
-    ASSERT_EQ(ERROR_SUCCESS,
-        RegSetKeyValueW(HKEY_LOCAL_MACHINE, kClient, L"DllNameInterface", REG_SZ, name, sizeof(name)));
+    ASSERT_EQ(
+        ERROR_SUCCESS, RegSetKeyValueW(HKEY_LOCAL_MACHINE, kClient, L"DllNameInterface", REG_SZ, name, sizeof(name)));
     EXPECT_EQ(L"written.dll", registry.ClientLibrary());
 }
 
@@ -59,8 +59,7 @@ TEST(HostRegistry, Destructor_PrivateKey_IsDeleted)
     }
     DWORD keys = 0xFFFF;
     HKEY hKey = nullptr;
-    ASSERT_EQ(ERROR_SUCCESS,
-        RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Zembrilo\\TessloHost", 0, KEY_READ, &hKey));
+    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Zembrilo\\TessloHost", 0, KEY_READ, &hKey));
     std::wstring mine = std::to_wstring(GetCurrentProcessId()) + L"-";
     keys = 0;
     for (DWORD i = 0;; ++i)

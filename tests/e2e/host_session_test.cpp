@@ -75,7 +75,9 @@ TEST_P(HostSessionRotation, Flip_FillScene_RecordedPictureIsThePresentedOneTurne
     }
     session.Close();
     for (UINT frame = 0; frame < 3; ++frame)
-        EXPECT_TRUE(SamePixels(Rotated(HostFillScene::Expected(160, 96, 0, frame), GetParam()), ReadPng(Picture(0, frame)))) << frame;
+        EXPECT_TRUE(
+            SamePixels(Rotated(HostFillScene::Expected(160, 96, 0, frame), GetParam()), ReadPng(Picture(0, frame))))
+            << frame;
     EXPECT_EQ(3u, session.Delivery().Counters(0)->Recorded);
     EXPECT_TRUE(session.Kernel().Violations().empty()) << session.Kernel().Violations()[0];
 }
@@ -112,7 +114,8 @@ TEST_F(HostSessionTest, Flip_SixSourcesOfDifferentSize_EachShowsItsOwn)
     }
     session.Close();
     for (UINT source = 0; source < 6; ++source)
-        EXPECT_TRUE(SamePixels(HostFillScene::Expected(64 + 16 * source, 100 - 8 * source, source, 9), ReadPng(Picture(source, 0))))
+        EXPECT_TRUE(SamePixels(
+            HostFillScene::Expected(64 + 16 * source, 100 - 8 * source, source, 9), ReadPng(Picture(source, 0))))
             << source;
 }
 

@@ -20,13 +20,9 @@ class HostTurningTest : public testing::Test
 {
 protected:
     HostTurningTest()
-        : m_Session({L"TessloWddmUmode.dll", L"TessloClientDllSample.dll", 0}),
-          m_Device(m_Session.Device()),
-          m_pTarget(m_Device.CreateRenderTarget(kSize, kSize)),
-          m_pDepth(m_Device.CreateDepthStencil(kSize, kSize)),
-          m_Shading(m_Device),
-          m_pCube(HostMesh::Cube(m_Device)),
-          m_pSquare(HostMesh::Square(m_Device))
+        : m_Session({L"TessloWddmUmode.dll", L"TessloClientDllSample.dll", 0}), m_Device(m_Session.Device()),
+          m_pTarget(m_Device.CreateRenderTarget(kSize, kSize)), m_pDepth(m_Device.CreateDepthStencil(kSize, kSize)),
+          m_Shading(m_Device), m_pCube(HostMesh::Cube(m_Device)), m_pSquare(HostMesh::Square(m_Device))
     {
     }
 
