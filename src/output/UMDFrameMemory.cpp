@@ -1,7 +1,6 @@
 #include "output/UMDFrameMemory.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <new>
 
 UMDFrameMemory* UMDFrameMemory::Create(std::size_t bytes)
@@ -16,7 +15,6 @@ UMDFrameMemory* UMDFrameMemory::Create(std::size_t bytes)
         delete pMemory;
         return nullptr;
     }
-    std::memset(pMemory->m_pBits, 0, bytes);
     return pMemory;
 }
 

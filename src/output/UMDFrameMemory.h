@@ -9,7 +9,7 @@
 class UMDFrameMemory
 {
 public:
-    /// Allocates a zeroed buffer with one reference. @return null when memory is short.
+    /// Allocates a buffer, not cleared, with one reference. @return null when memory is short.
     static UMDFrameMemory* Create(std::size_t bytes);
 
     /// Any thread.

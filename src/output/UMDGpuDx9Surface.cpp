@@ -2,6 +2,8 @@
 
 #include "util/UMDUtilDebugTrace.h"
 
+#include <cstring>
+
 namespace
 {
 constexpr UINT kReadBackAttempts = 3;
@@ -30,9 +32,11 @@ HRESULT UMDGpuDx9Surface::Create(IDirect3DDevice9Ex* pDevice9, IDirect3DSurface9
             width, height, format, D3DPOOL_SYSTEMMEM, ppSurface, nullptr);
         FAILED(hr))
         return UMDFail(hr, L"UMDGpuDx9Surface::Create CreateOffscreenPlainSurface failed! 0x%x\n", hr);
-    *ppSurfaceMalloc = UMDFrameMemory::Create(static_cast<std::size_t>(width) * height * 4);
+    const std::size_t bytes = static_cast<std::size_t>(width) * height * 4;
+    *ppSurfaceMalloc = UMDFrameMemory::Create(bytes);
     if (!*ppSurfaceMalloc)
         return UMDFail(E_FAIL, L"UMDGpuDx9Surface::Create malloc failed!\n");
+    std::memset((*ppSurfaceMalloc)->Bits(), 0, bytes);
     m_pDevice = pDevice9;
     return S_OK;
 }
