@@ -1,0 +1,67 @@
+#include "DriverDll.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace tesslo::test
+{
+
+DriverDll::DriverDll() : m_hModule(LoadLibraryW(L"TessloWddmUmode.dll"))
+{
+    if (!m_hModule)
+        throw std::runtime_error("TessloWddmUmode.dll does not load: " + std::to_string(GetLastError()));
+}
+
+DriverDll::~DriverDll()
+{
+    if (m_hAdapter)
+        CloseAdapter();
+    Unload();
+}
+
+HRESULT DriverDll::OpenAdapter(FakeKernel& kernel, UINT interface_, UINT version)
+{
+    auto pOpenAdapter = reinterpret_cast<HRESULT(APIENTRY*)(D3DDDIARG_OPENADAPTER*)>(
+        reinterpret_cast<void*>(GetProcAddress(m_hModule, "OpenAdapter")));
+    D3DDDIARG_OPENADAPTER open{};
+    open.hAdapter = kernel.RuntimeHandle();
+    open.Interface = interface_;
+    open.Version = version;
+    open.pAdapterCallbacks = &m_AdapterCallbacks;
+    open.pAdapterFuncs = &m_AdapterFuncs;
+    const HRESULT hr = pOpenAdapter(&open);
+    if (SUCCEEDED(hr))
+    {
+        m_hAdapter = open.hAdapter;
+        m_DriverVersion = open.DriverVersion;
+    }
+    return hr;
+}
+
+HRESULT DriverDll::CreateDevice(FakeKernel& kernel, const D3DDDI_DEVICECALLBACKS& callbacks)
+{
+    D3DDDIARG_CREATEDEVICE create{};
+    create.hDevice = kernel.RuntimeHandle();
+    create.Interface = 9;
+    create.Version = 0x2003;
+    create.pCallbacks = &callbacks;
+    create.pDeviceFuncs = &m_DeviceFuncs;
+    const HRESULT hr = m_AdapterFuncs.pfnCreateDevice(m_hAdapter, &create);
+    if (SUCCEEDED(hr))
+        m_hDevice = create.hDevice;
+    return hr;
+}
+
+HRESULT DriverDll::CloseAdapter()
+{
+    m_hDevice = nullptr;
+    return m_AdapterFuncs.pfnCloseAdapter(std::exchange(m_hAdapter, nullptr));
+}
+
+void DriverDll::Unload()
+{
+    if (HMODULE hModule = std::exchange(m_hModule, nullptr))
+        FreeLibrary(hModule);
+}
+
+} // namespace tesslo::test

@@ -1,0 +1,184 @@
+#include "FakeDevice.h"
+
+#include <utility>
+
+namespace tesslo::test
+{
+
+FakeDevice::FakeDevice() : FakeDeviceMethods(static_cast<FakeObjects&>(*this), "") {}
+
+FakeDevice::~FakeDevice()
+{
+    for (IDirect3DSurface9*& pTarget : m_RenderTargets)
+        pTarget = nullptr;
+    DeleteLeaks();
+}
+
+void FakeDevice::InternalShare(HANDLE* pSharedHandle) const
+{
+    if (pSharedHandle && !*pSharedHandle)
+        *pSharedHandle = m_hShared;
+}
+
+HRESULT FakeDevice::InternalMakeSurface(
+    const D3DSURFACE_DESC& desc, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle)
+{
+    FailNthAllocation::Pause pause;
+    *ppSurface = new FakeSurface(*this, NextName("surface"), desc, m_Padding);
+    InternalShare(pSharedHandle);
+    return S_OK;
+}
+
+HRESULT FakeDevice::CreateTexture(UINT width, UINT height, UINT levels, DWORD usage, D3DFORMAT format, D3DPOOL pool,
+    IDirect3DTexture9** ppTexture, HANDLE* pSharedHandle)
+{
+    HRESULT hr
+        = FakeDeviceMethods::CreateTexture(width, height, levels, usage, format, pool, ppTexture, pSharedHandle);
+    if (FAILED(hr))
+        return hr;
+    FailNthAllocation::Pause pause;
+    const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, width, height};
+    *ppTexture = new FakeTexture(*this, NextName("texture"), desc, levels, m_Padding);
+    InternalShare(pSharedHandle);
+    return S_OK;
+}
+
+HRESULT FakeDevice::CreateCubeTexture(UINT edge, UINT levels, DWORD usage, D3DFORMAT format, D3DPOOL pool,
+    IDirect3DCubeTexture9** ppTexture, HANDLE* pSharedHandle)
+{
+    HRESULT hr = FakeDeviceMethods::CreateCubeTexture(edge, levels, usage, format, pool, ppTexture, pSharedHandle);
+    if (FAILED(hr))
+        return hr;
+    FailNthAllocation::Pause pause;
+    const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, edge, edge};
+    *ppTexture = new FakeCubeTexture(*this, NextName("cube"), desc, levels, m_Padding);
+    InternalShare(pSharedHandle);
+    return S_OK;
+}
+
+HRESULT FakeDevice::CreateVertexBuffer(
+    UINT size, DWORD usage, DWORD fvf, D3DPOOL pool, IDirect3DVertexBuffer9** ppBuffer, HANDLE* pSharedHandle)
+{
+    HRESULT hr = FakeDeviceMethods::CreateVertexBuffer(size, usage, fvf, pool, ppBuffer, pSharedHandle);
+    if (FAILED(hr))
+        return hr;
+    FailNthAllocation::Pause pause;
+    const D3DVERTEXBUFFER_DESC desc{D3DFMT_VERTEXDATA, D3DRTYPE_VERTEXBUFFER, usage, pool, size, fvf};
+    *ppBuffer = new FakeVertexBuffer(*this, NextName("vertexbuffer"), desc);
+    return S_OK;
+}
+
+HRESULT FakeDevice::CreateIndexBuffer(
+    UINT size, DWORD usage, D3DFORMAT format, D3DPOOL pool, IDirect3DIndexBuffer9** ppBuffer, HANDLE* pSharedHandle)
+{
+    HRESULT hr = FakeDeviceMethods::CreateIndexBuffer(size, usage, format, pool, ppBuffer, pSharedHandle);
+    if (FAILED(hr))
+        return hr;
+    FailNthAllocation::Pause pause;
+    const D3DINDEXBUFFER_DESC desc{format, D3DRTYPE_INDEXBUFFER, usage, pool, size};
+    *ppBuffer = new FakeIndexBuffer(*this, NextName("indexbuffer"), desc);
+    return S_OK;
+}
+
+HRESULT FakeDevice::CreateRenderTarget(UINT width, UINT height, D3DFORMAT format, D3DMULTISAMPLE_TYPE multisampleType,
+    DWORD multisampleQuality, BOOL lockable, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle)
+{
+    HRESULT hr = FakeDeviceMethods::CreateRenderTarget(
+        width, height, format, multisampleType, multisampleQuality, lockable, ppSurface, pSharedHandle);
+    if (FAILED(hr))
+        return hr;
+    return InternalMakeSurface({format, D3DRTYPE_SURFACE, D3DUSAGE_RENDERTARGET, D3DPOOL_DEFAULT, multisampleType,
+                                   multisampleQuality, width, height},
+        ppSurface, pSharedHandle);
+}
+
+HRESULT FakeDevice::CreateDepthStencilSurface(UINT width, UINT height, D3DFORMAT format,
+    D3DMULTISAMPLE_TYPE multisampleType, DWORD multisampleQuality, BOOL discard, IDirect3DSurface9** ppSurface,
+    HANDLE* pSharedHandle)
+{
+    HRESULT hr = FakeDeviceMethods::CreateDepthStencilSurface(
+        width, height, format, multisampleType, multisampleQuality, discard, ppSurface, pSharedHandle);
+    if (FAILED(hr))
+        return hr;
+    return InternalMakeSurface({format, D3DRTYPE_SURFACE, D3DUSAGE_DEPTHSTENCIL, D3DPOOL_DEFAULT, multisampleType,
+                                   multisampleQuality, width, height},
+        ppSurface, pSharedHandle);
+}
+
+HRESULT FakeDevice::CreateOffscreenPlainSurface(
+    UINT width, UINT height, D3DFORMAT format, D3DPOOL pool, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle)
+{
+    HRESULT hr
+        = FakeDeviceMethods::CreateOffscreenPlainSurface(width, height, format, pool, ppSurface, pSharedHandle);
+    if (FAILED(hr))
+        return hr;
+    return InternalMakeSurface(
+        {format, D3DRTYPE_SURFACE, 0, pool, D3DMULTISAMPLE_NONE, 0, width, height}, ppSurface, pSharedHandle);
+}
+
+HRESULT FakeDevice::CreateVertexDeclaration(
+    const D3DVERTEXELEMENT9* pElements, IDirect3DVertexDeclaration9** ppDeclaration)
+{
+    if (HRESULT hr = FakeDeviceMethods::CreateVertexDeclaration(pElements, ppDeclaration); FAILED(hr))
+        return hr;
+    FailNthAllocation::Pause pause;
+    *ppDeclaration = new FakeVertexDeclaration(*this, NextName("declaration"));
+    return S_OK;
+}
+
+HRESULT FakeDevice::CreateVertexShader(const DWORD* pByteCode, IDirect3DVertexShader9** ppShader)
+{
+    if (HRESULT hr = FakeDeviceMethods::CreateVertexShader(pByteCode, ppShader); FAILED(hr))
+        return hr;
+    FailNthAllocation::Pause pause;
+    *ppShader = new FakeVertexShader(*this, NextName("vertexshader"));
+    return S_OK;
+}
+
+HRESULT FakeDevice::CreatePixelShader(const DWORD* pByteCode, IDirect3DPixelShader9** ppShader)
+{
+    if (HRESULT hr = FakeDeviceMethods::CreatePixelShader(pByteCode, ppShader); FAILED(hr))
+        return hr;
+    FailNthAllocation::Pause pause;
+    *ppShader = new FakePixelShader(*this, NextName("pixelshader"));
+    return S_OK;
+}
+
+HRESULT FakeDevice::SetRenderTarget(DWORD index, IDirect3DSurface9* pSurface)
+{
+    if (HRESULT hr = FakeDeviceMethods::SetRenderTarget(index, pSurface); FAILED(hr))
+        return hr;
+    if (index >= kRenderTargetCount)
+        return D3DERR_INVALIDCALL;
+    if (pSurface)
+        pSurface->AddRef();
+    if (IDirect3DSurface9* pPrevious = std::exchange(m_RenderTargets[index], pSurface))
+        pPrevious->Release();
+    return S_OK;
+}
+
+HRESULT FakeDevice::GetRenderTarget(DWORD index, IDirect3DSurface9** ppSurface)
+{
+    if (HRESULT hr = FakeDeviceMethods::GetRenderTarget(index, ppSurface); FAILED(hr))
+        return hr;
+    if (index >= kRenderTargetCount || !m_RenderTargets[index])
+        return D3DERR_NOTFOUND;
+    m_RenderTargets[index]->AddRef();
+    *ppSurface = m_RenderTargets[index];
+    return S_OK;
+}
+
+HRESULT FakeDevice::GetRenderTargetData(IDirect3DSurface9* pRenderTarget, IDirect3DSurface9* pDestination)
+{
+    if (HRESULT hr = FakeDeviceMethods::GetRenderTargetData(pRenderTarget, pDestination); FAILED(hr))
+        return hr;
+    auto* pFrom = dynamic_cast<FakeSurface*>(pRenderTarget);
+    auto* pTo = dynamic_cast<FakeSurface*>(pDestination);
+    if (!pFrom || !pTo || pFrom->Desc().Format != pTo->Desc().Format || pFrom->Desc().Width != pTo->Desc().Width
+        || pFrom->Desc().Height != pTo->Desc().Height)
+        return D3DERR_INVALIDCALL;
+    pTo->Pixels().CopyFrom(pFrom->Pixels());
+    return S_OK;
+}
+
+} // namespace tesslo::test

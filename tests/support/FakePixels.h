@@ -1,0 +1,39 @@
+// The memory behind a fake surface: rows of pixels with a settable padding, locked once at a time.
+#pragma once
+
+#include <d3d9.h>
+
+#include <vector>
+
+namespace tesslo::test
+{
+
+class FakePixels
+{
+public:
+    /// @param padding bytes behind each row.
+    FakePixels(D3DFORMAT format, UINT width, UINT height, UINT padding);
+
+    /// Points into the memory; D3DERR_INVALIDCALL while it is locked. @param pRect null for all of it.
+    HRESULT Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect);
+    /// D3DERR_INVALIDCALL when it is not locked.
+    HRESULT Unlock();
+    bool IsLocked() const { return m_bLocked; }
+
+    UINT Pitch() const { return m_Pitch; }
+    UINT RowCount() const { return m_RowCount; }
+    /// Pitch times RowCount, zero at first.
+    std::vector<BYTE>& Bytes() { return m_Bytes; }
+    /// Takes over the other's pixels, row by row; both are of the same format and size.
+    void CopyFrom(const FakePixels& other);
+
+private:
+    D3DFORMAT m_Format;
+    UINT m_RowBytes;
+    UINT m_RowCount;
+    UINT m_Pitch;
+    bool m_bLocked = false;
+    std::vector<BYTE> m_Bytes;
+};
+
+} // namespace tesslo::test

@@ -1,0 +1,77 @@
+#include "ImportPatch.h"
+
+#include <stdexcept>
+
+namespace tesslo::test
+{
+
+namespace
+{
+
+/// The slot of a module's import table that holds the function's address; null when it is not imported by name.
+void** FindSlot(HMODULE hModule, const std::string& dll, const std::string& function)
+{
+    BYTE* pBase = reinterpret_cast<BYTE*>(hModule);
+    const auto* pDos = reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase);
+    const auto* pHeaders = reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + pDos->e_lfanew);
+    const DWORD offset = pHeaders->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    auto* pLibrary = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(pBase + offset);
+    for (; pLibrary->Name != 0; pLibrary++)
+    {
+        if (_stricmp(reinterpret_cast<const char*>(pBase + pLibrary->Name), dll.c_str()) != 0)
+            continue;
+        const auto* pName = reinterpret_cast<const IMAGE_THUNK_DATA*>(pBase + pLibrary->OriginalFirstThunk);
+        auto* pSlot = reinterpret_cast<void**>(pBase + pLibrary->FirstThunk);
+        for (; pName->u1.AddressOfData != 0; pName++, pSlot++)
+        {
+            const auto* pImport = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(pBase + pName->u1.AddressOfData);
+            if (!IMAGE_SNAP_BY_ORDINAL(pName->u1.Ordinal) && function == reinterpret_cast<const char*>(pImport->Name))
+                return pSlot;
+        }
+    }
+    return nullptr;
+}
+
+void Store(void** ppSlot, void* pFunction)
+{
+    DWORD protection = 0;
+    VirtualProtect(ppSlot, sizeof *ppSlot, PAGE_READWRITE, &protection);
+    InterlockedExchangePointer(ppSlot, pFunction);
+    VirtualProtect(ppSlot, sizeof *ppSlot, protection, &protection);
+}
+
+UINT_PTR s_FailingValue;
+DWORD s_FailingError;
+
+/// Stands in for any function: the caller removes the arguments in this calling convention.
+UINT_PTR FailingFunction()
+{
+    SetLastError(s_FailingError);
+    return s_FailingValue;
+}
+
+} // namespace
+
+ImportPatch::ImportPatch(
+    HMODULE hModule, const std::string& dll, const std::string& function, void* pReplacement)
+    : m_ppSlot(FindSlot(hModule ? hModule : GetModuleHandleW(nullptr), dll, function))
+{
+    if (!m_ppSlot)
+        throw std::runtime_error("the module does not import " + function + " of " + dll);
+    m_pOriginal = *m_ppSlot;
+    Store(m_ppSlot, pReplacement);
+}
+
+ImportPatch::~ImportPatch()
+{
+    Store(m_ppSlot, m_pOriginal);
+}
+
+FailingImport::FailingImport(
+    HMODULE hModule, const std::string& dll, const std::string& function, UINT_PTR value, DWORD error)
+    : m_Patch((s_FailingValue = value, s_FailingError = error, hModule), dll, function,
+          reinterpret_cast<void*>(FailingFunction))
+{
+}
+
+} // namespace tesslo::test
