@@ -7,12 +7,12 @@
 
 namespace
 {
-constexpr FlagName NAMES_CAPS[] = {
+constexpr FlagName kNamesCaps[] = {
     {D3DCAPS_OVERLAY, "OVERLAY"},
     {D3DCAPS_READ_SCANLINE, "READ_SCANLINE"},
 };
 
-constexpr FlagName NAMES_CAPS2[] = {
+constexpr FlagName kNamesCaps2[] = {
     {D3DCAPS2_FULLSCREENGAMMA, "FULLSCREENGAMMA"},
     {D3DCAPS2_CANCALIBRATEGAMMA, "CANCALIBRATEGAMMA"},
     {D3DCAPS2_CANMANAGERESOURCE, "CANMANAGERESOURCE"},
@@ -21,7 +21,7 @@ constexpr FlagName NAMES_CAPS2[] = {
     {D3DCAPS2_CANSHARERESOURCE, "CANSHARERESOURCE"},
 };
 
-constexpr FlagName NAMES_CAPS3[] = {
+constexpr FlagName kNamesCaps3[] = {
     {D3DCAPS3_ALPHA_FULLSCREEN_FLIP_OR_DISCARD, "ALPHA_FULLSCREEN_FLIP_OR_DISCARD"},
     {D3DCAPS3_LINEAR_TO_SRGB_PRESENTATION, "LINEAR_TO_SRGB_PRESENTATION"},
     {D3DCAPS3_COPY_TO_VIDMEM, "COPY_TO_VIDMEM"},
@@ -30,8 +30,8 @@ constexpr FlagName NAMES_CAPS3[] = {
     {D3DCAPS3_DXVAHD_LIMITED, "DXVAHD_LIMITED"},
 };
 
-constexpr FlagName NAMES_DEVCAPS[] = {
-    {0x00000001, "FLOATTLVERTEX"}, // this and the last three: the driver side of the interface
+constexpr FlagName kNamesDevCaps[] = {
+    {0x00000001, "FLOATTLVERTEX"},  // this and the last three: the driver side of the interface
     {D3DDEVCAPS_EXECUTESYSTEMMEMORY, "EXECUTESYSTEMMEMORY"},
     {D3DDEVCAPS_EXECUTEVIDEOMEMORY, "EXECUTEVIDEOMEMORY"},
     {D3DDEVCAPS_TLVERTEXSYSTEMMEMORY, "TLVERTEXSYSTEMMEMORY"},
@@ -57,7 +57,7 @@ constexpr FlagName NAMES_DEVCAPS[] = {
     {0x08000000, "SUBVOLUMELOCK"},
 };
 
-constexpr FlagName NAMES_DEVCAPS2[] = {
+constexpr FlagName kNamesDevCaps2[] = {
     {D3DDEVCAPS2_STREAMOFFSET, "STREAMOFFSET"},
     {D3DDEVCAPS2_DMAPNPATCH, "DMAPNPATCH"},
     {D3DDEVCAPS2_ADAPTIVETESSRTPATCH, "ADAPTIVETESSRTPATCH"},
@@ -67,7 +67,7 @@ constexpr FlagName NAMES_DEVCAPS2[] = {
     {D3DDEVCAPS2_VERTEXELEMENTSCANSHARESTREAMOFFSET, "VERTEXELEMENTSCANSHARESTREAMOFFSET"},
 };
 
-constexpr FlagName NAMES_PRIMITIVEMISC[] = {
+constexpr FlagName kNamesPrimitiveMisc[] = {
     {D3DPMISCCAPS_MASKZ, "MASKZ"},
     {D3DPMISCCAPS_LINEPATTERNREP, "LINEPATTERNREP"},
     {D3DPMISCCAPS_CULLNONE, "CULLNONE"},
@@ -89,7 +89,7 @@ constexpr FlagName NAMES_PRIMITIVEMISC[] = {
     {D3DPMISCCAPS_POSTBLENDSRGBCONVERT, "POSTBLENDSRGBCONVERT"},
 };
 
-constexpr FlagName NAMES_RASTER[] = {
+constexpr FlagName kNamesRaster[] = {
     {D3DPRASTERCAPS_DITHER, "DITHER"},
     {D3DPRASTERCAPS_ZTEST, "ZTEST"},
     {D3DPRASTERCAPS_FOGVERTEX, "FOGVERTEX"},
@@ -108,7 +108,7 @@ constexpr FlagName NAMES_RASTER[] = {
     {D3DPRASTERCAPS_MULTISAMPLE_TOGGLE, "MULTISAMPLE_TOGGLE"},
 };
 
-constexpr FlagName NAMES_COMPARE[] = {
+constexpr FlagName kNamesCompare[] = {
     {D3DPCMPCAPS_NEVER, "NEVER"},
     {D3DPCMPCAPS_LESS, "LESS"},
     {D3DPCMPCAPS_EQUAL, "EQUAL"},
@@ -119,7 +119,7 @@ constexpr FlagName NAMES_COMPARE[] = {
     {D3DPCMPCAPS_ALWAYS, "ALWAYS"},
 };
 
-constexpr FlagName NAMES_BLEND[] = {
+constexpr FlagName kNamesBlend[] = {
     {D3DPBLENDCAPS_ZERO, "ZERO"},
     {D3DPBLENDCAPS_ONE, "ONE"},
     {D3DPBLENDCAPS_SRCCOLOR, "SRCCOLOR"},
@@ -138,14 +138,14 @@ constexpr FlagName NAMES_BLEND[] = {
     {D3DPBLENDCAPS_INVSRCCOLOR2, "INVSRCCOLOR2"},
 };
 
-constexpr FlagName NAMES_SHADE[] = {
+constexpr FlagName kNamesShade[] = {
     {D3DPSHADECAPS_COLORGOURAUDRGB, "COLORGOURAUDRGB"},
     {D3DPSHADECAPS_SPECULARGOURAUDRGB, "SPECULARGOURAUDRGB"},
     {D3DPSHADECAPS_ALPHAGOURAUDBLEND, "ALPHAGOURAUDBLEND"},
     {D3DPSHADECAPS_FOGGOURAUD, "FOGGOURAUD"},
 };
 
-constexpr FlagName NAMES_TEXTURE[] = {
+constexpr FlagName kNamesTexture[] = {
     {D3DPTEXTURECAPS_PERSPECTIVE, "PERSPECTIVE"},
     {D3DPTEXTURECAPS_POW2, "POW2"},
     {D3DPTEXTURECAPS_ALPHA, "ALPHA"},
@@ -164,7 +164,7 @@ constexpr FlagName NAMES_TEXTURE[] = {
     {D3DPTEXTURECAPS_NOPROJECTEDBUMPENV, "NOPROJECTEDBUMPENV"},
 };
 
-constexpr FlagName NAMES_FILTER[] = {
+constexpr FlagName kNamesFilter[] = {
     {D3DPTFILTERCAPS_MINFPOINT, "MINFPOINT"},
     {D3DPTFILTERCAPS_MINFLINEAR, "MINFLINEAR"},
     {D3DPTFILTERCAPS_MINFANISOTROPIC, "MINFANISOTROPIC"},
@@ -180,7 +180,7 @@ constexpr FlagName NAMES_FILTER[] = {
     {D3DPTFILTERCAPS_MAGFGAUSSIANQUAD, "MAGFGAUSSIANQUAD"},
 };
 
-constexpr FlagName NAMES_ADDRESS[] = {
+constexpr FlagName kNamesAddress[] = {
     {D3DPTADDRESSCAPS_WRAP, "WRAP"},
     {D3DPTADDRESSCAPS_MIRROR, "MIRROR"},
     {D3DPTADDRESSCAPS_CLAMP, "CLAMP"},
@@ -189,7 +189,7 @@ constexpr FlagName NAMES_ADDRESS[] = {
     {D3DPTADDRESSCAPS_MIRRORONCE, "MIRRORONCE"},
 };
 
-constexpr FlagName NAMES_LINE[] = {
+constexpr FlagName kNamesLine[] = {
     {D3DLINECAPS_TEXTURE, "TEXTURE"},
     {D3DLINECAPS_ZTEST, "ZTEST"},
     {D3DLINECAPS_BLEND, "BLEND"},
@@ -198,7 +198,7 @@ constexpr FlagName NAMES_LINE[] = {
     {D3DLINECAPS_ANTIALIAS, "ANTIALIAS"},
 };
 
-constexpr FlagName NAMES_STENCIL[] = {
+constexpr FlagName kNamesStencil[] = {
     {D3DSTENCILCAPS_KEEP, "KEEP"},
     {D3DSTENCILCAPS_ZERO, "ZERO"},
     {D3DSTENCILCAPS_REPLACE, "REPLACE"},
@@ -210,12 +210,12 @@ constexpr FlagName NAMES_STENCIL[] = {
     {D3DSTENCILCAPS_TWOSIDED, "TWOSIDED"},
 };
 
-constexpr FlagName NAMES_FVF[] = {
+constexpr FlagName kNamesFVF[] = {
     {D3DFVFCAPS_DONOTSTRIPELEMENTS, "DONOTSTRIPELEMENTS"},
     {D3DFVFCAPS_PSIZE, "PSIZE"},
 };
 
-constexpr FlagName NAMES_TEXTUREOP[] = {
+constexpr FlagName kNamesTextureOp[] = {
     {D3DTEXOPCAPS_DISABLE, "DISABLE"},
     {D3DTEXOPCAPS_SELECTARG1, "SELECTARG1"},
     {D3DTEXOPCAPS_SELECTARG2, "SELECTARG2"},
@@ -244,7 +244,7 @@ constexpr FlagName NAMES_TEXTUREOP[] = {
     {D3DTEXOPCAPS_LERP, "LERP"},
 };
 
-constexpr FlagName NAMES_DECLTYPE[] = {
+constexpr FlagName kNamesDeclType[] = {
     {D3DDTCAPS_UBYTE4, "UBYTE4"},
     {D3DDTCAPS_UBYTE4N, "UBYTE4N"},
     {D3DDTCAPS_SHORT2N, "SHORT2N"},
@@ -257,7 +257,7 @@ constexpr FlagName NAMES_DECLTYPE[] = {
     {D3DDTCAPS_FLOAT16_4, "FLOAT16_4"},
 };
 
-constexpr FlagName NAMES_FORMATOP[] = {
+constexpr FlagName kNamesFormatOp[] = {
     {FORMATOP_TEXTURE, "TEXTURE"},
     {FORMATOP_VOLUMETEXTURE, "VOLUMETEXTURE"},
     {FORMATOP_CUBETEXTURE, "CUBETEXTURE"},
@@ -287,14 +287,14 @@ constexpr FlagName NAMES_FORMATOP[] = {
     {FORMATOP_VIDEO_ENCODER, "VIDEO_ENCODER"},
 };
 
-constexpr FlagName NAMES_PROCAMP[] = {
+constexpr FlagName kNamesProcAmp[] = {
     {DXVADDI_PROCAMP_BRIGHTNESS, "BRIGHTNESS"},
     {DXVADDI_PROCAMP_CONTRAST, "CONTRAST"},
     {DXVADDI_PROCAMP_HUE, "HUE"},
     {DXVADDI_PROCAMP_SATURATION, "SATURATION"},
 };
 
-constexpr FlagName NAMES_VIDEOPROCESS[] = {
+constexpr FlagName kNamesVideoProcess[] = {
     {DXVADDI_VIDEOPROCESS_YUV2RGB, "YUV2RGB"},
     {DXVADDI_VIDEOPROCESS_STRETCHX, "STRETCHX"},
     {DXVADDI_VIDEOPROCESS_STRETCHY, "STRETCHY"},
@@ -319,29 +319,29 @@ std::string Hex(DWORD word)
     std::snprintf(text, sizeof(text), "0x%08lX", word);
     return text;
 }
-} // namespace
+}  // namespace
 
-const FlagFamily FLAGS_CAPS = {"D3DCAPS_", NAMES_CAPS, std::size(NAMES_CAPS)};
-const FlagFamily FLAGS_CAPS2 = {"D3DCAPS2_", NAMES_CAPS2, std::size(NAMES_CAPS2)};
-const FlagFamily FLAGS_CAPS3 = {"D3DCAPS3_", NAMES_CAPS3, std::size(NAMES_CAPS3)};
-const FlagFamily FLAGS_DEVCAPS = {"D3DDEVCAPS_", NAMES_DEVCAPS, std::size(NAMES_DEVCAPS)};
-const FlagFamily FLAGS_DEVCAPS2 = {"D3DDEVCAPS2_", NAMES_DEVCAPS2, std::size(NAMES_DEVCAPS2)};
-const FlagFamily FLAGS_PRIMITIVEMISC = {"D3DPMISCCAPS_", NAMES_PRIMITIVEMISC, std::size(NAMES_PRIMITIVEMISC)};
-const FlagFamily FLAGS_RASTER = {"D3DPRASTERCAPS_", NAMES_RASTER, std::size(NAMES_RASTER)};
-const FlagFamily FLAGS_COMPARE = {"D3DPCMPCAPS_", NAMES_COMPARE, std::size(NAMES_COMPARE)};
-const FlagFamily FLAGS_BLEND = {"D3DPBLENDCAPS_", NAMES_BLEND, std::size(NAMES_BLEND)};
-const FlagFamily FLAGS_SHADE = {"D3DPSHADECAPS_", NAMES_SHADE, std::size(NAMES_SHADE)};
-const FlagFamily FLAGS_TEXTURE = {"D3DPTEXTURECAPS_", NAMES_TEXTURE, std::size(NAMES_TEXTURE)};
-const FlagFamily FLAGS_FILTER = {"D3DPTFILTERCAPS_", NAMES_FILTER, std::size(NAMES_FILTER)};
-const FlagFamily FLAGS_ADDRESS = {"D3DPTADDRESSCAPS_", NAMES_ADDRESS, std::size(NAMES_ADDRESS)};
-const FlagFamily FLAGS_LINE = {"D3DLINECAPS_", NAMES_LINE, std::size(NAMES_LINE)};
-const FlagFamily FLAGS_STENCIL = {"D3DSTENCILCAPS_", NAMES_STENCIL, std::size(NAMES_STENCIL)};
-const FlagFamily FLAGS_FVF = {"D3DFVFCAPS_", NAMES_FVF, std::size(NAMES_FVF)};
-const FlagFamily FLAGS_TEXTUREOP = {"D3DTEXOPCAPS_", NAMES_TEXTUREOP, std::size(NAMES_TEXTUREOP)};
-const FlagFamily FLAGS_DECLTYPE = {"D3DDTCAPS_", NAMES_DECLTYPE, std::size(NAMES_DECLTYPE)};
-const FlagFamily FLAGS_FORMATOP = {"FORMATOP_", NAMES_FORMATOP, std::size(NAMES_FORMATOP)};
-const FlagFamily FLAGS_PROCAMP = {"DXVADDI_PROCAMP_", NAMES_PROCAMP, std::size(NAMES_PROCAMP)};
-const FlagFamily FLAGS_VIDEOPROCESS = {"DXVADDI_VIDEOPROCESS_", NAMES_VIDEOPROCESS, std::size(NAMES_VIDEOPROCESS)};
+const FlagFamily kFlagsCaps = {"D3DCAPS_", kNamesCaps, std::size(kNamesCaps)};
+const FlagFamily kFlagsCaps2 = {"D3DCAPS2_", kNamesCaps2, std::size(kNamesCaps2)};
+const FlagFamily kFlagsCaps3 = {"D3DCAPS3_", kNamesCaps3, std::size(kNamesCaps3)};
+const FlagFamily kFlagsDevCaps = {"D3DDEVCAPS_", kNamesDevCaps, std::size(kNamesDevCaps)};
+const FlagFamily kFlagsDevCaps2 = {"D3DDEVCAPS2_", kNamesDevCaps2, std::size(kNamesDevCaps2)};
+const FlagFamily kFlagsPrimitiveMisc = {"D3DPMISCCAPS_", kNamesPrimitiveMisc, std::size(kNamesPrimitiveMisc)};
+const FlagFamily kFlagsRaster = {"D3DPRASTERCAPS_", kNamesRaster, std::size(kNamesRaster)};
+const FlagFamily kFlagsCompare = {"D3DPCMPCAPS_", kNamesCompare, std::size(kNamesCompare)};
+const FlagFamily kFlagsBlend = {"D3DPBLENDCAPS_", kNamesBlend, std::size(kNamesBlend)};
+const FlagFamily kFlagsShade = {"D3DPSHADECAPS_", kNamesShade, std::size(kNamesShade)};
+const FlagFamily kFlagsTexture = {"D3DPTEXTURECAPS_", kNamesTexture, std::size(kNamesTexture)};
+const FlagFamily kFlagsFilter = {"D3DPTFILTERCAPS_", kNamesFilter, std::size(kNamesFilter)};
+const FlagFamily kFlagsAddress = {"D3DPTADDRESSCAPS_", kNamesAddress, std::size(kNamesAddress)};
+const FlagFamily kFlagsLine = {"D3DLINECAPS_", kNamesLine, std::size(kNamesLine)};
+const FlagFamily kFlagsStencil = {"D3DSTENCILCAPS_", kNamesStencil, std::size(kNamesStencil)};
+const FlagFamily kFlagsFVF = {"D3DFVFCAPS_", kNamesFVF, std::size(kNamesFVF)};
+const FlagFamily kFlagsTextureOp = {"D3DTEXOPCAPS_", kNamesTextureOp, std::size(kNamesTextureOp)};
+const FlagFamily kFlagsDeclType = {"D3DDTCAPS_", kNamesDeclType, std::size(kNamesDeclType)};
+const FlagFamily kFlagsFormatOp = {"FORMATOP_", kNamesFormatOp, std::size(kNamesFormatOp)};
+const FlagFamily kFlagsProcAmp = {"DXVADDI_PROCAMP_", kNamesProcAmp, std::size(kNamesProcAmp)};
+const FlagFamily kFlagsVideoProcess = {"DXVADDI_VIDEOPROCESS_", kNamesVideoProcess, std::size(kNamesVideoProcess)};
 
 std::string NamesOf(const FlagFamily& family, DWORD word)
 {

@@ -9,7 +9,7 @@
 struct FlagName
 {
     DWORD Bit;
-    const char* pName; ///< without the family's prefix
+    const char* pName;  ///< without the family's prefix
 };
 
 /// A family of flags: one prefix, many bits.
@@ -20,27 +20,27 @@ struct FlagFamily
     std::size_t Count;
 };
 
-extern const FlagFamily FLAGS_CAPS;
-extern const FlagFamily FLAGS_CAPS2;
-extern const FlagFamily FLAGS_CAPS3;
-extern const FlagFamily FLAGS_DEVCAPS;
-extern const FlagFamily FLAGS_DEVCAPS2;
-extern const FlagFamily FLAGS_PRIMITIVEMISC;
-extern const FlagFamily FLAGS_RASTER;
-extern const FlagFamily FLAGS_COMPARE;
-extern const FlagFamily FLAGS_BLEND;
-extern const FlagFamily FLAGS_SHADE;
-extern const FlagFamily FLAGS_TEXTURE;
-extern const FlagFamily FLAGS_FILTER;
-extern const FlagFamily FLAGS_ADDRESS;
-extern const FlagFamily FLAGS_LINE;
-extern const FlagFamily FLAGS_STENCIL;
-extern const FlagFamily FLAGS_FVF;
-extern const FlagFamily FLAGS_TEXTUREOP;
-extern const FlagFamily FLAGS_DECLTYPE;
-extern const FlagFamily FLAGS_FORMATOP;
-extern const FlagFamily FLAGS_PROCAMP;
-extern const FlagFamily FLAGS_VIDEOPROCESS;
+extern const FlagFamily kFlagsCaps;
+extern const FlagFamily kFlagsCaps2;
+extern const FlagFamily kFlagsCaps3;
+extern const FlagFamily kFlagsDevCaps;
+extern const FlagFamily kFlagsDevCaps2;
+extern const FlagFamily kFlagsPrimitiveMisc;
+extern const FlagFamily kFlagsRaster;
+extern const FlagFamily kFlagsCompare;
+extern const FlagFamily kFlagsBlend;
+extern const FlagFamily kFlagsShade;
+extern const FlagFamily kFlagsTexture;
+extern const FlagFamily kFlagsFilter;
+extern const FlagFamily kFlagsAddress;
+extern const FlagFamily kFlagsLine;
+extern const FlagFamily kFlagsStencil;
+extern const FlagFamily kFlagsFVF;
+extern const FlagFamily kFlagsTextureOp;
+extern const FlagFamily kFlagsDeclType;
+extern const FlagFamily kFlagsFormatOp;
+extern const FlagFamily kFlagsProcAmp;
+extern const FlagFamily kFlagsVideoProcess;
 
 /// "`PREFIX_`: ONE, TWO, unnamed 0x00000010"; empty for 0.
 std::string NamesOf(const FlagFamily& family, DWORD word);

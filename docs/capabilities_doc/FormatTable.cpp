@@ -20,7 +20,7 @@ constexpr struct
 {
     D3DDDIFORMAT Format;
     const char* pName;
-} FORMAT_NAMES[] = {
+} kFormatNames[] = {
     FORMAT_NAME(A8R8G8B8),
     FORMAT_NAME(X8R8G8B8),
     FORMAT_NAME(R5G6B5),
@@ -65,7 +65,7 @@ std::vector<FORMATOP> Formats()
     UMDGetAdapterFormats(formats.data(), static_cast<UINT>(formats.size() * sizeof(FORMATOP)));
     return formats;
 }
-} // namespace
+}  // namespace
 
 std::string Text(const char* pFormat, ...)
 {
@@ -79,7 +79,7 @@ std::string Text(const char* pFormat, ...)
 
 std::string FormatName(D3DDDIFORMAT format)
 {
-    for (const auto& row : FORMAT_NAMES)
+    for (const auto& row : kFormatNames)
     {
         if (row.Format == format)
             return Text("%s (%u)", row.pName, format);
@@ -115,6 +115,6 @@ std::string OperationTable()
 
     std::string table = "| operations | flags |\n|---|---|\n";
     for (UINT mask : masks)
-        table += Text("| 0x%08X | ", mask) + NamesOf(FLAGS_FORMATOP, mask) + " |\n";
+        table += Text("| 0x%08X | ", mask) + NamesOf(kFlagsFormatOp, mask) + " |\n";
     return table;
 }

@@ -34,9 +34,9 @@ std::string CapsRows()
            Row("OutputFormat", FormatName(caps.OutputFormat)) +
            Row("DeinterlaceTechnology", Number(caps.DeinterlaceTechnology)) +
            Row("ProcAmpControlCaps",
-               Text("0x%X: ", caps.ProcAmpControlCaps) + NamesOf(FLAGS_PROCAMP, caps.ProcAmpControlCaps)) +
+               Text("0x%X: ", caps.ProcAmpControlCaps) + NamesOf(kFlagsProcAmp, caps.ProcAmpControlCaps)) +
            Row("VideoProcessorOperations", Text("0x%X: ", caps.VideoProcessorOperations) +
-                                               NamesOf(FLAGS_VIDEOPROCESS, caps.VideoProcessorOperations)) +
+                                               NamesOf(kFlagsVideoProcess, caps.VideoProcessorOperations)) +
            Row("NoiseFilterTechnology", Number(caps.NoiseFilterTechnology)) +
            Row("DetailFilterTechnology", Number(caps.DetailFilterTechnology));
 }
@@ -46,7 +46,7 @@ std::string Fixed(DXVADDI_FIXED32 number)
 {
     return Text("%.5g (0x%08lX)", number.ll / 65536.0, static_cast<DWORD>(number.ll));
 }
-} // namespace
+}  // namespace
 
 std::string GuidText(const GUID& guid)
 {

@@ -8,15 +8,15 @@
 
 namespace
 {
-constexpr UINT BUFFER_SIZE = 4096;
-constexpr UINT SIZES[] = {512, 2048};
+constexpr UINT kBufferSize = 4096;
+constexpr UINT kSizes[] = {512, 2048};
 
-using Buffer = std::array<BYTE, BUFFER_SIZE>;
+using Buffer = std::array<BYTE, kBufferSize>;
 
 struct Answer
 {
     HRESULT Result;
-    UINT Written; ///< bytes at the start of the buffer
+    UINT Written;  ///< bytes at the start of the buffer
     Buffer Data;
 };
 
@@ -38,7 +38,7 @@ Answer AskTwice(UMDAdapter& adapter, UINT type, UINT size)
     other.fill(0xAA);
     Answer answer = {Ask(adapter, type, size, one), 0, {}};
     Ask(adapter, type, size, other);
-    for (UINT i = 0; i < BUFFER_SIZE; ++i)
+    for (UINT i = 0; i < kBufferSize; ++i)
     {
         if (one[i] == other[i])
             answer.Written = i + 1;
@@ -56,7 +56,7 @@ std::string WrittenText(const Answer& small, const Answer& large)
 {
     if (!small.Written)
         return "nothing";
-    if (small.Written == SIZES[0] && large.Written == SIZES[1])
+    if (small.Written == kSizes[0] && large.Written == kSizes[1])
         return "`DataSize` bytes";
     return Text("%u bytes", small.Written);
 }
@@ -88,7 +88,7 @@ std::string FirstGuidText(const Answer& answer)
     std::copy_n(answer.Data.begin(), sizeof(guid), reinterpret_cast<BYTE*>(&guid));
     return GuidText(guid);
 }
-} // namespace
+}  // namespace
 
 std::string QueryTable()
 {
@@ -96,9 +96,9 @@ std::string QueryTable()
     {
         UINT Type;
         const char* pName;
-        const char* pAnswer;                             ///< null where the bytes written say it
-        std::string (*pText)(const Answer&) = ValueText; ///< says it
-    } QUERIES[] = {
+        const char* pAnswer;                              ///< null where the bytes written say it
+        std::string (*pText)(const Answer&) = ValueText;  ///< says it
+    } kQueries[] = {
 #define QUERY(name) {D3DDDICAPS_##name, #name, nullptr}
 #define QUERY_WITH(name, answer)                                                                                       \
     {                                                                                                                  \
@@ -146,10 +146,10 @@ std::string QueryTable()
     const D3DDDI_ADAPTERCALLBACKS callbacks = {};
     UMDAdapter adapter(nullptr, 0, &callbacks);
     std::string table = "| type | name | result | written | answer |\n|---|---|---|---|---|\n";
-    for (const auto& query : QUERIES)
+    for (const auto& query : kQueries)
     {
-        const Answer small = AskTwice(adapter, query.Type, SIZES[0]);
-        const Answer large = AskTwice(adapter, query.Type, SIZES[1]);
+        const Answer small = AskTwice(adapter, query.Type, kSizes[0]);
+        const Answer large = AskTwice(adapter, query.Type, kSizes[1]);
         table += Text("| %u | %s | %s | ", query.Type, query.pName, small.Result == S_OK ? "S_OK" : "E_NOTIMPL") +
                  WrittenText(small, large) + " | " + (query.pAnswer ? query.pAnswer : query.pText(small)) + " |\n";
     }

@@ -11,7 +11,7 @@ enum class Form
 {
     Number,
     Flags,
-    VertexFormat, ///< flags above a count of texture coordinate sets in the low word
+    VertexFormat,  ///< flags above a count of texture coordinate sets in the low word
     Version,
     Fraction,
 };
@@ -19,34 +19,34 @@ enum class Form
 struct Field
 {
     const char* pName;
-    std::size_t Offset; ///< bytes
+    std::size_t Offset;  ///< bytes
     Form Kind = Form::Number;
     const FlagFamily* pFlags = nullptr;
 };
 
-constexpr Field FIELDS[] = {
+constexpr Field kFields[] = {
     {"DeviceType", offsetof(D3DCAPS9, DeviceType)},
     {"AdapterOrdinal", offsetof(D3DCAPS9, AdapterOrdinal)},
-    {"Caps", offsetof(D3DCAPS9, Caps), Form::Flags, &FLAGS_CAPS},
-    {"Caps2", offsetof(D3DCAPS9, Caps2), Form::Flags, &FLAGS_CAPS2},
-    {"Caps3", offsetof(D3DCAPS9, Caps3), Form::Flags, &FLAGS_CAPS3},
+    {"Caps", offsetof(D3DCAPS9, Caps), Form::Flags, &kFlagsCaps},
+    {"Caps2", offsetof(D3DCAPS9, Caps2), Form::Flags, &kFlagsCaps2},
+    {"Caps3", offsetof(D3DCAPS9, Caps3), Form::Flags, &kFlagsCaps3},
     {"PresentationIntervals", offsetof(D3DCAPS9, PresentationIntervals)},
     {"CursorCaps", offsetof(D3DCAPS9, CursorCaps)},
-    {"DevCaps", offsetof(D3DCAPS9, DevCaps), Form::Flags, &FLAGS_DEVCAPS},
-    {"PrimitiveMiscCaps", offsetof(D3DCAPS9, PrimitiveMiscCaps), Form::Flags, &FLAGS_PRIMITIVEMISC},
-    {"RasterCaps", offsetof(D3DCAPS9, RasterCaps), Form::Flags, &FLAGS_RASTER},
-    {"ZCmpCaps", offsetof(D3DCAPS9, ZCmpCaps), Form::Flags, &FLAGS_COMPARE},
-    {"SrcBlendCaps", offsetof(D3DCAPS9, SrcBlendCaps), Form::Flags, &FLAGS_BLEND},
-    {"DestBlendCaps", offsetof(D3DCAPS9, DestBlendCaps), Form::Flags, &FLAGS_BLEND},
-    {"AlphaCmpCaps", offsetof(D3DCAPS9, AlphaCmpCaps), Form::Flags, &FLAGS_COMPARE},
-    {"ShadeCaps", offsetof(D3DCAPS9, ShadeCaps), Form::Flags, &FLAGS_SHADE},
-    {"TextureCaps", offsetof(D3DCAPS9, TextureCaps), Form::Flags, &FLAGS_TEXTURE},
-    {"TextureFilterCaps", offsetof(D3DCAPS9, TextureFilterCaps), Form::Flags, &FLAGS_FILTER},
-    {"CubeTextureFilterCaps", offsetof(D3DCAPS9, CubeTextureFilterCaps), Form::Flags, &FLAGS_FILTER},
-    {"VolumeTextureFilterCaps", offsetof(D3DCAPS9, VolumeTextureFilterCaps), Form::Flags, &FLAGS_FILTER},
-    {"TextureAddressCaps", offsetof(D3DCAPS9, TextureAddressCaps), Form::Flags, &FLAGS_ADDRESS},
-    {"VolumeTextureAddressCaps", offsetof(D3DCAPS9, VolumeTextureAddressCaps), Form::Flags, &FLAGS_ADDRESS},
-    {"LineCaps", offsetof(D3DCAPS9, LineCaps), Form::Flags, &FLAGS_LINE},
+    {"DevCaps", offsetof(D3DCAPS9, DevCaps), Form::Flags, &kFlagsDevCaps},
+    {"PrimitiveMiscCaps", offsetof(D3DCAPS9, PrimitiveMiscCaps), Form::Flags, &kFlagsPrimitiveMisc},
+    {"RasterCaps", offsetof(D3DCAPS9, RasterCaps), Form::Flags, &kFlagsRaster},
+    {"ZCmpCaps", offsetof(D3DCAPS9, ZCmpCaps), Form::Flags, &kFlagsCompare},
+    {"SrcBlendCaps", offsetof(D3DCAPS9, SrcBlendCaps), Form::Flags, &kFlagsBlend},
+    {"DestBlendCaps", offsetof(D3DCAPS9, DestBlendCaps), Form::Flags, &kFlagsBlend},
+    {"AlphaCmpCaps", offsetof(D3DCAPS9, AlphaCmpCaps), Form::Flags, &kFlagsCompare},
+    {"ShadeCaps", offsetof(D3DCAPS9, ShadeCaps), Form::Flags, &kFlagsShade},
+    {"TextureCaps", offsetof(D3DCAPS9, TextureCaps), Form::Flags, &kFlagsTexture},
+    {"TextureFilterCaps", offsetof(D3DCAPS9, TextureFilterCaps), Form::Flags, &kFlagsFilter},
+    {"CubeTextureFilterCaps", offsetof(D3DCAPS9, CubeTextureFilterCaps), Form::Flags, &kFlagsFilter},
+    {"VolumeTextureFilterCaps", offsetof(D3DCAPS9, VolumeTextureFilterCaps), Form::Flags, &kFlagsFilter},
+    {"TextureAddressCaps", offsetof(D3DCAPS9, TextureAddressCaps), Form::Flags, &kFlagsAddress},
+    {"VolumeTextureAddressCaps", offsetof(D3DCAPS9, VolumeTextureAddressCaps), Form::Flags, &kFlagsAddress},
+    {"LineCaps", offsetof(D3DCAPS9, LineCaps), Form::Flags, &kFlagsLine},
     {"MaxTextureWidth", offsetof(D3DCAPS9, MaxTextureWidth)},
     {"MaxTextureHeight", offsetof(D3DCAPS9, MaxTextureHeight)},
     {"MaxVolumeExtent", offsetof(D3DCAPS9, MaxVolumeExtent)},
@@ -59,9 +59,9 @@ constexpr Field FIELDS[] = {
     {"GuardBandRight", offsetof(D3DCAPS9, GuardBandRight), Form::Fraction},
     {"GuardBandBottom", offsetof(D3DCAPS9, GuardBandBottom), Form::Fraction},
     {"ExtentsAdjust", offsetof(D3DCAPS9, ExtentsAdjust), Form::Fraction},
-    {"StencilCaps", offsetof(D3DCAPS9, StencilCaps), Form::Flags, &FLAGS_STENCIL},
-    {"FVFCaps", offsetof(D3DCAPS9, FVFCaps), Form::VertexFormat, &FLAGS_FVF},
-    {"TextureOpCaps", offsetof(D3DCAPS9, TextureOpCaps), Form::Flags, &FLAGS_TEXTUREOP},
+    {"StencilCaps", offsetof(D3DCAPS9, StencilCaps), Form::Flags, &kFlagsStencil},
+    {"FVFCaps", offsetof(D3DCAPS9, FVFCaps), Form::VertexFormat, &kFlagsFVF},
+    {"TextureOpCaps", offsetof(D3DCAPS9, TextureOpCaps), Form::Flags, &kFlagsTextureOp},
     {"MaxTextureBlendStages", offsetof(D3DCAPS9, MaxTextureBlendStages)},
     {"MaxSimultaneousTextures", offsetof(D3DCAPS9, MaxSimultaneousTextures)},
     {"VertexProcessingCaps", offsetof(D3DCAPS9, VertexProcessingCaps)},
@@ -78,15 +78,15 @@ constexpr Field FIELDS[] = {
     {"MaxVertexShaderConst", offsetof(D3DCAPS9, MaxVertexShaderConst)},
     {"PixelShaderVersion", offsetof(D3DCAPS9, PixelShaderVersion), Form::Version},
     {"PixelShader1xMaxValue", offsetof(D3DCAPS9, PixelShader1xMaxValue), Form::Fraction},
-    {"DevCaps2", offsetof(D3DCAPS9, DevCaps2), Form::Flags, &FLAGS_DEVCAPS2},
+    {"DevCaps2", offsetof(D3DCAPS9, DevCaps2), Form::Flags, &kFlagsDevCaps2},
     {"MaxNpatchTessellationLevel", offsetof(D3DCAPS9, MaxNpatchTessellationLevel), Form::Fraction},
     {"Reserved5", offsetof(D3DCAPS9, Reserved5)},
     {"MasterAdapterOrdinal", offsetof(D3DCAPS9, MasterAdapterOrdinal)},
     {"AdapterOrdinalInGroup", offsetof(D3DCAPS9, AdapterOrdinalInGroup)},
     {"NumberOfAdaptersInGroup", offsetof(D3DCAPS9, NumberOfAdaptersInGroup)},
-    {"DeclTypes", offsetof(D3DCAPS9, DeclTypes), Form::Flags, &FLAGS_DECLTYPE},
+    {"DeclTypes", offsetof(D3DCAPS9, DeclTypes), Form::Flags, &kFlagsDeclType},
     {"NumSimultaneousRTs", offsetof(D3DCAPS9, NumSimultaneousRTs)},
-    {"StretchRectFilterCaps", offsetof(D3DCAPS9, StretchRectFilterCaps), Form::Flags, &FLAGS_FILTER},
+    {"StretchRectFilterCaps", offsetof(D3DCAPS9, StretchRectFilterCaps), Form::Flags, &kFlagsFilter},
     {"VS20Caps.Caps", offsetof(D3DCAPS9, VS20Caps.Caps)},
     {"VS20Caps.DynamicFlowControlDepth", offsetof(D3DCAPS9, VS20Caps.DynamicFlowControlDepth)},
     {"VS20Caps.NumTemps", offsetof(D3DCAPS9, VS20Caps.NumTemps)},
@@ -96,7 +96,7 @@ constexpr Field FIELDS[] = {
     {"PS20Caps.NumTemps", offsetof(D3DCAPS9, PS20Caps.NumTemps)},
     {"PS20Caps.StaticFlowControlDepth", offsetof(D3DCAPS9, PS20Caps.StaticFlowControlDepth)},
     {"PS20Caps.NumInstructionSlots", offsetof(D3DCAPS9, PS20Caps.NumInstructionSlots)},
-    {"VertexTextureFilterCaps", offsetof(D3DCAPS9, VertexTextureFilterCaps), Form::Flags, &FLAGS_FILTER},
+    {"VertexTextureFilterCaps", offsetof(D3DCAPS9, VertexTextureFilterCaps), Form::Flags, &kFlagsFilter},
     {"MaxVShaderInstructionsExecuted", offsetof(D3DCAPS9, MaxVShaderInstructionsExecuted)},
     {"MaxPShaderInstructionsExecuted", offsetof(D3DCAPS9, MaxPShaderInstructionsExecuted)},
     {"MaxVertexShader30InstructionSlots", offsetof(D3DCAPS9, MaxVertexShader30InstructionSlots)},
@@ -107,7 +107,7 @@ constexpr Field FIELDS[] = {
 constexpr bool ListIsWhole()
 {
     std::size_t offset = 0;
-    for (const Field& field : FIELDS)
+    for (const Field& field : kFields)
     {
         if (field.Offset != offset)
             return false;
@@ -139,7 +139,7 @@ std::string Value(const Field& field, DWORD word)
     }
     return Text("%lu | ", word);
 }
-} // namespace
+}  // namespace
 
 std::string RecordTable()
 {
@@ -147,7 +147,7 @@ std::string RecordTable()
     UMDGetAdapterCapabilitiesD3D9(&caps);
 
     std::string table = "| field | value | meaning |\n|---|---|---|\n";
-    for (const Field& field : FIELDS)
+    for (const Field& field : kFields)
     {
         DWORD word;
         std::memcpy(&word, reinterpret_cast<const BYTE*>(&caps) + field.Offset, sizeof(word));

@@ -14,7 +14,7 @@ int Complain(const std::string& line)
     std::fprintf(stderr, "capabilities_doc: %s\n", line.c_str());
     return 1;
 }
-} // namespace
+}  // namespace
 
 int main(int count, char** pArguments)
 {

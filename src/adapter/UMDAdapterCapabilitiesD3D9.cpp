@@ -5,19 +5,19 @@
 namespace
 {
 // Published flags of the driver side of the interface, which d3d9caps.h leaves out.
-constexpr DWORD D3DDEVCAPS_DRIVER_FLOATTLVERTEX = 0x00000001;
-constexpr DWORD D3DDEVCAPS_DRIVER_HWVERTEXBUFFER = 0x02000000;
-constexpr DWORD D3DDEVCAPS_DRIVER_HWINDEXBUFFER = 0x04000000;
-constexpr DWORD D3DDEVCAPS_DRIVER_SUBVOLUMELOCK = 0x08000000;
+constexpr DWORD kDevCapsFloatTLVertex = 0x00000001;
+constexpr DWORD kDevCapsHwVertexBuffer = 0x02000000;
+constexpr DWORD kDevCapsHwIndexBuffer = 0x04000000;
+constexpr DWORD kDevCapsSubvolumeLock = 0x08000000;
 
 // Bits that only the runtime and drivers know; no header names them.
-constexpr DWORD CAPS2_UNNAMED = 0x00480000;
-constexpr DWORD PRIMITIVEMISCCAPS_UNNAMED = 0x00002000;
-constexpr DWORD RASTERCAPS_UNNAMED = 0x00004220;
-constexpr DWORD TEXTURECAPS_UNNAMED = 0x00000008;
+constexpr DWORD kCaps2Unnamed = 0x00480000;
+constexpr DWORD kPrimitiveMiscCapsUnnamed = 0x00002000;
+constexpr DWORD kRasterCapsUnnamed = 0x00004220;
+constexpr DWORD kTextureCapsUnnamed = 0x00000008;
 
 // clang-format off
-constexpr DWORD COMPARE_ALL = D3DPCMPCAPS_NEVER
+constexpr DWORD kCompareAll = D3DPCMPCAPS_NEVER
     | D3DPCMPCAPS_LESS
     | D3DPCMPCAPS_EQUAL
     | D3DPCMPCAPS_LESSEQUAL
@@ -28,22 +28,22 @@ constexpr DWORD COMPARE_ALL = D3DPCMPCAPS_NEVER
 // clang-format on
 
 /// Texture coordinate sets of a flexible vertex format: the low word of FVFCaps.
-constexpr DWORD TEXCOORD_SETS = 8;
+constexpr DWORD kTexcoordSets = 8;
 
 // One line a field and a flag, in the record's order.
 // clang-format off
-constexpr D3DCAPS9 CAPABILITIES = {
+constexpr D3DCAPS9 kCapabilities = {
     .DeviceType = D3DDEVTYPE_HAL,
     .AdapterOrdinal = 0,
     .Caps = D3DCAPS_READ_SCANLINE,
     .Caps2 = D3DCAPS2_DYNAMICTEXTURES
         | D3DCAPS2_FULLSCREENGAMMA
-        | CAPS2_UNNAMED,
+        | kCaps2Unnamed,
     .Caps3 = D3DCAPS3_COPY_TO_VIDMEM
         | D3DCAPS3_ALPHA_FULLSCREEN_FLIP_OR_DISCARD,
     .PresentationIntervals = 0,
     .CursorCaps = 0,
-    .DevCaps = D3DDEVCAPS_DRIVER_FLOATTLVERTEX
+    .DevCaps = kDevCapsFloatTLVertex
         | D3DDEVCAPS_EXECUTESYSTEMMEMORY
         | D3DDEVCAPS_EXECUTEVIDEOMEMORY
         | D3DDEVCAPS_TLVERTEXSYSTEMMEMORY
@@ -55,9 +55,9 @@ constexpr D3DCAPS9 CAPABILITIES = {
         | D3DDEVCAPS_DRAWPRIMITIVES2EX
         | D3DDEVCAPS_HWRASTERIZATION
         | D3DDEVCAPS_PUREDEVICE
-        | D3DDEVCAPS_DRIVER_HWVERTEXBUFFER
-        | D3DDEVCAPS_DRIVER_HWINDEXBUFFER
-        | D3DDEVCAPS_DRIVER_SUBVOLUMELOCK,
+        | kDevCapsHwVertexBuffer
+        | kDevCapsHwIndexBuffer
+        | kDevCapsSubvolumeLock,
     .PrimitiveMiscCaps = D3DPMISCCAPS_MASKZ
         | D3DPMISCCAPS_CULLNONE
         | D3DPMISCCAPS_CULLCW
@@ -68,7 +68,7 @@ constexpr D3DCAPS9 CAPABILITIES = {
         | D3DPMISCCAPS_SEPARATEALPHABLEND
         | D3DPMISCCAPS_MRTINDEPENDENTBITDEPTHS
         | D3DPMISCCAPS_MRTPOSTPIXELSHADERBLENDING
-        | PRIMITIVEMISCCAPS_UNNAMED,
+        | kPrimitiveMiscCapsUnnamed,
     .RasterCaps = D3DPRASTERCAPS_DITHER
         | D3DPRASTERCAPS_ZTEST
         | D3DPRASTERCAPS_FOGVERTEX
@@ -81,8 +81,8 @@ constexpr D3DCAPS9 CAPABILITIES = {
         | D3DPRASTERCAPS_SCISSORTEST
         | D3DPRASTERCAPS_SLOPESCALEDEPTHBIAS
         | D3DPRASTERCAPS_DEPTHBIAS
-        | RASTERCAPS_UNNAMED,
-    .ZCmpCaps = COMPARE_ALL,
+        | kRasterCapsUnnamed,
+    .ZCmpCaps = kCompareAll,
     .SrcBlendCaps = D3DPBLENDCAPS_ZERO
         | D3DPBLENDCAPS_ONE
         | D3DPBLENDCAPS_SRCCOLOR
@@ -108,7 +108,7 @@ constexpr D3DCAPS9 CAPABILITIES = {
         | D3DPBLENDCAPS_DESTCOLOR
         | D3DPBLENDCAPS_INVDESTCOLOR
         | D3DPBLENDCAPS_BLENDFACTOR,
-    .AlphaCmpCaps = COMPARE_ALL,
+    .AlphaCmpCaps = kCompareAll,
     .ShadeCaps = D3DPSHADECAPS_COLORGOURAUDRGB
         | D3DPSHADECAPS_SPECULARGOURAUDRGB
         | D3DPSHADECAPS_ALPHAGOURAUDBLEND
@@ -126,7 +126,7 @@ constexpr D3DCAPS9 CAPABILITIES = {
         | D3DPTEXTURECAPS_MIPCUBEMAP
         | D3DPTEXTURECAPS_CUBEMAP_POW2
         | D3DPTEXTURECAPS_VOLUMEMAP_POW2
-        | TEXTURECAPS_UNNAMED,
+        | kTextureCapsUnnamed,
     .TextureFilterCaps = D3DPTFILTERCAPS_MINFPOINT
         | D3DPTFILTERCAPS_MINFLINEAR
         | D3DPTFILTERCAPS_MINFANISOTROPIC
@@ -169,7 +169,7 @@ constexpr D3DCAPS9 CAPABILITIES = {
         | D3DSTENCILCAPS_INCR
         | D3DSTENCILCAPS_DECR
         | D3DSTENCILCAPS_TWOSIDED,
-    .FVFCaps = TEXCOORD_SETS
+    .FVFCaps = kTexcoordSets
         | D3DFVFCAPS_DONOTSTRIPELEMENTS
         | D3DFVFCAPS_PSIZE,
     .TextureOpCaps = D3DTEXOPCAPS_DISABLE
@@ -242,34 +242,34 @@ constexpr D3DCAPS9 CAPABILITIES = {
 // clang-format on
 
 // The names against the words: a flag added or lost above does not compile.
-static_assert(CAPABILITIES.Caps == 0x00020000);
-static_assert(CAPABILITIES.Caps2 == 0x204A0000);
-static_assert(CAPABILITIES.Caps3 == 0x00000120);
-static_assert(CAPABILITIES.DevCaps == 0x0E18AEF1);
-static_assert(CAPABILITIES.PrimitiveMiscCaps == 0x000E68F2);
-static_assert(CAPABILITIES.RasterCaps == 0x077263B1);
-static_assert(CAPABILITIES.ZCmpCaps == 0xFF);
-static_assert(CAPABILITIES.SrcBlendCaps == 0x3FFF);
-static_assert(CAPABILITIES.DestBlendCaps == 0x23FF);
-static_assert(CAPABILITIES.AlphaCmpCaps == 0xFF);
-static_assert(CAPABILITIES.ShadeCaps == 0x00084208);
-static_assert(CAPABILITIES.TextureCaps == 0x0007ED4F);
-static_assert(CAPABILITIES.TextureFilterCaps == 0x03030700);
-static_assert(CAPABILITIES.TextureAddressCaps == 0x3F);
-static_assert(CAPABILITIES.LineCaps == 0x1F);
-static_assert(CAPABILITIES.StencilCaps == 0x1FF);
-static_assert(CAPABILITIES.FVFCaps == 0x00180008);
-static_assert(CAPABILITIES.TextureOpCaps == 0x00FFFFFF);
-static_assert(CAPABILITIES.VertexShaderVersion == 0xFFFE0200);
-static_assert(CAPABILITIES.PixelShaderVersion == 0xFFFF0200);
-static_assert(CAPABILITIES.DevCaps2 == 0x11);
-static_assert(CAPABILITIES.DeclTypes == 0x30F);
-static_assert(CAPABILITIES.StretchRectFilterCaps == 0x03000300);
-} // namespace
+static_assert(kCapabilities.Caps == 0x00020000);
+static_assert(kCapabilities.Caps2 == 0x204A0000);
+static_assert(kCapabilities.Caps3 == 0x00000120);
+static_assert(kCapabilities.DevCaps == 0x0E18AEF1);
+static_assert(kCapabilities.PrimitiveMiscCaps == 0x000E68F2);
+static_assert(kCapabilities.RasterCaps == 0x077263B1);
+static_assert(kCapabilities.ZCmpCaps == 0xFF);
+static_assert(kCapabilities.SrcBlendCaps == 0x3FFF);
+static_assert(kCapabilities.DestBlendCaps == 0x23FF);
+static_assert(kCapabilities.AlphaCmpCaps == 0xFF);
+static_assert(kCapabilities.ShadeCaps == 0x00084208);
+static_assert(kCapabilities.TextureCaps == 0x0007ED4F);
+static_assert(kCapabilities.TextureFilterCaps == 0x03030700);
+static_assert(kCapabilities.TextureAddressCaps == 0x3F);
+static_assert(kCapabilities.LineCaps == 0x1F);
+static_assert(kCapabilities.StencilCaps == 0x1FF);
+static_assert(kCapabilities.FVFCaps == 0x00180008);
+static_assert(kCapabilities.TextureOpCaps == 0x00FFFFFF);
+static_assert(kCapabilities.VertexShaderVersion == 0xFFFE0200);
+static_assert(kCapabilities.PixelShaderVersion == 0xFFFF0200);
+static_assert(kCapabilities.DevCaps2 == 0x11);
+static_assert(kCapabilities.DeclTypes == 0x30F);
+static_assert(kCapabilities.StretchRectFilterCaps == 0x03000300);
+}  // namespace
 
 HRESULT UMDGetAdapterCapabilitiesD3D9(D3DCAPS9* pCaps)
 {
     UMD_TRACE(UMDTRACE_CAPS, L">>> UMDGetAdapterCapabilitiesD3D9\n");
-    *pCaps = CAPABILITIES;
+    *pCaps = kCapabilities;
     return S_OK;
 }

@@ -7,10 +7,10 @@ namespace
 struct TypeText
 {
     D3DDDICAPS_TYPE Type;
-    const wchar_t* pText; ///< takes the type
+    const wchar_t* pText;  ///< takes the type
 };
 
-constexpr TypeText TYPE_TEXTS[] = {
+constexpr TypeText kTypeTexts[] = {
     {D3DDDICAPS_GETDECODEGUIDCOUNT, L"=> UMDAdapter::GetCaps %02d GETDECODEGUIDCOUNT\n"},
     {D3DDDICAPS_GETDECODEGUIDS, L"=> UMDAdapter::GetCaps %02d GETDECODEGUIDS\n"},
     {D3DDDICAPS_GETVIDEOPROCESSORDEVICEGUIDCOUNT, L"=> UMDAdapter::GetCaps %02d GETVIDEOPROCESSORDEVICEGUIDCOUNT\n"},
@@ -24,11 +24,11 @@ constexpr TypeText TYPE_TEXTS[] = {
     {D3DDDICAPS_GETVIDEOPROCESSORCAPS, L"=> UMDAdapter::GetCaps %02d GETVIDEOPROCESSORCAPS\n"},
     {D3DDDICAPS_GETPROCAMPRANGE, L"=> UMDAdapter::GetCaps %02d GETPROCAMPRANGE\n"},
 };
-} // namespace
+}  // namespace
 
 void UMDAdapterTraceVideoCapsType(const D3DDDIARG_GETCAPS* pGetCaps)
 {
-    for (const TypeText& row : TYPE_TEXTS)
+    for (const TypeText& row : kTypeTexts)
     {
         if (row.Type == pGetCaps->Type)
             UMD_TRACE(UMDTRACE_DDI, row.pText, pGetCaps->Type);

@@ -15,10 +15,10 @@
 namespace
 {
 // dwSize of the records of older runtimes: what their size was when the runtimes were published.
-constexpr UINT D3D3CAPS_SIZE = 200;
-constexpr UINT D3D7CAPS_SIZE = 116;
+constexpr UINT kD3D3CapsSize = 200;
+constexpr UINT kD3D7CapsSize = 116;
 
-constexpr D3DDDIQUERYTYPE QUERY_TYPES[] = {
+constexpr D3DDDIQUERYTYPE kQueryTypes[] = {
     D3DDDIQUERYTYPE_VCACHE,
     D3DDDIQUERYTYPE_RESOURCEMANAGER,
     D3DDDIQUERYTYPE_VERTEXSTATS,
@@ -35,11 +35,11 @@ constexpr D3DDDIQUERYTYPE QUERY_TYPES[] = {
     D3DDDIQUERYTYPE_BANDWIDTHTIMINGS,
     D3DDDIQUERYTYPE_CACHEUTILIZATION,
 };
-static_assert(std::size(QUERY_TYPES) == 15);
+static_assert(std::size(kQueryTypes) == 15);
 
 /// The one decoder that is announced. Every question about it is answered with E_NOTIMPL.
-constexpr GUID DECODE_GUID = {0xBF22AD00, 0x03EA, 0x4690, {0x80, 0x77, 0x47, 0x33, 0x46, 0x20, 0x9B, 0x7E}};
-constexpr UINT DECODE_GUID_COUNT = 1;
+constexpr GUID kDecodeGuid = {0xBF22AD00, 0x03EA, 0x4690, {0x80, 0x77, 0x47, 0x33, 0x46, 0x20, 0x9B, 0x7E}};
+constexpr UINT kDecodeGuidCount = 1;
 
 HRESULT AnswerWord(const D3DDDIARG_GETCAPS* pGetCaps, UINT word)
 {
@@ -86,23 +86,23 @@ HRESULT AnswerMultisampleQualityLevels(const D3DDDIARG_GETCAPS* pGetCaps)
 
 HRESULT AnswerQueryCount(const D3DDDIARG_GETCAPS* pGetCaps)
 {
-    return AnswerWord(pGetCaps, std::size(QUERY_TYPES));
+    return AnswerWord(pGetCaps, std::size(kQueryTypes));
 }
 
 HRESULT AnswerQueryTypes(const D3DDDIARG_GETCAPS* pGetCaps)
 {
-    std::memcpy(pGetCaps->pData, QUERY_TYPES, sizeof(QUERY_TYPES));
+    std::memcpy(pGetCaps->pData, kQueryTypes, sizeof(kQueryTypes));
     return S_OK;
 }
 
 HRESULT AnswerD3D3Caps(const D3DDDIARG_GETCAPS* pGetCaps)
 {
-    return AnswerSizeOnly(pGetCaps, D3D3CAPS_SIZE);
+    return AnswerSizeOnly(pGetCaps, kD3D3CapsSize);
 }
 
 HRESULT AnswerD3D7Caps(const D3DDDIARG_GETCAPS* pGetCaps)
 {
-    return AnswerSizeOnly(pGetCaps, D3D7CAPS_SIZE);
+    return AnswerSizeOnly(pGetCaps, kD3D7CapsSize);
 }
 
 HRESULT AnswerD3D9Caps(const D3DDDIARG_GETCAPS* pGetCaps)
@@ -112,12 +112,12 @@ HRESULT AnswerD3D9Caps(const D3DDDIARG_GETCAPS* pGetCaps)
 
 HRESULT AnswerDecodeGuidCount(const D3DDDIARG_GETCAPS* pGetCaps)
 {
-    return AnswerWord(pGetCaps, DECODE_GUID_COUNT);
+    return AnswerWord(pGetCaps, kDecodeGuidCount);
 }
 
 HRESULT AnswerDecodeGuids(const D3DDDIARG_GETCAPS* pGetCaps)
 {
-    *static_cast<GUID*>(pGetCaps->pData) = DECODE_GUID;
+    *static_cast<GUID*>(pGetCaps->pData) = kDecodeGuid;
     return S_OK;
 }
 
@@ -183,13 +183,13 @@ struct Query
 {
     D3DDDICAPS_TYPE Type;
     HRESULT (*pAnswer)(const D3DDDIARG_GETCAPS* pGetCaps);
-    const wchar_t* pText; ///< takes DataSize in units, and the constant, as far as it has places for them
-    UINT Unit = 1;        ///< bytes
-    UINT Constant = 0;    ///< traced, and compared with nothing
+    const wchar_t* pText;  ///< takes DataSize in units, and the constant, as far as it has places for them
+    UINT Unit = 1;         ///< bytes
+    UINT Constant = 0;     ///< traced, and compared with nothing
 };
 
 // clang-format off
-constexpr Query QUERIES[] = {
+constexpr Query kQueries[] = {
     {D3DDDICAPS_DDRAW, AnswerNothing, L"UMDAdapter::GetCaps D3DDDICAPS_DDRAW\n"},
     {D3DDDICAPS_DDRAW_MODE_SPECIFIC, AnswerNothing, L"UMDAdapter::GetCaps D3DDDICAPS_DDRAW_MODE_SPECIFIC\n"},
     {D3DDDICAPS_GETFORMATCOUNT, AnswerFormatCount, L"UMDAdapter::GetCaps D3DDDICAPS_GETFORMATCOUNT\n"},
@@ -235,11 +235,11 @@ constexpr Query QUERIES[] = {
     {D3DDDICAPS_GETGAMMARAMPCAPS, AnswerGammaRamp, L"UMDAdapter::GetCaps D3DDDICAPS_GETGAMMARAMPCAPS\n"},
 };
 // clang-format on
-} // namespace
+}  // namespace
 
 HRESULT UMDAdapter::GetCaps(const D3DDDIARG_GETCAPS* pGetCaps)
 {
-    for (const Query& query : QUERIES)
+    for (const Query& query : kQueries)
     {
         if (query.Type == pGetCaps->Type)
         {

@@ -29,7 +29,7 @@ HRESULT CreateVideo(UMDDdiDevice& device, D3DDDIARG_CREATEVIDEOPROCESSDEVICE* pC
     pCreate->hVideoProcess = pDeviceVideo.release();
     return S_OK;
 }
-} // namespace
+}  // namespace
 
 HRESULT UMDDdiDevice::DeviceVideoProcessDestroy(HANDLE hVideoProcess)
 {
@@ -39,62 +39,50 @@ HRESULT UMDDdiDevice::DeviceVideoProcessDestroy(HANDLE hVideoProcess)
 
 HRESULT APIENTRY UMDDdiCreateVideoProcessDevice(HANDLE hDevice, D3DDDIARG_CREATEVIDEOPROCESSDEVICE* pCreate)
 {
-    return UMDGuard(__func__,
-        [&]
-        {
-            UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiCreateVideoProcessDevice\n");
-            return CreateVideo(ToDevice(hDevice), pCreate);
-        });
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiCreateVideoProcessDevice\n");
+        return CreateVideo(ToDevice(hDevice), pCreate);
+    });
 }
 
 HRESULT APIENTRY UMDDdiDestroyVideoProcessDevice(HANDLE hDevice, HANDLE hVideoProcess)
 {
-    return UMDGuard(__func__,
-        [&]
-        {
-            UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiDestroyVideoProcessDevice\n");
-            return ToDevice(hDevice).DeviceVideoProcessDestroy(hVideoProcess);
-        });
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiDestroyVideoProcessDevice\n");
+        return ToDevice(hDevice).DeviceVideoProcessDestroy(hVideoProcess);
+    });
 }
 
 HRESULT APIENTRY UMDDdiVideoProcessBeginFrame(HANDLE, HANDLE hVideoProcess)
 {
-    return UMDGuard(__func__,
-        [&]
-        {
-            UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessBeginFrame\n");
-            return CallVideo(hVideoProcess, &UMDDdiDeviceVideo::BeginFrame, hVideoProcess);
-        });
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessBeginFrame\n");
+        return CallVideo(hVideoProcess, &UMDDdiDeviceVideo::BeginFrame, hVideoProcess);
+    });
 }
 
 HRESULT APIENTRY UMDDdiVideoProcessEndFrame(HANDLE, D3DDDIARG_VIDEOPROCESSENDFRAME* pEndFrame)
 {
-    return UMDGuard(__func__,
-        [&]
-        {
-            UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessEndFrame\n");
-            return CallVideo<const D3DDDIARG_VIDEOPROCESSENDFRAME*>(
-                pEndFrame->hVideoProcess, &UMDDdiDeviceVideo::EndFrame, pEndFrame);
-        });
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessEndFrame\n");
+        return CallVideo<const D3DDDIARG_VIDEOPROCESSENDFRAME*>(
+            pEndFrame->hVideoProcess, &UMDDdiDeviceVideo::EndFrame, pEndFrame);
+    });
 }
 
 HRESULT APIENTRY UMDDdiVideoProcessSetRenderTarget(HANDLE, const D3DDDIARG_SETVIDEOPROCESSRENDERTARGET* pSetRT)
 {
-    return UMDGuard(__func__,
-        [&]
-        {
-            UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessSetRenderTarget RT:0x%x\n",
-                UMDLow32(pSetRT->hRenderTarget));
-            return CallVideo(pSetRT->hVideoProcess, &UMDDdiDeviceVideo::SetRenderTarget, pSetRT);
-        });
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessSetRenderTarget RT:0x%x\n",
+            UMDLow32(pSetRT->hRenderTarget));
+        return CallVideo(pSetRT->hVideoProcess, &UMDDdiDeviceVideo::SetRenderTarget, pSetRT);
+    });
 }
 
 HRESULT APIENTRY UMDDdiVideoProcessBlt(HANDLE, const D3DDDIARG_VIDEOPROCESSBLT* pBlt)
 {
-    return UMDGuard(__func__,
-        [&]
-        {
-            UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessBlt\n");
-            return CallVideo(pBlt->hVideoProcess, &UMDDdiDeviceVideo::Blt, pBlt);
-        });
+    return UMDGuard(__func__, [&] {
+        UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessBlt\n");
+        return CallVideo(pBlt->hVideoProcess, &UMDDdiDeviceVideo::Blt, pBlt);
+    });
 }

@@ -10,21 +10,21 @@
 namespace
 {
 /// DXVA2_VideoProcProgressiveDevice.
-constexpr GUID PROCESSOR_GUIDS[] = {
+constexpr GUID kProcessorGuids[] = {
     {0x5A54A0C9, 0xC7EC, 0x4BD9, {0x8E, 0xDE, 0xF3, 0xC7, 0x5D, 0xC4, 0x39, 0x3B}},
 };
 
-constexpr D3DDDIFORMAT TARGET_FORMATS[] = {
+constexpr D3DDDIFORMAT kTargetFormats[] = {
     D3DDDIFMT_X8R8G8B8,
     UMDFourCC("NV12"),
 };
 
-constexpr D3DDDIFORMAT SUBSTREAM_FORMATS[] = {
+constexpr D3DDDIFORMAT kSubstreamFormats[] = {
     UMDFourCC("AYUV"),
 };
 
 // clang-format off
-constexpr DXVADDI_VIDEOPROCESSORCAPS PROCESSOR_CAPS = {
+constexpr DXVADDI_VIDEOPROCESSORCAPS kProcessorCaps = {
     .InputPool = D3DDDIPOOL_LOCALVIDMEM,
     .NumForwardRefSamples = 0,
     .NumBackwardRefSamples = 0,
@@ -46,12 +46,12 @@ constexpr DXVADDI_VIDEOPROCESSORCAPS PROCESSOR_CAPS = {
     .DetailFilterTechnology = DXVADDI_DETAILFILTERTECH_UNSUPPORTED,
 };
 // clang-format on
-static_assert(PROCESSOR_CAPS.InputPool == 3);
-static_assert(PROCESSOR_CAPS.DeinterlaceTechnology == 0);
-static_assert(PROCESSOR_CAPS.ProcAmpControlCaps == 15);
-static_assert(PROCESSOR_CAPS.VideoProcessorOperations == 0x2F7);
-static_assert(PROCESSOR_CAPS.NoiseFilterTechnology == 0);
-static_assert(PROCESSOR_CAPS.DetailFilterTechnology == 0);
+static_assert(kProcessorCaps.InputPool == 3);
+static_assert(kProcessorCaps.DeinterlaceTechnology == 0);
+static_assert(kProcessorCaps.ProcAmpControlCaps == 15);
+static_assert(kProcessorCaps.VideoProcessorOperations == 0x2F7);
+static_assert(kProcessorCaps.NoiseFilterTechnology == 0);
+static_assert(kProcessorCaps.DetailFilterTechnology == 0);
 
 /// A signed 16.16 fixed-point number from its raw word.
 constexpr DXVADDI_FIXED32 Raw(UINT word)
@@ -60,11 +60,11 @@ constexpr DXVADDI_FIXED32 Raw(UINT word)
 }
 
 // Minimum, maximum, default, step. The smallest contrast and saturation, and their step, are 6/65536.
-constexpr DXVADDI_VALUERANGE PROCAMP_RANGES[] = {
-    {Raw(0xFF9C0000), Raw(0x00640000), Raw(0x00000000), Raw(0x00001999)}, // brightness: -100 to 100, 0, 0.1
-    {Raw(0x00000006), Raw(0x00020000), Raw(0x00010000), Raw(0x00000006)}, // contrast: 0 to 2, 1
-    {Raw(0xFF4C0000), Raw(0x00B40000), Raw(0x00000000), Raw(0x00001999)}, // hue: -180 to 180, 0, 0.1
-    {Raw(0x00000006), Raw(0x00030000), Raw(0x00010000), Raw(0x00000006)}, // saturation: 0 to 3, 1
+constexpr DXVADDI_VALUERANGE kProcAmpRanges[] = {
+    {Raw(0xFF9C0000), Raw(0x00640000), Raw(0x00000000), Raw(0x00001999)},  // brightness: -100 to 100, 0, 0.1
+    {Raw(0x00000006), Raw(0x00020000), Raw(0x00010000), Raw(0x00000006)},  // contrast: 0 to 2, 1
+    {Raw(0xFF4C0000), Raw(0x00B40000), Raw(0x00000000), Raw(0x00001999)},  // hue: -180 to 180, 0, 0.1
+    {Raw(0x00000006), Raw(0x00030000), Raw(0x00010000), Raw(0x00000006)},  // saturation: 0 to 3, 1
 };
 
 /// Which range is answered next. Plain: capability queries come from the runtime's thread.
@@ -81,11 +81,11 @@ void PrintInput(const DXVADDI_VIDEOPROCESSORINPUT* pInput)
     if (pInput)
         UMDUtilDebugTracePrintVideoProcessorInput(pInput);
 }
-} // namespace
+}  // namespace
 
 UINT UMDGetAdapterCapabilitiesDXVAGuidCnt(const DXVADDI_VIDEODESC* pVideoDesc)
 {
-    constexpr UINT count = std::size(PROCESSOR_GUIDS);
+    constexpr UINT count = std::size(kProcessorGuids);
     UMD_TRACE(UMDTRACE_CAPS, L">>> UMDGetAdapterCapabilitiesDXVAGuidCnt %d\n", count);
     PrintInput(pVideoDesc);
     return count;
@@ -95,13 +95,13 @@ HRESULT UMDGetAdapterCapabilitiesDXVAGuid(const DXVADDI_VIDEODESC* pVideoDesc, G
 {
     UMD_TRACE(UMDTRACE_CAPS, L">>> UMDGetAdapterCapabilitiesDXVAGuid\n");
     PrintInput(pVideoDesc);
-    std::copy(std::begin(PROCESSOR_GUIDS), std::end(PROCESSOR_GUIDS), pGuids);
+    std::copy(std::begin(kProcessorGuids), std::end(kProcessorGuids), pGuids);
     return S_OK;
 }
 
 UINT UMDGetAdapterCapabilitiesDXVAFmtCnt(const DXVADDI_VIDEOPROCESSORINPUT* pInput)
 {
-    constexpr UINT count = std::size(TARGET_FORMATS);
+    constexpr UINT count = std::size(kTargetFormats);
     PrintInput(pInput);
     UMD_TRACE(UMDTRACE_CAPS, L"<<< UMDGetAdapterCapabilitiesDXVAFmtCnt %d\n", count);
     return count;
@@ -110,16 +110,16 @@ UINT UMDGetAdapterCapabilitiesDXVAFmtCnt(const DXVADDI_VIDEOPROCESSORINPUT* pInp
 HRESULT UMDGetAdapterCapabilitiesDXVAFmt(const DXVADDI_VIDEOPROCESSORINPUT* pInput, D3DDDIFORMAT* pFormats)
 {
     PrintInput(pInput);
-    std::copy(std::begin(TARGET_FORMATS), std::end(TARGET_FORMATS), pFormats);
+    std::copy(std::begin(kTargetFormats), std::end(kTargetFormats), pFormats);
     UMD_TRACE(UMDTRACE_CAPS, L"<<< UMDGetAdapterCapabilitiesDXVAFmt:\n");
-    for (D3DDDIFORMAT format : TARGET_FORMATS)
+    for (D3DDDIFORMAT format : kTargetFormats)
         UMD_TRACE(UMDTRACE_CAPS, L">>> %d\n", format);
     return S_OK;
 }
 
 UINT UMDGetAdapterCapabilitiesDXVARTSubstreamFmtCnt(const DXVADDI_VIDEOPROCESSORINPUT* pInput)
 {
-    constexpr UINT count = std::size(SUBSTREAM_FORMATS);
+    constexpr UINT count = std::size(kSubstreamFormats);
     UMD_TRACE(UMDTRACE_CAPS, L">>> UMDGetAdapterCapabilitiesDXVARTSubstreamFmtCnt %d\n", count);
     PrintInput(pInput);
     return count;
@@ -129,7 +129,7 @@ HRESULT UMDGetAdapterCapabilitiesDXVARTSubstreamFmt(const DXVADDI_VIDEOPROCESSOR
 {
     UMD_TRACE(UMDTRACE_CAPS, L">>> UMDGetAdapterCapabilitiesDXVARTSubstreamFmt\n");
     PrintInput(pInput);
-    std::copy(std::begin(SUBSTREAM_FORMATS), std::end(SUBSTREAM_FORMATS), pFormats);
+    std::copy(std::begin(kSubstreamFormats), std::end(kSubstreamFormats), pFormats);
     return S_OK;
 }
 
@@ -137,7 +137,7 @@ HRESULT UMDGetAdapterCapabilitiesDXVACaps(const DXVADDI_VIDEOPROCESSORINPUT* pIn
 {
     UMD_TRACE(UMDTRACE_CAPS, L">>> UMDGetAdapterCapabilitiesDXVACaps\n");
     PrintInput(pInput);
-    *pCaps = PROCESSOR_CAPS;
+    *pCaps = kProcessorCaps;
     UMDUtilDebugTracePrintVideoProcessorCaps(pCaps);
     return S_OK;
 }
@@ -145,8 +145,8 @@ HRESULT UMDGetAdapterCapabilitiesDXVACaps(const DXVADDI_VIDEOPROCESSORINPUT* pIn
 HRESULT UMDGetAdapterCapabilitiesDXVAProcAmpRange(const DXVADDI_QUERYPROCAMPINPUT*, DXVADDI_VALUERANGE* pRange)
 {
     UMD_TRACE(UMDTRACE_CAPS, L">>> UMDGetAdapterCapabilitiesDXVAProcAmpRange\n");
-    *pRange = PROCAMP_RANGES[g_ProcAmpRangeNext];
-    g_ProcAmpRangeNext = (g_ProcAmpRangeNext + 1) % std::size(PROCAMP_RANGES);
+    *pRange = kProcAmpRanges[g_ProcAmpRangeNext];
+    g_ProcAmpRangeNext = (g_ProcAmpRangeNext + 1) % std::size(kProcAmpRanges);
     UMDUtilDebugTracePrintValueRange(pRange);
     return S_OK;
 }

@@ -28,7 +28,7 @@ public:
     HRESULT Blt(const D3DDDIARG_VIDEOPROCESSBLT* pArgs);
 
 private:
-    std::unique_ptr<UMDGpuDXVA> m_pGpuDXVA; ///< null when memory ran out: every operation then fails
+    std::unique_ptr<UMDGpuDXVA> m_pGpuDXVA;  ///< null when memory ran out: every operation then fails
 };
 
 /// Video process handles become objects here and nowhere else. Null stays null.

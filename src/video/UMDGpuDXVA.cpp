@@ -13,7 +13,7 @@
 namespace
 {
 /// IID_IDirectXVideoProcessorService, which no import library holds.
-constexpr GUID IID_PROCESSOR_SERVICE = {0xFC51A552, 0xD5E7, 0x11D9, {0xAF, 0x55, 0x00, 0x05, 0x4E, 0x43, 0xFF, 0x02}};
+constexpr GUID kIidProcessorService = {0xFC51A552, 0xD5E7, 0x11D9, {0xAF, 0x55, 0x00, 0x05, 0x4E, 0x43, 0xFF, 0x02}};
 
 /// The delegated surface of a resource's sub-resource 0, null when the handle has none. Borrowed.
 IDirect3DSurface9* SurfaceOf(HANDLE hResource)
@@ -21,7 +21,7 @@ IDirect3DSurface9* SurfaceOf(HANDLE hResource)
     auto* pResource = dynamic_cast<UMDRscRenderTargetCapable*>(ToResource(hResource));
     return pResource ? pResource->GetSurface(0, 0) : nullptr;
 }
-} // namespace
+}  // namespace
 
 UMDGpuDXVA::UMDGpuDXVA(UMDDdiDevice* pDevice) : m_pDeviceContext(pDevice), m_hRenderTarget(nullptr) {}
 
@@ -38,7 +38,7 @@ HRESULT UMDGpuDXVA::Create(const D3DDDIARG_CREATEVIDEOPROCESSDEVICE* pArgs)
     UMDComPtr<IDirectXVideoProcessorService> pService;
     HRESULT hr = E_FAIL;
     if (pDevice)
-        hr = DXVA2CreateVideoService(pDevice, IID_PROCESSOR_SERVICE, reinterpret_cast<void**>(pService.Put()));
+        hr = DXVA2CreateVideoService(pDevice, kIidProcessorService, reinterpret_cast<void**>(pService.Put()));
     if (FAILED(hr))
         return UMDFail(hr, L"UMDGpuDXVA::Create DXVA2CreateVideoService failed! 0x%x\n", hr);
 
@@ -138,7 +138,7 @@ void UMDGpuDXVA::InternalSetBltParams(const D3DDDIARG_VIDEOPROCESSBLT* pArgs, DX
     pParams->NoiseFilterChroma = std::bit_cast<DXVA2_FilterValues>(pArgs->NoiseFilterChroma);
     pParams->DetailFilterLuma = std::bit_cast<DXVA2_FilterValues>(pArgs->DetailFilterLuma);
     pParams->DetailFilterChroma = std::bit_cast<DXVA2_FilterValues>(pArgs->DetailFilterChroma);
-    pParams->DestData = pArgs->DestFlags.DestData; // the upper half of the flags word
+    pParams->DestData = pArgs->DestFlags.DestData;  // the upper half of the flags word
     UMDUtilDebugTracePrintVideoProcessBlt(pArgs);
 }
 
@@ -157,6 +157,6 @@ void UMDGpuDXVA::InternalSetBltSamples(const D3DDDIARG_VIDEOPROCESSBLT* pArgs, D
     pSample->DstRect = source.DstRect;
     std::memcpy(pSample->Pal, source.Pal, sizeof(pSample->Pal));
     pSample->PlanarAlpha = std::bit_cast<DXVA2_Fixed32>(source.PlanarAlpha);
-    pSample->SampleData = source.SampleFlags.SampleData; // the upper half of the flags word
+    pSample->SampleData = source.SampleFlags.SampleData;  // the upper half of the flags word
     UMDUtilDebugTracePrintVideoSample(&source);
 }

@@ -38,8 +38,8 @@ private:
     /// Converts the sample of a blit that has exactly one; otherwise the sample is left zero.
     void InternalSetBltSamples(const D3DDDIARG_VIDEOPROCESSBLT* pArgs, DXVA2_VideoSample* pSample);
 
-    UMDDdiDevice* m_pDeviceContext; ///< borrowed
+    UMDDdiDevice* m_pDeviceContext;  ///< borrowed
     UMDComPtr<IDirectXVideoProcessor> m_pVideoProcessor;
     UMDComPtr<IDirectXVideoProcessorService> m_pVideoProcessorService;
-    HANDLE m_hRenderTarget; ///< the target set last, null before the first
+    HANDLE m_hRenderTarget;  ///< the target set last, null before the first
 };

@@ -12,15 +12,15 @@ namespace
 using Lines = std::vector<std::string>;
 using Words = std::vector<UINT>;
 
-constexpr UINT GETPROCAMPRANGE = 29;
+constexpr UINT kGetProcAmpRange = 29;
 
-const Words BRIGHTNESS = {0xFF9C0000, 0x00640000, 0x00000000, 0x00001999};
-const Words CONTRAST = {0x00000006, 0x00020000, 0x00010000, 0x00000006};
-const Words HUE = {0xFF4C0000, 0x00B40000, 0x00000000, 0x00001999};
-const Words SATURATION = {0x00000006, 0x00030000, 0x00010000, 0x00000006};
+const Words kBrightness = {0xFF9C0000, 0x00640000, 0x00000000, 0x00001999};
+const Words kContrast = {0x00000006, 0x00020000, 0x00010000, 0x00000006};
+const Words kHue = {0xFF4C0000, 0x00B40000, 0x00000000, 0x00001999};
+const Words kSaturation = {0x00000006, 0x00030000, 0x00010000, 0x00000006};
 
-const std::vector<Words> TURNS = {
-    BRIGHTNESS, CONTRAST, HUE, SATURATION, BRIGHTNESS, CONTRAST, HUE, SATURATION, BRIGHTNESS};
+const std::vector<Words> kTurns = {
+    kBrightness, kContrast, kHue, kSaturation, kBrightness, kContrast, kHue, kSaturation, kBrightness};
 
 /// A description with a different number in every field.
 DXVADDI_VIDEODESC DistinctDesc()
@@ -43,7 +43,7 @@ DXVADDI_VIDEODESC DistinctDesc()
 }
 
 // 2 | 3 << 8 | 4 << 12 | 5 << 15 | 6 << 18 | 7 << 22 | 8 << 27
-const Lines DESC_LINES = {
+const Lines kDescLines = {
     "UMDUtilDebugTracePrintVideoDesc",
     "SampleWidth: 101  SampleHeight: 102  Format: 21",
     "[SampleFormat: 1104855810]  SampleFormat:2  VideoChromaSubsampling:3  NominalRange:4  VideoTransferMatrix:5  "
@@ -55,23 +55,23 @@ bool Contains(const Lines& lines, const Lines& part)
 {
     return std::search(lines.begin(), lines.end(), part.begin(), part.end()) != lines.end();
 }
-} // namespace
+}  // namespace
 
 TEST(AdapterCapabilitiesDXVA, ProcAmpRange_NineQueries_FourControlsInTurn)
 {
     CapsAdapter adapter(0);
-    for (const Words& turn : TURNS)
-        EXPECT_EQ(adapter.Ask(GETPROCAMPRANGE, 16).Words(4), turn);
+    for (const Words& turn : kTurns)
+        EXPECT_EQ(adapter.Ask(kGetProcAmpRange, 16).Words(4), turn);
 }
 
 TEST(AdapterCapabilitiesDXVA, ProcAmpRange_QueryNamesOneControl_AnswerIsTheNextInTurnAnyway)
 {
     CapsAdapter adapter(0);
-    for (const Words& turn : TURNS)
+    for (const Words& turn : kTurns)
     {
         DXVADDI_QUERYPROCAMPINPUT input = {};
         input.ProcAmpCap = DXVADDI_PROCAMP_HUE;
-        EXPECT_EQ(adapter.Ask(GETPROCAMPRANGE, 16, &input).Words(4), turn);
+        EXPECT_EQ(adapter.Ask(kGetProcAmpRange, 16, &input).Words(4), turn);
     }
 }
 
@@ -79,21 +79,21 @@ TEST(AdapterCapabilitiesDXVA, ProcAmpRange_TwoAdapters_ShareOneTurn)
 {
     CapsAdapter one(0);
     CapsAdapter other(0);
-    for (std::size_t i = 0; i < TURNS.size(); ++i)
-        EXPECT_EQ((i % 2 ? other : one).Ask(GETPROCAMPRANGE, 16).Words(4), TURNS[i]) << "query " << i + 1;
+    for (std::size_t i = 0; i < kTurns.size(); ++i)
+        EXPECT_EQ((i % 2 ? other : one).Ask(kGetProcAmpRange, 16).Words(4), kTurns[i]) << "query " << i + 1;
 }
 
 TEST(AdapterCapabilitiesDXVA, ProcAmpRange_OtherQueriesBetween_TurnStays)
 {
     CapsAdapter adapter(0);
-    for (const Words& turn : TURNS)
+    for (const Words& turn : kTurns)
     {
         for (UINT type = 0; type <= 64; ++type)
         {
-            if (type != GETPROCAMPRANGE)
+            if (type != kGetProcAmpRange)
                 adapter.Ask(type, 64);
         }
-        EXPECT_EQ(adapter.Ask(GETPROCAMPRANGE, 16).Words(4), turn);
+        EXPECT_EQ(adapter.Ask(kGetProcAmpRange, 16).Words(4), turn);
     }
 }
 
@@ -105,7 +105,7 @@ TEST(AdapterCapabilitiesDXVA, ProcAmpRange_EachTurn_PrintsTheRange)
     {
         const Lines expected = {"UMDAdapter::GetCaps D3DDDICAPS_GETPROCAMPRANGE",
             ">>> UMDGetAdapterCapabilitiesDXVAProcAmpRange", "UMDUtilDebugTracePrintValueRange", pRange};
-        EXPECT_EQ(adapter.Ask(GETPROCAMPRANGE, 16).Lines, expected);
+        EXPECT_EQ(adapter.Ask(kGetProcAmpRange, 16).Lines, expected);
     }
 }
 
@@ -114,7 +114,7 @@ TEST(AdapterCapabilitiesDXVA, GuidQueries_GivenADescription_PrintIt)
     CapsAdapter adapter(0x10);
     DXVADDI_VIDEODESC desc = DistinctDesc();
     for (UINT type : {22u, 23u})
-        EXPECT_TRUE(Contains(adapter.Ask(type, 64, &desc).Lines, DESC_LINES)) << "type " << type;
+        EXPECT_TRUE(Contains(adapter.Ask(type, 64, &desc).Lines, kDescLines)) << "type " << type;
 }
 
 TEST(AdapterCapabilitiesDXVA, FormatAndCapsQueries_GivenAnInput_PrintIt)
@@ -126,7 +126,7 @@ TEST(AdapterCapabilitiesDXVA, FormatAndCapsQueries_GivenAnInput_PrintIt)
     {
         const Lines lines = adapter.Ask(type, 64, &input).Lines;
         EXPECT_TRUE(Contains(lines, {"UMDUtilDebugTracePrintVideoProcessorInput"})) << "type " << type;
-        EXPECT_TRUE(Contains(lines, DESC_LINES)) << "type " << type;
+        EXPECT_TRUE(Contains(lines, kDescLines)) << "type " << type;
     }
 }
 

@@ -15,10 +15,10 @@ using Lines = std::vector<std::string>;
 
 enum class Written
 {
-    Nothing,      ///< not a byte
-    Words,        ///< the words of the row, whatever DataSize says
-    Zeros,        ///< DataSize zeros
-    WordAndZeros, ///< DataSize zeros, then the row's word over the first of them
+    Nothing,       ///< not a byte
+    Words,         ///< the words of the row, whatever DataSize says
+    Zeros,         ///< DataSize zeros
+    WordAndZeros,  ///< DataSize zeros, then the row's word over the first of them
 };
 
 struct Query
@@ -27,16 +27,16 @@ struct Query
     HRESULT Result;
     Written What;
     std::vector<UINT> Words;
-    Lines Trace; ///< with the mask 0x13 and a DataSize of 2048, behind the entry's own line
+    Lines Trace;  ///< with the mask 0x13 and a DataSize of 2048, behind the entry's own line
 };
 
-constexpr UINT FOURCC_NV12 = 0x3231564E;
-constexpr UINT FOURCC_AYUV = 0x56555941;
+constexpr UINT kFourccNv12 = 0x3231564E;
+constexpr UINT kFourccAyuv = 0x56555941;
 
 std::vector<UINT> FormatWords()
 {
     std::vector<UINT> words;
-    for (const auto& row : caps_expected::FORMATS)
+    for (const auto& row : caps_expected::kFormats)
         words.insert(
             words.end(), {row.Format, row.Operations, row.FlipMsTypes, row.BltMsTypes, row.PrivateFormatBitCount});
     return words;
@@ -45,13 +45,13 @@ std::vector<UINT> FormatWords()
 std::vector<UINT> RecordWords()
 {
     std::vector<UINT> words;
-    for (const auto& row : caps_expected::RECORD)
+    for (const auto& row : caps_expected::kRecord)
         words.push_back(row.Word);
     return words;
 }
 
 // clang-format off
-const std::vector<Query> QUERIES = {
+const std::vector<Query> kQueries = {
     {1, S_OK, Written::Zeros, {}, {"UMDAdapter::GetCaps D3DDDICAPS_DDRAW"}},
     {2, S_OK, Written::Zeros, {}, {"UMDAdapter::GetCaps D3DDDICAPS_DDRAW_MODE_SPECIFIC"}},
     {3, S_OK, Written::Words, {62},
@@ -60,7 +60,7 @@ const std::vector<Query> QUERIES = {
     {4, S_OK, Written::Words, FormatWords(),
         {"UMDAdapter::GetCaps D3DDDICAPS_GETFORMATDATA",
          "UMDGetAdapterFormats 102"}},
-    {5, S_OK, Written::Words, {CapsAdapter::FILL_WORD, 0, 0, 0},
+    {5, S_OK, Written::Words, {CapsAdapter::kFillWord, 0, 0, 0},
         {"UMDAdapter::GetCaps D3DDDICAPS_GETMULTISAMPLEQUALITYLEVELS"}},
     {6, S_OK, Written::Words, {15}, {"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYCOUNT"}},
     {7, S_OK, Written::Words, {4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18},
@@ -97,7 +97,7 @@ const std::vector<Query> QUERIES = {
         {"=> UMDAdapter::GetCaps 24 GETVIDEOPROCESSORRTFORMATCOUNT",
          "UMDAdapter::GetCaps D3DDDICAPS_GETVIDEOPROCESSORRTFORMATCOUNT 2048",
          "<<< UMDGetAdapterCapabilitiesDXVAFmtCnt 2"}},
-    {25, S_OK, Written::Words, {22, FOURCC_NV12},
+    {25, S_OK, Written::Words, {22, kFourccNv12},
         {"=> UMDAdapter::GetCaps 25 GETVIDEOPROCESSORRTFORMATS",
          "UMDAdapter::GetCaps D3DDDICAPS_GETVIDEOPROCESSORRTFORMATS 2048 12",
          "<<< UMDGetAdapterCapabilitiesDXVAFmt:",
@@ -107,11 +107,11 @@ const std::vector<Query> QUERIES = {
         {"=> UMDAdapter::GetCaps 26 GETVIDEOPROCESSORRTSUBSTREAMFORMATCOUNT",
          "UMDAdapter::GetCaps D3DDDICAPS_GETVIDEOPROCESSORRTSUBSTREAMFORMATCOUNT 2048",
          ">>> UMDGetAdapterCapabilitiesDXVARTSubstreamFmtCnt 1"}},
-    {27, S_OK, Written::Words, {FOURCC_AYUV},
+    {27, S_OK, Written::Words, {kFourccAyuv},
         {"=> UMDAdapter::GetCaps 27 GETVIDEOPROCESSORRTSUBSTREAMFORMATS",
          "UMDAdapter::GetCaps D3DDDICAPS_GETVIDEOPROCESSORRTSUBSTREAMFORMATS 2048 8",
          ">>> UMDGetAdapterCapabilitiesDXVARTSubstreamFmt"}},
-    {28, S_OK, Written::Words, {3, 0, 0, FOURCC_NV12, 0, 15, 0x2F7, 0, 0},
+    {28, S_OK, Written::Words, {3, 0, 0, kFourccNv12, 0, 15, 0x2F7, 0, 0},
         {"=> UMDAdapter::GetCaps 28 GETVIDEOPROCESSORCAPS",
          "UMDAdapter::GetCaps D3DDDICAPS_GETVIDEOPROCESSORCAPS 2048 36",
          ">>> UMDGetAdapterCapabilitiesDXVACaps",
@@ -129,7 +129,7 @@ const std::vector<Query> QUERIES = {
 /// The row of a type; types without one are unknown to the driver.
 Query QueryOf(UINT type)
 {
-    for (const Query& query : QUERIES)
+    for (const Query& query : kQueries)
     {
         if (query.Type == type)
             return query;
@@ -143,7 +143,7 @@ Query QueryOf(UINT type)
 std::vector<BYTE> MemoryAfter(const Query& query, UINT size)
 {
     std::vector<BYTE> memory = CapsAdapter::FreshMemory();
-    auto data = memory.begin() + CapsAdapter::GUARD_SIZE;
+    auto data = memory.begin() + CapsAdapter::kGuardSize;
     if (query.What == Written::Zeros || query.What == Written::WordAndZeros)
         std::fill_n(data, size, BYTE{0});
     const auto* pWords = reinterpret_cast<const BYTE*>(query.Words.data());
@@ -182,7 +182,7 @@ Lines AllLines(UINT type)
     lines.insert(lines.begin(), entry);
     return lines;
 }
-} // namespace
+}  // namespace
 
 // Four sizes: none, less than any record, the format table's, and more than every record.
 TEST(AdapterGetCaps, EveryTypeAndSize_WritesWhatItShallAndNoByteMore)
@@ -237,16 +237,16 @@ TEST(AdapterGetCaps, FormatData_SizeTracedInRecordsAndNotLookedAt)
 TEST(AdapterGetCaps, FormatCount_IsTheNumberOfRowsOfTheTable)
 {
     CapsAdapter adapter(0);
-    EXPECT_EQ(adapter.Ask(3, 4).Words(1)[0], std::size(caps_expected::FORMATS));
+    EXPECT_EQ(adapter.Ask(3, 4).Words(1)[0], std::size(caps_expected::kFormats));
 }
 
 TEST(AdapterGetCaps, D3D9Record_EveryFieldHasItsWord)
 {
     CapsAdapter adapter(0);
-    const std::vector<UINT> words = adapter.Ask(13, sizeof(D3DCAPS9)).Words(std::size(caps_expected::RECORD));
+    const std::vector<UINT> words = adapter.Ask(13, sizeof(D3DCAPS9)).Words(std::size(caps_expected::kRecord));
     ASSERT_EQ(sizeof(D3DCAPS9), sizeof(UINT) * words.size());
     for (std::size_t i = 0; i < words.size(); ++i)
-        EXPECT_EQ(words[i], caps_expected::RECORD[i].Word) << caps_expected::RECORD[i].pField;
+        EXPECT_EQ(words[i], caps_expected::kRecord[i].Word) << caps_expected::kRecord[i].pField;
 }
 
 TEST(AdapterGetCaps, FormatTable_EveryRowHasItsFiveColumnsInOrder)
@@ -256,7 +256,7 @@ TEST(AdapterGetCaps, FormatTable_EveryRowHasItsFiveColumnsInOrder)
     for (std::size_t i = 0; i < 62; ++i)
     {
         const std::vector<UINT> row(words.begin() + 5 * i, words.begin() + 5 * i + 5);
-        const caps_expected::FormatRow& expected = caps_expected::FORMATS[i];
+        const caps_expected::FormatRow& expected = caps_expected::kFormats[i];
         EXPECT_EQ(row, (std::vector<UINT>{expected.Format, expected.Operations, expected.FlipMsTypes,
                            expected.BltMsTypes, expected.PrivateFormatBitCount}))
             << "row " << i + 1;
@@ -268,7 +268,7 @@ TEST(AdapterGetCaps, MultisampleQualityLevels_AnyFormat_FormatKeptAndNoLevels)
     CapsAdapter adapter(0);
     for (UINT size : {0u, 16u})
     {
-        const std::vector<UINT> noLevels = {CapsAdapter::FILL_WORD, 0, 0, 0, CapsAdapter::FILL_WORD};
+        const std::vector<UINT> noLevels = {CapsAdapter::kFillWord, 0, 0, 0, CapsAdapter::kFillWord};
         EXPECT_EQ(adapter.Ask(5, size).Words(5), noLevels);
     }
 }

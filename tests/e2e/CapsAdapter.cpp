@@ -9,7 +9,7 @@
 std::vector<UINT> CapsAnswer::Words(std::size_t count) const
 {
     std::vector<UINT> words(count);
-    std::memcpy(words.data(), Memory.data() + CapsAdapter::GUARD_SIZE, count * sizeof(UINT));
+    std::memcpy(words.data(), Memory.data() + CapsAdapter::kGuardSize, count * sizeof(UINT));
     return words;
 }
 
@@ -24,7 +24,7 @@ CapsAnswer CapsAdapter::Ask(UINT type, UINT size, void* pInfo)
     D3DDDIARG_GETCAPS query = {};
     std::memcpy(&query.Type, &type, sizeof(type));
     query.pInfo = pInfo;
-    query.pData = answer.Memory.data() + GUARD_SIZE;
+    query.pData = answer.Memory.data() + kGuardSize;
     query.DataSize = size;
 
     TraceLines trace;
@@ -35,7 +35,7 @@ CapsAnswer CapsAdapter::Ask(UINT type, UINT size, void* pInfo)
 
 std::vector<BYTE> CapsAdapter::FreshMemory()
 {
-    return std::vector<BYTE>(GUARD_SIZE + BUFFER_SIZE + GUARD_SIZE, FILL);
+    return std::vector<BYTE>(kGuardSize + kBufferSize + kGuardSize, kFill);
 }
 
 std::string CapsAdapter::FirstDifference(const std::vector<BYTE>& actual, const std::vector<BYTE>& expected)
@@ -45,6 +45,6 @@ std::string CapsAdapter::FirstDifference(const std::vector<BYTE>& actual, const 
         return "";
     char text[96];
     std::snprintf(text, sizeof(text), "byte %lld is 0x%02X, not 0x%02X",
-        static_cast<long long>(a - actual.begin()) - static_cast<long long>(GUARD_SIZE), *a, *e);
+        static_cast<long long>(a - actual.begin()) - static_cast<long long>(kGuardSize), *a, *e);
     return text;
 }

@@ -11,8 +11,8 @@
 struct CapsAnswer
 {
     HRESULT Result;
-    std::vector<BYTE> Memory;       ///< guard, buffer, guard
-    std::vector<std::string> Lines; ///< traced by the query, without the prefix and the line feed
+    std::vector<BYTE> Memory;        ///< guard, buffer, guard
+    std::vector<std::string> Lines;  ///< traced by the query, without the prefix and the line feed
 
     /// The buffer's first words.
     std::vector<UINT> Words(std::size_t count) const;
@@ -21,10 +21,10 @@ struct CapsAnswer
 class CapsAdapter
 {
 public:
-    static constexpr std::size_t GUARD_SIZE = 256;   ///< bytes, a multiple of every record's alignment
-    static constexpr std::size_t BUFFER_SIZE = 4096; ///< bytes
-    static constexpr BYTE FILL = 0x5A;
-    static constexpr UINT FILL_WORD = 0x5A5A5A5A;
+    static constexpr std::size_t kGuardSize = 256;    ///< bytes, a multiple of every record's alignment
+    static constexpr std::size_t kBufferSize = 4096;  ///< bytes
+    static constexpr BYTE kFill = 0x5A;
+    static constexpr UINT kFillWord = 0x5A5A5A5A;
 
     /// Loads the DLL with a trace mask and opens an adapter.
     explicit CapsAdapter(UINT mask);

@@ -26,7 +26,7 @@ void** FindSlot(HMODULE hModule, const char* pName)
     }
     return nullptr;
 }
-} // namespace
+}  // namespace
 
 DllImport::DllImport(HMODULE hModule, const char* pName, void* pReplacement, int)
     : m_pSlot(FindSlot(hModule, pName)), m_pOriginal(m_pSlot ? *m_pSlot : nullptr)

@@ -112,7 +112,7 @@ public:
         return g_pDxva2->ProcessorResult;
     }
 };
-} // namespace
+}  // namespace
 
 FakeDxva2::FakeDxva2()
 {

@@ -4,11 +4,13 @@
 #include "util/UMDComPtr.h"
 
 #include <cstring>
+#include <exception>
+#include <thread>
 
 namespace
 {
-constexpr GUID IID_SERVICE = {0xFC51A552, 0xD5E7, 0x11D9, {0xAF, 0x55, 0x00, 0x05, 0x4E, 0x43, 0xFF, 0x02}};
-constexpr GUID PROGRESSIVE = {0x5A54A0C9, 0xC7EC, 0x4BD9, {0x8E, 0xDE, 0xF3, 0xC7, 0x5D, 0xC4, 0x39, 0x3B}};
+constexpr GUID kIidService = {0xFC51A552, 0xD5E7, 0x11D9, {0xAF, 0x55, 0x00, 0x05, 0x4E, 0x43, 0xFF, 0x02}};
+constexpr GUID kProgressive = {0x5A54A0C9, 0xC7EC, 0x4BD9, {0x8E, 0xDE, 0xF3, 0xC7, 0x5D, 0xC4, 0x39, 0x3B}};
 
 class HiddenWindow
 {
@@ -67,9 +69,8 @@ HostImage ReadBack(IDirect3DDevice9Ex& device, IDirect3DSurface9& target, SIZE s
     pCopy->UnlockRect();
     return image;
 }
-} // namespace
 
-HostImage RunPlainVideoBlt(const PlainVideoBlt& blt)
+HostImage RunOnThisThread(const PlainVideoBlt& blt)
 {
     HiddenWindow window;
     UMDComPtr<IDirect3DDevice9Ex> pDevice;
@@ -83,13 +84,35 @@ HostImage RunPlainVideoBlt(const PlainVideoBlt& blt)
     HostCheck(pDevice->ColorFill(pTarget.Get(), nullptr, blt.TargetColor), "ColorFill");
 
     UMDComPtr<IDirectXVideoProcessorService> pService;
-    HostCheck(DXVA2CreateVideoService(pDevice.Get(), IID_SERVICE, reinterpret_cast<void**>(pService.Put())),
+    HostCheck(DXVA2CreateVideoService(pDevice.Get(), kIidService, reinterpret_cast<void**>(pService.Put())),
         "DXVA2CreateVideoService");
     UMDComPtr<IDirectXVideoProcessor> pProcessor;
-    HostCheck(pService->CreateVideoProcessor(PROGRESSIVE, &blt.Desc, D3DFMT_X8R8G8B8, 0, pProcessor.Put()),
+    HostCheck(pService->CreateVideoProcessor(kProgressive, &blt.Desc, D3DFMT_X8R8G8B8, 0, pProcessor.Put()),
         "CreateVideoProcessor");
     DXVA2_VideoSample sample = blt.Sample;
     sample.SrcSurface = pSource.Get();
     HostCheck(pProcessor->VideoProcessBlt(pTarget.Get(), &blt.Params, &sample, 1, nullptr), "VideoProcessBlt");
     return ReadBack(*pDevice.Get(), *pTarget.Get(), blt.TargetSize);
+}
+}  // namespace
+
+HostImage RunPlainVideoBlt(const PlainVideoBlt& blt)
+{
+    // A thread of its own: on one that has used the driver's device before, Wine's Direct3D crashes now and then.
+    HostImage image;
+    std::exception_ptr failure;
+    std::thread thread([&] {
+        try
+        {
+            image = RunOnThisThread(blt);
+        }
+        catch (...)
+        {
+            failure = std::current_exception();
+        }
+    });
+    thread.join();
+    if (failure)
+        std::rethrow_exception(failure);
+    return image;
 }

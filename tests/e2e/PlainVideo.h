@@ -15,13 +15,13 @@ struct PlainVideoFill
 
 struct PlainVideoBlt
 {
-    SIZE SourceSize; ///< pixels
-    SIZE TargetSize; ///< pixels
+    SIZE SourceSize;  ///< pixels
+    SIZE TargetSize;  ///< pixels
     std::vector<PlainVideoFill> SourceFills;
-    D3DCOLOR TargetColor; ///< of the whole target, before the blit
+    D3DCOLOR TargetColor;  ///< of the whole target, before the blit
     DXVA2_VideoDesc Desc;
     DXVA2_VideoProcessBltParams Params;
-    DXVA2_VideoSample Sample; ///< without its surface
+    DXVA2_VideoSample Sample;  ///< without its surface
 };
 
 /// The target after the blit. Throws HostError when any call fails.

@@ -5,8 +5,8 @@
 namespace
 {
 // What OutputDebugStringW raises: the wide form, and the narrow one where nobody takes that or there is none.
-constexpr DWORD PRINT_WIDE = 0x4001000A;
-constexpr DWORD PRINT_NARROW = 0x40010006;
+constexpr DWORD kPrintWide = 0x4001000A;
+constexpr DWORD kPrintNarrow = 0x40010006;
 
 thread_local TraceLines* g_pTrace = nullptr;
 
@@ -20,7 +20,7 @@ std::string Stripped(const std::string& text)
         return "not a trace line: " + text;
     return text.substr(length, text.size() - length - 1);
 }
-} // namespace
+}  // namespace
 
 TraceLines::TraceLines()
 {
@@ -39,14 +39,14 @@ LONG TraceLines::Handler(EXCEPTION_POINTERS* pPointers)
     const EXCEPTION_RECORD& record = *pPointers->ExceptionRecord;
     if (!g_pTrace || record.NumberParameters < 2 || !record.ExceptionInformation[0])
         return EXCEPTION_CONTINUE_SEARCH;
-    const std::size_t length = record.ExceptionInformation[0] - 1; // without the terminating null
+    const std::size_t length = record.ExceptionInformation[0] - 1;  // without the terminating null
     const auto pText = record.ExceptionInformation[1];
-    if (record.ExceptionCode == PRINT_WIDE)
+    if (record.ExceptionCode == kPrintWide)
     {
         const auto* pWide = reinterpret_cast<const wchar_t*>(pText);
         g_pTrace->m_Lines.push_back(Stripped(std::string(pWide, pWide + length)));
     }
-    else if (record.ExceptionCode == PRINT_NARROW)
+    else if (record.ExceptionCode == kPrintNarrow)
         g_pTrace->m_Lines.push_back(Stripped(std::string(reinterpret_cast<const char*>(pText), length)));
     else
         return EXCEPTION_CONTINUE_SEARCH;

@@ -1,11 +1,11 @@
 #include "VideoCalls.h"
 
-const GUID VideoCalls::PROGRESSIVE = {0x5A54A0C9, 0xC7EC, 0x4BD9, {0x8E, 0xDE, 0xF3, 0xC7, 0x5D, 0xC4, 0x39, 0x3B}};
+const GUID VideoCalls::kProgressive = {0x5A54A0C9, 0xC7EC, 0x4BD9, {0x8E, 0xDE, 0xF3, 0xC7, 0x5D, 0xC4, 0x39, 0x3B}};
 
 D3DDDIARG_CREATEVIDEOPROCESSDEVICE VideoCalls::DistinctCreate()
 {
     D3DDDIARG_CREATEVIDEOPROCESSDEVICE create = {};
-    create.pVideoProcGuid = &PROGRESSIVE;
+    create.pVideoProcGuid = &kProgressive;
     create.VideoDesc.SampleWidth = 101;
     create.VideoDesc.SampleHeight = 102;
     create.VideoDesc.SampleFormat.Value = 103;
@@ -31,8 +31,8 @@ DXVADDI_VIDEOSAMPLE VideoCalls::DistinctSample()
     sample.SampleFormat.VideoLighting = 5;
     sample.SampleFormat.VideoPrimaries = 6;
     sample.SampleFormat.VideoTransferFunction = 7;
-    sample.SampleFlags.Value = 0xBEEF0015; // three of the low flags, and data
-    sample.SrcSubResourceIndex = 9;        // not looked at
+    sample.SampleFlags.Value = 0xBEEF0015;  // three of the low flags, and data
+    sample.SrcSubResourceIndex = 9;         // not looked at
     sample.SrcRect = {211, 212, 213, 214};
     sample.DstRect = {221, 222, 223, 224};
     for (UINT i = 0; i < 16; ++i)
@@ -55,7 +55,7 @@ D3DDDIARG_VIDEOPROCESSBLT VideoCalls::DistinctBlt(HANDLE hVideo, DXVADDI_VIDEOSA
     blt.StreamingFlags = 309;
     blt.BackgroundColor = {310, 311, 312, 313};
     blt.DestFormat.Value = 0x91827364;
-    blt.DestFlags.Value = 0xCAFE000A; // two of the low flags, and data
+    blt.DestFlags.Value = 0xCAFE000A;  // two of the low flags, and data
     blt.ProcAmpValues.Brightness.ll = 314 << 16 | 315;
     blt.ProcAmpValues.Contrast.ll = 316 << 16 | 317;
     blt.ProcAmpValues.Hue.ll = 318 << 16 | 319;

@@ -35,7 +35,7 @@ public:
         return m_Device.Functions().pfnVideoProcessBlt(m_Device.Handle(), &blt);
     }
 
-    static const GUID PROGRESSIVE;
+    static const GUID kProgressive;
 
     /// Words 101 to 110 in the description.
     static D3DDDIARG_CREATEVIDEOPROCESSDEVICE DistinctCreate();

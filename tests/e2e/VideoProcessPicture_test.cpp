@@ -8,7 +8,7 @@
 
 namespace
 {
-constexpr LONG ONE = 1 << 16; ///< as a 16.16 fixed-point number
+constexpr LONG kOne = 1 << 16;  ///< as a 16.16 fixed-point number
 
 /// A picture of four colours that is scaled into a part of the target; the rest of the target rectangle becomes the
 /// background colour, and what lies outside of it stays as it was.
@@ -30,14 +30,14 @@ PlainVideoBlt Scaled()
     blt.Params.ConstrictionSize = {80, 56};
     blt.Params.BackgroundColor = {0x8000, 0x8000, 0x4000, 0xFFFF};
     blt.Params.DestFormat.SampleFormat = DXVA2_SampleProgressiveFrame;
-    blt.Params.ProcAmpValues.Contrast.ll = ONE;
-    blt.Params.ProcAmpValues.Saturation.ll = ONE;
-    blt.Params.Alpha.ll = ONE;
+    blt.Params.ProcAmpValues.Contrast.ll = kOne;
+    blt.Params.ProcAmpValues.Saturation.ll = kOne;
+    blt.Params.Alpha.ll = kOne;
     blt.Sample.End = 1;
     blt.Sample.SampleFormat.SampleFormat = DXVA2_SampleProgressiveFrame;
     blt.Sample.SrcRect = {0, 0, 32, 32};
     blt.Sample.DstRect = {16, 0, 80, 64};
-    blt.Sample.PlanarAlpha.ll = ONE;
+    blt.Sample.PlanarAlpha.ll = kOne;
     return blt;
 }
 
@@ -45,7 +45,7 @@ PlainVideoBlt Scaled()
 D3DDDIARG_CREATEVIDEOPROCESSDEVICE DdiCreate(const DXVA2_VideoDesc& desc)
 {
     D3DDDIARG_CREATEVIDEOPROCESSDEVICE create = {};
-    create.pVideoProcGuid = &VideoCalls::PROGRESSIVE;
+    create.pVideoProcGuid = &VideoCalls::kProgressive;
     create.VideoDesc.SampleWidth = desc.SampleWidth;
     create.VideoDesc.SampleHeight = desc.SampleHeight;
     create.VideoDesc.SampleFormat.Value = desc.SampleFormat.value;
@@ -108,7 +108,7 @@ HostImage RunThroughTheDriver(const PlainVideoBlt& blt)
     HostCheck(video.Destroy(hVideo), "pfnDestroyVideoProcessDevice");
     return device.ReadBack(*pTarget);
 }
-} // namespace
+}  // namespace
 
 TEST(VideoProcessPicture, ScaledIntoAPart_SameAsThePlainService)
 {
@@ -116,12 +116,12 @@ TEST(VideoProcessPicture, ScaledIntoAPart_SameAsThePlainService)
     const HostImage picture = RunThroughTheDriver(blt);
     EXPECT_EQ(picture, RunPlainVideoBlt(blt));
 
-    EXPECT_EQ(picture.At(24, 8), 0xE03030u); // well inside each of the four colours
+    EXPECT_EQ(picture.At(24, 8), 0xE03030u);  // well inside each of the four colours
     EXPECT_EQ(picture.At(72, 8), 0x30C040u);
     EXPECT_EQ(picture.At(24, 56), 0x3060E0u);
     EXPECT_EQ(picture.At(72, 56), 0xF0F0F0u);
-    EXPECT_EQ(picture.At(2, 2), 0x102030u);   // outside of the target rectangle
-    EXPECT_NE(picture.At(10, 30), 0x102030u); // background
+    EXPECT_EQ(picture.At(2, 2), 0x102030u);    // outside of the target rectangle
+    EXPECT_NE(picture.At(10, 30), 0x102030u);  // background
     EXPECT_EQ(picture.At(10, 30), picture.At(85, 30));
 }
 

@@ -17,7 +17,7 @@ namespace
 using Lines = std::vector<std::string>;
 using Calls = std::vector<std::string>;
 
-constexpr UINT MASK = 0x103; ///< errors, entries, video
+constexpr UINT kMask = 0x103;  ///< errors, entries, video
 
 std::string Low32(HANDLE handle)
 {
@@ -34,7 +34,7 @@ std::vector<LONG> Edges(const RECT& rect)
 class VideoProcess : public testing::Test
 {
 protected:
-    explicit VideoProcess(UINT mask = MASK) : m_Session({L"TessloWddmUmode.dll", std::nullopt, mask}) {}
+    explicit VideoProcess(UINT mask = kMask) : m_Session({L"TessloWddmUmode.dll", std::nullopt, mask}) {}
 
     void SetUp() override { ASSERT_TRUE(m_ServiceImport.Replaced()); }
 
@@ -108,7 +108,7 @@ protected:
     DllImport m_Malloc{m_Session.Driver().Module(), "malloc", CountingMalloc};
     DllImport m_Free{m_Session.Driver().Module(), "free", CountingFree};
 };
-} // namespace
+}  // namespace
 
 TEST_F(VideoProcess, Create_Succeeds_ProcessorIsMadeAsTheRuntimeAsked)
 {
@@ -122,7 +122,7 @@ TEST_F(VideoProcess, Create_Succeeds_ProcessorIsMadeAsTheRuntimeAsked)
     const GUID service = {0xFC51A552, 0xD5E7, 0x11D9, {0xAF, 0x55, 0x00, 0x05, 0x4E, 0x43, 0xFF, 0x02}};
     EXPECT_TRUE(IsEqualGUID(m_Dxva2.ServiceIid, service));
     EXPECT_NE(m_Dxva2.pServiceDevice, nullptr);
-    EXPECT_TRUE(IsEqualGUID(m_Dxva2.ProcessorGuid, VideoCalls::PROGRESSIVE));
+    EXPECT_TRUE(IsEqualGUID(m_Dxva2.ProcessorGuid, VideoCalls::kProgressive));
     UINT words[10];
     static_assert(sizeof(words) == sizeof(m_Dxva2.ProcessorDesc));
     std::memcpy(words, &m_Dxva2.ProcessorDesc, sizeof(words));
@@ -197,7 +197,7 @@ TEST_F(VideoProcessMemory, CreateAndDestroy_ManyTimes_NothingLeft)
 
 TEST_F(VideoProcessMemory, Create_NoMemoryForTheObject_RefusedBeforeTheService)
 {
-    g_RefusedSize = sizeof(void*); // the object holds one pointer
+    g_RefusedSize = sizeof(void*);  // the object holds one pointer
     D3DDDIARG_CREATEVIDEOPROCESSDEVICE create = VideoCalls::DistinctCreate();
     TraceLines trace;
     EXPECT_EQ(m_Video.Create(create), E_OUTOFMEMORY);
@@ -209,7 +209,7 @@ TEST_F(VideoProcessMemory, Create_NoMemoryForTheObject_RefusedBeforeTheService)
 
 TEST_F(VideoProcessMemory, Create_NoMemoryForTheProcessorsOwner_RefusedAndNothingLeft)
 {
-    g_RefusedSize = 4 * sizeof(void*); // device, processor, service, target
+    g_RefusedSize = 4 * sizeof(void*);  // device, processor, service, target
     D3DDDIARG_CREATEVIDEOPROCESSDEVICE create = VideoCalls::DistinctCreate();
     TraceLines trace;
     EXPECT_EQ(m_Video.Create(create), E_OUTOFMEMORY);
@@ -218,7 +218,7 @@ TEST_F(VideoProcessMemory, Create_NoMemoryForTheProcessorsOwner_RefusedAndNothin
                                  ">>> UMDDdiDeviceVideo::Create",
                                  "UMDDdiCreateVideoProcessDevice pDeviceVideo->Create failed! 0x8007000e"}));
     EXPECT_EQ(m_Dxva2.Calls, Calls{});
-    const int liveBlocks = g_LiveBlocks; // the first refusal of a process leaves what the C++ library keeps for good
+    const int liveBlocks = g_LiveBlocks;  // the first refusal of a process leaves what the C++ library keeps for good
     EXPECT_EQ(m_Video.Create(create), E_OUTOFMEMORY);
     EXPECT_EQ(g_LiveBlocks, liveBlocks);
 }
@@ -322,7 +322,7 @@ TEST_F(VideoProcess, Blt_OneSample_EveryFieldArrives)
     EXPECT_EQ(params.BackgroundColor.Alpha, 313);
     EXPECT_EQ(params.DestFormat.value, 0x91827364u);
     EXPECT_EQ(params.DestData, 0xCAFEu);
-    const DXVA2_Fixed32* pFixed = &params.ProcAmpValues.Brightness; // and all after it up to the last filter's radius
+    const DXVA2_Fixed32* pFixed = &params.ProcAmpValues.Brightness;  // and all after it up to the last filter's radius
     for (LONG i = 0; i < 17; ++i)
         EXPECT_EQ(pFixed[i].ll, (314 + 2 * i) << 16 | (315 + 2 * i)) << "fixed-point number " << i;
 
