@@ -26,7 +26,7 @@ DWORD BehaviourFlags(IDirect3D9Ex* pD3D9Ex, UINT adapter)
     return D3DCREATE_MULTITHREADED |
            (hardware ? D3DCREATE_HARDWARE_VERTEXPROCESSING : D3DCREATE_SOFTWARE_VERTEXPROCESSING);
 }
-} // namespace
+}  // namespace
 
 UMDGpuD3D9::UMDGpuD3D9(HWND hWnd) : m_hWnd(hWnd), m_TessloVirtualMonitorReserved2(nullptr)
 {
@@ -44,7 +44,8 @@ HRESULT UMDGpuD3D9::Create(HMODULE hClientDll)
     if (FAILED(hr))
         return hr;
     const BOOL wasVisible = m_pD3DDevice9Ex->ShowCursor(FALSE);
-    UMD_TRACE(UMDTRACE_DETAIL, L"UMDGpuD3D9::Create  m_pD3DDevice9Ex->ShowCursor WasPreviouslyVisible:%d\n", wasVisible);
+    UMD_TRACE(
+        UMDTRACE_DETAIL, L"UMDGpuD3D9::Create  m_pD3DDevice9Ex->ShowCursor WasPreviouslyVisible:%d\n", wasVisible);
     m_pD3DDevice9Ex->SetCursorPosition(100, 100, D3DCURSOR_IMMEDIATE_UPDATE);
     return hr;
 }
@@ -65,16 +66,16 @@ HRESULT UMDGpuD3D9::InternalDeviceRetrieveFromClientDll(HMODULE hClientDll, IDir
     const auto pReserved1 =
         UMDClientLibraryExport<TessloVirtualMonitorReserved1Function>(hClientDll, TESSLO_CLIENT_RESERVED1);
     if (!pReserved1)
-        return UMDFail(E_FAIL, L"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! %d\n",
-            GetLastError());
+        return UMDFail(
+            E_FAIL, L"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! %d\n", GetLastError());
     m_TessloVirtualMonitorReserved2 =
         UMDClientLibraryExport<TessloVirtualMonitorReserved2Function>(hClientDll, TESSLO_CLIENT_RESERVED2);
     // What a library that declines leaves behind is not ours to release; one that promises a device and stores none
     // has failed all the same.
     IDirect3DDevice9Ex* pDevice = nullptr;
     if (!pReserved1(m_hWnd, &pDevice) || !pDevice)
-        return UMDFail(E_FAIL,
-            L"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll m_TessloVirtualMonitorReserved1() failed!\n");
+        return UMDFail(
+            E_FAIL, L"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll m_TessloVirtualMonitorReserved1() failed!\n");
     *ppDevice = pDevice;
     return S_OK;
 }

@@ -2,9 +2,7 @@
 
 #include "util/UMDUtilDebugTrace.h"
 
-UMDThreadBase::UMDThreadBase() : m_hThread(nullptr), m_dwThreadId(0)
-{
-}
+UMDThreadBase::UMDThreadBase() : m_hThread(nullptr), m_dwThreadId(0) {}
 
 UMDThreadBase::~UMDThreadBase()
 {

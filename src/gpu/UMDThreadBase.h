@@ -27,8 +27,8 @@ public:
     DWORD Wait(DWORD dwMilliseconds);
 
 protected:
-    HANDLE m_hThread;      ///< null until Start succeeded
-    DWORD m_dwThreadId;    ///< written by CreateThread
+    HANDLE m_hThread;    ///< null until Start succeeded
+    DWORD m_dwThreadId;  ///< written by CreateThread
 
 private:
     static DWORD WINAPI ThreadEntry(LPVOID pParameter);

@@ -8,7 +8,7 @@
 namespace
 {
 constexpr wchar_t kWindowClass[] = L"D3D UMD";
-} // namespace
+}  // namespace
 
 UMDThreadGpuD3D9::UMDThreadGpuD3D9()
     : m_hEventCreateFailed(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
@@ -22,7 +22,8 @@ UMDThreadGpuD3D9::UMDThreadGpuD3D9()
 UMDThreadGpuD3D9::~UMDThreadGpuD3D9()
 {
     UMD_TRACE(UMDTRACE_GPU, L"UMDThreadGpuD3D9::~UMDThreadGpuD3D9\n");
-    // The owner has waited, except when a start-up that failed half-way deletes it: a thread must not outlive its object.
+    // The owner has waited, except when a start-up that failed half-way deletes it: a thread must not outlive its
+    // object.
     if (Wait(0) == WAIT_TIMEOUT)
     {
         SetEvent(m_hEventRequestExit);
@@ -64,7 +65,7 @@ void UMDThreadGpuD3D9::Run()
     if (!SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_TIME_CRITICAL))
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run SetThreadPriority failed!\n");
-        SetEvent(m_hEventCreateFailed); // the starter waits without a limit
+        SetEvent(m_hEventCreateFailed);  // the starter waits without a limit
         return;
     }
     const HINSTANCE hInstance = GetModuleHandleW(nullptr);
@@ -74,13 +75,13 @@ void UMDThreadGpuD3D9::Run()
     windowClass.lpfnWndProc = InternalGuiWndMsgProc;
     windowClass.hInstance = hInstance;
     windowClass.lpszClassName = kWindowClass;
-    RegisterClassExW(&windowClass); // fails for the second device of a process, whose class exists
+    RegisterClassExW(&windowClass);  // fails for the second device of a process, whose class exists
     const HWND hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100, 100,
         nullptr, nullptr, hInstance, nullptr);
     if (!hWnd)
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run CreateWindow failed! %d\n", GetLastError());
-        SetEvent(m_hEventCreateFailed); // the starter waits without a limit
+        SetEvent(m_hEventCreateFailed);  // the starter waits without a limit
         return;
     }
     SetCursor(nullptr);
@@ -98,8 +99,8 @@ void UMDThreadGpuD3D9::InternalMessageLoop()
     for (;;)
     {
         // Messages that an earlier look at the queue left there count as well, else a burst would stay in it.
-        const DWORD result = MsgWaitForMultipleObjectsEx(
-            ARRAYSIZE(events), events, INFINITE, QS_ALLPOSTMESSAGE, MWMO_INPUTAVAILABLE);
+        const DWORD result =
+            MsgWaitForMultipleObjectsEx(ARRAYSIZE(events), events, INFINITE, QS_ALLPOSTMESSAGE, MWMO_INPUTAVAILABLE);
         switch (result)
         {
         case WAIT_OBJECT_0:
@@ -111,16 +112,17 @@ void UMDThreadGpuD3D9::InternalMessageLoop()
                 L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects m_hEventRequestExit\n");
             return;
         case WAIT_OBJECT_0 + 2:
-            UMD_TRACE(UMDTRACE_GPU | UMDTRACE_DETAIL, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects MSG received\n");
+            UMD_TRACE(
+                UMDTRACE_GPU | UMDTRACE_DETAIL, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects MSG received\n");
             InternalDispatchMessage();
             break;
         case WAIT_FAILED:
-            UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects WAIT_FAILED %d\n",
-                GetLastError());
+            UMD_TRACE(
+                UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects WAIT_FAILED %d\n", GetLastError());
             return;
         default:
-            UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects unexpected result: %d\n",
-                result);
+            UMD_TRACE(
+                UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects unexpected result: %d\n", result);
             return;
         }
     }

@@ -35,9 +35,9 @@ private:
     void InternalDestroyDevice();
     static LRESULT CALLBACK InternalGuiWndMsgProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
 
-    HANDLE m_hEventCreateFailed;      ///< set by the thread: there will be no device
-    HANDLE m_hEventCreated;           ///< set by the thread: the device exists
-    HANDLE m_hEventExecuteFunction;   ///< set by nobody; ends the thread like an exit request
-    HANDLE m_hEventRequestExit;       ///< set by ThreadGuiRequestExit
-    UMDGpuD3D9* m_pGpu;               ///< owned; written by the thread before it reports and after the exit request
+    HANDLE m_hEventCreateFailed;     ///< set by the thread: there will be no device
+    HANDLE m_hEventCreated;          ///< set by the thread: the device exists
+    HANDLE m_hEventExecuteFunction;  ///< set by nobody; ends the thread like an exit request
+    HANDLE m_hEventRequestExit;      ///< set by ThreadGuiRequestExit
+    UMDGpuD3D9* m_pGpu;              ///< owned; written by the thread before it reports and after the exit request
 };

@@ -18,8 +18,7 @@ UMDFrameBuffer::~UMDFrameBuffer()
     }
 }
 
-HRESULT UMDFrameBuffer::DuplicateFrameBuffer(
-    IDirect3DSurface9* pSrcSurface, UINT width, UINT height, D3DFORMAT format)
+HRESULT UMDFrameBuffer::DuplicateFrameBuffer(IDirect3DSurface9* pSrcSurface, UINT width, UINT height, D3DFORMAT format)
 {
     UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDFrameBuffer::DuplicateFrameBuffer\n");
     m_nIndex = m_nIndex == UMD_FRAMEBUFFER_SLOT_COUNT - 1 ? 0 : m_nIndex + 1;

@@ -30,8 +30,8 @@ public:
 private:
     IDirect3DDevice9Ex* m_pDevice;  ///< borrowed
     UMDGpuDx9Surface m_Surface;
-    IDirect3DSurface9* m_pSurface[UMD_FRAMEBUFFER_SLOT_COUNT];    ///< owned; made when first needed
-    UMDFrameMemory* m_pSurfaceMalloc[UMD_FRAMEBUFFER_SLOT_COUNT]; ///< owned; there exactly when the surface is
-    UINT m_nIndex;       ///< slot last written
+    IDirect3DSurface9* m_pSurface[UMD_FRAMEBUFFER_SLOT_COUNT];     ///< owned; made when first needed
+    UMDFrameMemory* m_pSurfaceMalloc[UMD_FRAMEBUFFER_SLOT_COUNT];  ///< owned; there exactly when the surface is
+    UINT m_nIndex;                                                 ///< slot last written
     UINT m_nIndexReady;  ///< slot of the newest complete copy; unset before the first
 };

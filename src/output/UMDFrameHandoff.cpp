@@ -9,7 +9,7 @@ void UMDFrame::Clear()
 UMDFrame& UMDFrameHandoff::Prepare()
 {
     UMDFrame& frame = m_Frames[m_Presenter];
-    frame.Clear(); // a frame that nobody took in time
+    frame.Clear();  // a frame that nobody took in time
     return frame;
 }
 

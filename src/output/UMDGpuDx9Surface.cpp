@@ -7,8 +7,8 @@
 namespace
 {
 constexpr UINT kReadBackAttempts = 3;
-constexpr DWORD kReadBackPause = 10; ///< milliseconds between two attempts
-} // namespace
+constexpr DWORD kReadBackPause = 10;  ///< milliseconds between two attempts
+}  // namespace
 
 UMDGpuDx9Surface::UMDGpuDx9Surface() : m_pDevice(nullptr)
 {
@@ -28,8 +28,8 @@ HRESULT UMDGpuDx9Surface::Create(IDirect3DDevice9Ex* pDevice9, IDirect3DSurface9
         return UMDFail(E_FAIL, L"UMDGpuDx9Surface::Create pDevice9 is NULL\n");
     if (format != D3DFMT_A8R8G8B8 && format != D3DFMT_X8R8G8B8)
         return UMDFail(E_FAIL, L"UMDGpuDx9Surface::Create failed! Format is unsupported! Format:%d\n", format);
-    if (HRESULT hr = pDevice9->CreateOffscreenPlainSurface(
-            width, height, format, D3DPOOL_SYSTEMMEM, ppSurface, nullptr);
+    if (HRESULT hr =
+            pDevice9->CreateOffscreenPlainSurface(width, height, format, D3DPOOL_SYSTEMMEM, ppSurface, nullptr);
         FAILED(hr))
         return UMDFail(hr, L"UMDGpuDx9Surface::Create CreateOffscreenPlainSurface failed! 0x%x\n", hr);
     const std::size_t bytes = static_cast<std::size_t>(width) * height * 4;

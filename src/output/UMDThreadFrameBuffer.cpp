@@ -18,7 +18,8 @@ UMDThreadFrameBuffer::UMDThreadFrameBuffer()
 UMDThreadFrameBuffer::~UMDThreadFrameBuffer()
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L"UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n");
-    // The owner has waited, except when a start-up that failed half-way deletes it: a thread must not outlive its object.
+    // The owner has waited, except when a start-up that failed half-way deletes it: a thread must not outlive its
+    // object.
     if (Wait(0) == WAIT_TIMEOUT)
     {
         m_bExit = true;
@@ -163,10 +164,10 @@ bool UMDThreadFrameBuffer::InternalProcessNewestFrame(void** ppConnection, bool*
     }
     UMDFrame* pFrame = m_Handoff.Take();
     if (!pFrame)
-        return true; // taken on an earlier wake-up, or withdrawn by an exit request
-    const bool processed = InternalProcessFrameBuffer(ppConnection, pFrame->m_pMemory->Bits(), pFrame->m_pSurface.Get(),
-        pFrame->m_Width, pFrame->m_Height, pFrame->m_BytesPerPixel, pFrame->m_Pitch, m_VidPnSourceId,
-        pFrame->m_Rotation);
+        return true;  // taken on an earlier wake-up, or withdrawn by an exit request
+    const bool processed =
+        InternalProcessFrameBuffer(ppConnection, pFrame->m_pMemory->Bits(), pFrame->m_pSurface.Get(), pFrame->m_Width,
+            pFrame->m_Height, pFrame->m_BytesPerPixel, pFrame->m_Pitch, m_VidPnSourceId, pFrame->m_Rotation);
     m_Handoff.Done();
     if (!processed)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n");
@@ -180,24 +181,24 @@ bool UMDThreadFrameBuffer::InternalInitializeConnection(void** ppConnection, UIN
         UMDClientLibraryExport<TessloVirtualMonitorPlugFunction>(m_hClientDll, TESSLO_CLIENT_PLUG);
     if (!m_TessloVirtualMonitorPlug)
     {
-        UMD_TRACE(UMDTRACE_ERROR,
-            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! %d\n", GetLastError());
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! %d\n",
+            GetLastError());
         return false;
     }
     m_TessloVirtualMonitorUnplug =
         UMDClientLibraryExport<TessloVirtualMonitorUnplugFunction>(m_hClientDll, TESSLO_CLIENT_UNPLUG);
     if (!m_TessloVirtualMonitorUnplug)
     {
-        UMD_TRACE(UMDTRACE_ERROR,
-            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! %d\n", GetLastError());
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! %d\n",
+            GetLastError());
         return false;
     }
     m_TessloVirtualMonitorUpdate =
         UMDClientLibraryExport<TessloVirtualMonitorUpdateFunction>(m_hClientDll, TESSLO_CLIENT_UPDATE);
     if (!m_TessloVirtualMonitorUpdate)
     {
-        UMD_TRACE(UMDTRACE_ERROR,
-            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! %d\n", GetLastError());
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! %d\n",
+            GetLastError());
         return false;
     }
     if (!m_TessloVirtualMonitorPlug(ppConnection, VidPnSourceId))
@@ -216,8 +217,8 @@ bool UMDThreadFrameBuffer::InternalProcessFrameBuffer(void** ppConnection, BYTE*
     D3DLOCKED_RECT locked = {};
     if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
     {
-        UMD_TRACE(UMDTRACE_ERROR,
-            L"UMDThreadFrameBuffer::InternalProcessFrameBuffer LockRect failed! hResult:0x%x\n", hr);
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalProcessFrameBuffer LockRect failed! hResult:0x%x\n", hr);
         return false;
     }
     // The pitch is the frame's own, not the locked one: 32-bit system-memory surfaces are packed.
@@ -231,14 +232,14 @@ bool UMDThreadFrameBuffer::InternalProcessFrameBuffer(void** ppConnection, BYTE*
     }
     if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
     {
-        UMD_TRACE(UMDTRACE_ERROR,
-            L"UMDThreadFrameBuffer::InternalProcessFrameBuffer UnlockRect failed! hResult:0x%x\n", hr);
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalProcessFrameBuffer UnlockRect failed! hResult:0x%x\n", hr);
         return false;
     }
     if (!InternalSendFrameBuffer(ppConnection, pBuffer, width, height, pitch, VidPnSourceId))
     {
-        UMD_TRACE(UMDTRACE_ERROR,
-            L"UMDThreadFrameBuffer::InternalProcessFrameBuffer InternalSendFrameBuffer failed!\n");
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalProcessFrameBuffer InternalSendFrameBuffer failed!\n");
         return false;
     }
     return true;

@@ -51,13 +51,13 @@ private:
 
     HANDLE m_hEventFrameBufferAvailable;
     HANDLE m_hEventRequestExit;
-    bool m_bInit;                  ///< set by the first Start and never cleared; owner's thread
-    std::atomic<bool> m_bExit;     ///< exit requested, or the worker has ended
+    bool m_bInit;                    ///< set by the first Start and never cleared; owner's thread
+    std::atomic<bool> m_bExit;       ///< exit requested, or the worker has ended
     UMDDdiDevice* m_pDeviceContext;  ///< borrowed
     UMDFrameBuffer* m_pFrameBuffer;  ///< owned; presenting thread
     UMDFrameHandoff m_Handoff;
     UINT m_VidPnSourceId;
-    HMODULE m_hClientDll;          ///< borrowed
+    HMODULE m_hClientDll;  ///< borrowed
     TessloVirtualMonitorPlugFunction m_TessloVirtualMonitorPlug;
     TessloVirtualMonitorUnplugFunction m_TessloVirtualMonitorUnplug;
     TessloVirtualMonitorUpdateFunction m_TessloVirtualMonitorUpdate;

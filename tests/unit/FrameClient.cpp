@@ -2,10 +2,10 @@
 
 namespace
 {
-constexpr DWORD kLong = 30000; ///< milliseconds; reached only by a failing test
+constexpr DWORD kLong = 30000;  ///< milliseconds; reached only by a failing test
 
 FrameClient* g_pClient;
-} // namespace
+}  // namespace
 
 FrameClient::FrameClient()
     : m_hHeld(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_hRelease(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
@@ -93,8 +93,7 @@ BOOLEAN FrameClient::InternalPlug(void** ppConnection, UINT VidPnSourceId)
     g_pClient->InternalHold("Plug");
     void* const pEntryValue = *ppConnection;
     *ppConnection = g_pClient->m_pConnection;
-    return g_pClient->InternalEnd(
-        {"Plug", ppConnection, pEntryValue, VidPnSourceId, GetCurrentThreadId(), {}, {}});
+    return g_pClient->InternalEnd({"Plug", ppConnection, pEntryValue, VidPnSourceId, GetCurrentThreadId(), {}, {}});
 }
 
 BOOLEAN FrameClient::InternalUpdate(void** ppConnection, const TessloVirtualMonitorFrame* pFrame)
@@ -111,8 +110,7 @@ BOOLEAN FrameClient::InternalUpdate(void** ppConnection, const TessloVirtualMoni
 BOOLEAN FrameClient::InternalUnplug(void** ppConnection, UINT VidPnSourceId)
 {
     g_pClient->InternalHold("Unplug");
-    return g_pClient->InternalEnd(
-        {"Unplug", ppConnection, *ppConnection, VidPnSourceId, GetCurrentThreadId(), {}, {}});
+    return g_pClient->InternalEnd({"Unplug", ppConnection, *ppConnection, VidPnSourceId, GetCurrentThreadId(), {}, {}});
 }
 
 bool FrameClient::InternalHold(const std::string& name)

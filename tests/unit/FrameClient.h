@@ -15,9 +15,9 @@
 /// One call of the driver.
 struct FrameClientCall
 {
-    std::string m_Name;             ///< "Plug", "Update" or "Unplug"
+    std::string m_Name;  ///< "Plug", "Update" or "Unplug"
     void** m_ppSlot;
-    void* m_pSlotValue;             ///< on entry
+    void* m_pSlotValue;  ///< on entry
     UINT m_VidPnSourceId;
     DWORD m_ThreadId;
     TessloVirtualMonitorFrame m_Frame;  ///< of an Update
@@ -48,9 +48,9 @@ public:
     bool WaitUntilHeld() const;
     void Release();
 
-    std::set<std::string> m_Missing;  ///< names of exports that there are not
-    std::set<std::string> m_Refusing; ///< names of calls that answer false
-    void* m_pConnection = nullptr;    ///< what Plug stores
+    std::set<std::string> m_Missing;                                      ///< names of exports that there are not
+    std::set<std::string> m_Refusing;                                     ///< names of calls that answer false
+    void* m_pConnection = nullptr;                                        ///< what Plug stores
     std::function<void(const TessloVirtualMonitorFrame&)> m_OnFrame;      ///< called as an Update begins
     std::function<void(const TessloVirtualMonitorFrame&)> m_OnHeldFrame;  ///< called behind the hold of an Update
 

@@ -13,8 +13,8 @@
 
 namespace
 {
-using tesslo::test::FakeDevice;
 using tesslo::test::FailNthAllocation;
+using tesslo::test::FakeDevice;
 using tesslo::test::TraceCapture;
 using tesslo::test::TraceMask;
 using Lines = std::vector<std::string>;
@@ -25,8 +25,7 @@ protected:
     UMDComPtr<IDirect3DSurface9> MakeTarget(UINT width, UINT height, D3DFORMAT format = D3DFMT_X8R8G8B8)
     {
         UMDComPtr<IDirect3DSurface9> pTarget;
-        m_Device.CreateRenderTarget(
-            width, height, format, D3DMULTISAMPLE_NONE, 0, FALSE, pTarget.Put(), nullptr);
+        m_Device.CreateRenderTarget(width, height, format, D3DMULTISAMPLE_NONE, 0, FALSE, pTarget.Put(), nullptr);
         m_Device.ClearLines();
         return pTarget;
     }
@@ -78,8 +77,7 @@ TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_FirstFrame_TracesEachStep)
     EXPECT_EQ(trace.Lines(),
         (Lines{">>> UMDGpuDx9Surface::UMDGpuDx9Surface\n", ">>> UMDFrameBuffer::UMDFrameBuffer\n",
             ">>> UMDFrameBuffer::DuplicateFrameBuffer\n", ">>> UMDGpuDx9Surface::Create\n",
-            ">>> UMDGpuDx9Surface::Duplicate\n",
-            "UMDGpuDx9Surface::Duplicate SRC[8 4 22] DST[8 4 22] XXX[8 4 22]\n",
+            ">>> UMDGpuDx9Surface::Duplicate\n", "UMDGpuDx9Surface::Duplicate SRC[8 4 22] DST[8 4 22] XXX[8 4 22]\n",
             ">>> UMDFrameBuffer::GetDuplicateFrameBufferMalloc\n", ">>> UMDFrameBuffer::GetDuplicateFrameBuffer\n",
             ">>> UMDFrameBuffer::~UMDFrameBuffer\n", ">>> UMDGpuDx9Surface::Destroy\n",
             ">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
@@ -222,4 +220,4 @@ TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_ManyFrames_AllocatesNothingAfter
     EXPECT_EQ(allocations, 0u);
     EXPECT_EQ(m_Device.Calls("CreateOffscreenPlainSurface"), 0u);
 }
-} // namespace
+}  // namespace

@@ -197,4 +197,4 @@ TEST_F(UMDFrameHandoffTest, PublishAndTake_OnTwoThreads_FramesAreWholeAndInOrder
     EXPECT_EQ(outOfOrder, 0u);
     EXPECT_EQ(References(pSurface.Get()), 1u);
 }
-} // namespace
+}  // namespace

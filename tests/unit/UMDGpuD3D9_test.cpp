@@ -25,8 +25,7 @@ using Lines = std::vector<std::string>;
 
 const HWND kWindow = reinterpret_cast<HWND>(0x1234);
 const HMODULE kClientDll = reinterpret_cast<HMODULE>(0x5000);
-constexpr char kReserved1Missing[] =
-    "UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 127\n";
+constexpr char kReserved1Missing[] = "UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 127\n";
 constexpr char kReserved1Failed[] =
     "UMDGpuD3D9::InternalDeviceRetrieveFromClientDll m_TessloVirtualMonitorReserved1() failed!\n";
 
@@ -122,9 +121,9 @@ TEST_F(UMDGpuD3D9Test, Create_NoClientLibrary_MakesTheDeviceOnTheFirstAdapter)
     EXPECT_EQ(gpu.Create(nullptr), S_OK);
 
     EXPECT_EQ(gpu.GetDevice(), &m_Device);
-    EXPECT_EQ(m_Trace.Lines(),
-        (Lines{"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 126\n",
-            "UMDGpuD3D9::Create  m_pD3DDevice9Ex->ShowCursor WasPreviouslyVisible:0\n"}));
+    EXPECT_EQ(
+        m_Trace.Lines(), (Lines{"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 126\n",
+                             "UMDGpuD3D9::Create  m_pD3DDevice9Ex->ShowCursor WasPreviouslyVisible:0\n"}));
     EXPECT_EQ(g_Client.m_LookedUp, Lines{}) << "a null module would stand for the host program";
     gpu.Destroy();
 }
@@ -233,7 +232,7 @@ TEST_F(UMDGpuD3D9Test, Create_ClientLibraryPromisesAndStoresNothing_FallsBack)
 TEST_F(UMDGpuD3D9Test, PresentNotification_LibraryWantsIt_PassesDeviceAndSurface)
 {
     Offer(true, true);
-    g_Client.m_Answer = FALSE; // also a library that declined to give a device is told
+    g_Client.m_Answer = FALSE;  // also a library that declined to give a device is told
     UMDGpuD3D9 gpu(kWindow);
     ASSERT_EQ(gpu.Create(kClientDll), S_OK);
     UMDComPtr<IDirect3DSurface9> pSurface;
@@ -327,8 +326,7 @@ TEST_F(UMDGpuD3D9Test, Create_IdentifierRefused_ReturnsItsCode)
 
     EXPECT_EQ(gpu.Create(nullptr), D3DERR_NOTAVAILABLE);
 
-    EXPECT_EQ(m_Trace.LinesContaining("InitD3D"),
-        Lines{"InitD3D  GetAdapterIdentifier failed! hResult:0x8876086a\n"});
+    EXPECT_EQ(m_Trace.LinesContaining("InitD3D"), Lines{"InitD3D  GetAdapterIdentifier failed! hResult:0x8876086a\n"});
     EXPECT_EQ(CreationCalls(), Lines{});
     EXPECT_EQ(gpu.GetDevice(), nullptr);
 }
@@ -404,4 +402,4 @@ TEST_F(UMDGpuD3D9Test, Create_AnyAdapter_ChoosesVertexProcessingByItsCapabilitie
         EXPECT_EQ(m_Trace.LinesContaining("InitD3D"), Lines{});
     }
 }
-} // namespace
+}  // namespace

@@ -20,7 +20,7 @@ using tesslo::test::TraceCapture;
 using tesslo::test::TraceMask;
 using Lines = std::vector<std::string>;
 
-constexpr HRESULT kRefused = D3DERR_INVALIDCALL; // 0x8876086c
+constexpr HRESULT kRefused = D3DERR_INVALIDCALL;  // 0x8876086c
 
 std::vector<DWORD> g_Pauses;
 
@@ -37,8 +37,8 @@ protected:
 
     void MakeTarget(UINT width, UINT height, D3DFORMAT format = D3DFMT_X8R8G8B8)
     {
-        ASSERT_EQ(m_Device.CreateRenderTarget(
-                      width, height, format, D3DMULTISAMPLE_NONE, 0, FALSE, m_pTarget.Put(), nullptr),
+        ASSERT_EQ(
+            m_Device.CreateRenderTarget(width, height, format, D3DMULTISAMPLE_NONE, 0, FALSE, m_pTarget.Put(), nullptr),
             D3D_OK);
         m_Device.ClearLines();
     }
@@ -109,8 +109,8 @@ TEST_F(UMDGpuDx9SurfaceTest, Create_OtherFormats_AreRefusedWithoutACallOfTheDevi
         TraceMask mask(UMDTRACE_ERROR);
         TraceCapture trace;
         EXPECT_EQ(Create(4, 4, format), E_FAIL);
-        EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Create failed! Format is unsupported! Format:" +
-                                       std::to_string(format) + "\n"});
+        EXPECT_EQ(trace.Lines(),
+            Lines{"UMDGpuDx9Surface::Create failed! Format is unsupported! Format:" + std::to_string(format) + "\n"});
     }
     EXPECT_EQ(m_Device.Lines(), Lines{});
     EXPECT_EQ(m_pCopy, nullptr);
@@ -123,14 +123,13 @@ TEST_F(UMDGpuDx9SurfaceTest, Create_DeviceRefuses_ReturnsItsCode)
     TraceMask mask(UMDTRACE_ERROR);
     TraceCapture trace;
     EXPECT_EQ(Create(4, 4), D3DERR_OUTOFVIDEOMEMORY);
-    EXPECT_EQ(
-        trace.Lines(), Lines{"UMDGpuDx9Surface::Create CreateOffscreenPlainSurface failed! 0x8876017c\n"});
+    EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Create CreateOffscreenPlainSurface failed! 0x8876017c\n"});
     EXPECT_EQ(m_pMemory, nullptr);
 }
 
 TEST_F(UMDGpuDx9SurfaceTest, Create_MemoryShort_LeavesTheSurfaceToTheOwner)
 {
-    for (const unsigned nth : {1u, 2u}) // the buffer's owner, then its bytes
+    for (const unsigned nth : {1u, 2u})  // the buffer's owner, then its bytes
     {
         TraceMask mask(UMDTRACE_ERROR);
         TraceCapture trace;
@@ -247,9 +246,9 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_SourceDiffers_MakesThePairAgain)
 
         EXPECT_EQ(Duplicate(row.m_Width, row.m_Height, row.m_Format), S_OK);
 
-        EXPECT_EQ(trace.Lines(),
-            (Lines{">>> UMDGpuDx9Surface::Duplicate\n", ">>> UMDGpuDx9Surface::Duplicate Recreate\n",
-                ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::Create\n", row.m_pLine}));
+        EXPECT_EQ(
+            trace.Lines(), (Lines{">>> UMDGpuDx9Surface::Duplicate\n", ">>> UMDGpuDx9Surface::Duplicate Recreate\n",
+                               ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::Create\n", row.m_pLine}));
         m_Surface.Destroy(&m_pCopy, &m_pMemory);
     }
 }
@@ -296,10 +295,9 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackRefusedThreeTimes_PausesAndCounts
 
     EXPECT_EQ(Duplicate(4, 4), kRefused);
 
-    EXPECT_EQ(trace.Lines(),
-        (Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:1\n",
-            "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:2\n",
-            "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:3\n"}));
+    EXPECT_EQ(trace.Lines(), (Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:1\n",
+                                 "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:2\n",
+                                 "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:3\n"}));
     EXPECT_EQ(g_Pauses, (std::vector<DWORD>{10, 10, 10}));
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 3u);
 }
@@ -311,7 +309,7 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackRefusedThreeTimes_CostsThirtyMill
     m_Device.Fail("GetRenderTargetData", kRefused);
     const DWORD begin = GetTickCount();
     EXPECT_EQ(Duplicate(4, 4), kRefused);
-    EXPECT_GE(GetTickCount() - begin, 28u); // the tick count is coarse
+    EXPECT_GE(GetTickCount() - begin, 28u);  // the tick count is coarse
 }
 
 TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackSucceedsTheSecondTime_StopsThere)
@@ -325,8 +323,7 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackSucceedsTheSecondTime_StopsThere)
 
     EXPECT_EQ(Duplicate(4, 4), S_OK);
 
-    EXPECT_EQ(trace.Lines(),
-        Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:1\n"});
+    EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:1\n"});
     EXPECT_EQ(g_Pauses, std::vector<DWORD>{10});
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 2u);
 }
@@ -351,4 +348,4 @@ TEST_F(UMDGpuDx9SurfaceTest, Destroy_SomebodyElseHoldsTheMemory_GivesUpOnlyItsOw
     D3DSURFACE_DESC desc = {};
     EXPECT_EQ(pCopy->GetDesc(&desc), D3D_OK);
 }
-} // namespace
+}  // namespace

@@ -45,7 +45,7 @@ struct CreateThreadArguments
     DWORD m_Flags;
 };
 std::vector<CreateThreadArguments> g_CreateThreadCalls;
-decltype(&CreateThread) g_pCreateThread; // the platform's own
+decltype(&CreateThread) g_pCreateThread;  // the platform's own
 
 HANDLE WINAPI RecordingCreateThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T stackSize, LPTHREAD_START_ROUTINE pStart,
     LPVOID pParameter, DWORD flags, LPDWORD pThreadId)
@@ -132,4 +132,4 @@ TEST(UMDThreadBase, Destructor_AfterTheEnd_ClosesTheThreadHandle)
     DWORD flags = 0;
     EXPECT_FALSE(GetHandleInformation(hThread, &flags));
 }
-} // namespace
+}  // namespace

@@ -19,7 +19,7 @@ using tesslo::test::FakeSurface;
 using tesslo::test::ImportPatch;
 using Lines = std::vector<std::string>;
 
-constexpr DWORD kLong = 30000; ///< milliseconds; reached only by a failing test
+constexpr DWORD kLong = 30000;  ///< milliseconds; reached only by a failing test
 constexpr UINT kSource = 4;
 
 // Tells of each wait of a worker.
@@ -112,8 +112,8 @@ TEST_F(UMDThreadFrameBufferTest, ConstructorAndDestructor_NeverStarted_TraceOneL
     {
         UMDThreadFrameBuffer thread;
     }
-    EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadFrameBuffer::UMDThreadFrameBuffer\n",
-                                   "UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n"}));
+    EXPECT_EQ(m_Trace.Lines(),
+        (Lines{"UMDThreadFrameBuffer::UMDThreadFrameBuffer\n", "UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n"}));
 }
 
 TEST_F(UMDThreadFrameBufferTest, RequestExit_NeverStarted_AnswersFalse)
@@ -192,8 +192,7 @@ TEST_F(UMDThreadFrameBufferTest, Start_NoThread_Fails)
 TEST_F(UMDThreadFrameBufferTest, Life_OneFrame_TracesEachStepOnItsThread)
 {
     g_hAtWait = CreateSemaphoreW(nullptr, 0, 100, nullptr);
-    ImportPatch wait(
-        nullptr, "kernel32.dll", "WaitForMultipleObjects", reinterpret_cast<void*>(TellingWait));
+    ImportPatch wait(nullptr, "kernel32.dll", "WaitForMultipleObjects", reinterpret_cast<void*>(TellingWait));
     g_pWait = wait.Original<decltype(&WaitForMultipleObjects)>();
     m_Trace.Clear();
     Start();
@@ -206,8 +205,7 @@ TEST_F(UMDThreadFrameBufferTest, Life_OneFrame_TracesEachStepOnItsThread)
         (Lines{">>> UMDThreadFrameBuffer::Start\n", ">>> UMDGpuDx9Surface::UMDGpuDx9Surface\n",
             ">>> UMDFrameBuffer::UMDFrameBuffer\n", ">>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
             ">>> UMDFrameBuffer::DuplicateFrameBuffer\n", ">>> UMDGpuDx9Surface::Create\n",
-            ">>> UMDGpuDx9Surface::Duplicate\n",
-            "UMDGpuDx9Surface::Duplicate SRC[4 2 22] DST[4 2 22] XXX[4 2 22]\n",
+            ">>> UMDGpuDx9Surface::Duplicate\n", "UMDGpuDx9Surface::Duplicate SRC[4 2 22] DST[4 2 22] XXX[4 2 22]\n",
             ">>> UMDFrameBuffer::GetDuplicateFrameBufferMalloc\n", ">>> UMDFrameBuffer::GetDuplicateFrameBuffer\n",
             "UMDThreadFrameBuffer::RequestExit\n", ">>> UMDFrameBuffer::~UMDFrameBuffer\n",
             ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
@@ -217,17 +215,15 @@ TEST_F(UMDThreadFrameBufferTest, Life_OneFrame_TracesEachStepOnItsThread)
         if (line.m_ThreadId != GetCurrentThreadId())
             workerLines.push_back(line.m_Text);
     }
-    EXPECT_EQ(workerLines, (Lines{">>> UMDThreadFrameBuffer::Run\n",
-                               ">>> UMDThreadFrameBuffer::InternalInitializeConnection\n",
-                               ">>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n",
-                               ">>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n",
-                               "UMDThreadFrameBuffer::Run exiting...\n",
-                               ">>> UMDThreadFrameBuffer::InternalUninitializeConnection\n",
-                               "UMDThreadFrameBuffer::Run exit\n"}));
+    EXPECT_EQ(workerLines,
+        (Lines{">>> UMDThreadFrameBuffer::Run\n", ">>> UMDThreadFrameBuffer::InternalInitializeConnection\n",
+            ">>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n",
+            ">>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n", "UMDThreadFrameBuffer::Run exiting...\n",
+            ">>> UMDThreadFrameBuffer::InternalUninitializeConnection\n", "UMDThreadFrameBuffer::Run exit\n"}));
     EXPECT_LT(PositionOf(">>> UMDFrameBuffer::GetDuplicateFrameBuffer\n"),
         PositionOf(">>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n"));
-    EXPECT_LT(PositionOf(">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"),
-        PositionOf("UMDThreadFrameBuffer::Run exiting...\n"));
+    EXPECT_LT(
+        PositionOf(">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"), PositionOf("UMDThreadFrameBuffer::Run exiting...\n"));
 }
 
 TEST_F(UMDThreadFrameBufferTest, Run_NoFrameEver_OpensNoConnection)
@@ -334,8 +330,8 @@ TEST_F(UMDThreadFrameBufferTest, InitializeConnection_ExportMissing_EndsTheWorke
         m_Trace.Clear();
         ASSERT_TRUE(Present(4, 2));
         ASSERT_TRUE(WaitForEnd());
-        EXPECT_EQ(ErrorLines(),
-            (Lines{row.m_pLine, "UMDThreadFrameBuffer::Run InternalInitializeConnection failed!\n"}));
+        EXPECT_EQ(
+            ErrorLines(), (Lines{row.m_pLine, "UMDThreadFrameBuffer::Run InternalInitializeConnection failed!\n"}));
         EXPECT_EQ(m_Trace.Count("UMDThreadFrameBuffer::Run exit\n"), 1u);
         EXPECT_EQ(m_Client.Names(), Lines{});
         ExpectExited();
@@ -349,9 +345,8 @@ TEST_F(UMDThreadFrameBufferTest, InitializeConnection_NoClientLibrary_EndsTheWor
     m_Trace.Clear();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(WaitForEnd());
-    EXPECT_EQ(ErrorLines(),
-        (Lines{"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! 126\n",
-            "UMDThreadFrameBuffer::Run InternalInitializeConnection failed!\n"}));
+    EXPECT_EQ(ErrorLines(), (Lines{"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! 126\n",
+                                "UMDThreadFrameBuffer::Run InternalInitializeConnection failed!\n"}));
     ExpectExited();
 }
 
@@ -376,10 +371,10 @@ TEST_F(UMDThreadFrameBufferTest, SendFrameBuffer_UpdateRefused_ClosesTheConnecti
     m_Trace.Clear();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(WaitForEnd());
-    EXPECT_EQ(ErrorLines(),
-        (Lines{"UMDThreadFrameBuffer::InternalSendFrameBuffer m_TessloVirtualMonitorUpdate() failed!\n",
-            "UMDThreadFrameBuffer::InternalProcessFrameBuffer InternalSendFrameBuffer failed!\n",
-            "UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n"}));
+    EXPECT_EQ(
+        ErrorLines(), (Lines{"UMDThreadFrameBuffer::InternalSendFrameBuffer m_TessloVirtualMonitorUpdate() failed!\n",
+                          "UMDThreadFrameBuffer::InternalProcessFrameBuffer InternalSendFrameBuffer failed!\n",
+                          "UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n"}));
     EXPECT_EQ(m_Client.Names(), (Lines{"Plug", "Update", "Unplug"}));
     ExpectExited();
 }
@@ -400,7 +395,7 @@ TEST_F(UMDThreadFrameBufferTest, ProcessFrameBuffer_AStepFails_EndsTheWorkerAndU
 {
     struct Case
     {
-        const char* m_pMethod; ///< of the copy's surface; null for none
+        const char* m_pMethod;  ///< of the copy's surface; null for none
         UINT m_Rotation;
         Lines m_Lines;
     };
@@ -511,7 +506,7 @@ TEST_F(UMDThreadFrameBufferTest, Run_WokenForAFrameThatIsTaken_WaitsForTheNext)
     m_Client.Hold("Plug");
     ASSERT_TRUE(Present(4, 2, 100));
     ASSERT_TRUE(m_Client.WaitUntilHeld());
-    ASSERT_TRUE(Present(4, 2, 200)); // taken behind the plug, which leaves its wake-up behind
+    ASSERT_TRUE(Present(4, 2, 200));  // taken behind the plug, which leaves its wake-up behind
     m_Client.Release();
     ASSERT_TRUE(m_Client.WaitForCalls(2));
     ASSERT_TRUE(Present(4, 2, 300));
@@ -533,7 +528,7 @@ void WatchingFree(void* pMemory)
     if (pMemory && pMemory == g_pWatched)
     {
         ++g_Freed;
-        g_pWatched = &g_Freed; // the address may be given out again
+        g_pWatched = &g_Freed;  // the address may be given out again
     }
     g_pFree(pMemory);
 }
@@ -577,10 +572,9 @@ TEST_F(HeldFrameTest, RequestExit_LibraryHoldsAFrame_TheRingGoesAndTheFrameStays
 
     EXPECT_TRUE(m_Thread->RequestExit());
 
-    EXPECT_EQ(m_Trace.Lines(),
-        (Lines{"UMDThreadFrameBuffer::RequestExit\n", ">>> UMDFrameBuffer::~UMDFrameBuffer\n",
-            ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::Destroy\n",
-            ">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadFrameBuffer::RequestExit\n", ">>> UMDFrameBuffer::~UMDFrameBuffer\n",
+                                   ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::Destroy\n",
+                                   ">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
     EXPECT_EQ(m_Fake.LiveObjects(), (Lines{"surface#3", "surface#4"}));
     EXPECT_EQ(m_Fake.Find<FakeSurface>("surface#4").ReferenceCount(), 1u) << "the worker's own";
     EXPECT_EQ(static_cast<IDirect3DSurface9*>(&m_Fake.Find<FakeSurface>("surface#4")), pHeld);
@@ -589,8 +583,7 @@ TEST_F(HeldFrameTest, RequestExit_LibraryHoldsAFrame_TheRingGoesAndTheFrameStays
     ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(m_FreedUnderTheLibrary, 0);
     EXPECT_EQ(g_Freed, 1);
-    EXPECT_EQ(m_Client.Calls("Update").back().m_Pixels,
-        (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
+    EXPECT_EQ(m_Client.Calls("Update").back().m_Pixels, (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{"surface#3"});
     EXPECT_EQ(m_Client.Names(), (Lines{"Plug", "Update", "Update", "Unplug"}));
     EXPECT_EQ(m_Trace.Count("UMDThreadFrameBuffer::Run exiting...\n"), 0u) << "ends without a further wait";
@@ -667,9 +660,8 @@ TEST_F(UMDThreadFrameBufferTest, RequestExit_WorkerEndedByItself_StillDeletesThe
     m_Trace.Clear();
     EXPECT_TRUE(m_Thread->RequestExit());
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
-    EXPECT_EQ(m_Trace.Lines(),
-        (Lines{"UMDThreadFrameBuffer::RequestExit\n", ">>> UMDFrameBuffer::~UMDFrameBuffer\n",
-            ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadFrameBuffer::RequestExit\n", ">>> UMDFrameBuffer::~UMDFrameBuffer\n",
+                                   ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
 }
 
 TEST_F(UMDThreadFrameBufferTest, Destructor_WorkerStillRuns_EndsItAndTheRing)
@@ -702,4 +694,4 @@ TEST_F(UMDThreadFrameBufferTest, FrameBufferAvailable_ManyFrames_AllocatesNothin
     EXPECT_TRUE(presented);
     EXPECT_EQ(allocations, 0u);
 }
-} // namespace
+}  // namespace

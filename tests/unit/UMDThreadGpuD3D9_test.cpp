@@ -22,7 +22,7 @@ using tesslo::test::TraceCapture;
 using tesslo::test::TraceMask;
 using Lines = std::vector<std::string>;
 
-constexpr DWORD kLong = 30000; ///< milliseconds; reached only by a failing test
+constexpr DWORD kLong = 30000;  ///< milliseconds; reached only by a failing test
 
 template <typename Function>
 void* Address(Function* pFunction)
@@ -33,7 +33,7 @@ void* Address(Function* pFunction)
 // What the replaced functions saw.
 std::vector<HANDLE> g_Events;
 std::vector<HANDLE> g_Closed;
-std::vector<std::pair<bool, BOOL>> g_EventKinds;   ///< manual reset or initially set; named
+std::vector<std::pair<bool, BOOL>> g_EventKinds;  ///< manual reset or initially set; named
 decltype(&CreateEventW) g_pCreateEvent;
 decltype(&CloseHandle) g_pCloseHandle;
 
@@ -77,7 +77,7 @@ struct Window
     std::wstring m_Class;
     std::wstring m_Title;
     DWORD m_Style;
-    RECT m_Place; ///< left, top, width, height
+    RECT m_Place;  ///< left, top, width, height
     HWND m_hParent;
     HMENU m_hMenu;
     HINSTANCE m_hInstance;
@@ -90,8 +90,8 @@ decltype(&CreateWindowExW) g_pCreateWindow;
 HWND WINAPI KeepingCreateWindow(DWORD exStyle, LPCWSTR pClass, LPCWSTR pTitle, DWORD style, int x, int y, int width,
     int height, HWND hParent, HMENU hMenu, HINSTANCE hInstance, LPVOID pParameter)
 {
-    HWND hWnd = g_pCreateWindow(
-        exStyle, pClass, pTitle, style, x, y, width, height, hParent, hMenu, hInstance, pParameter);
+    HWND hWnd =
+        g_pCreateWindow(exStyle, pClass, pTitle, style, x, y, width, height, hParent, hMenu, hInstance, pParameter);
     g_Window = {exStyle, pClass, pTitle, style, {x, y, width, height}, hParent, hMenu, hInstance, pParameter, hWnd};
     return hWnd;
 }
@@ -166,7 +166,8 @@ protected:
     {
         Lines lines = m_Trace.Lines();
         std::erase_if(lines, [](const std::string& line) {
-            return line.find("InternalGuiWndMsgProc") != std::string::npos || line.find("MSG received") != std::string::npos;
+            return line.find("InternalGuiWndMsgProc") != std::string::npos ||
+                   line.find("MSG received") != std::string::npos;
         });
         return lines;
     }
@@ -208,8 +209,8 @@ TEST_F(UMDThreadGpuD3D9Test, ConstructorAndDestructor_NeverStarted_MakeAndCloseF
         EXPECT_FALSE(special);
         EXPECT_FALSE(named);
     }
-    EXPECT_EQ(m_Trace.Lines(),
-        (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::~UMDThreadGpuD3D9\n"}));
+    EXPECT_EQ(
+        m_Trace.Lines(), (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::~UMDThreadGpuD3D9\n"}));
 }
 
 TEST_F(UMDThreadGpuD3D9Test, Life_DeviceMade_TracesEachStepInOrder)
@@ -222,14 +223,13 @@ TEST_F(UMDThreadGpuD3D9Test, Life_DeviceMade_TracesEachStepInOrder)
         Stop(thread);
         EXPECT_EQ(thread.GetDevice(), nullptr);
     }
-    EXPECT_EQ(StepLines(),
-        (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::ThreadGuiStart\n",
-            ">>> UMDThreadGpuD3D9::Run\n", ">>> UMDThreadGpuD3D9::InternalCreateDevice\n",
-            "UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 126\n",
-            ">>> UMDThreadGpuD3D9::ThreadGuiRequestExit\n",
-            "UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects m_hEventRequestExit\n",
-            ">>> UMDThreadGpuD3D9::InternalDestroyDevice\n", "<<< UMDThreadGpuD3D9::Run\n",
-            "UMDThreadGpuD3D9::~UMDThreadGpuD3D9\n"}));
+    EXPECT_EQ(StepLines(), (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::ThreadGuiStart\n",
+                               ">>> UMDThreadGpuD3D9::Run\n", ">>> UMDThreadGpuD3D9::InternalCreateDevice\n",
+                               "UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 126\n",
+                               ">>> UMDThreadGpuD3D9::ThreadGuiRequestExit\n",
+                               "UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects m_hEventRequestExit\n",
+                               ">>> UMDThreadGpuD3D9::InternalDestroyDevice\n", "<<< UMDThreadGpuD3D9::Run\n",
+                               "UMDThreadGpuD3D9::~UMDThreadGpuD3D9\n"}));
     EXPECT_EQ(m_Device.ReferenceCount(), 1u);
     EXPECT_EQ(m_Factory.ReferenceCount(), 1u);
     EXPECT_EQ(HiddenWindow(), nullptr);
@@ -300,10 +300,9 @@ TEST_F(UMDThreadGpuD3D9Test, ThreadGuiStart_NoThread_ReturnsAtOnce)
     UMDThreadGpuD3D9 thread;
     thread.ThreadGuiStart();
 
-    EXPECT_EQ(m_Trace.Lines(),
-        (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::ThreadGuiStart\n",
-            "UMDThreadBase::Start CreateThread failed. LastError 8",
-            "UMDThreadGpuD3D9::Start UMDBaseThread::Start failed! 8\n"}));
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::ThreadGuiStart\n",
+                                   "UMDThreadBase::Start CreateThread failed. LastError 8",
+                                   "UMDThreadGpuD3D9::Start UMDBaseThread::Start failed! 8\n"}));
     EXPECT_EQ(thread.GetDevice(), nullptr);
     thread.ThreadGuiRequestExit();
     EXPECT_EQ(thread.Wait(INFINITE), 0u);
@@ -524,9 +523,9 @@ TEST_F(UMDThreadGpuD3D9Test, WindowProcedure_AnyMessage_AnswersByTheTable)
     EXPECT_EQ(g_QuitCode, -1);
     EXPECT_EQ(pProcedure(hWnd, WM_DESTROY, 0, 0), 0);
     EXPECT_EQ(g_QuitCode, 0);
-    EXPECT_EQ(m_Trace.Lines(), (Lines{">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc 32\n",
-                                   ">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc 1024\n",
-                                   ">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc 2\n"}));
+    EXPECT_EQ(m_Trace.Lines(),
+        (Lines{">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc 32\n", ">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc 1024\n",
+            ">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc 2\n"}));
 }
 
 TEST_F(UMDThreadGpuD3D9Test, Destructor_ThreadStillRuns_EndsItFirst)
@@ -556,4 +555,4 @@ TEST_F(UMDThreadGpuD3D9Test, Life_TwoAtOnce_EachHasItsWindow)
     EXPECT_EQ(HiddenWindow(), nullptr);
     EXPECT_EQ(m_Device.ReferenceCount(), 1u);
 }
-} // namespace
+}  // namespace
