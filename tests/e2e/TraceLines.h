@@ -1,27 +1,20 @@
-// The driver's trace lines of this thread while the object lives.
+// The trace lines of this thread while the object lives, as a reader sees them: without their line feeds.
 #pragma once
 
-#include <windows.h>
-
-#include <string>
-#include <vector>
+#include "TraceCapture.h"
 
 class TraceLines
 {
 public:
-    /// One object at a time.
-    TraceLines();
-    ~TraceLines();
-
-    TraceLines(const TraceLines&) = delete;
-    TraceLines& operator=(const TraceLines&) = delete;
-
-    /// The lines behind the prefix "UMD: [process:thread] ", without their line feeds.
-    const std::vector<std::string>& Lines() const { return m_Lines; }
+    /// A line that lacks its line feed says so.
+    std::vector<std::string> Lines() const
+    {
+        std::vector<std::string> lines = m_Capture.LinesOfThisThread();
+        for (std::string& line : lines)
+            line = line.ends_with('\n') ? line.substr(0, line.size() - 1) : line + "<no line feed>";
+        return lines;
+    }
 
 private:
-    static LONG CALLBACK Handler(EXCEPTION_POINTERS* pPointers);
-
-    std::vector<std::string> m_Lines;
-    void* m_pHandler;
+    tesslo::test::TraceCapture m_Capture;
 };

@@ -1,8 +1,8 @@
 // The six video-process entries of the DLL, on a stand-in for the platform's video service.
 
-#include "DllImport.h"
 #include "FakeDxva2.h"
 #include "HostSession.h"
+#include "ImportPatch.h"
 #include "TraceLines.h"
 #include "VideoCalls.h"
 
@@ -16,6 +16,7 @@ namespace
 {
 using Lines = std::vector<std::string>;
 using Calls = std::vector<std::string>;
+using tesslo::test::ImportPatch;
 
 constexpr UINT kMask = 0x103;  ///< errors, entries, video
 
@@ -35,8 +36,6 @@ class VideoProcess : public testing::Test
 {
 protected:
     explicit VideoProcess(UINT mask = kMask) : m_Session({L"TessloWddmUmode.dll", std::nullopt, mask}) {}
-
-    void SetUp() override { ASSERT_TRUE(m_ServiceImport.Replaced()); }
 
     HANDLE CreateVideo()
     {
@@ -63,7 +62,8 @@ protected:
 
     HostSession m_Session;
     FakeDxva2 m_Dxva2;
-    DllImport m_ServiceImport{m_Session.Driver().Module(), "DXVA2CreateVideoService", FakeDxva2::CreateVideoService};
+    ImportPatch m_ServiceImport{m_Session.Driver().Module(), "dxva2.dll", "DXVA2CreateVideoService",
+        reinterpret_cast<void*>(FakeDxva2::CreateVideoService)};
     VideoCalls m_Video{m_Session.Device()};
     std::unique_ptr<HostResource> m_pTarget = m_Session.Device().CreateRenderTarget(64, 32);
     std::unique_ptr<HostResource> m_pSource = m_Session.Device().CreateRenderTarget(16, 16);
@@ -96,17 +96,11 @@ void CountingFree(void* pBlock)
 class VideoProcessMemory : public VideoProcess
 {
 protected:
-    void SetUp() override
-    {
-        VideoProcess::SetUp();
-        ASSERT_TRUE(m_Malloc.Replaced());
-        ASSERT_TRUE(m_Free.Replaced());
-        g_LiveBlocks = 0;
-    }
+    void SetUp() override { g_LiveBlocks = 0; }
     void TearDown() override { g_RefusedSize = 0; }
 
-    DllImport m_Malloc{m_Session.Driver().Module(), "malloc", CountingMalloc};
-    DllImport m_Free{m_Session.Driver().Module(), "free", CountingFree};
+    ImportPatch m_Malloc{m_Session.Driver().Module(), "msvcrt.dll", "malloc", reinterpret_cast<void*>(CountingMalloc)};
+    ImportPatch m_Free{m_Session.Driver().Module(), "msvcrt.dll", "free", reinterpret_cast<void*>(CountingFree)};
 };
 }  // namespace
 
