@@ -17,6 +17,8 @@ UINT BytesPerPixel(UINT format)
     case D3DFMT_X1R5G5B5:
     case D3DFMT_A1R5G5B5:
     case D3DFMT_A4R4G4B4:
+    case D3DFMT_YUY2:
+    case D3DFMT_UYVY:
         return 2;
     case D3DFMT_A16B16G16R16:
     case D3DFMT_A16B16G16R16F:

@@ -61,7 +61,9 @@ HostSceneKind ParseScene(const std::string& text)
         return HostSceneKind::Turning;
     if (text == "fill")
         return HostSceneKind::Fill;
-    throw HostError("--scene " + text + ": expected turning or fill");
+    if (text == "video")
+        return HostSceneKind::Video;
+    throw HostError("--scene " + text + ": expected turning, fill or video");
 }
 
 // The texts of options that may be given once for each source.
@@ -108,7 +110,8 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
     app.add_option("--rotation", texts.m_Rotations, "Rotation of the source in the same place: 0, 90, 180 or 270 (0)")
         ->type_name("DEGREES")
         ->allow_extra_args(false);
-    app.add_option("--scene", texts.m_Scenes, "What the source in the same place shows: turning or fill (turning)")
+    app.add_option(
+           "--scene", texts.m_Scenes, "What the source in the same place shows: turning, fill or video (turning)")
         ->type_name("NAME")
         ->allow_extra_args(false);
     app.add_option("--frames", frames, "Frames for each source (120)")->type_name("N");

@@ -11,6 +11,7 @@ enum class HostSceneKind
 {
     Turning,  ///< HostTurningScene
     Fill,     ///< HostFillScene
+    Video,    ///< HostVideoScene
 };
 
 struct HostSource

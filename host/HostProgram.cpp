@@ -7,6 +7,7 @@
 #include "HostText.h"
 #include "HostTraceFile.h"
 #include "HostTurningScene.h"
+#include "HostVideoScene.h"
 
 #include <cstdio>
 #include <optional>
@@ -38,9 +39,15 @@ void MakeFolder(const std::wstring& folder)
 
 std::unique_ptr<HostScene> MakeScene(HostSceneKind kind)
 {
-    if (kind == HostSceneKind::Fill)
+    switch (kind)
+    {
+    case HostSceneKind::Fill:
         return std::make_unique<HostFillScene>();
-    return std::make_unique<HostTurningScene>();
+    case HostSceneKind::Video:
+        return std::make_unique<HostVideoScene>();
+    default:
+        return std::make_unique<HostTurningScene>();
+    }
 }
 
 std::vector<Output> MakeOutputs(HostDevice& device, const std::vector<HostSource>& sources)
@@ -89,6 +96,21 @@ void PrintTable(const std::vector<Output>& outputs, const HostDelivery& delivery
     std::printf("\nThe pause is the driver's own 10 ms behind each flip; the times before it are without it.\n");
 }
 
+// Pictures that are missing although the client library had the frame.
+void PrintNotRecorded(const std::vector<Output>& outputs, const HostDelivery& delivery)
+{
+    for (const Output& output : outputs)
+    {
+        const TessloSampleCounters counters = delivery.Counters(output.m_SourceId).value_or(TessloSampleCounters{});
+        if (counters.Dropped != 0)
+            std::printf("Source %u: %u delivered frames were not recorded, because writing pictures took longer.\n",
+                output.m_SourceId, static_cast<UINT>(counters.Dropped));
+        if (counters.Failed != 0)
+            std::printf("Source %u: %u delivered frames could not be recorded.\n", output.m_SourceId,
+                static_cast<UINT>(counters.Failed));
+    }
+}
+
 // Everything that is made with the device is gone when it returns.
 std::vector<Output> ShowFrames(HostSession& session, const HostOptions& options)
 {
@@ -132,5 +154,6 @@ void HostRunProgram(const HostOptions& options)
     const std::vector<Output> outputs = ShowFrames(session, options);
     session.Close();
     PrintTable(outputs, session.Delivery());
+    PrintNotRecorded(outputs, session.Delivery());
     ReportViolations(session.Kernel());
 }

@@ -3,7 +3,17 @@
 
 #include "HostImage.h"
 
+#include <cstdio>
+#include <string>
+
 #include <gtest/gtest.h>
+
+inline std::string Hex(UINT color)
+{
+    char text[16];
+    std::snprintf(text, sizeof(text), "0x%06X", color);
+    return text;
+}
 
 inline testing::AssertionResult SamePixels(const HostImage& expected, const HostImage& actual)
 {
@@ -20,6 +30,6 @@ inline testing::AssertionResult SamePixels(const HostImage& expected, const Host
     if (count == 0)
         return testing::AssertionSuccess();
     return testing::AssertionFailure() << count << " pixels differ, the first at " << first % expected.m_Width << ","
-                                       << first / expected.m_Width << std::hex << ": expected 0x"
-                                       << expected.m_Pixels[first] << ", got 0x" << actual.m_Pixels[first];
+                                       << first / expected.m_Width << ": expected " << Hex(expected.m_Pixels[first])
+                                       << ", got " << Hex(actual.m_Pixels[first]);
 }

@@ -41,7 +41,7 @@ const BadInput kBadInputs[] = {
         "more than 6 sources"},
     {"RotationOfAnotherAngle", {"--rotation", "45"}, "--rotation 45: expected 0, 90, 180 or 270"},
     {"RotationWithoutSource", {"--rotation", "0", "--rotation", "90"}, "more --rotation than --source"},
-    {"SceneOfAnotherName", {"--scene", "still"}, "--scene still: expected turning or fill"},
+    {"SceneOfAnotherName", {"--scene", "still"}, "--scene still: expected turning, fill or video"},
     {"SceneWithoutSource", {"--scene", "fill", "--scene", "fill"}, "more --scene than --source"},
     {"FramesOfZero", {"--frames", "0"}, "--frames 0: expected 1 to 1000000"},
     {"FramesOfWords", {"--frames", "many"}, "--frames many: expected 1 to 1000000"},
@@ -86,7 +86,7 @@ TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
 TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
 {
     const HostOptions options = HostParseOptions({"--source", "640x480", "--source", "800x600", "--rotation", "180",
-        "--rotation", "270", "--scene", "fill", "--scene", "turning", "--frames", "7", "--every-frame", "--out",
+        "--rotation", "270", "--scene", "fill", "--scene", "video", "--frames", "7", "--every-frame", "--out",
         "B\xC3\xBC"
         "cher",
         "--trace", "0x201", "--client", "c.dll", "--driver", "d.dll"});
@@ -94,7 +94,7 @@ TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
     EXPECT_EQ(480u, options.m_Sources[0].m_Height);
     EXPECT_EQ(180u, options.m_Sources[0].m_Degrees);
     EXPECT_EQ(HostSceneKind::Fill, options.m_Sources[0].m_Scene);
-    EXPECT_EQ(HostSceneKind::Turning, options.m_Sources[1].m_Scene);
+    EXPECT_EQ(HostSceneKind::Video, options.m_Sources[1].m_Scene);
     EXPECT_EQ(800u, options.m_Sources[1].m_Width);
     EXPECT_EQ(270u, options.m_Sources[1].m_Degrees);
     EXPECT_EQ(7u, options.m_Frames);
