@@ -14,8 +14,10 @@ FakeDevice::~FakeDevice()
     DeleteLeaks();
 }
 
-void FakeDevice::InternalShare(HANDLE* pSharedHandle) const
+void FakeDevice::InternalShare(HANDLE* pSharedHandle)
 {
+    if (pSharedHandle)
+        m_hLastShared = *pSharedHandle;
     if (pSharedHandle && !*pSharedHandle)
         *pSharedHandle = m_hShared;
 }

@@ -33,6 +33,9 @@ public:
     /// What creating calls write to a shared handle that holds null; null at first.
     void SetSharedHandle(HANDLE hShared) { m_hShared = hShared; }
 
+    /// The shared handle that the newest creating call with one was given.
+    HANDLE LastSharedHandle() const { return m_hLastShared; }
+
     bool IsPart() const override { return true; }
 
     // Kinds of names: "surface", "texture", "cube", "vertexbuffer", "indexbuffer", "vertexshader", "pixelshader",
@@ -72,10 +75,11 @@ protected:
 
 private:
     HRESULT InternalMakeSurface(const D3DSURFACE_DESC& desc, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle);
-    void InternalShare(HANDLE* pSharedHandle) const;
+    void InternalShare(HANDLE* pSharedHandle);
 
     UINT m_Padding = 0;
     HANDLE m_hShared = nullptr;
+    HANDLE m_hLastShared = nullptr;
     std::array<IDirect3DSurface9*, kRenderTargetCount> m_RenderTargets{};
 };
 

@@ -18,6 +18,12 @@ std::vector<std::string> FakeObjects::LiveObjects() const
     return names;
 }
 
+void FakeObjects::RestartNames()
+{
+    std::lock_guard lock(m_Mutex);
+    m_Counts.clear();
+}
+
 std::string FakeObjects::NextName(const std::string& kind)
 {
     FailNthAllocation::Pause pause;

@@ -46,6 +46,9 @@ public:
         return *pObject;
     }
 
+    /// Counts the names of each kind from 1 again. Only while no object lives.
+    void RestartNames();
+
     /// For the fakes: the next name of a kind, counted from 1.
     std::string NextName(const std::string& kind);
     /// For the fakes: @param pInterface the address that calls name the object by.
