@@ -1,5 +1,6 @@
 #include "HostProgram.h"
 
+#include "HostCapabilities.h"
 #include "HostFillScene.h"
 #include "HostProgress.h"
 #include "HostSession.h"
@@ -151,6 +152,7 @@ void HostRunProgram(const HostOptions& options)
             trace.emplace(options.m_Output + L"\\trace.log");
     }
     HostSession session(options.m_Driver);
+    HostAskCapabilities(session.Adapter());
     const std::vector<Output> outputs = ShowFrames(session, options);
     session.Close();
     PrintTable(outputs, session.Delivery());
