@@ -1,4 +1,5 @@
-// The one video processor that the driver offers, the progressive one: fixed answers, one function a question.
+// The one video processor that the driver offers, the progressive one: fixed answers, one function of the family
+// UMDGetAdapterCapabilitiesDXVA a question.
 //
 // No input changes an answer; inputs are only traced and may be null.
 #pragma once
