@@ -7,6 +7,7 @@ namespace
 {
 
 volatile UINT_PTR s_Address = 8;
+volatile int s_Dividend = 42;
 volatile int s_Zero = 0;
 volatile int s_Sink;
 
@@ -19,7 +20,7 @@ void RaiseAccessViolation()
 
 void RaiseDivisionByZero()
 {
-    s_Sink = 1 / s_Zero;
+    s_Sink = s_Dividend / s_Zero;
 }
 
 void RaiseCode(DWORD code)

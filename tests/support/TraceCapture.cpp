@@ -63,9 +63,11 @@ LONG TraceCapture::InternalHandler(EXCEPTION_POINTERS* pPointers)
 
 void TraceCapture::InternalAdd(const std::string& message)
 {
-    const size_t end = message.starts_with("UMD: [") ? message.find("] ") : std::string::npos;
+    // Others print too: the test framework tells its failures this way.
+    if (!message.starts_with("UMD: ["))
+        return;
     std::lock_guard lock(m_Mutex);
-    m_Lines.push_back({end == std::string::npos ? message : message.substr(end + 2), GetCurrentThreadId()});
+    m_Lines.push_back({message.substr(message.find("] ") + 2), GetCurrentThreadId()});
 }
 
 std::vector<TraceCapture::Line> TraceCapture::ThreadLines() const
