@@ -1,0 +1,68 @@
+// Operations with a fixed answer.
+#include "DeviceObjects.h"
+
+namespace
+{
+class UMDDdiDeviceFixed : public DeviceObjects
+{
+};
+}  // namespace
+
+TEST_F(UMDDdiDeviceFixed, EveryOperation_Any_TracesItsEntryAndGivesItsAnswer)
+{
+    struct Row
+    {
+        const char* m_pName;
+        HRESULT m_Result;
+        std::function<HRESULT(UMDDdiDevice&)> m_Call;
+    };
+    const Row rows[] = {
+        {"UpdateWInfo", S_OK, [](UMDDdiDevice& device) { return device.UpdateWInfo(nullptr); }},
+        {"SetZRange", S_OK, [](UMDDdiDevice& device) { return device.SetZRange(nullptr); }},
+        {"SetStreamSourceFreq", S_OK, [](UMDDdiDevice& device) { return device.SetStreamSourceFreq(nullptr); }},
+        {"SetConvolutionKernelMono", S_OK,
+            [](UMDDdiDevice& device) { return device.SetConvolutionKernelMono(nullptr); }},
+        {"ComposeRects", S_OK, [](UMDDdiDevice& device) { return device.ComposeRects(nullptr); }},
+        {"MultiplyTransform", E_NOTIMPL, [](UMDDdiDevice& device) { return device.MultiplyTransform(nullptr); }},
+        {"SetMaterial", E_NOTIMPL, [](UMDDdiDevice& device) { return device.SetMaterial(nullptr); }},
+        {"SetLight", E_NOTIMPL, [](UMDDdiDevice& device) { return device.SetLight(nullptr, nullptr); }},
+        {"CreateLight", E_NOTIMPL, [](UMDDdiDevice& device) { return device.CreateLight(nullptr); }},
+        {"DestroyLight", E_NOTIMPL, [](UMDDdiDevice& device) { return device.DestroyLight(nullptr); }},
+        {"GetInfo", E_NOTIMPL, [](UMDDdiDevice& device) { return device.GetInfo(0, nullptr, 0); }},
+        {"GenerateMipSubLevels", E_NOTIMPL,
+            [](UMDDdiDevice& device) { return device.GenerateMipSubLevels(nullptr); }},
+        {"DepthFill", E_NOTIMPL, [](UMDDdiDevice& device) { return device.DepthFill(nullptr); }},
+        {"CreateFence", E_NOTIMPL, [](UMDDdiDevice& device) { return device.CreateFence(); }},
+        {"IssueQuery", E_NOTIMPL, [](UMDDdiDevice& device) { return device.IssueQuery(nullptr); }},
+        {"GetQueryData", E_NOTIMPL, [](UMDDdiDevice& device) { return device.GetQueryData(nullptr); }},
+        {"QueryResourceResidency", E_NOTIMPL,
+            [](UMDDdiDevice& device) { return device.QueryResourceResidency(nullptr); }},
+    };
+    for (const Row& row : rows)
+    {
+        m_Trace.Clear();
+        EXPECT_EQ(row.m_Result, row.m_Call(Device())) << row.m_pName;
+        EXPECT_EQ(Lines{std::string(">>> UMDDdiDevice::") + row.m_pName + "\n"}, Trace());
+    }
+    EXPECT_EQ(Lines{}, Calls());
+}
+
+TEST_F(UMDDdiDeviceFixed, CreateQuery_EveryType_IsRefusedForWantOfAFence)
+{
+    for (int type = 0; type < 20; ++type)
+    {
+        m_Trace.Clear();
+        D3DDDIARG_CREATEQUERY arg = {static_cast<D3DDDIQUERYTYPE>(type), this};
+        EXPECT_EQ(E_FAIL, UMDDdiCreateQuery(DeviceHandle(), &arg));
+        EXPECT_EQ(this, arg.hQuery) << "left alone";
+        EXPECT_EQ((Lines{"=> UMDDdiCreateQuery\n", ">>> UMDDdiDevice::CreateQuery\n", ">>> UMDDdiDevice::CreateFence\n"}),
+            Trace());
+    }
+}
+
+TEST_F(UMDDdiDeviceFixed, DeleteQuery_NullOrAllocated_AnswersOk)
+{
+    EXPECT_EQ(S_OK, UMDDdiDeleteQuery(DeviceHandle(), nullptr));
+    EXPECT_EQ(S_OK, UMDDdiDeleteQuery(DeviceHandle(), new UINT(0xDEADBEEF)));
+    EXPECT_EQ(2u, m_Trace.Count("<<< UMDDdiDevice::DeleteQuery\n"));
+}
