@@ -17,7 +17,8 @@ constexpr std::array<ScreenVertex, 6> kTriangles = {{{4, 4, 0, 1, 0xFFFF4040, 0,
     {10, 60, 0, 1, 0xFF40FF40, 0, 0}, {50, 4, 0, 1, 0xFF4040FF, 0, 0}, {92, 8, 0, 1, 0xFF40FFFF, 0, 0},
     {60, 60, 0, 1, 0xFFFF40FF, 0, 0}}};
 
-// The painters never live at once.
+// The painters never live at once, and the driver's comes last: Wine does not stand a device of one thread behind a
+// device of another that has gone.
 template <typename AnyPainter, typename Drawing>
 DifferentialPicture PictureOf(Drawing drawing, PainterSurface kind = PainterSurface::Target)
 {
@@ -102,7 +103,9 @@ TEST(DifferentialContract, DrawFromByte_UserMemory_OffsetIsNotApplied)
             painter.DrawFromByte(D3DPT_TRIANGLELIST, firstByte, 1);
         };
     };
-    ExpectFirstNotSecond("ByteOffset", Driver(drawing(3 * kStride)), Plain(drawing(0)), Plain(drawing(3 * kStride)));
+    const auto equal = Plain(drawing(0));
+    const auto other = Plain(drawing(3 * kStride));
+    ExpectFirstNotSecond("ByteOffset", Driver(drawing(3 * kStride)), equal, other);
 }
 
 TEST(DifferentialContract, DrawIndexedFromMemory_StartIndexOffset_IsNotApplied)
@@ -114,26 +117,15 @@ TEST(DifferentialContract, DrawIndexedFromMemory_StartIndexOffset_IsNotApplied)
             painter.DrawIndexedFromMemory(D3DPT_TRIANGLELIST, 0, 0, 6, 1, indices + first, 2);
         };
     };
+    const auto equal = Plain(drawing(0));
+    const auto other = Plain(drawing(3));
     const auto driver = Driver([&](DifferentialDriverPainter& painter, DifferentialCanvas&) {
         painter.SetStreamMemory(kTriangles.data(), kStride);
         const D3DDDIARG_DRAWINDEXEDPRIMITIVE2 arg = {D3DPT_TRIANGLELIST, 0, 0, 6, 3 * sizeof(UINT16), 1};
         EXPECT_EQ(S_OK,
             painter.Functions().pfnDrawIndexedPrimitive2(painter.Device(), &arg, sizeof(UINT16), indices, nullptr));
     });
-    ExpectFirstNotSecond("StartIndexOffset", driver, Plain(drawing(0)), Plain(drawing(3)));
-}
-
-TEST(DifferentialContract, Draw_SystemBufferBoundAtAnOffset_FailsAndDrawsNothing)
-{
-    const auto nothing = Plain([](Painter&, DifferentialCanvas&) {});
-    const auto driver = Driver([](DifferentialDriverPainter& painter, DifferentialCanvas&) {
-        const PainterHandle pBuffer = painter.CreateVertexBuffer(PainterMemory::System, BytesOf(kTriangles));
-        painter.SetStreamBuffer(*pBuffer, 3 * kStride, kStride);
-        const D3DDDIARG_DRAWPRIMITIVE arg = {D3DPT_TRIANGLELIST, 0, 1};
-        EXPECT_EQ(D3DERR_INVALIDCALL, painter.Functions().pfnDrawPrimitive(painter.Device(), &arg, nullptr))
-            << "the upload would end behind the buffer";
-    });
-    EXPECT_EQ("", DifferentialCompare("SystemBufferOffset", driver, nothing));
+    ExpectFirstNotSecond("StartIndexOffset", driver, equal, other);
 }
 
 TEST(DifferentialContract, SetPixelShader_NullHandle_ShaderStaysBound)
@@ -172,8 +164,9 @@ TEST(DifferentialContract, Blt_BetweenTexturesInVideoMemory_RectanglesAreIgnored
         };
     };
     const RECT from = {4, 4, 12, 12}, to = {10, 10, 30, 30};
-    ExpectFirstNotSecond("TextureRects", Driver(drawing(from, to)), Plain(drawing({0, 0, 32, 16}, kAll)),
-        Plain(drawing(from, to)));
+    const auto equal = Plain(drawing({0, 0, 32, 16}, kAll));
+    const auto other = Plain(drawing(from, to));
+    ExpectFirstNotSecond("TextureRects", Driver(drawing(from, to)), equal, other);
 }
 
 TEST(DifferentialContract, Blt_SystemMemoryOfAnotherFormat_IsDroppedWithSuccess)
