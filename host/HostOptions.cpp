@@ -114,6 +114,8 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
            "--scene", texts.m_Scenes, "What the source in the same place shows: turning, fill or video (turning)")
         ->type_name("NAME")
         ->allow_extra_args(false);
+    // Where one value is wanted, the last one given wins: a script's own stand before those of its user.
+    app.option_defaults()->take_last();
     app.add_option("--frames", frames, "Frames for each source (120)")->type_name("N");
     app.add_flag("--every-frame", options.m_bEveryFrame,
         "Present the next frame of a source when the client library has the one before");

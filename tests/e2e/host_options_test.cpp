@@ -105,6 +105,11 @@ TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
     EXPECT_EQ(L"d.dll", options.m_Driver.m_Path);
 }
 
+TEST(HostOptions, Parse_OneValueGivenTwice_TheLastWins)
+{
+    EXPECT_EQ(9u, HostParseOptions({"--frames", "5", "--frames", "9"}).m_Frames);
+}
+
 TEST(HostOptions, Parse_Help_NamesEveryOption)
 {
     try
