@@ -1,0 +1,109 @@
+// Pixels through textures and surfaces of the built driver on a real Direct3D 9Ex device: from the runtime's memory
+// into video memory and back.
+#include "DriverDll.h"
+#include "RegistryOverride.h"
+
+#include <d3d9.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace tesslo::test;
+
+namespace
+{
+struct Format
+{
+    D3DDDIFORMAT Value;
+    UINT BytesPerPixel;
+};
+
+class ResourcesPixelsTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_EQ(m_Driver.OpenAdapter(m_Kernel), S_OK);
+        ASSERT_EQ(m_Driver.CreateDevice(m_Kernel), S_OK);
+    }
+
+    void TearDown() override
+    {
+        for (HANDLE hResource : m_Resources)
+            EXPECT_EQ(m_Driver.m_DeviceFuncs.pfnDestroyResource(m_Driver.m_hDevice, hResource), E_FAIL);
+        EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
+    }
+
+    HANDLE Create(UINT flags, D3DDDI_POOL pool, D3DDDIFORMAT format, std::vector<D3DDDI_SURFACEINFO> surfaces)
+    {
+        D3DDDIARG_CREATERESOURCE create = {};
+        create.Format = format;
+        create.Pool = pool;
+        create.pSurfList = surfaces.data();
+        create.SurfCount = static_cast<UINT>(surfaces.size());
+        create.Flags.Value = flags;
+        create.Rotation = D3DDDI_ROTATION_IDENTITY;
+        EXPECT_EQ(m_Driver.m_DeviceFuncs.pfnCreateResource(m_Driver.m_hDevice, &create), S_OK);
+        m_Resources.push_back(create.hResource);
+        return create.hResource;
+    }
+
+    HRESULT Blt(HANDLE hSource, HANDLE hDestination, const RECT& rect)
+    {
+        D3DDDIARG_BLT blt = {};
+        blt.hSrcResource = hSource;
+        blt.SrcRect = rect;
+        blt.hDstResource = hDestination;
+        blt.DstRect = rect;
+        return m_Driver.m_DeviceFuncs.pfnBlt(m_Driver.m_hDevice, &blt);
+    }
+
+    RegistryOverride m_Registry;
+    FakeKernel m_Kernel;
+    DriverDll m_Driver;
+    std::vector<HANDLE> m_Resources;
+};
+
+constexpr UINT kFlagRenderTarget = 0x1;
+constexpr UINT kFlagTexture = 0x10000;
+}
+
+TEST_F(ResourcesPixelsTest, TexBlt_OddSizesFormatsAndPadding_PixelsComeBack)
+{
+    const Format formats[] = {{D3DDDIFMT_A8R8G8B8, 4}, {D3DDDIFMT_R5G6B5, 2}, {D3DDDIFMT_L8, 1}};
+    constexpr UINT kWidth = 13, kHeight = 7;
+    const RECT whole = {0, 0, kWidth, kHeight};
+    for (const Format& format : formats)
+    {
+        const UINT pitch = kWidth * format.BytesPerPixel + 7;
+        std::vector<BYTE> memory(size_t{pitch} * kHeight);
+        for (size_t i = 0; i < memory.size(); i++)
+            memory[i] = static_cast<BYTE>(i * 11 + 3);
+        const D3DDDI_SURFACEINFO size = {kWidth, kHeight, 0, nullptr, 0, 0};
+        const D3DDDI_SURFACEINFO withMemory = {kWidth, kHeight, 0, memory.data(), pitch, 0};
+        HANDLE hSystem = Create(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format.Value, {withMemory});
+        HANDLE hVideo = Create(kFlagTexture, D3DDDIPOOL_LOCALVIDMEM, format.Value, {size});
+        HANDLE hTarget = Create(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, format.Value, {size});
+        HANDLE hCopy = Create(0, D3DDDIPOOL_SYSTEMMEM, format.Value, {size});
+
+        D3DDDIARG_TEXBLT texBlt = {};
+        texBlt.hSrcResource = hSystem;
+        texBlt.hDstResource = hVideo;
+        texBlt.SrcRect = whole;
+        ASSERT_EQ(m_Driver.m_DeviceFuncs.pfnTexBlt(m_Driver.m_hDevice, &texBlt), S_OK);
+        ASSERT_EQ(Blt(hVideo, hTarget, whole), S_OK);
+        ASSERT_EQ(Blt(hTarget, hCopy, whole), S_OK);
+
+        D3DDDIARG_LOCK lock = {};
+        lock.hResource = hCopy;
+        ASSERT_EQ(m_Driver.m_DeviceFuncs.pfnLock(m_Driver.m_hDevice, &lock), S_OK);
+        ASSERT_NE(lock.pSurfData, nullptr);
+        for (UINT y = 0; y < kHeight; y++)
+            for (UINT x = 0; x < kWidth * format.BytesPerPixel; x++)
+                ASSERT_EQ(static_cast<const BYTE*>(lock.pSurfData)[y * lock.Pitch + x], memory[y * pitch + x])
+                    << "format " << format.Value << " row " << y << " byte " << x;
+        D3DDDIARG_UNLOCK unlock = {};
+        unlock.hResource = hCopy;
+        EXPECT_EQ(m_Driver.m_DeviceFuncs.pfnUnlock(m_Driver.m_hDevice, &unlock), S_OK);
+    }
+}
