@@ -107,7 +107,7 @@ DWORD WINAPI GatedMsgWait(DWORD count, const HANDLE* pHandles, DWORD millisecond
 {
     g_WaitMask = mask;
     g_WaitTime = milliseconds;
-    SetEvent(g_hAtWait);
+    ReleaseSemaphore(g_hAtWait, 1, nullptr);
     WaitForSingleObject(g_hGoOn, INFINITE);
     return g_pMsgWait(count, pHandles, milliseconds, mask, flags);
 }
@@ -409,7 +409,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_ExecuteEventSet_EndsAsAnExitRequestDoes)
 
 TEST_F(UMDThreadGpuD3D9Test, Run_BurstOfMessages_TakesOneAWakeUpUntilAllAreDone)
 {
-    g_hAtWait = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    g_hAtWait = CreateSemaphoreW(nullptr, 0, 1000, nullptr);
     g_hGoOn = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     Patched wait("user32.dll", "MsgWaitForMultipleObjectsEx", GatedMsgWait, &g_pMsgWait);
     UMDThreadGpuD3D9 thread;
@@ -443,7 +443,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_BurstOfMessages_TakesOneAWakeUpUntilAllAreDone)
 
 TEST_F(UMDThreadGpuD3D9Test, Run_ExitRequestedBehindABurst_ComesFirst)
 {
-    g_hAtWait = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    g_hAtWait = CreateSemaphoreW(nullptr, 0, 1000, nullptr);
     g_hGoOn = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     Patched wait("user32.dll", "MsgWaitForMultipleObjectsEx", GatedMsgWait, &g_pMsgWait);
     UMDThreadGpuD3D9 thread;
@@ -463,7 +463,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_ExitRequestedBehindABurst_ComesFirst)
 
 TEST_F(UMDThreadGpuD3D9Test, Run_QuitMessage_IsOneOfManyAndEndsNothing)
 {
-    g_hAtWait = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    g_hAtWait = CreateSemaphoreW(nullptr, 0, 1000, nullptr);
     g_hGoOn = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     Patched wait("user32.dll", "MsgWaitForMultipleObjectsEx", GatedMsgWait, &g_pMsgWait);
     UMDThreadGpuD3D9 thread;
