@@ -1,6 +1,20 @@
 #include "output/UMDImgProc.h"
 
+#include "output/UMDImgProcWalks.h"
+
+#include <cstdint>
 #include <cstring>
+
+namespace
+{
+void CopyBlock(BYTE* pDst, const BYTE* pSrc, UINT bytes)
+{
+    if (bytes < UMD_IMGPROC_STREAM_BYTES || reinterpret_cast<std::uintptr_t>(pDst) % 4 != 0 || bytes % 4 != 0)
+        std::memcpy(pDst, pSrc, bytes);
+    else
+        UMDImgProcStream(pDst, pSrc, bytes / 4);
+}
+} // namespace
 
 HRESULT UMDImgProcCopy(
     BYTE* pDst, UINT dstPitch, const BYTE* pSrc, UINT srcPitch, UINT width, UINT height, UINT bytesPerPixel)
@@ -9,7 +23,7 @@ HRESULT UMDImgProcCopy(
     if (srcPitch == rowBytes)
     {
         // Callers rely on the block: a packed source lands packed, whatever the destination's pitch.
-        std::memcpy(pDst, pSrc, height * srcPitch);
+        CopyBlock(pDst, pSrc, height * srcPitch);
         return S_OK;
     }
     for (UINT y = 0; y < height; ++y)
