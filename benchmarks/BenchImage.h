@@ -1,0 +1,6 @@
+// Copies and rotations of whole frames beside memcpy, a plain vector loop and a plain pixel loop.
+#pragma once
+
+#include "BenchReport.h"
+
+void BenchImage(BenchReport& report);

@@ -1,0 +1,42 @@
+// Measures the driver and prints what it should cost beside what it costs.
+#include "BenchDevice.h"
+#include "BenchImage.h"
+#include "BenchOptions.h"
+#include "HostError.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    BenchOptions options;
+    CLI::App app("Measures the driver: medians of interleaved runs, each beside what it is compared with.");
+    app.add_option("--filter", options.Filter, "Measure only rows whose name contains this text");
+    app.add_option("--json", options.Json, "Write the table to this file, too");
+    CLI11_PARSE(app, argc, argv);
+
+    BenchReport report(options.Filter);
+    try
+    {
+        BenchImage(report);
+        BenchDevice(report);
+    }
+    catch (const HostError& error)
+    {
+        std::fprintf(stderr, "tesslo_bench: %s\n", error.what());
+        return 1;
+    }
+    if (report.Rows().empty())
+    {
+        std::fprintf(stderr, "tesslo_bench: no row has '%s' in its name\n", options.Filter.c_str());
+        return 1;
+    }
+    report.PrintSummary();
+    if (!options.Json.empty() && !report.WriteJson(options.Json))
+    {
+        std::fprintf(stderr, "tesslo_bench: cannot write %s\n", options.Json.c_str());
+        return 1;
+    }
+    return 0;
+}
