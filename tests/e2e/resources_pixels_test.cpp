@@ -6,6 +6,7 @@
 #include <d3d9.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <vector>
 
 using namespace tesslo::test;
@@ -23,14 +24,19 @@ class ResourcesPixelsTest : public testing::Test
 protected:
     void SetUp() override
     {
-        ASSERT_EQ(m_Driver.OpenAdapter(m_Kernel), S_OK);
-        ASSERT_EQ(m_Driver.CreateDevice(m_Kernel), S_OK);
+        {
+            // Only while it loads: the real device needs the real registry.
+            const RegistryOverride registry;
+            m_pDriver = std::make_unique<DriverDll>();
+        }
+        ASSERT_EQ(m_pDriver->OpenAdapter(m_Kernel), S_OK);
+        ASSERT_EQ(m_pDriver->CreateDevice(m_Kernel), S_OK);
     }
 
     void TearDown() override
     {
         for (HANDLE hResource : m_Resources)
-            EXPECT_EQ(m_Driver.m_DeviceFuncs.pfnDestroyResource(m_Driver.m_hDevice, hResource), E_FAIL);
+            EXPECT_EQ(m_pDriver->m_DeviceFuncs.pfnDestroyResource(m_pDriver->m_hDevice, hResource), E_FAIL);
         EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
     }
 
@@ -43,7 +49,7 @@ protected:
         create.SurfCount = static_cast<UINT>(surfaces.size());
         create.Flags.Value = flags;
         create.Rotation = D3DDDI_ROTATION_IDENTITY;
-        EXPECT_EQ(m_Driver.m_DeviceFuncs.pfnCreateResource(m_Driver.m_hDevice, &create), S_OK);
+        EXPECT_EQ(m_pDriver->m_DeviceFuncs.pfnCreateResource(m_pDriver->m_hDevice, &create), S_OK);
         m_Resources.push_back(create.hResource);
         return create.hResource;
     }
@@ -55,12 +61,11 @@ protected:
         blt.SrcRect = rect;
         blt.hDstResource = hDestination;
         blt.DstRect = rect;
-        return m_Driver.m_DeviceFuncs.pfnBlt(m_Driver.m_hDevice, &blt);
+        return m_pDriver->m_DeviceFuncs.pfnBlt(m_pDriver->m_hDevice, &blt);
     }
 
-    RegistryOverride m_Registry;
     FakeKernel m_Kernel;
-    DriverDll m_Driver;
+    std::unique_ptr<DriverDll> m_pDriver;
     std::vector<HANDLE> m_Resources;
 };
 
@@ -90,13 +95,13 @@ TEST_F(ResourcesPixelsTest, TexBlt_OddSizesFormatsAndPadding_PixelsComeBack)
         texBlt.hSrcResource = hSystem;
         texBlt.hDstResource = hVideo;
         texBlt.SrcRect = whole;
-        ASSERT_EQ(m_Driver.m_DeviceFuncs.pfnTexBlt(m_Driver.m_hDevice, &texBlt), S_OK);
+        ASSERT_EQ(m_pDriver->m_DeviceFuncs.pfnTexBlt(m_pDriver->m_hDevice, &texBlt), S_OK);
         ASSERT_EQ(Blt(hVideo, hTarget, whole), S_OK);
         ASSERT_EQ(Blt(hTarget, hCopy, whole), S_OK);
 
         D3DDDIARG_LOCK lock = {};
         lock.hResource = hCopy;
-        ASSERT_EQ(m_Driver.m_DeviceFuncs.pfnLock(m_Driver.m_hDevice, &lock), S_OK);
+        ASSERT_EQ(m_pDriver->m_DeviceFuncs.pfnLock(m_pDriver->m_hDevice, &lock), S_OK);
         ASSERT_NE(lock.pSurfData, nullptr);
         for (UINT y = 0; y < kHeight; y++)
             for (UINT x = 0; x < kWidth * format.BytesPerPixel; x++)
@@ -104,6 +109,6 @@ TEST_F(ResourcesPixelsTest, TexBlt_OddSizesFormatsAndPadding_PixelsComeBack)
                     << "format " << format.Value << " row " << y << " byte " << x;
         D3DDDIARG_UNLOCK unlock = {};
         unlock.hResource = hCopy;
-        EXPECT_EQ(m_Driver.m_DeviceFuncs.pfnUnlock(m_Driver.m_hDevice, &unlock), S_OK);
+        EXPECT_EQ(m_pDriver->m_DeviceFuncs.pfnUnlock(m_pDriver->m_hDevice, &unlock), S_OK);
     }
 }
