@@ -1,0 +1,48 @@
+// Resources and shaders while there is no delegated device: refused, each with its line, and nothing left behind.
+#include "ResourceFixture.h"
+
+#include "resources/UMDShaderPixel.h"
+#include "resources/UMDShaderVertex.h"
+
+using namespace tesslo::test;
+using Lines = std::vector<std::string>;
+
+namespace
+{
+class UMDResourceNoDeviceTest : public ResourceFixture
+{
+protected:
+    void PrepareStart() override { m_Factory.m_hCreateResult = kRefused; }
+};
+}
+
+TEST_F(UMDResourceNoDeviceTest, Create_EveryClass_IsRefusedWithItsLine)
+{
+    const struct
+    {
+        UINT Flags;
+        const char* pClass;
+    } rows[] = {{kFlagVertexBuffer, "UMDRscVertexBuffer"}, {kFlagIndexBuffer, "UMDRscIndexBuffer"},
+        {kFlagZBuffer, "UMDRscZBuffer"}, {kFlagCubeMap, "UMDRscCubeTexture"}, {kFlagTexture, "UMDRscTexture"},
+        {kFlagRenderTarget, "UMDRscSurface"}, {0, "UMDRscSurface"}};
+    for (const auto& row : rows)
+    {
+        CreateRequest request(row.Flags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 16, 16);
+        EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(UMDDdiCreateResource(DeviceHandle(), &request.m_Arg), E_FAIL); }),
+            Lines{std::string(row.pClass) + "::Create failed! m_pDeviceDelegated = NULL\n"});
+        EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
+    }
+}
+
+TEST_F(UMDResourceNoDeviceTest, ShaderCreate_BothClasses_IsRefusedWithItsLine)
+{
+    const UINT code[] = {0xFFFF0200, 0x0000FFFF};
+    UMDShaderPixel pixel(&Device());
+    UMDShaderVertex vertex(&Device());
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pixel.Create(code), E_FAIL); }),
+        Lines{"UMDShaderPixel::Create failed! m_pDeviceDelegated = NULL\n"});
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(vertex.Create(code), E_FAIL); }),
+        Lines{"UMDShaderVertex::Create failed! m_pDeviceDelegated = NULL\n"});
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(vertex.CreateDecl(nullptr), E_FAIL); }),
+        Lines{"UMDShaderVertex::CreateDecl failed! m_pDeviceDelegated = NULL\n"});
+}
