@@ -371,7 +371,8 @@ DifferentialPicture DifferentialPlainPainter::ReadBack(PainterObject& object)
     Object& surface = Object::Of(object);
     if (surface.m_Desc.Pool == D3DPOOL_SYSTEMMEM)
         return ReadSurface(surface.m_pSurface.Get(), surface.m_Desc);
-    const PainterHandle pCopy = CreateMemorySurface({surface.m_Desc.Width, surface.m_Desc.Height, surface.m_Desc.Format});
+    const PainterHandle pCopy =
+        CreateMemorySurface({surface.m_Desc.Width, surface.m_Desc.Height, surface.m_Desc.Format});
     CALL(m_pDevice, GetRenderTargetData, surface.m_pSurface.Get(), Object::Of(*pCopy).m_pSurface.Get());
     return ReadSurface(Object::Of(*pCopy).m_pSurface.Get(), surface.m_Desc);
 }

@@ -80,8 +80,8 @@ void AddPlainDraws(std::vector<DifferentialScene>& scenes, Source source)
     // From memory the byte offset is not applied, so there it stays 0.
     const UINT firstByte = source == Source::Memory ? 0 : kLead * kStride;
     scenes.push_back({"DrawFromByte_" + name, [source, firstByte](Painter& painter) {
-        EachType(
-            painter, source, [&](const TypeCount& type) { painter.DrawFromByte(type.m_Type, firstByte, type.m_Count); });
+        EachType(painter, source,
+            [&](const TypeCount& type) { painter.DrawFromByte(type.m_Type, firstByte, type.m_Count); });
     }});
 }
 

@@ -40,8 +40,8 @@ DifferentialPicture Driver(Drawing drawing)
     return PictureOf<DifferentialDriverPainter>(drawing);
 }
 
-void ExpectFirstNotSecond(
-    const char* pName, const DifferentialPicture& driver, const DifferentialPicture& equal, const DifferentialPicture& other)
+void ExpectFirstNotSecond(const char* pName, const DifferentialPicture& driver, const DifferentialPicture& equal,
+    const DifferentialPicture& other)
 {
     EXPECT_EQ("", DifferentialCompare(pName, driver, equal));
     EXPECT_FALSE(equal == other) << "the two plain pictures must differ";

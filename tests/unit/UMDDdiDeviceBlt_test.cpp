@@ -131,7 +131,8 @@ TEST_F(UMDDdiDeviceBlt, TexBlt_SystemToVideo_UpdatesTheRectangleAtThePoint)
     const HANDLE hFrom = CreateResource({.Texture = 1}, D3DDDIPOOL_SYSTEMMEM, pixels.data());
     const HANDLE hTo = CreateTexture();
     EXPECT_EQ(S_OK, TexBlt(hFrom, hTo));
-    EXPECT_EQ(Lines{"UpdateSurface(texture#1[0], 1,2,5,6, texture#2[0], 7,1)"}, m_Fake.LinesContaining("UpdateSurface"));
+    EXPECT_EQ(
+        Lines{"UpdateSurface(texture#1[0], 1,2,5,6, texture#2[0], 7,1)"}, m_Fake.LinesContaining("UpdateSurface"));
     EXPECT_EQ(1u, m_Trace.Count("<<< UMDDdiDevice::TexBlt\n"));
 }
 
@@ -177,7 +178,8 @@ TEST_F(UMDDdiDeviceBlt, ColorFill_SurfaceAndTexture_FillsTheFirstSurface)
         (Lines{"ColorFill(surface#1, 1,2,3,4, 0x80102030)", "ColorFill(texture#1[0], 1,2,3,4, 0x80102030)"}), Calls());
     char entry[140];
     snprintf(entry, sizeof(entry),
-        "=> UMDDdiColorFill hResource:0x%x SubResourceIndex:0x3 Color:0x80102030 l:1 r:3  t:2 b:4\n", UMDLow32(hTarget));
+        "=> UMDDdiColorFill hResource:0x%x SubResourceIndex:0x3 Color:0x80102030 l:1 r:3  t:2 b:4\n",
+        UMDLow32(hTarget));
     EXPECT_EQ(1u, m_Trace.Count(entry));
 }
 

@@ -55,7 +55,8 @@ TEST_F(UMDDdiDeviceFixed, CreateQuery_EveryType_IsRefusedForWantOfAFence)
         D3DDDIARG_CREATEQUERY arg = {static_cast<D3DDDIQUERYTYPE>(type), this};
         EXPECT_EQ(E_FAIL, UMDDdiCreateQuery(DeviceHandle(), &arg));
         EXPECT_EQ(this, arg.hQuery) << "left alone";
-        EXPECT_EQ((Lines{"=> UMDDdiCreateQuery\n", ">>> UMDDdiDevice::CreateQuery\n", ">>> UMDDdiDevice::CreateFence\n"}),
+        EXPECT_EQ((Lines{"=> UMDDdiCreateQuery\n", ">>> UMDDdiDevice::CreateQuery\n",
+                      ">>> UMDDdiDevice::CreateFence\n"}),
             Trace());
     }
 }

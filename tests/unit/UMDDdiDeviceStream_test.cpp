@@ -122,6 +122,7 @@ TEST_F(UMDDdiDeviceStream, SetIndices_NullRecordOrNullBuffer_IsAcceptedWithoutAC
         Trace());
     EXPECT_EQ(S_OK, SetIndices(nullptr));
     EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(Lines{}, m_Trace.LinesContaining("Exception in"));
 }
 
 TEST_F(UMDDdiDeviceStream, SetIndices_BufferWithoutDelegatedBuffer_IsAcceptedAndTold)
