@@ -104,7 +104,7 @@ TEST_F(UMDDdiDestroyResourceTest, BoundVertexBuffer_IsUnboundSoThatNoDrawReadsIt
     D3DDDIARG_DRAWPRIMITIVE draw = {};
     draw.PrimitiveType = D3DPT_TRIANGLELIST;
     draw.PrimitiveCount = 1;
-    UMDDdiDrawPrimitive(DeviceHandle(), &draw, nullptr);
-    EXPECT_EQ(m_Fake.LinesContaining("vertexbuffer"), Lines{});
-    EXPECT_EQ(m_Fake.LinesContaining("DrawPrimitive"), Lines{});
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(UMDDdiDrawPrimitive(DeviceHandle(), &draw, nullptr), E_FAIL); }),
+        Lines{"UMDDdiDevice::DrawPrimitive failed! stream 0 is not set\n"});
+    EXPECT_EQ(DeviceLines(), Lines{});
 }
