@@ -1,4 +1,4 @@
-// Gives this process an HKEY_LOCAL_MACHINE of its own, empty and volatile, so that tests change nobody's registry.
+// Gives this process an HKEY_LOCAL_MACHINE of its own, empty, so that tests change nobody's registry.
 #pragma once
 
 #include <windows.h>

@@ -1,135 +1,126 @@
-// What the facility prints when the loader calls, and the names of exceptions.
+// The loader's notifications: reading the mask, banner, reasons.
+#include "util/UMDUtilDebugTrace.h"
+#include "util/UMDVersion.h"
+
+#include "ImportPatch.h"
 #include "RegistryOverride.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
 
-#include "util/UMDUtilDebugTrace.h"
-
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <regex>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-namespace tesslo::test
-{
 namespace
 {
-constexpr const char kSeparator[] = " -----------------------------------------------\n";
+using tesslo::test::ImportPatch;
+using tesslo::test::RegistryOverride;
+using tesslo::test::TraceCapture;
+using tesslo::test::TraceMask;
 
-TEST(DebugTraceDllMain, Attach_NoMaskInTheRegistry_PrintsNothingAtAll)
+constexpr wchar_t kServiceKey[] = L"System\\CurrentControlSet\\Services\\TessloWddmKmode";
+
+void WINAPI AnswerMarch(SYSTEMTIME* pTime)
 {
-    const RegistryOverride registry;
-    const TraceMask mask(0);
-    const TraceCapture trace;
-    for (DWORD reason : {1, 2, 3, 0, 9})
-        UMDUtilDebugTraceDllMainReason(reason);
-    EXPECT_EQ(g_DebugLevelUMD, 0u);
-    EXPECT_THAT(trace.Lines(), IsEmpty());
+    *pTime = {};
+    pTime->wYear = 2012;
+    pTime->wMonth = 3;
+    pTime->wDay = 5;
+    pTime->wHour = 9;
+    pTime->wMinute = 7;
+    pTime->wSecond = 3;
 }
 
-TEST(DebugTraceDllMain, Attach_MaskInTheRegistry_IsTakenAndTheBannerPrints)
+class UMDUtilDebugTraceDllMainTest : public testing::Test
 {
-    RegistryOverride registry;
-    registry.SetTraceMask(0x2);
-    const TraceMask mask(0);
-    const TraceCapture trace;
-    UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
-    EXPECT_EQ(g_DebugLevelUMD, 0x2u);
-    const std::vector<std::string> lines = trace.Lines();
-    ASSERT_EQ(lines.size(), 12u); // five of them the logo
-    EXPECT_EQ(lines[5], "\n");
-    EXPECT_EQ(lines[6], kSeparator);
-    EXPECT_EQ(lines[7], "| Tesslo WDDM Umode DllMain\n");
-    EXPECT_TRUE(std::regex_match(lines[8], std::regex("\\| Build: [A-Z][a-z]{2} [ 1-3]\\d \\d{4} \\d\\d:\\d\\d:\\d\\d\n")))
-        << lines[8];
-    EXPECT_EQ(lines[10], kSeparator);
-    EXPECT_EQ(lines[11], "DLL_PROCESS_ATTACH\n");
-}
+protected:
+    void SetValue(DWORD type, const void* pData, DWORD size)
+    {
+        ASSERT_EQ(ERROR_SUCCESS, RegSetKeyValueW(HKEY_LOCAL_MACHINE, kServiceKey, L"DebugLevelUMD", type, pData, size));
+    }
 
-TEST(DebugTraceDllMain, Attach_CallLine_HasTheMonthBeforeTheDay)
-{
-    RegistryOverride registry;
-    registry.SetTraceMask(0x1);
-    const TraceMask mask(0);
-    const TraceCapture trace;
-    SYSTEMTIME before = {};
-    GetLocalTime(&before);
-    UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
-    int month = 0, day = 0, year = 0, hour = 0, minute = 0, second = 0;
-    ASSERT_EQ(trace.LinesContaining("| Call:").size(), 1u);
-    const std::string line = trace.LinesContaining("| Call:")[0];
-    EXPECT_TRUE(std::regex_match(line, std::regex("\\| Call:  \\d\\d\\.\\d\\d\\. \\d+  \\d\\d:\\d\\d:\\d\\d\n")))
-        << line;
-    ASSERT_EQ(sscanf_s(line.c_str(), "| Call:  %d.%d. %d  %d:%d:%d", &month, &day, &year, &hour, &minute, &second), 6);
-    EXPECT_EQ(year, before.wYear);
-    EXPECT_EQ(month, before.wMonth);
-    EXPECT_EQ(day, before.wDay);
-}
-
-TEST(DebugTraceDllMain, OtherReasons_AnyMask_PrintTheirName)
-{
-    const TraceMask mask(0x40);
-    const TraceCapture trace;
-    UMDUtilDebugTraceDllMainReason(DLL_THREAD_ATTACH);
-    UMDUtilDebugTraceDllMainReason(DLL_THREAD_DETACH);
-    UMDUtilDebugTraceDllMainReason(DLL_PROCESS_DETACH);
-    UMDUtilDebugTraceDllMainReason(17);
-    EXPECT_THAT(trace.Lines(),
-        ElementsAre("DLL_THREAD_ATTACH\n", "DLL_THREAD_DETACH\n", "DLL_PROCESS_DETACH\n",
-            "DllMain unknown reason! 17\n"));
-}
-
-struct ExceptionCase
-{
-    DWORD Code;
-    const char* pLine;
+    RegistryOverride m_Registry;
+    TraceMask m_Mask{0};
+    TraceCapture m_Trace;
+    ImportPatch m_Time{nullptr, "kernel32.dll", "GetLocalTime", reinterpret_cast<void*>(AnswerMarch)};
 };
 
-TEST(DebugTraceException, EveryCode_PrintsItsNameAndTakesTheHandler)
+TEST_F(UMDUtilDebugTraceDllMainTest, Attach_NoValue_PrintsNothingAndKeepsTracingOff)
 {
-    constexpr ExceptionCase kCases[] = {
-        {0xC0000005, "EXCEPTION_ACCESS_VIOLATION\n"},
-        {0xC000008C, "EXCEPTION_ARRAY_BOUNDS_EXCEEDED\n"},
-        {0x80000003, "EXCEPTION_BREAKPOINT\n"},
-        {0x80000002, "EXCEPTION_DATATYPE_MISALIGNMENT\n"},
-        {0xC000008D, "EXCEPTION_FLT_DENORMAL_OPERAND\n"},
-        {0xC000008E, "EXCEPTION_FLT_DIVIDE_BY_ZERO\n"},
-        {0xC000008F, "EXCEPTION_FLT_INEXACT_RESULT\n"},
-        {0xC0000090, "STATUS_FLOAT_INVALID_OPERATION\n"},
-        {0xC0000091, "EXCEPTION_FLT_OVERFLOW\n"},
-        {0xC0000092, "EXCEPTION_FLT_STACK_CHECK\n"},
-        {0xC0000093, "EXCEPTION_FLT_UNDERFLOW\n"},
-        {0x80000001, "EXCEPTION_GUARD_PAGE\n"},
-        {0xC000001D, "EXCEPTION_ILLEGAL_INSTRUCTION\n"},
-        {0xC0000094, "EXCEPTION_INT_DIVIDE_BY_ZERO\n"},
-        {0xC0000095, "EXCEPTION_INT_OVERFLOW\n"},
-        {0xC0000026, "EXCEPTION_INVALID_DISPOSITION\n"},
-        {0xC0000008, "EXCEPTION_INVALID_HANDLE\n"},
-        {0xC0000025, "EXCEPTION_NONCONTINUABLE_EXCEPTION\n"},
-        {0xC0000096, "EXCEPTION_PRIV_INSTRUCTION\n"},
-        {0x80000004, "EXCEPTION_SINGLE_STEP\n"},
-        {0xC00000FD, "EXCEPTION_STACK_OVERFLOW\n"},
-        {0x80000029, "STATUS_UNWIND_CONSOLIDATE\n"},
-        {0xE06D7363, "EXCEPTION_XXX -529697949 unknown\n"},
-        {0, "EXCEPTION_XXX 0 unknown\n"},
-    };
-    const TraceMask mask(UMDTRACE_ERROR);
-    for (const ExceptionCase& c : kCases)
+    UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
+    EXPECT_EQ(0u, g_DebugLevelUMD);
+    EXPECT_TRUE(m_Trace.Lines().empty());
+}
+
+TEST_F(UMDUtilDebugTraceDllMainTest, Attach_ValueZero_PrintsNothing)
+{
+    m_Registry.SetTraceMask(0);
+    UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
+    EXPECT_TRUE(m_Trace.Lines().empty());
+}
+
+TEST_F(UMDUtilDebugTraceDllMainTest, Attach_ValueLongerThanTheMask_KeepsTracingOff)
+{
+    const ULONGLONG value = 0x1;
+    SetValue(REG_QWORD, &value, sizeof(value));
+    UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
+    EXPECT_EQ(0u, g_DebugLevelUMD);
+    EXPECT_TRUE(m_Trace.Lines().empty());
+}
+
+TEST_F(UMDUtilDebugTraceDllMainTest, Attach_AnyMask_PrintsTheBannerLineByLine)
+{
+    m_Registry.SetTraceMask(0x40000000);
+    UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
+    EXPECT_EQ(0x40000000u, g_DebugLevelUMD);
+    const std::vector<std::string> lines = m_Trace.Lines();
+    ASSERT_EQ(12u, lines.size());
+    EXPECT_NE(std::string::npos, lines[4].find(UMD_VERSION_TEXT)) << "the logo names the version";
+    EXPECT_EQ("\n", lines[5]);
+    EXPECT_EQ(" -----------------------------------------------\n", lines[6]);
+    EXPECT_EQ("| Tesslo WDDM Umode DllMain\n", lines[7]);
+    EXPECT_TRUE(std::regex_match(
+        lines[8], std::regex("\\| Build: [A-Z][a-z]{2} [ 1-3][0-9] 20[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\n")))
+        << lines[8];
+    EXPECT_EQ("| Call:  03.05. 2012  09:07:03\n", lines[9]);
+    EXPECT_EQ(" -----------------------------------------------\n", lines[10]);
+    EXPECT_EQ("DLL_PROCESS_ATTACH\n", lines[11]);
+}
+
+TEST_F(UMDUtilDebugTraceDllMainTest, Version_InTheBuild_HasTwoDigitsInItsThirdPart)
+{
+    EXPECT_TRUE(std::regex_match(UMD_VERSION_TEXT, std::regex("[0-9]+\\.[0-9]+\\.[0-9]{2}\\.[0-9]{4}")));
+}
+
+TEST_F(UMDUtilDebugTraceDllMainTest, Reason_OtherThanAttach_PrintsItsNameAndLeavesTheMask)
+{
+    struct Row
     {
-        const TraceCapture trace;
-        EXPECT_EQ(UMDUtilDebugTraceException(c.Code), EXCEPTION_EXECUTE_HANDLER);
-        EXPECT_THAT(trace.Lines(), ElementsAre(c.pLine));
+        DWORD m_Reason;
+        const char* m_pLine;
+    };
+    const Row rows[] = {
+        {0, "DLL_PROCESS_DETACH\n"},
+        {2, "DLL_THREAD_ATTACH\n"},
+        {3, "DLL_THREAD_DETACH\n"},
+        {4, "DllMain unknown reason! 4\n"},
+        {0xFFFFFFFF, "DllMain unknown reason! -1\n"},
+    };
+    m_Registry.SetTraceMask(0x2FF);
+    TraceMask mask(UMDTRACE_GPU);
+    for (const Row& row : rows)
+    {
+        m_Trace.Clear();
+        UMDUtilDebugTraceDllMainReason(row.m_Reason);
+        EXPECT_EQ(std::vector<std::string>{row.m_pLine}, m_Trace.Lines());
+        EXPECT_EQ(UMDTRACE_GPU, g_DebugLevelUMD);
     }
 }
 
-TEST(DebugTraceException, Code_ErrorsOff_TakesTheHandlerSilently)
+TEST_F(UMDUtilDebugTraceDllMainTest, Reason_MaskOff_PrintsNothing)
 {
-    const TraceMask mask(~UMDTRACE_ERROR & ~UMDTRACE_LOGFILE);
-    const TraceCapture trace;
-    EXPECT_EQ(UMDUtilDebugTraceException(0xC0000005), EXCEPTION_EXECUTE_HANDLER);
-    EXPECT_THAT(trace.Lines(), IsEmpty());
+    for (const DWORD reason : {0u, 2u, 3u, 4u})
+        UMDUtilDebugTraceDllMainReason(reason);
+    EXPECT_TRUE(m_Trace.Lines().empty());
 }
 } // namespace
-} // namespace tesslo::test

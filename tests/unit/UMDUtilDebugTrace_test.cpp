@@ -1,228 +1,267 @@
-// The trace facility: what prints, how a line looks, and what reaches the log file.
-#include "TraceCapture.h"
-#include "TraceMask.h"
-
+// The trace function itself: what prints, how it is formatted for the debugger, and how once more for the log file.
 #include "util/UMDUtilDebugTrace.h"
 
-#include <d3d9.h>
+#include "ImportPatch.h"
+#include "TraceMask.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <string>
+#include <thread>
+#include <vector>
 
-#include <shlobj.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-namespace tesslo::test
-{
 namespace
 {
-/// What the log file gained since the object was made, of this process only: other tests write to the same file.
-class LogFile
+using tesslo::test::ImportPatch;
+using tesslo::test::TraceMask;
+
+std::vector<std::wstring> s_Lines;
+std::wstring s_Folder;
+int s_FolderCalls;
+
+void WINAPI TakeLine(const wchar_t* pLine)
 {
-public:
-    LogFile()
+    s_Lines.push_back(pLine);
+}
+
+BOOL WINAPI AnswerFolder(HWND hOwner, wchar_t* pPath, int folder, BOOL create)
+{
+    ++s_FolderCalls;
+    EXPECT_EQ(nullptr, hOwner);
+    EXPECT_EQ(46, folder);
+    EXPECT_FALSE(create);
+    wcscpy_s(pPath, MAX_PATH, s_Folder.c_str());
+    return !s_Folder.empty();
+}
+
+std::wstring Prefix()
+{
+    wchar_t prefix[64];
+    swprintf_s(prefix, ARRAYSIZE(prefix), L"UMD: [%04u:%04u] ", static_cast<UINT>(GetCurrentProcessId()),
+        static_cast<UINT>(GetCurrentThreadId()));
+    return prefix;
+}
+
+/// Takes the lines instead of the debugger, and keeps the log file in a folder of the test's own.
+class UMDUtilDebugTraceTest : public testing::Test
+{
+protected:
+    UMDUtilDebugTraceTest()
+        : m_Folder(std::filesystem::temp_directory_path() / ("tesslo-log-" + std::to_string(GetCurrentProcessId())))
     {
-        wchar_t folder[MAX_PATH];
-        EXPECT_TRUE(SHGetSpecialFolderPathW(nullptr, folder, CSIDL_COMMON_DOCUMENTS, TRUE));
-        m_Path = std::wstring(folder) + L"\\Tesslo.log";
-        m_Prefix = "UMD: [" + std::to_string(GetCurrentProcessId() + 10000).substr(1) + ":";
-        if (GetCurrentProcessId() >= 10000)
-            m_Prefix = "UMD: [" + std::to_string(GetCurrentProcessId()) + ":";
-        m_Start = Own().size();
+        std::filesystem::remove_all(m_Folder);
+        std::filesystem::create_directory(m_Folder);
+        s_Folder = m_Folder.wstring();
+        s_FolderCalls = 0;
+        s_Lines.clear();
     }
 
-    /// Lines behind their prefix, without line ends.
-    std::vector<std::string> NewLines() const
+    ~UMDUtilDebugTraceTest() override { std::filesystem::remove_all(m_Folder); }
+
+    /// The lines behind the prefix of this thread, in one string.
+    static std::wstring Debugger()
     {
-        std::vector<std::string> lines = Own();
-        lines.erase(lines.begin(), lines.begin() + m_Start);
-        return lines;
+        std::wstring text;
+        for (const std::wstring& line : s_Lines)
+            text += line.starts_with(Prefix()) ? line.substr(Prefix().size()) : L"without prefix: " + line;
+        return text;
     }
 
-private:
-    std::vector<std::string> Own() const
+    std::string File() const
     {
-        std::vector<std::string> lines;
-        std::ifstream file(m_Path.c_str());
-        for (std::string line; std::getline(file, line);)
+        std::ifstream file(m_Folder / "Tesslo.log");
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }
+
+    bool FileExists() const { return std::filesystem::exists(m_Folder / "Tesslo.log"); }
+
+    static std::string NarrowPrefix()
+    {
+        const std::wstring prefix = Prefix();
+        return std::string(prefix.begin(), prefix.end());
+    }
+
+    std::filesystem::path m_Folder;
+    ImportPatch m_Output{nullptr, "kernel32.dll", "OutputDebugStringW", reinterpret_cast<void*>(TakeLine)};
+    ImportPatch m_FolderPath{nullptr, "shell32.dll", "SHGetSpecialFolderPathW", reinterpret_cast<void*>(AnswerFolder)};
+};
+
+TEST_F(UMDUtilDebugTraceTest, Mask_EachBitAgainstEachLevel_PrintsWhereTheyMeet)
+{
+    const UINT levels[] = {0x1, 0x2, 0x3, 0x4, 0x6, 0x8, 0x10, 0x11, 0x20, 0x22, 0x40, 0x80, 0x100, 0x102, 0x200, 0x204,
+        0x280, 0xFFFFFFFF};
+    for (UINT bit = 0; bit < 32; ++bit)
+    {
+        if (1u << bit == UMDTRACE_LOGFILE)
+            continue;
+        TraceMask mask(1u << bit);
+        for (const UINT level : levels)
         {
-            if (line.starts_with(m_Prefix))
-                lines.push_back(line.substr(line.find("] ") + 2));
+            s_Lines.clear();
+            UMDUtilDebugTrace(level, L"line\n");
+            EXPECT_EQ((level >> bit) & 1, s_Lines.size()) << "bit " << bit << " level " << level;
         }
-        return lines;
     }
-
-    std::wstring m_Path;
-    std::string m_Prefix;
-    size_t m_Start;
-};
-
-/// Raw text of debugger output, prefix included.
-std::string g_Raw;
-
-LONG CALLBACK KeepRaw(EXCEPTION_POINTERS* pPointers)
-{
-    const EXCEPTION_RECORD& record = *pPointers->ExceptionRecord;
-    if (record.ExceptionCode != 0x40010006)
-        return EXCEPTION_CONTINUE_SEARCH;
-    g_Raw = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
-    return EXCEPTION_CONTINUE_EXECUTION;
+    EXPECT_EQ(0, s_FolderCalls);
 }
 
-struct LevelCase
+TEST_F(UMDUtilDebugTraceTest, Mask_Zero_PrintsNothingAtAnyLevel)
 {
-    UINT Mask;
-    UINT Level;
-    bool Prints;
-};
+    TraceMask mask(0);
+    UMDUtilDebugTrace(UMDTRACE_ALWAYS, L"line\n");
+    UMD_TRACE(UMDTRACE_ALWAYS, L"line\n");
+    EXPECT_EQ(E_FAIL, UMDFail(E_FAIL, L"failed! 0x%x\n", E_FAIL));
+    EXPECT_TRUE(s_Lines.empty());
+}
 
-TEST(DebugTrace, Level_AnyBitInTheMask_Prints)
+TEST_F(UMDUtilDebugTraceTest, Mask_LogFileBitAlone_PrintsNothingAndWritesNoFile)
 {
-    constexpr LevelCase kCases[] = {
-        {0, UMDTRACE_ERROR, false},
-        {0, UMDTRACE_ALWAYS, false},
-        {0x1, 0x1, true},
-        {0x2, 0x1, false},
-        {0x1, 0x3, true},
-        {0x2, 0x3, true},
-        {0x4, 0x3, false},
-        {0x10, 0x11, true},
-        {0x800, 0x7FF, false},
-        {0x800, UMDTRACE_ALWAYS, true},
-        {0x80000000, UMDTRACE_ALWAYS, true},
-        {0x200, 0x204, true},
-        {0x4, 0x204, true},
-    };
-    for (const LevelCase& c : kCases)
+    TraceMask mask(UMDTRACE_LOGFILE);
+    for (UINT bit = 0; bit < 32; ++bit)
     {
-        const TraceMask mask(c.Mask & ~UMDTRACE_LOGFILE);
-        const TraceCapture trace;
-        UMDUtilDebugTrace(c.Level, L"line\n");
-        EXPECT_EQ(trace.Lines().size(), c.Prints && (c.Mask & ~UMDTRACE_LOGFILE) ? 1u : 0u)
-            << std::hex << c.Mask << " " << c.Level;
+        if (1u << bit != UMDTRACE_LOGFILE)
+            UMDUtilDebugTrace(1u << bit, L"line\n");
     }
+    EXPECT_TRUE(s_Lines.empty());
+    EXPECT_EQ(0, s_FolderCalls);
+    EXPECT_FALSE(FileExists());
 }
 
-TEST(DebugTrace, Macro_LevelOff_EvaluatesNoArgument)
+TEST_F(UMDUtilDebugTraceTest, Macro_LevelOff_DoesNotEvaluateItsArguments)
 {
     int evaluated = 0;
+    TraceMask mask(UMDTRACE_ERROR);
+    UMD_TRACE(UMDTRACE_DDI, L"%d\n", ++evaluated);
+    EXPECT_EQ(0, evaluated);
+    UMD_TRACE(UMDTRACE_ERROR, L"%d\n", ++evaluated);
+    EXPECT_EQ(1, evaluated);
+    EXPECT_EQ(L"1\n", Debugger());
+}
+
+TEST_F(UMDUtilDebugTraceTest, Line_AnyMessage_StandsBehindProcessAndThreadInOneString)
+{
+    TraceMask mask(UMDTRACE_DDI);
+    UMDUtilDebugTrace(UMDTRACE_DDI, L"=> Name %d 0x%x\n", -7, 0xBEEFu);
+    ASSERT_EQ(1u, s_Lines.size());
+    EXPECT_EQ(Prefix() + L"=> Name -7 0xbeef\n", s_Lines[0]);
+}
+
+TEST_F(UMDUtilDebugTraceTest, Line_OtherThread_CarriesItsId)
+{
+    TraceMask mask(UMDTRACE_DDI);
+    std::wstring expected;
+    std::thread([&] {
+        expected = Prefix() + L"worker\n";
+        UMDUtilDebugTrace(UMDTRACE_DDI, L"worker\n");
+    }).join();
+    EXPECT_EQ(std::vector<std::wstring>{expected}, s_Lines);
+    EXPECT_NE(Prefix() + L"worker\n", expected);
+}
+
+TEST_F(UMDUtilDebugTraceTest, Message_WithoutLineFeed_GetsNone)
+{
+    TraceMask mask(UMDTRACE_DDI);
+    UMDUtilDebugTrace(UMDTRACE_DDI, L"open end");
+    EXPECT_EQ(L"open end", Debugger());
+}
+
+TEST_F(UMDUtilDebugTraceTest, Strings_WideAndNarrow_HaveThePlatformsMeaning)
+{
+    TraceMask mask(UMDTRACE_DDI | UMDTRACE_LOGFILE);
+    UMDUtilDebugTrace(UMDTRACE_DDI, L"%s %S\n", L"wide", "narrow");
+    EXPECT_EQ(L"wide narrow\n", Debugger());
+    EXPECT_EQ(NarrowPrefix() + "wide narrow\n", File());
+}
+
+TEST_F(UMDUtilDebugTraceTest, Message_FillsTheRoomBehindThePrefix_PrintsWhole)
+{
+    TraceMask mask(UMDTRACE_DDI);
+    const std::wstring longest(4096 - Prefix().size() - 1, L'x');
+    UMDUtilDebugTrace(UMDTRACE_DDI, L"%s", longest.c_str());
+    EXPECT_EQ(longest, Debugger());
+}
+
+TEST_F(UMDUtilDebugTraceTest, Message_OneCharacterTooLong_IsDroppedNotCut)
+{
+    TraceMask mask(UMDTRACE_DDI);
+    const std::wstring tooLong(4096 - Prefix().size(), L'x');
+    UMDUtilDebugTrace(UMDTRACE_DDI, L"%s", tooLong.c_str());
+    EXPECT_EQ(std::vector<std::wstring>{Prefix()}, s_Lines);
+}
+
+TEST_F(UMDUtilDebugTraceTest, LogFile_LinesOfBothKinds_AreAppendedInOrder)
+{
+    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
+    UMDUtilDebugTrace(UMDTRACE_ERROR, L"first\n");
+    UMDUtilDebugTrace(UMDTRACE_DDI, L"off\n");
+    EXPECT_EQ(E_INVALIDARG, UMDFail(E_INVALIDARG, L"second failed! 0x%x\n", E_INVALIDARG));
+    EXPECT_EQ(L"first\nsecond failed! 0x80070057\n", Debugger());
+    EXPECT_EQ(NarrowPrefix() + "first\n" + NarrowPrefix() + "second failed! 0x80070057\n", File());
+    EXPECT_EQ(2, s_FolderCalls) << "one look-up a line";
+}
+
+TEST_F(UMDUtilDebugTraceTest, LogFile_BehindEachLine_IsClosed)
+{
+    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
+    UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
+    EXPECT_TRUE(std::filesystem::remove(m_Folder / "Tesslo.log"));
+    UMDUtilDebugTrace(UMDTRACE_ERROR, L"new file\n");
+    EXPECT_EQ(NarrowPrefix() + "new file\n", File());
+}
+
+TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAgain)
+{
+    struct Case
     {
-        const TraceMask mask(UMDTRACE_DDI);
-        UMD_TRACE(UMDTRACE_ERROR, L"%d\n", ++evaluated);
-        EXPECT_EQ(evaluated, 0);
-        UMD_TRACE(UMDTRACE_DDI, L"%d\n", ++evaluated);
-    }
-    EXPECT_EQ(evaluated, 1);
-}
-
-TEST(DebugTrace, Line_Prefix_HasProcessAndThreadWithFourDigits)
-{
-    const TraceMask mask(UMDTRACE_ERROR);
-    void* hHandler = AddVectoredExceptionHandler(1, KeepRaw);
-    UMDUtilDebugTrace(UMDTRACE_ERROR, L"hello %d\n", 7);
-    RemoveVectoredExceptionHandler(hHandler);
-    char expected[64];
-    sprintf_s(expected, "UMD: [%04lu:%04lu] hello 7\n", GetCurrentProcessId(), GetCurrentThreadId());
-    EXPECT_EQ(g_Raw, expected);
-}
-
-TEST(DebugTrace, Line_Strings_HaveThePlatformsMeaning)
-{
-    const TraceMask mask(UMDTRACE_ERROR);
-    const TraceCapture trace;
-    UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s|%S|%d|%u|0x%x|%02d\n", L"wide", "narrow", -1, 0xFFFFFFFFu, 0xABCDu, 5);
-    EXPECT_THAT(trace.Lines(), ElementsAre("wide|narrow|-1|4294967295|0xabcd|05\n"));
-}
-
-TEST(DebugTrace, Line_LongMessage_ComesWhole)
-{
-    const TraceMask mask(UMDTRACE_ERROR);
-    const TraceCapture trace;
-    const std::wstring message(4000, L'x');
-    UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s\n", message.c_str());
-    ASSERT_EQ(trace.Lines().size(), 1u);
-    EXPECT_EQ(trace.Lines()[0].size(), 4001u);
-}
-
-TEST(DebugTrace, Fail_Off_GivesTheResultBackSilently)
-{
-    const TraceMask mask(UMDTRACE_DDI);
-    const TraceCapture trace;
-    EXPECT_EQ(UMDFail(E_OUTOFMEMORY, L"failed! 0x%x\n", E_OUTOFMEMORY), E_OUTOFMEMORY);
-    EXPECT_THAT(trace.Lines(), IsEmpty());
-}
-
-TEST(DebugTrace, Fail_On_TracesAtTheErrorLevel)
-{
-    const TraceMask mask(UMDTRACE_ERROR);
-    const TraceCapture trace;
-    EXPECT_EQ(UMDFail(D3DERR_INVALIDCALL, L"failed! 0x%x\n", D3DERR_INVALIDCALL), D3DERR_INVALIDCALL);
-    EXPECT_THAT(trace.Lines(), ElementsAre("failed! 0x8876086c\n"));
-}
-
-TEST(DebugTraceFile, Mask801_FailureLine_GoesToBoth)
-{
-    const LogFile file;
-    const TraceCapture trace;
+        const wchar_t* pMade;
+        const char* pInFile;
+    };
+    // Eight values of zero stand behind the line.
+    const Case cases[] = {
+        {L"100%% %d.", "100% 0."},
+        {L"a%sb", "a(null)b"},
+        {L"a%Sb", "a(null)b"},
+        {L"%d%d%d%d%d%d%d%d", "00000000"},
+        {L"%x %u %04d", "0 0 0000"},
+        {L"%.1f", "0.0"},
+        {L"%%", "%"},
+    };
+    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
+    for (const Case& row : cases)
     {
-        const TraceMask mask(UMDTRACE_LOGFILE | UMDTRACE_ERROR);
-        UMDUtilDebugTrace(UMDTRACE_ERROR, L"kept failed! %d\n", 12);
-        UMDUtilDebugTrace(UMDTRACE_DDI, L"not printed\n");
+        std::filesystem::remove(m_Folder / "Tesslo.log");
+        s_Lines.clear();
+        UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s\n", row.pMade);
+        EXPECT_EQ(std::wstring(row.pMade) + L"\n", Debugger());
+        EXPECT_EQ(NarrowPrefix() + row.pInFile + "\n", File());
     }
-    EXPECT_THAT(trace.Lines(), ElementsAre("kept failed! 12\n"));
-    EXPECT_THAT(file.NewLines(), ElementsAre("kept failed! 12"));
 }
 
-TEST(DebugTraceFile, MaskWithoutFileBit_Line_StaysOutOfTheFile)
+TEST_F(UMDUtilDebugTraceTest, LogFile_FolderUnknown_SkipsTheFileAlone)
 {
-    const LogFile file;
-    {
-        const TraceMask mask(UMDTRACE_ERROR);
-        UMDUtilDebugTrace(UMDTRACE_ERROR, L"debugger only\n");
-    }
-    EXPECT_THAT(file.NewLines(), IsEmpty());
+    s_Folder.clear();
+    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
+    UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
+    EXPECT_EQ(L"line\n", Debugger());
+    EXPECT_EQ(1, s_FolderCalls);
+    EXPECT_FALSE(FileExists());
 }
 
-TEST(DebugTraceFile, Mask800Alone_Message_PrintsNothingAndWritesNothing)
+TEST_F(UMDUtilDebugTraceTest, LogFile_CannotBeOpened_SkipsTheFileAlone)
 {
-    const LogFile file;
-    const TraceCapture trace;
-    {
-        const TraceMask mask(UMDTRACE_LOGFILE);
-        for (UINT level : {0x1u, 0x2u, 0x3u, 0x11u, 0x22u, 0x200u, 0x280u})
-            UMDUtilDebugTrace(level, L"silent\n");
-    }
-    EXPECT_THAT(trace.Lines(), IsEmpty());
-    EXPECT_THAT(file.NewLines(), IsEmpty());
+    std::filesystem::create_directory(m_Folder / "Tesslo.log");
+    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
+    UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
+    EXPECT_EQ(L"line\n", Debugger());
+    EXPECT_TRUE(std::filesystem::is_directory(m_Folder / "Tesslo.log"));
 }
 
-TEST(DebugTraceFile, PercentInTheMessage_IsRightInTheDebuggerAndInterpretedAgainInTheFile)
+TEST_F(UMDUtilDebugTraceTest, Low32_AddressAboveFourGigabytes_KeepsItsLowHalf)
 {
-    const LogFile file;
-    const TraceCapture trace;
-    {
-        const TraceMask mask(UMDTRACE_LOGFILE | UMDTRACE_ERROR);
-        UMDUtilDebugTrace(UMDTRACE_ERROR, L"name %s end\n", L"50%d");
-        UMDUtilDebugTrace(UMDTRACE_ERROR, L"name %s end\n", L"100%%");
-        UMDUtilDebugTrace(UMDTRACE_ERROR, L"name %s end\n", L"%s and %S");
-    }
-    EXPECT_THAT(trace.Lines(), ElementsAre("name 50%d end\n", "name 100%% end\n", "name %s and %S end\n"));
-    // What the second formatting reads is zero; null strings print as the platform prints them, wide and narrow alike.
-    EXPECT_THAT(file.NewLines(), ElementsAre("name 500 end", "name 100% end", "name (null) and (null) end"));
-}
-
-TEST(DebugTraceFile, EveryLine_IsAppended)
-{
-    const LogFile file;
-    {
-        const TraceMask mask(UMDTRACE_LOGFILE | UMDTRACE_ERROR);
-        for (int i = 0; i < 3; ++i)
-            UMDUtilDebugTrace(UMDTRACE_ERROR, L"line %d\n", i);
-    }
-    EXPECT_THAT(file.NewLines(), ElementsAre("line 0", "line 1", "line 2"));
+    EXPECT_EQ(0x9ABCDEF0u, UMDLow32(reinterpret_cast<void*>(0x123456789ABCDEF0)));
+    EXPECT_EQ(0u, UMDLow32(nullptr));
 }
 } // namespace
-} // namespace tesslo::test

@@ -1,132 +1,197 @@
-// Registry access: what is read, written, created and traced.
+#include "util/UMDUtilRegistry.h"
+
 #include "ImportPatch.h"
+#include "RegistryOverride.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
 
-#include "util/UMDUtilDebugTrace.h"
-#include "util/UMDUtilRegistry.h"
+#include <gtest/gtest.h>
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-
-namespace tesslo::test
-{
 namespace
 {
-constexpr wchar_t kPath[] = L"Software\\TessloRegistryTest";
+using tesslo::test::FailingImport;
+using tesslo::test::ImportPatch;
+using tesslo::test::RegistryOverride;
+using tesslo::test::TraceCapture;
+using tesslo::test::TraceMask;
 
-class UtilRegistry : public testing::Test
+using Lines = std::vector<std::string>;
+
+constexpr wchar_t kKey[] = L"Software\\Zembrilo\\Test";
+constexpr wchar_t kMissingKey[] = L"Software\\Zembrilo\\Missing";
+
+REGSAM s_Access;
+int s_Open; ///< keys that the driver has opened and not closed
+LSTATUS(WINAPI* s_pCloseKey)(HKEY);
+
+LSTATUS WINAPI CreateKey(HKEY hRoot, const wchar_t* pPath, DWORD reserved, wchar_t* pClass, DWORD options,
+    REGSAM access, const SECURITY_ATTRIBUTES* pSecurity, HKEY* phKey, DWORD* pDisposition)
+{
+    EXPECT_EQ(nullptr, pClass);
+    EXPECT_EQ(0u, options);
+    EXPECT_EQ(nullptr, pSecurity);
+    EXPECT_EQ(nullptr, pDisposition);
+    s_Access = access;
+    const LSTATUS error =
+        RegOpenKeyExW(hRoot, pPath, 0, KEY_ALL_ACCESS, phKey) == ERROR_SUCCESS ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+    s_Open += error == ERROR_SUCCESS;
+    return reserved ? ERROR_INVALID_PARAMETER : error;
+}
+
+LSTATUS WINAPI CloseKey(HKEY hKey)
+{
+    --s_Open;
+    return s_pCloseKey(hKey);
+}
+
+class UMDUtilRegistryTest : public testing::Test
 {
 protected:
-    /// A root of this process alone.
     void SetUp() override
     {
-        m_Root = L"Software\\TessloRegistryTest" + std::to_wstring(GetCurrentProcessId());
-        ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, m_Root.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &m_hRoot,
-                      nullptr),
-            ERROR_SUCCESS);
+        Store(L"Number", REG_DWORD, &m_Number, sizeof(m_Number));
+        Store(L"Text", REG_SZ, L"abc", 4 * sizeof(wchar_t));
     }
 
-    void TearDown() override
+    static void Store(const wchar_t* pName, DWORD type, const void* pData, DWORD size)
     {
-        RegCloseKey(m_hRoot);
-        RegDeleteTreeW(HKEY_CURRENT_USER, m_Root.c_str());
+        ASSERT_EQ(ERROR_SUCCESS, RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, pName, type, pData, size));
     }
 
-    bool KeyExists()
+    static bool KeyExists(const wchar_t* pPath)
     {
         HKEY hKey = nullptr;
-        if (RegOpenKeyExW(m_hRoot, kPath, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
+        if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, pPath, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
             return false;
         RegCloseKey(hKey);
         return true;
     }
 
-    std::wstring m_Root;
-    HKEY m_hRoot = nullptr;
+    RegistryOverride m_Registry;
     TraceMask m_Mask{UMDTRACE_ERROR | UMDTRACE_DETAIL};
     TraceCapture m_Trace;
+    const DWORD m_Number = 0x12345678;
 };
 
-TEST_F(UtilRegistry, Get_MissingKey_CreatesItAndReportsTheMissingValue)
+TEST_F(UMDUtilRegistryTest, Get_Number_IsReadAndTracedWithoutData)
+{
+    DWORD value = 0;
+    EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", &value, sizeof(value)));
+    EXPECT_EQ(m_Number, value);
+    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Number\n"}, m_Trace.Lines());
+}
+
+TEST_F(UMDUtilRegistryTest, Get_Text_IsReadAndTracedWithData)
+{
+    wchar_t text[8] = {};
+    EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text)));
+    EXPECT_STREQ(L"abc", text);
+    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Text Data: abc\n"},
+        m_Trace.Lines());
+}
+
+TEST_F(UMDUtilRegistryTest, Get_OtherTypeThanExpected_IsCopiedAsItIs)
+{
+    const BYTE bytes[] = {1, 2, 3};
+    Store(L"Bytes", REG_BINARY, bytes, sizeof(bytes));
+    DWORD value = 0;
+    EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", &value, sizeof(value)));
+    EXPECT_EQ(0x00030201u, value);
+}
+
+TEST_F(UMDUtilRegistryTest, Get_MissingValue_HasItsOwnLineAndLeavesTheBuffer)
 {
     DWORD value = 77;
-    EXPECT_FALSE(KeyExists());
-    EXPECT_FALSE(UMDUtilRegistryValueGet(m_hRoot, kPath, L"Level", &value, sizeof(value)));
-    EXPECT_TRUE(KeyExists());
-    EXPECT_EQ(value, 77u);
-    EXPECT_THAT(m_Trace.Lines(),
-        ElementsAre("UMDUtilRegistryValueGet RegQueryValueExW failed! Level ERROR_FILE_NOT_FOUND\n"));
+    EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Nothing", &value, sizeof(value)));
+    EXPECT_EQ(77u, value);
+    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Nothing ERROR_FILE_NOT_FOUND\n"}, m_Trace.Lines());
 }
 
-TEST_F(UtilRegistry, SetThenGet_Dword_TracesWithoutData)
+TEST_F(UMDUtilRegistryTest, Get_MissingKey_IsCreatedEmpty)
 {
-    const DWORD written = 0x801;
-    ASSERT_TRUE(UMDUtilRegistryValueSet(m_hRoot, kPath, L"Level", REG_DWORD, &written, sizeof(written)));
-    DWORD read = 0;
-    ASSERT_TRUE(UMDUtilRegistryValueGet(m_hRoot, kPath, L"Level", &read, sizeof(read)));
-    EXPECT_EQ(read, written);
-    EXPECT_THAT(m_Trace.Lines(),
-        ElementsAre("UMDUtilRegistryValueSet Path: Software\\TessloRegistryTest Value: Level\n",
-            "UMDUtilRegistryValueGet RegQueryValueExW Software\\TessloRegistryTest Level\n"));
-}
-
-TEST_F(UtilRegistry, SetThenGet_String_TracesWithData)
-{
-    const wchar_t written[] = L"Some.dll";
-    ASSERT_TRUE(UMDUtilRegistryValueSet(m_hRoot, kPath, L"Name", REG_SZ, written, sizeof(written)));
-    wchar_t read[16] = {};
-    ASSERT_TRUE(UMDUtilRegistryValueGet(m_hRoot, kPath, L"Name", read, sizeof(read)));
-    EXPECT_STREQ(read, written);
-    EXPECT_THAT(m_Trace.Lines(),
-        ElementsAre("UMDUtilRegistryValueSet Path: Software\\TessloRegistryTest Value: Name Data: Some.dll\n",
-            "UMDUtilRegistryValueGet RegQueryValueExW Software\\TessloRegistryTest Name Data: Some.dll\n"));
-}
-
-TEST_F(UtilRegistry, Get_BufferTooSmall_ReportsThePlatformsCode)
-{
-    const wchar_t written[] = L"Some.dll";
-    ASSERT_TRUE(UMDUtilRegistryValueSet(m_hRoot, kPath, L"Name", REG_SZ, written, sizeof(written)));
-    m_Trace.Clear();
-    wchar_t read[4] = {};
-    EXPECT_FALSE(UMDUtilRegistryValueGet(m_hRoot, kPath, L"Name", read, sizeof(read)));
-    EXPECT_THAT(m_Trace.Lines(), ElementsAre("UMDUtilRegistryValueGet RegQueryValueExW failed! Name 234\n"));
-}
-
-TEST_F(UtilRegistry, Get_OtherTypeThanExpected_IsReadAsItIs)
-{
-    const BYTE written[4] = {1, 2, 3, 4};
-    ASSERT_TRUE(UMDUtilRegistryValueSet(m_hRoot, kPath, L"Level", REG_BINARY, written, sizeof(written)));
-    DWORD read = 0;
-    EXPECT_TRUE(UMDUtilRegistryValueGet(m_hRoot, kPath, L"Level", &read, sizeof(read)));
-    EXPECT_EQ(read, 0x04030201u);
-}
-
-TEST_F(UtilRegistry, GetAndSet_KeyCannotBeOpened_ReportPathAndCode)
-{
-    const HKEY hNoKey = reinterpret_cast<HKEY>(static_cast<UINT_PTR>(0x1234567));
     DWORD value = 77;
-    EXPECT_FALSE(UMDUtilRegistryValueGet(hNoKey, kPath, L"Level", &value, sizeof(value)));
-    EXPECT_FALSE(UMDUtilRegistryValueSet(hNoKey, kPath, L"Level", REG_DWORD, &value, sizeof(value)));
-    EXPECT_EQ(value, 77u);
-    EXPECT_THAT(m_Trace.LinesContaining("failed!"),
-        ElementsAre("UMDUtilRegistryValueGet  RegCreateKeyExW failed! Software\\TessloRegistryTest 6\n",
-            "UMDUtilRegistryValueSet RegCreateKeyExW failed! Software\\TessloRegistryTest 6\n"));
+    ASSERT_FALSE(KeyExists(kMissingKey));
+    EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kMissingKey, L"Number", &value, sizeof(value)));
+    EXPECT_TRUE(KeyExists(kMissingKey));
+    EXPECT_EQ(77u, value);
+    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Number ERROR_FILE_NOT_FOUND\n"}, m_Trace.Lines());
 }
 
-LSTATUS WINAPI RefuseValue(HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD)
+TEST_F(UMDUtilRegistryTest, Get_BufferTooSmall_TellsThePlatformsCode)
 {
-    return ERROR_DISK_FULL;
+    wchar_t text[2] = {};
+    EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text)));
+    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Text 234\n"}, m_Trace.Lines());
 }
 
-TEST_F(UtilRegistry, Set_ValueRefused_ReportsNameAndCode)
+TEST_F(UMDUtilRegistryTest, Get_KeyRefused_TellsThePathBehindTwoBlanks)
 {
-    const ImportPatch patch(nullptr, "ADVAPI32.dll", "RegSetValueExW", reinterpret_cast<void*>(RefuseValue));
-    const DWORD value = 1;
-    EXPECT_FALSE(UMDUtilRegistryValueSet(m_hRoot, kPath, L"Level", REG_DWORD, &value, sizeof(value)));
-    EXPECT_THAT(m_Trace.LinesContaining("failed!"),
-        ElementsAre("UMDUtilRegistryValueSet RegSetValueExW failed! Level 112\n"));
+    FailingImport refused(nullptr, "advapi32.dll", "RegCreateKeyExW", ERROR_ACCESS_DENIED, 0);
+    DWORD value = 77;
+    EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", &value, sizeof(value)));
+    EXPECT_EQ(77u, value);
+    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet  RegCreateKeyExW failed! Software\\Zembrilo\\Test 5\n"}, m_Trace.Lines());
+}
+
+TEST_F(UMDUtilRegistryTest, Set_Number_IsWrittenAndTracedWithoutData)
+{
+    const DWORD number = 9;
+    EXPECT_TRUE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &number, sizeof(number)));
+    EXPECT_EQ(Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n"}, m_Trace.Lines());
+    DWORD value = 0, size = sizeof(value), type = 0;
+    EXPECT_EQ(ERROR_SUCCESS,
+        RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"Number", RRF_RT_ANY, &type, &value, &size));
+    EXPECT_EQ(9u, value);
+    EXPECT_EQ(DWORD{REG_DWORD}, type);
+}
+
+TEST_F(UMDUtilRegistryTest, Set_TextUnderAMissingKey_CreatesTheKeyAndTracesTheData)
+{
+    EXPECT_TRUE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kMissingKey, L"Text", REG_SZ, L"xy", 3 * sizeof(wchar_t)));
+    EXPECT_EQ(Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Missing Value: Text Data: xy\n"}, m_Trace.Lines());
+    wchar_t text[8] = {};
+    DWORD size = sizeof(text);
+    EXPECT_EQ(ERROR_SUCCESS,
+        RegGetValueW(HKEY_LOCAL_MACHINE, kMissingKey, L"Text", RRF_RT_REG_SZ, nullptr, text, &size));
+    EXPECT_STREQ(L"xy", text);
+    EXPECT_EQ(3 * sizeof(wchar_t), size);
+}
+
+TEST_F(UMDUtilRegistryTest, Set_KeyRefused_TellsThePath)
+{
+    FailingImport refused(nullptr, "advapi32.dll", "RegCreateKeyExW", ERROR_ACCESS_DENIED, 0);
+    EXPECT_FALSE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &m_Number, sizeof(m_Number)));
+    EXPECT_EQ((Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n",
+                  "UMDUtilRegistryValueSet RegCreateKeyExW failed! Software\\Zembrilo\\Test 5\n"}),
+        m_Trace.Lines());
+}
+
+TEST_F(UMDUtilRegistryTest, Set_ValueRefused_TellsTheValue)
+{
+    FailingImport refused(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_NO_SYSTEM_RESOURCES, 0);
+    EXPECT_FALSE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &m_Number, sizeof(m_Number)));
+    EXPECT_EQ((Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n",
+                  "UMDUtilRegistryValueSet RegSetValueExW failed! Number 1450\n"}),
+        m_Trace.Lines());
+}
+
+TEST_F(UMDUtilRegistryTest, Access_ReadAndWrite_AskForNoMoreAndCloseTheKey)
+{
+    s_Open = 0;
+    ImportPatch create(nullptr, "advapi32.dll", "RegCreateKeyExW", reinterpret_cast<void*>(CreateKey));
+    ImportPatch close(nullptr, "advapi32.dll", "RegCloseKey", reinterpret_cast<void*>(CloseKey));
+    s_pCloseKey = close.Original<decltype(s_pCloseKey)>();
+    DWORD value = 0;
+    EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", &value, sizeof(value)));
+    EXPECT_EQ(REGSAM{0x20019}, s_Access);
+    EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Nothing", &value, sizeof(value)));
+    EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", &value, sizeof(value)));
+    EXPECT_TRUE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &value, sizeof(value)));
+    EXPECT_EQ(REGSAM{0x20006}, s_Access);
+    {
+        FailingImport refused(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_ACCESS_DENIED, 0);
+        EXPECT_FALSE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &value, sizeof(value)));
+    }
+    EXPECT_EQ(0, s_Open) << "every opened key is closed";
 }
 } // namespace
-} // namespace tesslo::test
