@@ -1,0 +1,182 @@
+// The built DLL as the loader drives it: attach, threads, detach.
+#include "DriverDll.h"
+#include "ImportPatch.h"
+#include "RegistryOverride.h"
+#include "TraceCapture.h"
+
+#include <gtest/gtest.h>
+
+#include <shlobj.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+namespace
+{
+using tesslo::test::DriverDll;
+using tesslo::test::ImportPatch;
+using tesslo::test::RegistryOverride;
+using tesslo::test::TraceCapture;
+
+using Lines = std::vector<std::string>;
+
+constexpr wchar_t kClient[] = L"TessloTestClient.dll";
+
+TraceCapture* s_pTrace;
+Lines s_LinesAtFree;
+BOOL(WINAPI* s_pFreeLibrary)(HMODULE);
+
+BOOL WINAPI FreeAndRemember(HMODULE hModule)
+{
+    s_LinesAtFree = s_pTrace->Lines();
+    return s_pFreeLibrary(hModule);
+}
+
+std::string Pid()
+{
+    return std::to_string(GetCurrentProcessId());
+}
+
+std::filesystem::path LogFile()
+{
+    wchar_t folder[MAX_PATH] = L"";
+    SHGetSpecialFolderPathW(nullptr, folder, CSIDL_COMMON_DOCUMENTS, FALSE);
+    return std::filesystem::path(folder) / L"Tesslo.log";
+}
+
+/// This process's lines in the log file behind an offset: other processes may write there too.
+std::string Logged(size_t offset)
+{
+    std::ifstream file(LogFile(), std::ios::binary);
+    file.seekg(static_cast<std::streamoff>(offset));
+    std::string line, lines;
+    while (std::getline(file, line))
+    {
+        if (line.starts_with("UMD: [" + Pid() + ":") || line.starts_with("UMD: [0" + Pid() + ":"))
+            lines += line.substr(line.find("] ") + 2, line.find('\r') - line.find("] ") - 2) + "\n";
+    }
+    return lines;
+}
+
+class DllAttachTest : public testing::Test
+{
+protected:
+    DllAttachTest() { s_pTrace = &m_Trace; }
+
+    RegistryOverride m_Registry;
+    TraceCapture m_Trace;
+};
+
+TEST_F(DllAttachTest, Attach_NoMask_PrintsNothingFromLoadToUnload)
+{
+    {
+        DriverDll dll;
+        std::thread([] {}).join();
+    }
+    EXPECT_EQ(Lines{}, m_Trace.Lines());
+}
+
+TEST_F(DllAttachTest, Attach_LogFileBitAlone_PrintsTheLoadersLinesAlone)
+{
+    // Those are of every level, and so of this bit too; a failure is not.
+    m_Registry.SetTraceMask(0x800);
+    m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
+    DriverDll dll;
+    const Lines lines = m_Trace.Lines();
+    ASSERT_EQ(12u, lines.size());
+    EXPECT_EQ("DLL_PROCESS_ATTACH\n", lines.back());
+}
+
+TEST_F(DllAttachTest, Attach_MaskSet_ReadsItBeforeTheClientLibraryIsLoaded)
+{
+    m_Registry.SetTraceMask(0x1);
+    m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
+    DriverDll dll;
+    const Lines lines = m_Trace.Lines();
+    ASSERT_EQ(13u, lines.size());
+    EXPECT_EQ("| Tesslo WDDM Umode DllMain\n", lines[7]);
+    EXPECT_EQ("DLL_PROCESS_ATTACH\n", lines[11]);
+    EXPECT_EQ("UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n", lines[12]);
+}
+
+TEST_F(DllAttachTest, Attach_NoClientName_WritesTheSampleLibrarysNameAndLoadsIt)
+{
+    DriverDll dll;
+    EXPECT_EQ(L"TessloClientDllSample.dll", m_Registry.ClientDllName());
+    EXPECT_NE(nullptr, GetModuleHandleW(L"TessloClientDllSample.dll"));
+}
+
+TEST_F(DllAttachTest, Attach_ClientNamedByPath_LoadsIt)
+{
+    wchar_t path[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, path, ARRAYSIZE(path));
+    m_Registry.SetClientDllName((std::filesystem::path(path).parent_path() / kClient).wstring());
+    DriverDll dll;
+    EXPECT_NE(nullptr, GetModuleHandleW(kClient));
+}
+
+TEST_F(DllAttachTest, Detach_ClientLoaded_FreesItBetweenTheTwoDetachLines)
+{
+    m_Registry.SetTraceMask(0x200);
+    m_Registry.SetClientDllName(kClient);
+    DriverDll dll;
+    ASSERT_NE(nullptr, GetModuleHandleW(kClient));
+    // Left alive: the table that it would put right again is gone with the DLL.
+    auto* pPatch = new ImportPatch(dll.Module(), "kernel32.dll", "FreeLibrary", reinterpret_cast<void*>(FreeAndRemember));
+    s_pFreeLibrary = pPatch->Original<decltype(s_pFreeLibrary)>();
+    m_Trace.Clear();
+    dll.Unload();
+    EXPECT_EQ(Lines{"DLL_PROCESS_DETACH\n"}, s_LinesAtFree);
+    EXPECT_EQ((Lines{"DLL_PROCESS_DETACH\n", "DLL_PROCESS_DETACH PID:" + Pid() + "\n"}), m_Trace.Lines());
+    EXPECT_EQ(nullptr, GetModuleHandleW(kClient));
+}
+
+TEST_F(DllAttachTest, Thread_StartsAndEnds_IsToldByTheThreadItself)
+{
+    m_Registry.SetTraceMask(0x80);
+    DriverDll dll;
+    m_Trace.Clear();
+    std::thread([] {}).join();
+    const auto lines = m_Trace.ThreadLines();
+    ASSERT_EQ(2u, lines.size());
+    EXPECT_EQ("DLL_THREAD_ATTACH\n", lines[0].m_Text);
+    EXPECT_EQ("DLL_THREAD_DETACH\n", lines[1].m_Text);
+    EXPECT_EQ(lines[0].m_ThreadId, lines[1].m_ThreadId);
+    EXPECT_NE(GetCurrentThreadId(), lines[0].m_ThreadId);
+}
+
+TEST_F(DllAttachTest, Reason_Unknown_IsTracedAndAnsweredWithTrue)
+{
+    m_Registry.SetTraceMask(0x1);
+    m_Registry.SetClientDllName(kClient);
+    DriverDll dll;
+    auto* pBase = reinterpret_cast<BYTE*>(dll.Module());
+    const auto* pHeaders =
+        reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase)->e_lfanew);
+    using EntryPoint = BOOL(WINAPI*)(HINSTANCE, DWORD, void*);
+    const auto pEntry = reinterpret_cast<EntryPoint>(pBase + pHeaders->OptionalHeader.AddressOfEntryPoint);
+    m_Trace.Clear();
+    EXPECT_EQ(TRUE, pEntry(dll.Module(), 7, nullptr));
+    EXPECT_EQ(Lines{"DllMain unknown reason! 7\n"}, m_Trace.Lines());
+    EXPECT_NE(nullptr, GetModuleHandleW(kClient));
+}
+
+TEST_F(DllAttachTest, LogFile_ErrorsAndFileBit_HoldsWhatTheDebuggerGot)
+{
+    m_Registry.SetTraceMask(0x801);
+    m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
+    std::error_code none;
+    const auto size = std::filesystem::file_size(LogFile(), none);
+    const size_t offset = none ? 0 : static_cast<size_t>(size);
+    {
+        DriverDll dll;
+    }
+    std::string debugger;
+    for (const std::string& line : m_Trace.Lines())
+        debugger += line;
+    EXPECT_NE(std::string::npos, debugger.find("UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"));
+    EXPECT_EQ(debugger, Logged(offset));
+}
+} // namespace
