@@ -127,9 +127,18 @@ void WINAPI KeepingPostQuitMessage(int exitCode)
     g_QuitCode = exitCode;
 }
 
+/// The driver's window of this process: other test processes have theirs on the same desktop.
 HWND HiddenWindow()
 {
-    return FindWindowW(L"D3D UMD", L"D3D UMD Testwindow");
+    HWND hWnd = nullptr;
+    while ((hWnd = FindWindowExW(nullptr, hWnd, L"D3D UMD", L"D3D UMD Testwindow")) != nullptr)
+    {
+        DWORD processId = 0;
+        GetWindowThreadProcessId(hWnd, &processId);
+        if (processId == GetCurrentProcessId())
+            break;
+    }
+    return hWnd;
 }
 
 bool ClassExists()
