@@ -28,57 +28,16 @@ std::unique_ptr<HostResource> MakeBuffer(
     return pBuffer;
 }
 
-// The side of the cube whose normal is `axis` times `sign`. Its corners go around it.
-void AddSide(std::vector<HostVertex>& corners, std::vector<UINT16>& indices, int axis, float sign)
-{
-    static constexpr float kAround[4][2] = {{-1, 1}, {1, 1}, {1, -1}, {-1, -1}};
-    const UINT16 first = static_cast<UINT16>(corners.size());
-    for (const auto& [across, up] : kAround)
-    {
-        HostVertex corner{};
-        corner.m_Position[axis] = corner.m_Normal[axis] = sign;
-        corner.m_Position[(axis + 1) % 3] = across;
-        corner.m_Position[(axis + 2) % 3] = up;
-        corner.m_Texture[0] = (across + 1) / 2;
-        corner.m_Texture[1] = (1 - up) / 2;
-        corners.push_back(corner);
-    }
-    for (int offset : {0, 1, 2, 0, 2, 3})
-        indices.push_back(static_cast<UINT16>(first + offset));
-}
-
 }  // namespace
 
-HostMesh::HostMesh(HostDevice& device, std::vector<HostVertex> corners, std::vector<UINT16> indices)
-    : m_Device(device), m_Corners(std::move(corners)), m_Indices(std::move(indices))
+HostMesh::HostMesh(HostDevice& device, const HostGeometry& geometry)
+    : m_Device(device), m_Corners(geometry.m_Corners), m_Indices(geometry.m_Indices), m_Spread(geometry.Spread())
 {
-    for (UINT16 index : m_Indices)
-        m_Spread.push_back(m_Corners[index]);
     m_pSystemCorners = MakeBuffer(device, m_Corners, false, true);
     m_pSystemSpread = MakeBuffer(device, m_Spread, false, true);
     m_pVideoCorners = MakeBuffer(device, m_Corners, false, false);
     m_pVideoSpread = MakeBuffer(device, m_Spread, false, false);
     m_pVideoIndices = MakeBuffer(device, m_Indices, true, false);
-}
-
-std::unique_ptr<HostMesh> HostMesh::Cube(HostDevice& device)
-{
-    std::vector<HostVertex> corners;
-    std::vector<UINT16> indices;
-    for (int axis = 0; axis < 3; ++axis)
-        for (float sign : {-1.f, 1.f})
-            AddSide(corners, indices, axis, sign);
-    return std::make_unique<HostMesh>(device, std::move(corners), std::move(indices));
-}
-
-std::unique_ptr<HostMesh> HostMesh::Square(HostDevice& device)
-{
-    std::vector<HostVertex> corners;
-    std::vector<UINT16> indices;
-    AddSide(corners, indices, 2, -1);
-    for (HostVertex& corner : corners)
-        corner.m_Position[2] = 0;
-    return std::make_unique<HostMesh>(device, std::move(corners), std::move(indices));
 }
 
 void HostMesh::Draw(HostDrawPath path)

@@ -1,17 +1,11 @@
 // Triangles of one shape, kept in every way that the interface knows, so that each way of drawing can show them.
 #pragma once
 
+#include "HostGeometry.h"
 #include "HostResource.h"
 
 #include <memory>
 #include <vector>
-
-struct HostVertex
-{
-    float m_Position[3];
-    float m_Normal[3];
-    float m_Texture[2];
-};
 
 /// Where a draw finds its vertices and its indices.
 enum class HostDrawPath
@@ -31,12 +25,7 @@ inline constexpr HostDrawPath kHostDrawPaths[] = {HostDrawPath::UserMemory, Host
 class HostMesh
 {
 public:
-    HostMesh(HostDevice& device, std::vector<HostVertex> corners, std::vector<UINT16> indices);
-
-    /// A cube of edge 2 about the origin; every side shows the whole texture.
-    static std::unique_ptr<HostMesh> Cube(HostDevice& device);
-    /// A square of edge 2 at z = 0, facing -z, the texture's top at +y.
-    static std::unique_ptr<HostMesh> Square(HostDevice& device);
+    HostMesh(HostDevice& device, const HostGeometry& geometry);
 
     void Draw(HostDrawPath path);
 

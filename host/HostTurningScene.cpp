@@ -47,8 +47,8 @@ void HostTurningScene::Draw(HostDevice& device, const HostResource& primary, UIN
 
 void HostTurningScene::Prepare(HostDevice& device)
 {
-    m_pCube = HostMesh::Cube(device);
-    m_pSquare = HostMesh::Square(device);
+    m_pCube = std::make_unique<HostMesh>(device, HostGeometry::Cube());
+    m_pSquare = std::make_unique<HostMesh>(device, HostGeometry::Square());
     m_pPattern = device.CreateTexture(Pattern());
     m_pCanvas = device.CreateRenderTargetTexture(kCanvasSize, kCanvasSize);
     m_pTile = device.CreateRenderTarget(kCanvasSize, kCanvasSize);

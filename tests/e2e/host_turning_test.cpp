@@ -22,7 +22,8 @@ protected:
     HostTurningTest()
         : m_Session({L"TessloWddmUmode.dll", L"TessloClientDllSample.dll", 0}), m_Device(m_Session.Device()),
           m_pTarget(m_Device.CreateRenderTarget(kSize, kSize)), m_pDepth(m_Device.CreateDepthStencil(kSize, kSize)),
-          m_Shading(m_Device), m_pCube(HostMesh::Cube(m_Device)), m_pSquare(HostMesh::Square(m_Device))
+          m_Shading(m_Device), m_pCube(std::make_unique<HostMesh>(m_Device, HostGeometry::Cube())),
+          m_pSquare(std::make_unique<HostMesh>(m_Device, HostGeometry::Square()))
     {
     }
 

@@ -36,6 +36,7 @@ protected:
         m_pDevice = std::make_unique<UMDDdiDevice>(
             m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), &m_Callbacks);
         ASSERT_TRUE(m_pDevice->Initialize());
+        WaitForWorkers();
         ForgetCalls();
     }
 
@@ -49,6 +50,17 @@ protected:
 
     /// For tests that change callbacks or fakes before the device starts.
     virtual void PrepareStart() {}
+
+    /// Each frame-buffer thread prints one line when it begins; none of them may come into the test's own.
+    void WaitForWorkers()
+    {
+        constexpr size_t kWorkers = 6;
+        constexpr DWORD kLong = 30000;  // milliseconds; reached only by a failing test
+        const DWORD begin = GetTickCount();
+        while (m_Trace.Count(">>> UMDThreadFrameBuffer::Run\n") < kWorkers && GetTickCount() - begin < kLong)
+            Sleep(1);
+        ASSERT_EQ(m_Trace.Count(">>> UMDThreadFrameBuffer::Run\n"), kWorkers);
+    }
 
     void ForgetCalls()
     {
