@@ -10,6 +10,7 @@ namespace
 {
 constexpr double kMicroseconds = 1e6;
 constexpr double kNanoseconds = 1e9;
+constexpr double kKibibyte = 1024;
 
 const char* Sign(BenchTarget kind)
 {
@@ -68,11 +69,23 @@ void BenchReport::AddCost(
     Add({name, "us", ours * kMicroseconds, otherName, other * kMicroseconds, ours / other, BenchTarget::AtMost, must});
 }
 
+void BenchReport::AddRate(
+    const std::string& name, double ours, const std::string& otherName, double other, double must)
+{
+    Add({name, "fps", ours, otherName, other, ours / other, BenchTarget::AtLeast, must});
+}
+
 void BenchReport::AddDifference(
     const std::string& name, double ours, const std::string& otherName, double other, double must)
 {
     Add({name, "ns", ours * kNanoseconds, otherName, other * kNanoseconds, (ours - other) * kNanoseconds,
         BenchTarget::AtMost, must});
+}
+
+void BenchReport::AddMemory(const std::string& name, size_t ours, const std::string& otherName, size_t other)
+{
+    const double left = static_cast<double>(ours) / kKibibyte, right = static_cast<double>(other) / kKibibyte;
+    Add({name, "KiB", left, otherName, right, left - right, BenchTarget::None});
 }
 
 void BenchReport::AddFigure(const std::string& name, double ours, const std::string& otherName, double other)

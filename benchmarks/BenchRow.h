@@ -15,7 +15,7 @@ enum class BenchTarget
 struct BenchRow
 {
     std::string Name;
-    std::string Unit;         ///< of both figures: "us", "ns", "KiB"
+    std::string Unit;         ///< of both figures: "us", "ns", "KiB", "fps"
     double Ours = 0;          ///< median
     std::string OtherName;    ///< what stands beside it
     double Other = 0;         ///< median

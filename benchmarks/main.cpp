@@ -1,5 +1,5 @@
 // Measures the driver and prints what it should cost beside what it costs.
-#include "BenchDevice.h"
+#include "BenchDriver.h"
 #include "BenchImage.h"
 #include "BenchOptions.h"
 #include "HostError.h"
@@ -20,7 +20,11 @@ int main(int argc, char** argv)
     try
     {
         BenchImage(report);
-        BenchDevice(report);
+        BenchAttach(report);
+        BenchOverhead(report);
+        BenchCalls(report);
+        BenchPresent(report);
+        BenchScenes(report);
     }
     catch (const HostError& error)
     {

@@ -160,13 +160,13 @@ void HostDevice::SetDisplayMode(const HostResource& primary)
     HostCheck(m_Functions.pfnSetDisplayMode(m_hDevice, &arg), "pfnSetDisplayMode");
 }
 
-HostFlipTime HostDevice::Flip(const HostResource& primary)
+HostFlipTime HostDevice::Flip(HANDLE hPrimary)
 {
     LARGE_INTEGER frequency, start, end;
     QueryPerformanceFrequency(&frequency);
     const size_t before = Kernel().PresentCount();
     D3DDDIARG_PRESENT arg{};
-    arg.hSrcResource = primary.Handle();
+    arg.hSrcResource = hPrimary;
     arg.Flags.Flip = 1;
     arg.FlipInterval = D3DDDI_FLIPINTERVAL_ONE;
     QueryPerformanceCounter(&start);

@@ -52,7 +52,9 @@ public:
     void WriteBuffer(const HostResource& buffer, const void* pData, UINT bytes);
     void Flush();
     void SetDisplayMode(const HostResource& primary);
-    HostFlipTime Flip(const HostResource& primary);
+    HostFlipTime Flip(const HostResource& primary) { return Flip(primary.Handle()); }
+    /// @param hPrimary the driver's handle.
+    HostFlipTime Flip(HANDLE hPrimary);
     /// Copies a render target back through a blit into system memory and a lock.
     HostImage ReadBack(const HostResource& target);
 

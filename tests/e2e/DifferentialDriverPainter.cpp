@@ -100,6 +100,17 @@ PainterHandle DifferentialDriverPainter::CreateSurface(
     return Create(std::move(request));
 }
 
+PainterHandle DifferentialDriverPainter::CreatePrimary(UINT width, UINT height)
+{
+    Request request;
+    request.m_Width = width;
+    request.m_Height = height;
+    request.m_Format = D3DFMT_X8R8G8B8;
+    request.m_Flags.RenderTarget = 1;
+    request.m_Flags.Primary = 1;
+    return Create(std::move(request));
+}
+
 PainterHandle DifferentialDriverPainter::CreateDepth(UINT width, UINT height, D3DFORMAT format)
 {
     Request request;

@@ -13,6 +13,9 @@ public:
     /// For calls that a painter does not offer.
     const D3DDDI_DEVICEFUNCS& Functions() { return m_Session.Device().Functions(); }
     HANDLE Device() { return m_Session.Device().Handle(); }
+    HostDevice& Host() { return m_Session.Device(); }
+    /// A target that can be flipped to source 0.
+    PainterHandle CreatePrimary(UINT width, UINT height);
     /// The driver's handle of an object.
     static HANDLE Handle(PainterObject& object);
 

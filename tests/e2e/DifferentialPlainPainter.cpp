@@ -84,6 +84,21 @@ DifferentialPlainPainter::~DifferentialPlainPainter()
     DestroyWindow(m_hWnd);
 }
 
+IDirect3DSurface9* DifferentialPlainPainter::Surface(PainterObject& object)
+{
+    return Object::Of(object).m_pSurface.Get();
+}
+
+IDirect3DTexture9* DifferentialPlainPainter::Texture(PainterObject& object)
+{
+    return Object::Of(object).m_pTexture.Get();
+}
+
+IDirect3DVertexBuffer9* DifferentialPlainPainter::VertexBuffer(PainterObject& object)
+{
+    return Object::Of(object).m_pVertexBuffer.Get();
+}
+
 PainterHandle DifferentialPlainPainter::CreateSurface(
     PainterSurface kind, UINT width, UINT height, D3DFORMAT format, UINT levels)
 {

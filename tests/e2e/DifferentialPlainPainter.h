@@ -14,6 +14,10 @@ public:
 
     /// For calls that a painter does not offer.
     IDirect3DDevice9Ex* Device() { return m_pDevice.Get(); }
+    /// The device's own of a painter's object, borrowed; null if the object is no such thing.
+    static IDirect3DSurface9* Surface(PainterObject& object);
+    static IDirect3DTexture9* Texture(PainterObject& object);
+    static IDirect3DVertexBuffer9* VertexBuffer(PainterObject& object);
 
     PainterHandle CreateSurface(
         PainterSurface kind, UINT width, UINT height, D3DFORMAT format, UINT levels = 1) override;

@@ -1,0 +1,29 @@
+#include "BenchDriver.h"
+
+#include "BenchTimer.h"
+
+#include <windows.h>
+
+namespace
+{
+BenchWork Load(const wchar_t* pName)
+{
+    return {[=] {
+        if (const HMODULE hModule = LoadLibraryW(pName))
+            FreeLibrary(hModule);
+    }};
+}
+} // namespace
+
+void BenchAttach(BenchReport& report)
+{
+    const std::string name = "attach and detach";
+    if (!report.Wants(name))
+        return;
+    // The platform's own DLLs stay loaded, as they are in a process that uses Direct3D: their start is not the driver's.
+    for (const wchar_t* pName : {L"d3d9.dll", L"dxva2.dll", L"shell32.dll"})
+        LoadLibraryW(pName);
+    const std::vector<double> times =
+        BenchCompare({Load(L"TessloWddmUmode.dll"), Load(L"TessloClientDllSample.dll")}, 51);
+    report.AddCost(name, times[0], "client library", times[1], 1.2);
+}
