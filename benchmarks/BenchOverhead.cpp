@@ -132,7 +132,8 @@ void IdleMemory(BenchReport& report, HostSession& session)
     constexpr UINT kThreads = 7;
     // The first device of a process also pays for what the platform sets up once.
     size_t before = PrivateBytes();
-    const HostDevice second(session.Adapter());
+    HostAdapter adapter(session.Driver(), session.Kernel());
+    const HostDevice second(adapter);
     const size_t ours = PrivateBytes() - before;
 
     HANDLE threads[kThreads];

@@ -10,7 +10,7 @@
 
 HRESULT APIENTRY UMDDdiBlt(HANDLE hDevice, const D3DDDIARG_BLT* pBlt)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         const RECT& dst = pBlt->DstRect;
         const RECT& src = pBlt->SrcRect;
         UMD_TRACE(UMDTRACE_DDI,
@@ -27,7 +27,7 @@ HRESULT APIENTRY UMDDdiBlt(HANDLE hDevice, const D3DDDIARG_BLT* pBlt)
 
 HRESULT APIENTRY UMDDdiTexBlt(HANDLE hDevice, const D3DDDIARG_TEXBLT* pTexBlt)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         const RECT& src = pTexBlt->SrcRect;
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiTexBlt hSrcResource:0x%x [Type:%d Pool:%d] hDstResource:0x%x [Type:%d Pool:%d] SrcRect l:%d t:%d r:%d b:%d DstPoint x:%d y:%d\n",
@@ -43,7 +43,7 @@ HRESULT APIENTRY UMDDdiTexBlt(HANDLE hDevice, const D3DDDIARG_TEXBLT* pTexBlt)
 
 HRESULT APIENTRY UMDDdiBufBlt(HANDLE hDevice, const D3DDDIARG_BUFFERBLT* pBufBlt)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiBufBlt hDstResource:0x%x hSrcResource:0x%x Offset:%d SrcRange.Offset:%d SrcRange.Size:%d\n",
             UMDLow32(pBufBlt->hDstResource), UMDLow32(pBufBlt->hSrcResource), pBufBlt->Offset,
@@ -56,7 +56,7 @@ HRESULT APIENTRY UMDDdiBufBlt(HANDLE hDevice, const D3DDDIARG_BUFFERBLT* pBufBlt
 
 HRESULT APIENTRY UMDDdiClear(HANDLE hDevice, const D3DDDIARG_CLEAR* pClear, UINT rectCount, const RECT* pRects)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         // The depth shows as the word that holds it.
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiClear ClrCount: %d Flags:%x FillColor:%x FillDepth:%x FillStencil:%x \n", rectCount,
@@ -73,7 +73,7 @@ HRESULT APIENTRY UMDDdiClear(HANDLE hDevice, const D3DDDIARG_CLEAR* pClear, UINT
 
 HRESULT APIENTRY UMDDdiColorFill(HANDLE hDevice, const D3DDDIARG_COLORFILL* pColorFill)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         const RECT& dst = pColorFill->DstRect;
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiColorFill hResource:0x%x SubResourceIndex:0x%x Color:0x%x l:%d r:%d  t:%d b:%d\n",
@@ -85,7 +85,7 @@ HRESULT APIENTRY UMDDdiColorFill(HANDLE hDevice, const D3DDDIARG_COLORFILL* pCol
 
 HRESULT APIENTRY UMDDdiDepthFill(HANDLE hDevice, const D3DDDIARG_DEPTHFILL* pDepthFill)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDepthFill\n");
         return ToDevice(hDevice).DepthFill(pDepthFill);
     });
@@ -93,7 +93,7 @@ HRESULT APIENTRY UMDDdiDepthFill(HANDLE hDevice, const D3DDDIARG_DEPTHFILL* pDep
 
 HRESULT APIENTRY UMDDdiComposeRects(HANDLE hDevice, const D3DDDIARG_COMPOSERECTS* pComposeRects)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiComposeRects\n");
         return ToDevice(hDevice).ComposeRects(pComposeRects);
     });

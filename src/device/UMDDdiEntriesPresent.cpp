@@ -6,7 +6,7 @@
 
 HRESULT APIENTRY UMDDdiGetInfo(HANDLE hDevice, UINT infoId, void* pInfo, UINT infoSize)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiGetInfo\n");
         return ToDevice(hDevice).GetInfo(infoId, pInfo, infoSize);
     });
@@ -14,7 +14,7 @@ HRESULT APIENTRY UMDDdiGetInfo(HANDLE hDevice, UINT infoId, void* pInfo, UINT in
 
 HRESULT APIENTRY UMDDdiSetDisplayMode(HANDLE hDevice, const D3DDDIARG_SETDISPLAYMODE* pSetDisplayMode)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_RESOURCE, L"=> UMDDdiSetDisplayMode hResource:0x%x SubResourceIndex:%d\n",
             UMDLow32(pSetDisplayMode->hResource), pSetDisplayMode->SubResourceIndex);
         return ToDevice(hDevice).SetDisplayMode(pSetDisplayMode);
@@ -23,7 +23,7 @@ HRESULT APIENTRY UMDDdiSetDisplayMode(HANDLE hDevice, const D3DDDIARG_SETDISPLAY
 
 HRESULT APIENTRY UMDDdiPresent(HANDLE hDevice, const D3DDDIARG_PRESENT* pPresent)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiPresent hSrcResource:0x%x SrcSubResourceIndex:%d hDstResource:0x%x DstSubResourceIndex:%d Flags:0x%x FlipInterval:%d\n",
             UMDLow32(pPresent->hSrcResource), pPresent->SrcSubResourceIndex, UMDLow32(pPresent->hDstResource),
@@ -34,7 +34,7 @@ HRESULT APIENTRY UMDDdiPresent(HANDLE hDevice, const D3DDDIARG_PRESENT* pPresent
 
 HRESULT APIENTRY UMDDdiFlush(HANDLE hDevice)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiFlush\n");
         return ToDevice(hDevice).Flush();
     });
@@ -42,7 +42,7 @@ HRESULT APIENTRY UMDDdiFlush(HANDLE hDevice)
 
 HRESULT APIENTRY UMDDdiCreateQuery(HANDLE hDevice, D3DDDIARG_CREATEQUERY* pCreateQuery)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiCreateQuery\n");
         return ToDevice(hDevice).CreateQuery(pCreateQuery);
     });
@@ -50,7 +50,7 @@ HRESULT APIENTRY UMDDdiCreateQuery(HANDLE hDevice, D3DDDIARG_CREATEQUERY* pCreat
 
 HRESULT APIENTRY UMDDdiDeleteQuery(HANDLE hDevice, const HANDLE hQuery)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDeleteQuery\n");
         return ToDevice(hDevice).DeleteQuery(hQuery);
     });
@@ -58,7 +58,7 @@ HRESULT APIENTRY UMDDdiDeleteQuery(HANDLE hDevice, const HANDLE hQuery)
 
 HRESULT APIENTRY UMDDdiIssueQuery(HANDLE hDevice, const D3DDDIARG_ISSUEQUERY* pIssueQuery)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiIssueQuery\n");
         return ToDevice(hDevice).IssueQuery(pIssueQuery);
     });
@@ -66,7 +66,7 @@ HRESULT APIENTRY UMDDdiIssueQuery(HANDLE hDevice, const D3DDDIARG_ISSUEQUERY* pI
 
 HRESULT APIENTRY UMDDdiGetQueryData(HANDLE hDevice, const D3DDDIARG_GETQUERYDATA* pGetQueryData)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiGetQueryData\n");
         return ToDevice(hDevice).GetQueryData(pGetQueryData);
     });
@@ -75,7 +75,7 @@ HRESULT APIENTRY UMDDdiGetQueryData(HANDLE hDevice, const D3DDDIARG_GETQUERYDATA
 // Only the kernel-mode context goes: the adapter ends the threads and frees the object when it is closed.
 HRESULT APIENTRY UMDDdiDestroyDevice(HANDLE hDevice)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDestroyDevice\n");
         if (hDevice)
             ToDevice(hDevice).DestroyContext();
@@ -85,7 +85,7 @@ HRESULT APIENTRY UMDDdiDestroyDevice(HANDLE hDevice)
 
 HRESULT APIENTRY UMDDdiQueryResourceResidency(HANDLE hDevice, const D3DDDIARG_QUERYRESOURCERESIDENCY* pQuery)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiQueryResourceResidency %d\n", pQuery->NumResources);
         return ToDevice(hDevice).QueryResourceResidency(pQuery);
     });

@@ -132,7 +132,7 @@ DWORD DelegatedLockFlags(D3DDDI_LOCKFLAGS flags)
 
 HRESULT APIENTRY UMDDdiLock(HANDLE, D3DDDIARG_LOCK* pLock)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(kTraceLevel, L"=> UMDDdiLock hResource:0x%x\n", UMDLow32(pLock->hResource));
         UMDUtilDebugTracePrintLock(pLock, TypeOf(pLock->hResource));
         return ToResource(pLock->hResource)
@@ -143,7 +143,7 @@ HRESULT APIENTRY UMDDdiLock(HANDLE, D3DDDIARG_LOCK* pLock)
 
 HRESULT APIENTRY UMDDdiUnlock(HANDLE, const D3DDDIARG_UNLOCK* pUnlock)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(kTraceLevel, L"=> UMDDdiUnlock hResource:0x%x\n", UMDLow32(pUnlock->hResource));
         return ToResource(pUnlock->hResource)->Unlock();
     });
@@ -151,7 +151,7 @@ HRESULT APIENTRY UMDDdiUnlock(HANDLE, const D3DDDIARG_UNLOCK* pUnlock)
 
 HRESULT APIENTRY UMDDdiCreateResource(HANDLE hDevice, D3DDDIARG_CREATERESOURCE* pCreateResource)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(kTraceLevel, L"=> UMDDdiCreateResource\n");
         UMDUtilDebugTracePrintCreateResource(pCreateResource);
         return CreateResource(&ToDevice(hDevice), pCreateResource);
@@ -160,7 +160,7 @@ HRESULT APIENTRY UMDDdiCreateResource(HANDLE hDevice, D3DDDIARG_CREATERESOURCE* 
 
 HRESULT APIENTRY UMDDdiDestroyResource(HANDLE hDevice, HANDLE hResource)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(kTraceLevel, L"=> UMDDdiDestroyResource hResource:0x%x\n", UMDLow32(hResource));
         UMDUtilDebugTracePrintResourceType(TypeOf(hResource));
         return ToDevice(hDevice).DestroyResource(hResource);
@@ -169,7 +169,7 @@ HRESULT APIENTRY UMDDdiDestroyResource(HANDLE hDevice, HANDLE hResource)
 
 HRESULT APIENTRY UMDDdiOpenResource(HANDLE hDevice, D3DDDIARG_OPENRESOURCE* pOpenResource)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(kTraceLevel, L"=> UMDDdiOpenResource \n");
         UMDUtilDebugTracePrintOpenResource(pOpenResource);
         return OpenResource(&ToDevice(hDevice), pOpenResource);

@@ -6,7 +6,7 @@
 
 HRESULT APIENTRY UMDDdiSetPixelShader(HANDLE hDevice, HANDLE hPixelShader)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetPixelShader hPixelShader:0x%x\n", UMDLow32(hPixelShader));
         return ToDevice(hDevice).SetPixelShader(hPixelShader);
     });
@@ -15,7 +15,7 @@ HRESULT APIENTRY UMDDdiSetPixelShader(HANDLE hDevice, HANDLE hPixelShader)
 HRESULT APIENTRY UMDDdiSetPixelShaderConst(
     HANDLE hDevice, const D3DDDIARG_SETPIXELSHADERCONST* pSetConst, const FLOAT* pData)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetPixelShaderConst C:%d R:%d\n", pSetConst->Count, pSetConst->Register);
         return ToDevice(hDevice).SetPixelShaderConst(pSetConst, pData);
     });
@@ -24,7 +24,7 @@ HRESULT APIENTRY UMDDdiSetPixelShaderConst(
 HRESULT APIENTRY UMDDdiSetPixelShaderConstI(
     HANDLE hDevice, const D3DDDIARG_SETPIXELSHADERCONSTI* pSetConst, const INT* pData)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetPixelShaderConstI pConstI:0x%x pDP2SetPSConstI:0x%x Count:%d Register:%d\n",
             UMDLow32(pData), UMDLow32(pSetConst), pSetConst->Count, pSetConst->Register);
         return ToDevice(hDevice).SetPixelShaderConstI(pSetConst, pData);
@@ -34,7 +34,7 @@ HRESULT APIENTRY UMDDdiSetPixelShaderConstI(
 HRESULT APIENTRY UMDDdiSetPixelShaderConstB(
     HANDLE hDevice, const D3DDDIARG_SETPIXELSHADERCONSTB* pSetConst, const BOOL* pData)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetPixelShaderConstB pConstB:0x%x pDP2SetPSConstB:0x%x Count:%d Register:%d\n",
             UMDLow32(pData), UMDLow32(pSetConst), pSetConst->Count, pSetConst->Register);
         return ToDevice(hDevice).SetPixelShaderConstB(pSetConst, pData);
@@ -43,7 +43,7 @@ HRESULT APIENTRY UMDDdiSetPixelShaderConstB(
 
 HRESULT APIENTRY UMDDdiCreatePixelShader(HANDLE hDevice, D3DDDIARG_CREATEPIXELSHADER* pCreate, const UINT* pCode)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiCreatePixelShader pShader:0x%x pDDICreateShader:0x%x CodeSize:%d ShaderHandle:0x%x\n",
             UMDLow32(pCode), UMDLow32(pCreate), pCreate->CodeSize, UMDLow32(pCreate->ShaderHandle));
@@ -53,7 +53,7 @@ HRESULT APIENTRY UMDDdiCreatePixelShader(HANDLE hDevice, D3DDDIARG_CREATEPIXELSH
 
 HRESULT APIENTRY UMDDdiDeletePixelShader(HANDLE hDevice, HANDLE hPixelShader)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDeletePixelShader hPixelShader:0x%x\n", UMDLow32(hPixelShader));
         return ToDevice(hDevice).DeletePixelShader(hPixelShader);
     });
@@ -62,7 +62,7 @@ HRESULT APIENTRY UMDDdiDeletePixelShader(HANDLE hDevice, HANDLE hPixelShader)
 HRESULT APIENTRY UMDDdiSetVertexShaderConst(
     HANDLE hDevice, const D3DDDIARG_SETVERTEXSHADERCONST* pSetConst, const void* pData)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetVertexShaderConst pSetShaderConst:0x%x Count:%d Register:%d\n",
             UMDLow32(pSetConst), pSetConst->Count, pSetConst->Register);
         return ToDevice(hDevice).SetVertexShaderConst(pSetConst, pData);
@@ -72,7 +72,7 @@ HRESULT APIENTRY UMDDdiSetVertexShaderConst(
 HRESULT APIENTRY UMDDdiCreateVertexShaderFunc(
     HANDLE hDevice, D3DDDIARG_CREATEVERTEXSHADERFUNC* pCreate, const UINT* pCode)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiCreateVertexShaderFunc pCode:0x%x pDDICreateVSFunc:0x%x ShaderHandle:0x%x\n",
             UMDLow32(pCode), UMDLow32(pCreate), UMDLow32(pCreate ? pCreate->ShaderHandle : nullptr));
         return ToDevice(hDevice).CreateVertexShaderFunc(pCreate, pCode);
@@ -81,7 +81,7 @@ HRESULT APIENTRY UMDDdiCreateVertexShaderFunc(
 
 HRESULT APIENTRY UMDDdiDeleteVertexShaderFunc(HANDLE hDevice, HANDLE hVSFunc)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDeleteVertexShaderFunc hVSFunc:0x%x\n", UMDLow32(hVSFunc));
         return ToDevice(hDevice).DeleteVertexShaderFunc(hVSFunc);
     });
@@ -89,7 +89,7 @@ HRESULT APIENTRY UMDDdiDeleteVertexShaderFunc(HANDLE hDevice, HANDLE hVSFunc)
 
 HRESULT APIENTRY UMDDdiSetVertexShaderFunc(HANDLE hDevice, HANDLE hVSFunc)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetVertexShaderFunc hVSFunc:0x%x\n", UMDLow32(hVSFunc));
         return ToDevice(hDevice).SetVertexShaderFunc(hVSFunc);
     });
@@ -98,7 +98,7 @@ HRESULT APIENTRY UMDDdiSetVertexShaderFunc(HANDLE hDevice, HANDLE hVSFunc)
 HRESULT APIENTRY UMDDdiCreateVertexShaderDecl(
     HANDLE hDevice, D3DDDIARG_CREATEVERTEXSHADERDECL* pCreate, const D3DDDIVERTEXELEMENT* pElements)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         const D3DDDIARG_CREATEVERTEXSHADERDECL create = pCreate ? *pCreate : D3DDDIARG_CREATEVERTEXSHADERDECL{};
         const D3DDDIVERTEXELEMENT first = pElements && create.NumVertexElements ? *pElements : D3DDDIVERTEXELEMENT{};
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiCreateVertexShaderDecl M:%d O:%d S:%d T:%d U:%d I:%d N:%d S:0x%x\n",
@@ -110,7 +110,7 @@ HRESULT APIENTRY UMDDdiCreateVertexShaderDecl(
 
 HRESULT APIENTRY UMDDdiDeleteVertexShaderDecl(HANDLE hDevice, HANDLE hVSDecl)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDeleteVertexShaderDecl hVSDecl:0x%x\n", UMDLow32(hVSDecl));
         return ToDevice(hDevice).DeleteVertexShaderDecl(hVSDecl);
     });
@@ -118,7 +118,7 @@ HRESULT APIENTRY UMDDdiDeleteVertexShaderDecl(HANDLE hDevice, HANDLE hVSDecl)
 
 HRESULT APIENTRY UMDDdiSetVertexShaderDecl(HANDLE hDevice, HANDLE hVSDecl)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetVertexShaderDecl hVSDecl:0x%x\n", UMDLow32(hVSDecl));
         return ToDevice(hDevice).SetVertexShaderDecl(hVSDecl);
     });

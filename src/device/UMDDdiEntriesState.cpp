@@ -8,17 +8,17 @@
 // The two busiest entries trace nothing.
 HRESULT APIENTRY UMDDdiSetRenderState(HANDLE hDevice, const D3DDDIARG_RENDERSTATE* pRenderState)
 {
-    return UMDGuard(__func__, [&] { return ToDevice(hDevice).SetRenderState(pRenderState); });
+    return UMDGuard(__func__, [=] { return ToDevice(hDevice).SetRenderState(pRenderState); });
 }
 
 HRESULT APIENTRY UMDDdiSetTextureStageState(HANDLE hDevice, const D3DDDIARG_TEXTURESTAGESTATE* pTextureStageState)
 {
-    return UMDGuard(__func__, [&] { return ToDevice(hDevice).SetTextureStageState(pTextureStageState); });
+    return UMDGuard(__func__, [=] { return ToDevice(hDevice).SetTextureStageState(pTextureStageState); });
 }
 
 HRESULT APIENTRY UMDDdiUpdateWInfo(HANDLE hDevice, const D3DDDIARG_WINFO* pWInfo)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiUpdateWInfo\n");
         return ToDevice(hDevice).UpdateWInfo(pWInfo);
     });
@@ -26,7 +26,7 @@ HRESULT APIENTRY UMDDdiUpdateWInfo(HANDLE hDevice, const D3DDDIARG_WINFO* pWInfo
 
 HRESULT APIENTRY UMDDdiValidateDevice(HANDLE hDevice, D3DDDIARG_VALIDATETEXTURESTAGESTATE* pValidate)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiValidateDevice NumPasses:%d\n", pValidate->NumPasses);
         return ToDevice(hDevice).ValidateDevice(pValidate);
     });
@@ -34,7 +34,7 @@ HRESULT APIENTRY UMDDdiValidateDevice(HANDLE hDevice, D3DDDIARG_VALIDATETEXTURES
 
 HRESULT APIENTRY UMDDdiSetTexture(HANDLE hDevice, UINT stage, HANDLE hTexture)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetTexture Stage:%d hTexture:0x%x [Type:%d Pool:%d]\n", stage,
             UMDLow32(hTexture), ResourceTypeOrZero(hTexture), ResourcePoolOrZero(hTexture));
         return ToDevice(hDevice).SetTexture(stage, hTexture);
@@ -43,7 +43,7 @@ HRESULT APIENTRY UMDDdiSetTexture(HANDLE hDevice, UINT stage, HANDLE hTexture)
 
 HRESULT APIENTRY UMDDdiMultiplyTransform(HANDLE hDevice, const D3DDDIARG_MULTIPLYTRANSFORM* pTransform)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiMultiplyTransform\n");
         return ToDevice(hDevice).MultiplyTransform(pTransform);
     });
@@ -51,7 +51,7 @@ HRESULT APIENTRY UMDDdiMultiplyTransform(HANDLE hDevice, const D3DDDIARG_MULTIPL
 
 HRESULT APIENTRY UMDDdiSetTransform(HANDLE hDevice, const D3DDDIARG_SETTRANSFORM* pTransform)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetTransform\n");
         return ToDevice(hDevice).SetTransform(pTransform);
     });
@@ -59,7 +59,7 @@ HRESULT APIENTRY UMDDdiSetTransform(HANDLE hDevice, const D3DDDIARG_SETTRANSFORM
 
 HRESULT APIENTRY UMDDdiSetViewport(HANDLE hDevice, const D3DDDIARG_VIEWPORTINFO* pViewport)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetViewport Width:%d Height:%d X:%d Y:%d\n", pViewport->Width,
             pViewport->Height, pViewport->X, pViewport->Y);
         return ToDevice(hDevice).SetViewport(pViewport);
@@ -68,7 +68,7 @@ HRESULT APIENTRY UMDDdiSetViewport(HANDLE hDevice, const D3DDDIARG_VIEWPORTINFO*
 
 HRESULT APIENTRY UMDDdiSetZRange(HANDLE hDevice, const D3DDDIARG_ZRANGE* pZRange)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         // Whole numbers: the range's ends are 0 and 1 in all but rare cases.
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetZRange MinZ:%d MaxZ:%d\n", static_cast<int>(pZRange->MinZ),
             static_cast<int>(pZRange->MaxZ));
@@ -78,7 +78,7 @@ HRESULT APIENTRY UMDDdiSetZRange(HANDLE hDevice, const D3DDDIARG_ZRANGE* pZRange
 
 HRESULT APIENTRY UMDDdiSetMaterial(HANDLE hDevice, const D3DDDIARG_SETMATERIAL* pMaterial)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetMaterial\n");
         return ToDevice(hDevice).SetMaterial(pMaterial);
     });
@@ -86,7 +86,7 @@ HRESULT APIENTRY UMDDdiSetMaterial(HANDLE hDevice, const D3DDDIARG_SETMATERIAL* 
 
 HRESULT APIENTRY UMDDdiSetLight(HANDLE hDevice, const D3DDDIARG_SETLIGHT* pSetLight, const D3DDDI_LIGHT* pLight)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetLight\n");
         return ToDevice(hDevice).SetLight(pSetLight, pLight);
     });
@@ -94,7 +94,7 @@ HRESULT APIENTRY UMDDdiSetLight(HANDLE hDevice, const D3DDDIARG_SETLIGHT* pSetLi
 
 HRESULT APIENTRY UMDDdiCreateLight(HANDLE hDevice, const D3DDDIARG_CREATELIGHT* pCreateLight)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiCreateLight\n");
         return ToDevice(hDevice).CreateLight(pCreateLight);
     });
@@ -102,7 +102,7 @@ HRESULT APIENTRY UMDDdiCreateLight(HANDLE hDevice, const D3DDDIARG_CREATELIGHT* 
 
 HRESULT APIENTRY UMDDdiDestroyLight(HANDLE hDevice, const D3DDDIARG_DESTROYLIGHT* pDestroyLight)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDestroyLight\n");
         return ToDevice(hDevice).DestroyLight(pDestroyLight);
     });
@@ -110,7 +110,7 @@ HRESULT APIENTRY UMDDdiDestroyLight(HANDLE hDevice, const D3DDDIARG_DESTROYLIGHT
 
 HRESULT APIENTRY UMDDdiSetClipPlane(HANDLE hDevice, const D3DDDIARG_SETCLIPPLANE* pSetClipPlane)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         // The plane shows as the address of its four coefficients.
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetClipPlane pSetClipPlane:0x%x Index:%d Plane:%d\n",
             UMDLow32(pSetClipPlane), pSetClipPlane->Index, UMDLow32(pSetClipPlane->Plane));
@@ -120,7 +120,7 @@ HRESULT APIENTRY UMDDdiSetClipPlane(HANDLE hDevice, const D3DDDIARG_SETCLIPPLANE
 
 HRESULT APIENTRY UMDDdiSetScissorRect(HANDLE hDevice, const RECT* pRect)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetScissorRect pRect:0x%x left:%d right:%d top:%d bottom:%d\n",
             UMDLow32(pRect), pRect->left, pRect->right, pRect->top, pRect->bottom);
         return ToDevice(hDevice).SetScissorRect(pRect);
@@ -129,7 +129,7 @@ HRESULT APIENTRY UMDDdiSetScissorRect(HANDLE hDevice, const RECT* pRect)
 
 HRESULT APIENTRY UMDDdiSetConvolutionKernelMono(HANDLE hDevice, const D3DDDIARG_SETCONVOLUTIONKERNELMONO* pKernel)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetConvolutionKernelMono\n");
         return ToDevice(hDevice).SetConvolutionKernelMono(pKernel);
     });
@@ -137,7 +137,7 @@ HRESULT APIENTRY UMDDdiSetConvolutionKernelMono(HANDLE hDevice, const D3DDDIARG_
 
 HRESULT APIENTRY UMDDdiSetRenderTarget(HANDLE hDevice, const D3DDDIARG_SETRENDERTARGET* pSetRT)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         const D3DDDIARG_SETRENDERTARGET shown = pSetRT ? *pSetRT : D3DDDIARG_SETRENDERTARGET{};
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_RESOURCE,
             L"=> UMDDdiSetRenderTarget hRenderTarget:0x%x [Type:%d] RenderTargetIndex:%d SubResourceIndex:0x%x\n",
@@ -149,7 +149,7 @@ HRESULT APIENTRY UMDDdiSetRenderTarget(HANDLE hDevice, const D3DDDIARG_SETRENDER
 
 HRESULT APIENTRY UMDDdiSetDepthStencil(HANDLE hDevice, const D3DDDIARG_SETDEPTHSTENCIL* pSetDepthStencil)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetDepthStencil hZBuffer:0x%x\n", UMDLow32(pSetDepthStencil->hZBuffer));
         return ToDevice(hDevice).SetDepthStencil(pSetDepthStencil);
     });
@@ -157,7 +157,7 @@ HRESULT APIENTRY UMDDdiSetDepthStencil(HANDLE hDevice, const D3DDDIARG_SETDEPTHS
 
 HRESULT APIENTRY UMDDdiGenerateMipSubLevels(HANDLE hDevice, const D3DDDIARG_GENERATEMIPSUBLEVELS* pGenerate)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiGenerateMipSubLevels\n");
         return ToDevice(hDevice).GenerateMipSubLevels(pGenerate);
     });

@@ -7,7 +7,7 @@
 HRESULT APIENTRY UMDDdiSetStreamSourceUM(
     HANDLE hDevice, const D3DDDIARG_SETSTREAMSOURCEUM* pSetUMStream, const void* pData)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         const D3DDDIARG_SETSTREAMSOURCEUM shown = pSetUMStream ? *pSetUMStream : D3DDDIARG_SETSTREAMSOURCEUM{};
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetStreamSourceUM Stream:%d Stride:%d pData:0x%x\n", shown.Stream,
             shown.Stride, UMDLow32(pData));
@@ -17,7 +17,7 @@ HRESULT APIENTRY UMDDdiSetStreamSourceUM(
 
 HRESULT APIENTRY UMDDdiSetIndices(HANDLE hDevice, const D3DDDIARG_SETINDICES* pSetIndices)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         const D3DDDIARG_SETINDICES shown = pSetIndices ? *pSetIndices : D3DDDIARG_SETINDICES{};
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetIndices pSetIndices:0x%x Stride:%d hIndexBuffer:0x%x\n",
             UMDLow32(pSetIndices), shown.Stride, UMDLow32(shown.hIndexBuffer));
@@ -27,7 +27,7 @@ HRESULT APIENTRY UMDDdiSetIndices(HANDLE hDevice, const D3DDDIARG_SETINDICES* pS
 
 HRESULT APIENTRY UMDDdiSetStreamSource(HANDLE hDevice, const D3DDDIARG_SETSTREAMSOURCE* pSetStreamSource)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_RESOURCE,
             L"=> UMDDdiSetStreamSource hVertexBuffer:0x%x Stream:%d Offset:%d Stride:%d \n",
             UMDLow32(pSetStreamSource->hVertexBuffer), pSetStreamSource->Stream, pSetStreamSource->Offset,
@@ -38,7 +38,7 @@ HRESULT APIENTRY UMDDdiSetStreamSource(HANDLE hDevice, const D3DDDIARG_SETSTREAM
 
 HRESULT APIENTRY UMDDdiSetStreamSourceFreq(HANDLE hDevice, const D3DDDIARG_SETSTREAMSOURCEFREQ* pFreq)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetStreamSourceFreq\n");
         return ToDevice(hDevice).SetStreamSourceFreq(pFreq);
     });
@@ -46,7 +46,7 @@ HRESULT APIENTRY UMDDdiSetStreamSourceFreq(HANDLE hDevice, const D3DDDIARG_SETST
 
 HRESULT APIENTRY UMDDdiDrawPrimitive(HANDLE hDevice, const D3DDDIARG_DRAWPRIMITIVE* pDraw, const UINT* pEdgeFlags)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiDrawPrimitive pEdgeFlags:0x%x PrimitiveCount:%d PrimitiveType:%d VStart:%d\n",
             UMDLow32(pEdgeFlags), pDraw->PrimitiveCount, pDraw->PrimitiveType, pDraw->VStart);
@@ -56,7 +56,7 @@ HRESULT APIENTRY UMDDdiDrawPrimitive(HANDLE hDevice, const D3DDDIARG_DRAWPRIMITI
 
 HRESULT APIENTRY UMDDdiDrawIndexedPrimitive(HANDLE hDevice, const D3DDDIARG_DRAWINDEXEDPRIMITIVE* pDraw)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiDrawIndexedPrimitive PrimitiveType:%d BaseVertexIndex:%d MinIndex:%d NumVertices:%d StartIndex:%d PrimitiveCount:%d\n",
             pDraw->PrimitiveType, pDraw->BaseVertexIndex, pDraw->MinIndex, pDraw->NumVertices, pDraw->StartIndex,
@@ -67,7 +67,7 @@ HRESULT APIENTRY UMDDdiDrawIndexedPrimitive(HANDLE hDevice, const D3DDDIARG_DRAW
 
 HRESULT APIENTRY UMDDdiDrawPrimitive2(HANDLE hDevice, const D3DDDIARG_DRAWPRIMITIVE2* pDraw)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDrawPrimitive2 PrimitiveType:0x%x FirstVertexOffset:%d PrimitiveCount:%d\n",
             pDraw->PrimitiveType, pDraw->FirstVertexOffset, pDraw->PrimitiveCount);
         return ToDevice(hDevice).DrawPrimitive2(pDraw);
@@ -77,7 +77,7 @@ HRESULT APIENTRY UMDDdiDrawPrimitive2(HANDLE hDevice, const D3DDDIARG_DRAWPRIMIT
 HRESULT APIENTRY UMDDdiDrawIndexedPrimitive2(HANDLE hDevice, const D3DDDIARG_DRAWINDEXEDPRIMITIVE2* pDraw,
     UINT indexSize, const void* pIndices, const UINT*)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiDrawIndexedPrimitive2 PrimitiveType:0x%x BaseVertexOffset:%d NumVertices:%d PrimitiveCount:%d pIndices:0x%x\n",
             pDraw->PrimitiveType, pDraw->BaseVertexOffset, pDraw->NumVertices, pDraw->PrimitiveCount,

@@ -39,7 +39,7 @@ HRESULT UMDDdiDevice::DeviceVideoProcessDestroy(HANDLE hVideoProcess)
 
 HRESULT APIENTRY UMDDdiCreateVideoProcessDevice(HANDLE hDevice, D3DDDIARG_CREATEVIDEOPROCESSDEVICE* pCreate)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiCreateVideoProcessDevice\n");
         return CreateVideo(ToDevice(hDevice), pCreate);
     });
@@ -47,7 +47,7 @@ HRESULT APIENTRY UMDDdiCreateVideoProcessDevice(HANDLE hDevice, D3DDDIARG_CREATE
 
 HRESULT APIENTRY UMDDdiDestroyVideoProcessDevice(HANDLE hDevice, HANDLE hVideoProcess)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiDestroyVideoProcessDevice\n");
         return ToDevice(hDevice).DeviceVideoProcessDestroy(hVideoProcess);
     });
@@ -55,7 +55,7 @@ HRESULT APIENTRY UMDDdiDestroyVideoProcessDevice(HANDLE hDevice, HANDLE hVideoPr
 
 HRESULT APIENTRY UMDDdiVideoProcessBeginFrame(HANDLE, HANDLE hVideoProcess)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessBeginFrame\n");
         return CallVideo(hVideoProcess, &UMDDdiDeviceVideo::BeginFrame, hVideoProcess);
     });
@@ -63,7 +63,7 @@ HRESULT APIENTRY UMDDdiVideoProcessBeginFrame(HANDLE, HANDLE hVideoProcess)
 
 HRESULT APIENTRY UMDDdiVideoProcessEndFrame(HANDLE, D3DDDIARG_VIDEOPROCESSENDFRAME* pEndFrame)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessEndFrame\n");
         return CallVideo<const D3DDDIARG_VIDEOPROCESSENDFRAME*>(
             pEndFrame->hVideoProcess, &UMDDdiDeviceVideo::EndFrame, pEndFrame);
@@ -72,7 +72,7 @@ HRESULT APIENTRY UMDDdiVideoProcessEndFrame(HANDLE, D3DDDIARG_VIDEOPROCESSENDFRA
 
 HRESULT APIENTRY UMDDdiVideoProcessSetRenderTarget(HANDLE, const D3DDDIARG_SETVIDEOPROCESSRENDERTARGET* pSetRT)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessSetRenderTarget RT:0x%x\n",
             UMDLow32(pSetRT->hRenderTarget));
         return CallVideo(pSetRT->hVideoProcess, &UMDDdiDeviceVideo::SetRenderTarget, pSetRT);
@@ -81,7 +81,7 @@ HRESULT APIENTRY UMDDdiVideoProcessSetRenderTarget(HANDLE, const D3DDDIARG_SETVI
 
 HRESULT APIENTRY UMDDdiVideoProcessBlt(HANDLE, const D3DDDIARG_VIDEOPROCESSBLT* pBlt)
 {
-    return UMDGuard(__func__, [&] {
+    return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI | UMDTRACE_VIDEO, L"=> UMDDdiVideoProcessBlt\n");
         return CallVideo(pBlt->hVideoProcess, &UMDDdiDeviceVideo::Blt, pBlt);
     });
