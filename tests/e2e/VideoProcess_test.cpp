@@ -16,6 +16,7 @@ namespace
 {
 using Lines = std::vector<std::string>;
 using Calls = std::vector<std::string>;
+using tesslo::test::FakeDxva2;
 using tesslo::test::ImportPatch;
 
 constexpr UINT kMask = 0x103;  ///< errors, entries, video

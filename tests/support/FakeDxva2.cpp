@@ -1,5 +1,8 @@
 #include "FakeDxva2.h"
 
+namespace tesslo::test
+{
+
 namespace
 {
 FakeDxva2* g_pDxva2 = nullptr;
@@ -133,3 +136,5 @@ HRESULT WINAPI FakeDxva2::CreateVideoService(IDirect3DDevice9* pDevice, REFIID i
         *ppService = static_cast<IDirectXVideoProcessorService*>(new Service);
     return g_pDxva2->ServiceResult;
 }
+
+} // namespace tesslo::test

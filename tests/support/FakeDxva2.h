@@ -10,6 +10,9 @@
 #include <string>
 #include <vector>
 
+namespace tesslo::test
+{
+
 class FakeDxva2
 {
 public:
@@ -43,3 +46,5 @@ public:
     UINT BltSampleCount = 0;
     bool BltHasCompletion = false;
 };
+
+} // namespace tesslo::test
