@@ -11,7 +11,7 @@ struct D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE
 {
     HANDLE hChannel;  // channel handle
     UINT DataSize;  // bytes
-    void* pData;  // output
+    void* pData;  // DataSize bytes
 };
 UMD_LAYOUT(D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE, 24, 8);
 UMD_OFFSET(D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE, hChannel, 0);
@@ -310,7 +310,7 @@ struct D3DDDIARG_CRYPTOSESSIONKEYEXCHANGE
 {
     HANDLE hCryptoSession;  // session handle
     UINT DataSize;  // bytes
-    void* pData;  // output
+    void* pData;  // DataSize bytes
 };
 UMD_LAYOUT(D3DDDIARG_CRYPTOSESSIONKEYEXCHANGE, 24, 8);
 UMD_OFFSET(D3DDDIARG_CRYPTOSESSIONKEYEXCHANGE, hCryptoSession, 0);
@@ -531,7 +531,7 @@ struct D3DDDIARG_DXVAHD_SETVIDEOPROCESSBLTSTATE
     HANDLE hVideoProcessor;  // video processor handle
     DXVAHDDDI_BLT_STATE State;  // which
     UINT DataSize;  // bytes
-    const void* pData;  // output
+    const void* pData;  // the state, DataSize bytes
 };
 UMD_LAYOUT(D3DDDIARG_DXVAHD_SETVIDEOPROCESSBLTSTATE, 24, 8);
 UMD_OFFSET(D3DDDIARG_DXVAHD_SETVIDEOPROCESSBLTSTATE, hVideoProcessor, 0);
@@ -545,7 +545,7 @@ struct D3DDDIARG_DXVAHD_SETVIDEOPROCESSSTREAMSTATE
     UINT StreamNumber;
     DXVAHDDDI_STREAM_STATE State;  // which
     UINT DataSize;  // bytes
-    const void* pData;  // output
+    const void* pData;  // the state, DataSize bytes
 };
 UMD_LAYOUT(D3DDDIARG_DXVAHD_SETVIDEOPROCESSSTREAMSTATE, 32, 8);
 UMD_OFFSET(D3DDDIARG_DXVAHD_SETVIDEOPROCESSSTREAMSTATE, hVideoProcessor, 0);
@@ -872,7 +872,7 @@ UMD_OFFSET(D3DDDIARG_RENAME, GpuVirtualAddress, 24);
 struct D3DDDIARG_RENDERSTATE
 {
     D3DDDIRENDERSTATETYPE State;  // which
-    UINT Value;  // all bits as one word
+    UINT Value;  // the new value; of a float its bits
 };
 UMD_LAYOUT(D3DDDIARG_RENDERSTATE, 8, 4);
 UMD_OFFSET(D3DDDIARG_RENDERSTATE, State, 0);
@@ -937,7 +937,7 @@ UMD_OFFSET(D3DDDIARG_SETDISPLAYMODE, SubResourceIndex, 8);
 struct D3DDDIARG_SETINDICES
 {
     HANDLE hIndexBuffer;  // resource handle
-    UINT Stride;  // bytes from vertex to vertex
+    UINT Stride;  // bytes an index, 2 or 4
 };
 UMD_LAYOUT(D3DDDIARG_SETINDICES, 16, 8);
 UMD_OFFSET(D3DDDIARG_SETINDICES, hIndexBuffer, 0);
@@ -1119,7 +1119,7 @@ struct D3DDDIARG_TEXTURESTAGESTATE
 {
     UINT Stage;  // texture stage
     D3DDDITEXTURESTAGESTATETYPE State;  // which
-    UINT Value;  // all bits as one word
+    UINT Value;  // the new value; of a float its bits
 };
 UMD_LAYOUT(D3DDDIARG_TEXTURESTAGESTATE, 12, 4);
 UMD_OFFSET(D3DDDIARG_TEXTURESTAGESTATE, Stage, 0);

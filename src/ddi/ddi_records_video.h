@@ -14,7 +14,7 @@ struct DXVADDI_EXTENDEDFORMAT
     {
         struct
         {
-            UINT SampleFormat : 8;
+            UINT SampleFormat : 8;  // progressive, interlaced or substream; the others describe the colours
             UINT VideoChromaSubsampling : 4;
             UINT NominalRange : 3;
             UINT VideoTransferMatrix : 3;
@@ -30,8 +30,8 @@ UMD_OFFSET(DXVADDI_EXTENDEDFORMAT, Value, 0);
 
 struct DXVADDI_FREQUENCY
 {
-    UINT Numerator;  // hertz times Denominator
-    UINT Denominator;  // seconds
+    UINT Numerator;  // samples or frames in Denominator seconds
+    UINT Denominator;  // seconds; the rate in hertz is the quotient
 };
 UMD_LAYOUT(DXVADDI_FREQUENCY, 8, 4);
 UMD_OFFSET(DXVADDI_FREQUENCY, Numerator, 0);
@@ -43,9 +43,9 @@ struct DXVADDI_VIDEODESC
     UINT SampleHeight;  // pixels
     DXVADDI_EXTENDEDFORMAT SampleFormat;  // interlacing and colour description
     D3DDDIFORMAT Format;  // of the pixels
-    DXVADDI_FREQUENCY InputSampleFreq;  // samples a second
-    DXVADDI_FREQUENCY OutputFrameFreq;  // frames a second
-    UINT UABProtectionLevel;  // 1 for protected content
+    DXVADDI_FREQUENCY InputSampleFreq;  // samples a second, as a fraction
+    DXVADDI_FREQUENCY OutputFrameFreq;  // frames a second, as a fraction
+    UINT UABProtectionLevel;  // 1: protect the content on a bus that users can reach; 0: no need
     UINT Reserved;  // zero
 };
 UMD_LAYOUT(DXVADDI_VIDEODESC, 40, 4);
@@ -69,10 +69,10 @@ UMD_OFFSET(DXVAHDDDI_SURFACE, SubResourceIndex, 8);
 
 struct DXVADDI_AYUVSAMPLE16
 {
-    USHORT Cr;
-    USHORT Cb;
-    USHORT Y;  // pixels
-    USHORT Alpha;  // 0.0 to 1.0, 16.16 fixed point
+    USHORT Cr;  // red-difference chroma
+    USHORT Cb;  // blue-difference chroma
+    USHORT Y;  // luma
+    USHORT Alpha;  // 0, transparent, to 65535, opaque
 };
 UMD_LAYOUT(DXVADDI_AYUVSAMPLE16, 8, 2);
 UMD_OFFSET(DXVADDI_AYUVSAMPLE16, Cr, 0);
@@ -86,12 +86,12 @@ struct DXVADDI_VIDEOPROCESSBLTFLAGS
     {
         struct
         {
-            UINT BackgroundChanged : 1;
+            UINT BackgroundChanged : 1;  // this and the next three: since the last blit
             UINT TargetRectChanged : 1;
             UINT ColorDataChanged : 1;
             UINT AlphaChanged : 1;
             UINT Reserved : 12;
-            UINT DestData : 16;
+            UINT DestData : 16;  // DXVADDI_DESTDATA bits
         };
         UINT Value;  // all bits as one word
     };
@@ -105,10 +105,10 @@ struct DXVADDI_FIXED32
     {
         struct
         {
-            USHORT Fraction;
-            SHORT Value;  // all bits as one word
+            USHORT Fraction;  // 65536ths, added to Value
+            SHORT Value;  // the whole part, rounded down
         };
-        LONG ll;
+        LONG ll;  // the number times 65536: both as one word
     };
 };
 UMD_LAYOUT(DXVADDI_FIXED32, 4, 4);
@@ -118,10 +118,10 @@ UMD_OFFSET(DXVADDI_FIXED32, ll, 0);
 
 struct DXVADDI_PROCAMPVALUES
 {
-    DXVADDI_FIXED32 Brightness;  // 16.16 fixed point
-    DXVADDI_FIXED32 Contrast;  // 16.16 fixed point
-    DXVADDI_FIXED32 Hue;  // 16.16 fixed point
-    DXVADDI_FIXED32 Saturation;  // 16.16 fixed point
+    DXVADDI_FIXED32 Brightness;
+    DXVADDI_FIXED32 Contrast;
+    DXVADDI_FIXED32 Hue;  // degrees
+    DXVADDI_FIXED32 Saturation;
 };
 UMD_LAYOUT(DXVADDI_PROCAMPVALUES, 16, 4);
 UMD_OFFSET(DXVADDI_PROCAMPVALUES, Brightness, 0);
@@ -131,9 +131,9 @@ UMD_OFFSET(DXVADDI_PROCAMPVALUES, Saturation, 12);
 
 struct DXVADDI_FILTERVALUES
 {
-    DXVADDI_FIXED32 Level;  // 16.16 fixed point
-    DXVADDI_FIXED32 Threshold;  // 16.16 fixed point
-    DXVADDI_FIXED32 Radius;  // 16.16 fixed point
+    DXVADDI_FIXED32 Level;
+    DXVADDI_FIXED32 Threshold;
+    DXVADDI_FIXED32 Radius;
 };
 UMD_LAYOUT(DXVADDI_FILTERVALUES, 12, 4);
 UMD_OFFSET(DXVADDI_FILTERVALUES, Level, 0);
@@ -142,10 +142,10 @@ UMD_OFFSET(DXVADDI_FILTERVALUES, Radius, 8);
 
 struct DXVADDI_AYUVSAMPLE8
 {
-    UCHAR Cr;
-    UCHAR Cb;
-    UCHAR Y;  // pixels
-    UCHAR Alpha;  // 0.0 to 1.0, 16.16 fixed point
+    UCHAR Cr;  // red-difference chroma
+    UCHAR Cb;  // blue-difference chroma
+    UCHAR Y;  // luma
+    UCHAR Alpha;  // 0, transparent, to 255, opaque
 };
 UMD_LAYOUT(DXVADDI_AYUVSAMPLE8, 4, 1);
 UMD_OFFSET(DXVADDI_AYUVSAMPLE8, Cr, 0);
@@ -197,13 +197,13 @@ struct DXVADDI_DECODEBUFFERDESC
     HANDLE hBuffer;
     D3DDDIFORMAT CompressedBufferType;
     UINT BufferIndex;
-    UINT DataOffset;
+    UINT DataOffset;  // bytes
     UINT DataSize;  // bytes
-    UINT FirstMBaddress;
-    UINT NumMBsInBuffer;
+    UINT FirstMBaddress;  // of a macroblock
+    UINT NumMBsInBuffer;  // macroblocks
     UINT Width;  // pixels
     UINT Height;  // pixels
-    UINT Stride;  // bytes from vertex to vertex
+    UINT Stride;  // bytes from row to row
     UINT ReservedBits;
     DXVADDI_PVP_HW_IV* pCipherCounter;
 };
@@ -225,7 +225,7 @@ struct DXVADDI_PRIVATEBUFFER
 {
     HANDLE hResource;  // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    UINT DataOffset;
+    UINT DataOffset;  // bytes
     UINT DataSize;  // bytes
 };
 UMD_LAYOUT(DXVADDI_PRIVATEBUFFER, 24, 8);
@@ -236,7 +236,7 @@ UMD_OFFSET(DXVADDI_PRIVATEBUFFER, DataSize, 16);
 
 struct DXVADDI_PRIVATEDATA
 {
-    void* pData;  // output
+    void* pData;  // DataSize bytes, input or output as the record that holds this one says
     UINT DataSize;  // bytes
 };
 UMD_LAYOUT(DXVADDI_PRIVATEDATA, 16, 8);
@@ -252,8 +252,8 @@ UMD_OFFSET(DXVADDI_PVP_BLOCK128, Data, 0);
 
 struct alignas(16) DXVADDI_PVP_HW_IV
 {
-    ULONGLONG IV;
-    ULONGLONG Count;  // registers
+    ULONGLONG IV;  // initialisation vector
+    ULONGLONG Count;  // block counter
 };
 UMD_LAYOUT(DXVADDI_PVP_HW_IV, 16, 16);
 UMD_OFFSET(DXVADDI_PVP_HW_IV, IV, 0);
@@ -294,15 +294,15 @@ UMD_OFFSET(DXVADDI_VALUERANGE, StepSize, 12);
 
 struct DXVADDI_VIDEOPROCESSORCAPS
 {
-    D3DDDI_POOL InputPool;
-    UINT NumForwardRefSamples;
-    UINT NumBackwardRefSamples;
+    D3DDDI_POOL InputPool;  // where source surfaces should lie
+    UINT NumForwardRefSamples;  // needed samples after the current one
+    UINT NumBackwardRefSamples;  // needed samples before the current one
     D3DDDIFORMAT OutputFormat;
-    UINT DeinterlaceTechnology;
-    UINT ProcAmpControlCaps;
-    UINT VideoProcessorOperations;
-    UINT NoiseFilterTechnology;
-    UINT DetailFilterTechnology;
+    UINT DeinterlaceTechnology;  // DXVADDI_DEINTERLACETECH bits
+    UINT ProcAmpControlCaps;  // DXVADDI_PROCAMP bits
+    UINT VideoProcessorOperations;  // DXVADDI_VIDEOPROCESS bits
+    UINT NoiseFilterTechnology;  // DXVADDI_NOISEFILTERTECH bits
+    UINT DetailFilterTechnology;  // DXVADDI_DETAILFILTERTECH bits
 };
 UMD_LAYOUT(DXVADDI_VIDEOPROCESSORCAPS, 36, 4);
 UMD_OFFSET(DXVADDI_VIDEOPROCESSORCAPS, InputPool, 0);
@@ -332,13 +332,13 @@ struct DXVADDI_VIDEOSAMPLEFLAGS
     {
         struct
         {
-            UINT PaletteChanged : 1;
+            UINT PaletteChanged : 1;  // this and the next four: since the last blit
             UINT SrcRectChanged : 1;
             UINT DstRectChanged : 1;
             UINT ColorDataChanged : 1;
             UINT PlanarAlphaChanged : 1;
             UINT Reserved : 11;
-            UINT SampleData : 16;
+            UINT SampleData : 16;  // DXVADDI_SAMPLEDATA bits
         };
         UINT Value;  // all bits as one word
     };
@@ -353,11 +353,11 @@ struct DXVADDI_VIDEOSAMPLE
     DXVADDI_EXTENDEDFORMAT SampleFormat;  // interlacing and colour description
     DXVADDI_VIDEOSAMPLEFLAGS SampleFlags;
     HANDLE SrcResource;  // resource handle
-    UINT SrcSubResourceIndex;  // sub-resource of the source
+    UINT SrcSubResourceIndex;  // level, or face x levels + level
     RECT SrcRect;  // pixels
     RECT DstRect;  // pixels
     DXVADDI_AYUVSAMPLE8 Pal[16];  // of palettised formats
-    DXVADDI_FIXED32 PlanarAlpha;  // 0.0 to 1.0, 16.16 fixed point
+    DXVADDI_FIXED32 PlanarAlpha;  // 0.0, transparent, to 1.0, opaque
 };
 UMD_LAYOUT(DXVADDI_VIDEOSAMPLE, 136, 8);
 UMD_OFFSET(DXVADDI_VIDEOSAMPLE, Start, 0);
@@ -375,7 +375,7 @@ struct DXVAHDDDI_BLT_STATE_PRIVATE_DATA
 {
     GUID Guid;
     UINT DataSize;  // bytes
-    void* pData;  // output
+    void* pData;  // DataSize bytes
 };
 UMD_LAYOUT(DXVAHDDDI_BLT_STATE_PRIVATE_DATA, 32, 8);
 UMD_OFFSET(DXVAHDDDI_BLT_STATE_PRIVATE_DATA, Guid, 0);
@@ -387,8 +387,8 @@ struct DXVAHDDDI_STREAM_DATA
     BOOL Enable;
     UINT OutputIndex;
     UINT InputFrameOrField;
-    UINT PastFrames;
-    UINT FutureFrames;
+    UINT PastFrames;  // entries of pPastSurfaces
+    UINT FutureFrames;  // entries of pFutureSurfaces
     DXVAHDDDI_SURFACE* pPastSurfaces;
     DXVAHDDDI_SURFACE InputSurface;
     DXVAHDDDI_SURFACE* pFutureSurfaces;
@@ -407,7 +407,7 @@ struct DXVAHDDDI_STREAM_STATE_PRIVATE_DATA
 {
     GUID Guid;
     UINT DataSize;  // bytes
-    void* pData;  // output
+    void* pData;  // DataSize bytes
 };
 UMD_LAYOUT(DXVAHDDDI_STREAM_STATE_PRIVATE_DATA, 32, 8);
 UMD_OFFSET(DXVAHDDDI_STREAM_STATE_PRIVATE_DATA, Guid, 0);
