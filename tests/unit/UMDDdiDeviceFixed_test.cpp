@@ -1,5 +1,6 @@
 // Operations with a fixed answer.
 #include "DeviceObjects.h"
+#include "TraceLevels.h"
 
 namespace
 {
@@ -40,9 +41,9 @@ TEST_F(UMDDdiDeviceFixed, EveryOperation_Any_TracesItsEntryAndGivesItsAnswer)
     };
     for (const Row& row : rows)
     {
-        m_Trace.Clear();
-        EXPECT_EQ(row.m_Result, row.m_Call(Device())) << row.m_pName;
-        EXPECT_EQ(Lines{std::string(">>> UMDDdiDevice::") + row.m_pName + "\n"}, Trace());
+        EXPECT_EQ(Lines{std::string("0x4 >>> UMDDdiDevice::") + row.m_pName + "\n"},
+            tesslo::test::LevelledTrace(
+                m_Trace, [&] { EXPECT_EQ(row.m_Result, row.m_Call(Device())) << row.m_pName; }));
     }
     EXPECT_EQ(Lines{}, Calls());
 }

@@ -1,0 +1,18 @@
+// The trace of an operation with the exact level of every line.
+#pragma once
+
+#include "TraceCapture.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tesslo::test
+{
+
+/// Runs the operation with all levels on, then with each level alone; it must trace the same lines each time.
+/// @return this thread's lines in their order, each behind its level: "0x4 >>> UMDDdiDevice::Flush\n". Hexadecimal
+///         numbers, which are handles and addresses, show as "0x#"; result codes stay.
+std::vector<std::string> LevelledTrace(TraceCapture& trace, const std::function<void()>& operation);
+
+} // namespace tesslo::test
