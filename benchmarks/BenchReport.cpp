@@ -69,6 +69,12 @@ void BenchReport::AddCost(
     Add({name, "us", ours * kMicroseconds, otherName, other * kMicroseconds, ours / other, BenchTarget::AtMost, must});
 }
 
+void BenchReport::AddCostFigure(
+    const std::string& name, double ours, const std::string& otherName, double other)
+{
+    Add({name, "us", ours * kMicroseconds, otherName, other * kMicroseconds, ours / other, BenchTarget::None});
+}
+
 void BenchReport::AddRate(
     const std::string& name, double ours, const std::string& otherName, double other, double must)
 {

@@ -24,6 +24,8 @@ public:
         double aim = 0);
     /// A ratio of times: ours divided by the other's, so that less is better.
     void AddCost(const std::string& name, double ours, const std::string& otherName, double other, double must);
+    /// The same, nothing to meet.
+    void AddCostFigure(const std::string& name, double ours, const std::string& otherName, double other);
     /// Frames a second: ours divided by the other's, so that more is better.
     void AddRate(const std::string& name, double ours, const std::string& otherName, double other, double must);
     /// Nanoseconds that ours takes longer.
