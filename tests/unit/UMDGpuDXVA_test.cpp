@@ -258,6 +258,27 @@ TEST_F(UMDGpuDXVATest, SetRenderTarget_NoDelegatedDevice_RefusedAndTheTargetIsTh
     EXPECT_EQ(m_Dxva2.pBltTarget, m_pTarget->GetSurface(0, 0));
 }
 
+TEST_F(UMDGpuDXVATest, Blt_TexturesWithLevels_TargetAndSourceAreLevelZeroWhateverTheIndices)
+{
+    constexpr UINT kFlags = kFlagTexture | kFlagRenderTarget;
+    CreateRequest targetRequest(kFlags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_X8R8G8B8, 64, 32, 3);
+    CreateRequest sourceRequest(kFlags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_X8R8G8B8, 16, 16, 3);
+    auto* pTarget = Create<UMDRscRenderTargetCapable>(targetRequest);
+    auto* pSource = Create<UMDRscRenderTargetCapable>(sourceRequest);
+    EXPECT_EQ(CreateVideo(), S_OK);
+    const D3DDDIARG_SETVIDEOPROCESSRENDERTARGET set = {kVideoHandle, ToHandle(pTarget), 1};
+    EXPECT_EQ(m_pVideo->SetRenderTarget(&set), S_OK);
+    DXVADDI_VIDEOSAMPLE sample = {};
+    sample.SrcResource = ToHandle(pSource);
+    sample.SrcSubResourceIndex = 2;
+    D3DDDIARG_VIDEOPROCESSBLT blt = {};
+    blt.pSrcSurfaces = &sample;
+    blt.NumSrcSurfaces = 1;
+    EXPECT_EQ(m_pVideo->Blt(&blt), S_OK);
+    EXPECT_EQ(m_Dxva2.pBltTarget, pTarget->GetSurface(0, 0));
+    EXPECT_EQ(m_Dxva2.BltSample.SrcSurface, pSource->GetSurface(0, 0));
+}
+
 TEST_F(UMDGpuDXVATest, Blt_NoProcessor_RefusedWithItsLine)
 {
     const auto destroyed = [&] {
