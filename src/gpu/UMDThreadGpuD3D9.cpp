@@ -98,9 +98,11 @@ void UMDThreadGpuD3D9::InternalMessageLoop()
     const HANDLE events[] = {m_hEventExecuteFunction, m_hEventRequestExit};
     for (;;)
     {
-        // Messages that an earlier look at the queue left there count as well, else a burst would stay in it.
-        const DWORD result =
-            MsgWaitForMultipleObjectsEx(ARRAYSIZE(events), events, INFINITE, QS_ALLPOSTMESSAGE, MWMO_INPUTAVAILABLE);
+        // Messages that an earlier look at the queue left there count as well, else a burst would stay in it. Sent
+        // ones wake the thread too: the platform delivers them only to who looks at its queue, and their senders,
+        // whoever tells all windows of a changed setting, would wait for this one as long as the device lives.
+        const DWORD result = MsgWaitForMultipleObjectsEx(
+            ARRAYSIZE(events), events, INFINITE, QS_ALLPOSTMESSAGE | QS_SENDMESSAGE, MWMO_INPUTAVAILABLE);
         switch (result)
         {
         case WAIT_OBJECT_0:
@@ -112,6 +114,9 @@ void UMDThreadGpuD3D9::InternalMessageLoop()
                 L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects m_hEventRequestExit\n");
             return;
         case WAIT_OBJECT_0 + 2:
+            InternalAnswerSentMessages();
+            if (HIWORD(GetQueueStatus(QS_ALLPOSTMESSAGE)) == 0)
+                break;
             UMD_TRACE(
                 UMDTRACE_GPU | UMDTRACE_DETAIL, L"UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects MSG received\n");
             InternalDispatchMessage();
@@ -126,6 +131,13 @@ void UMDThreadGpuD3D9::InternalMessageLoop()
             return;
         }
     }
+}
+
+// A look at the queue delivers what was sent, whatever it is after.
+void UMDThreadGpuD3D9::InternalAnswerSentMessages()
+{
+    MSG message;
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
 }
 
 // One message a wake-up: a burst of messages cannot keep the exit event waiting.

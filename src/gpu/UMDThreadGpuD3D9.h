@@ -30,6 +30,7 @@ public:
 
 private:
     void InternalMessageLoop();
+    void InternalAnswerSentMessages();
     void InternalDispatchMessage();
     HRESULT InternalCreateDevice(HWND hWnd);
     void InternalDestroyDevice();

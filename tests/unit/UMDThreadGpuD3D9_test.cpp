@@ -424,7 +424,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_BurstOfMessages_TakesOneAWakeUpUntilAllAreDone)
     UMDThreadGpuD3D9 thread;
     thread.ThreadGuiStart();
     ASSERT_EQ(WaitForSingleObject(g_hAtWait, kLong), WAIT_OBJECT_0);
-    EXPECT_EQ(g_WaitMask, static_cast<DWORD>(QS_ALLPOSTMESSAGE));
+    EXPECT_EQ(g_WaitMask, static_cast<DWORD>(QS_ALLPOSTMESSAGE | QS_SENDMESSAGE));
     EXPECT_EQ(g_WaitTime, INFINITE);
     m_Trace.Clear();
     const HWND hWnd = HiddenWindow();
@@ -487,6 +487,23 @@ TEST_F(UMDThreadGpuD3D9Test, Run_QuitMessage_IsOneOfManyAndEndsNothing)
     Stop(thread);
     CloseHandle(g_hAtWait);
     CloseHandle(g_hGoOn);
+}
+
+TEST_F(UMDThreadGpuD3D9Test, Run_SentMessages_AreAnsweredWithoutCountingAsPosted)
+{
+    UMDThreadGpuD3D9 thread;
+    thread.ThreadGuiStart();
+    const HWND hWnd = HiddenWindow();
+    m_Trace.Clear();
+    for (int i = 0; i < 3; ++i)
+    {
+        DWORD_PTR answer = 0;
+        ASSERT_NE(SendMessageTimeoutW(hWnd, WM_SETCURSOR, 0, 0, SMTO_NORMAL, kLong, &answer), 0);
+        EXPECT_EQ(answer, 1u);
+    }
+    Stop(thread);
+    EXPECT_EQ(m_Trace.Count(">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc 32\n"), 3u);
+    EXPECT_EQ(m_Trace.Count("UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects MSG received\n"), 0u);
 }
 
 TEST_F(UMDThreadGpuD3D9Test, Run_WaitFails_EndsWithTheLastError)
