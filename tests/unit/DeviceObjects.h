@@ -58,9 +58,14 @@ protected:
     }
     void DestroyResource(HANDLE hResource)
     {
+        DestroyResourceTraced(hResource);
+        ForgetCalls();
+    }
+    /// The same; its lines stay.
+    void DestroyResourceTraced(HANDLE hResource)
+    {
         std::erase(m_Resources, hResource);
         UMDDdiDestroyResource(DeviceHandle(), hResource);
-        ForgetCalls();
     }
 
     /// The delegated calls since they were forgotten last.

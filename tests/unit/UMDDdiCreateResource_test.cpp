@@ -263,5 +263,12 @@ TEST_F(UMDDdiCreateResourceTest, DelegatedDeviceRefuses_EveryClass_AnswersFailAn
             EXPECT_EQ(m_Fake.LiveObjects(), Lines{}) << row.pCall;
             EXPECT_EQ(m_Kernel.AllocationCount(), 0U) << row.pCall;
         }
+        m_Fake.ClearScripts();
+        m_Fake.Fail(row.pCall, kRefused);
+        CreateRequest request(row.Flags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_X8R8G8B8, 8, 8);
+        m_Trace.Clear();
+        EXPECT_EQ(UMDDdiCreateResource(DeviceHandle(), &request.m_Arg), E_FAIL);
+        EXPECT_EQ(m_Trace.LinesContaining("   hResource driver:").size(), 1U) << row.pCall;
+        EXPECT_EQ(m_Trace.LinesContaining("   ~hResource driver:").size(), 1U) << "the object is destroyed";
     }
 }

@@ -1,6 +1,8 @@
 // Blits, fills and clears: which objects take part, and what reaches the delegated device.
 #include "DeviceObjects.h"
 
+#include "resources/UMDRscTexture.h"
+
 namespace
 {
 
@@ -231,4 +233,41 @@ TEST_F(UMDDdiDeviceBlt, Clear_DelegatedCallFails_TracesTheExitToo)
     ASSERT_EQ(4u, lines.size());
     EXPECT_EQ("UMDDdiDevice::Clear failed! 0x8876086c\n", lines[2]);
     EXPECT_EQ("<<< UMDDdiDevice::Clear\n", lines[3]);
+}
+
+namespace
+{
+/// A texture that keeps what it is asked to upload.
+class TexBltProbe : public UMDRscTexture
+{
+public:
+    TexBltProbe(UMDDdiDevice* pDevice, const D3DDDIARG_CREATERESOURCE* pCreate)
+        : UMDRscTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE)
+    {
+    }
+
+    HRESULT TexBlt(const RECT* pSrcRect, UMDRscBase* pDst, const RECT* pDstPoint) override
+    {
+        m_SrcRect = *pSrcRect;
+        m_pDst = pDst;
+        m_DstRect = *pDstPoint;
+        return S_OK;
+    }
+
+    RECT m_SrcRect{};
+    RECT m_DstRect{};
+    UMDRscBase* m_pDst = nullptr;
+};
+}  // namespace
+
+TEST_F(UMDDdiDeviceBlt, TexBlt_AnyRectangle_DestinationIsOfItsSizeAtThePoint)
+{
+    const D3DDDIARG_CREATERESOURCE create = {};
+    TexBltProbe probe(&Device(), &create);
+    const HANDLE hTarget = CreateTarget();
+    EXPECT_EQ(S_OK, TexBlt(ToHandle(&probe), hTarget));
+    EXPECT_EQ(hTarget, ToHandle(probe.m_pDst));
+    const RECT srcRect = {1, 2, 5, 6}, dstRect = {7, 1, 11, 5};
+    EXPECT_TRUE(EqualRect(&probe.m_SrcRect, &srcRect));
+    EXPECT_TRUE(EqualRect(&probe.m_DstRect, &dstRect));
 }

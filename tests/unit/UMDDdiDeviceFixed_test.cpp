@@ -1,5 +1,6 @@
 // Operations with a fixed answer.
 #include "DeviceObjects.h"
+#include "ImportPatch.h"
 #include "TraceLevels.h"
 
 namespace
@@ -7,6 +8,17 @@ namespace
 class UMDDdiDeviceFixed : public DeviceObjects
 {
 };
+
+void* g_pWatched = nullptr;
+unsigned g_WatchedFrees = 0;
+void (*g_pFree)(void*) = nullptr;
+
+void CountFree(void* pMemory)
+{
+    if (pMemory == g_pWatched)
+        ++g_WatchedFrees;
+    g_pFree(pMemory);
+}
 }  // namespace
 
 TEST_F(UMDDdiDeviceFixed, EveryOperation_Any_TracesItsEntryAndGivesItsAnswer)
@@ -48,6 +60,25 @@ TEST_F(UMDDdiDeviceFixed, EveryOperation_Any_TracesItsEntryAndGivesItsAnswer)
     EXPECT_EQ(Lines{}, Calls());
 }
 
+TEST_F(UMDDdiDeviceFixed, EveryEntry_Any_PassesTheAnswerOn)
+{
+    const D3DDDIARG_ZRANGE range = {};
+    const HANDLE hDevice = DeviceHandle();
+    EXPECT_EQ(S_OK, UMDDdiUpdateWInfo(hDevice, nullptr));
+    EXPECT_EQ(S_OK, UMDDdiSetZRange(hDevice, &range));
+    EXPECT_EQ(S_OK, UMDDdiSetStreamSourceFreq(hDevice, nullptr));
+    EXPECT_EQ(S_OK, UMDDdiSetConvolutionKernelMono(hDevice, nullptr));
+    EXPECT_EQ(S_OK, UMDDdiComposeRects(hDevice, nullptr));
+    EXPECT_EQ(E_NOTIMPL, UMDDdiMultiplyTransform(hDevice, nullptr));
+    EXPECT_EQ(E_NOTIMPL, UMDDdiSetMaterial(hDevice, nullptr));
+    EXPECT_EQ(E_NOTIMPL, UMDDdiSetLight(hDevice, nullptr, nullptr));
+    EXPECT_EQ(E_NOTIMPL, UMDDdiCreateLight(hDevice, nullptr));
+    EXPECT_EQ(E_NOTIMPL, UMDDdiDestroyLight(hDevice, nullptr));
+    EXPECT_EQ(E_NOTIMPL, UMDDdiGenerateMipSubLevels(hDevice, nullptr));
+    EXPECT_EQ(E_NOTIMPL, UMDDdiDepthFill(hDevice, nullptr));
+    EXPECT_EQ(Lines{}, Calls());
+}
+
 TEST_F(UMDDdiDeviceFixed, CreateQuery_EveryType_IsRefusedForWantOfAFence)
 {
     for (int type = 0; type < 20; ++type)
@@ -65,6 +96,12 @@ TEST_F(UMDDdiDeviceFixed, CreateQuery_EveryType_IsRefusedForWantOfAFence)
 TEST_F(UMDDdiDeviceFixed, DeleteQuery_NullOrAllocated_AnswersOk)
 {
     EXPECT_EQ(S_OK, UMDDdiDeleteQuery(DeviceHandle(), nullptr));
-    EXPECT_EQ(S_OK, UMDDdiDeleteQuery(DeviceHandle(), new UINT(0xDEADBEEF)));
+    g_pWatched = new UINT(0xDEADBEEF);
+    {
+        const tesslo::test::ImportPatch patch(nullptr, "msvcrt.dll", "free", reinterpret_cast<void*>(CountFree));
+        g_pFree = patch.Original<void (*)(void*)>();
+        EXPECT_EQ(S_OK, UMDDdiDeleteQuery(DeviceHandle(), g_pWatched));
+    }
+    EXPECT_EQ(1u, g_WatchedFrees);
     EXPECT_EQ(2u, m_Trace.Count("<<< UMDDdiDevice::DeleteQuery\n"));
 }

@@ -97,9 +97,13 @@ TEST_F(UMDDdiDeviceShader, Declaration_Life_CreatedSetDeleted)
 TEST_F(UMDDdiDeviceShader, CreateDeclaration_WithOrWithoutEndMarker_DelegatedListHasOne)
 {
     constexpr D3DDDIVERTEXELEMENT end = {0xFF, 0, D3DDECLTYPE_UNUSED, 0, 0, 0};
+    std::vector<D3DDDIVERTEXELEMENT> full(64, kElement); // the longest, and what is behind its end marker counts not
+    full.insert(full.end(), {end, kElement});
     const HANDLE handles[] = {CreateDeclaration({kElement, kElement}), CreateDeclaration({kElement, end, kElement}),
-        CreateDeclaration({}), CreateDeclaration(std::vector<D3DDDIVERTEXELEMENT>(64, kElement))};
+        CreateDeclaration({}), CreateDeclaration(std::vector<D3DDDIVERTEXELEMENT>(64, kElement)),
+        CreateDeclaration(full)};
     EXPECT_EQ((Lines{DeclarationLine({kElement9, kElement9}), DeclarationLine({kElement9}), DeclarationLine({}),
+                  DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9)),
                   DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9))}),
         Calls());
     for (HANDLE hDeclaration : handles)
@@ -147,6 +151,7 @@ TEST_F(UMDDdiDeviceShader, Create_DelegatedCallFails_ReturnsItsCodeAndNoHandle)
     EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::CreatePixelShader Create failed! 0x8876086c\n"));
     EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x8876086c\n"));
     EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x8876086c\n"));
+    EXPECT_EQ(3u, m_Trace.LinesContaining("   ~hResource driver:").size()) << "every object is destroyed";
 }
 
 TEST_F(UMDDdiDeviceShader, Create_NoMemory_FailsWithItsText)
@@ -162,13 +167,15 @@ TEST_F(UMDDdiDeviceShader, Create_NoMemory_FailsWithItsText)
     };
     for (const auto& [create, pText] : rows)
     {
-        tesslo::test::TraceMask mask(0);  // the capture of lines would take the memory
+        tesslo::test::TraceMask mask(UMDTRACE_ERROR);  // the capture of other lines would take the memory
+        m_Trace.Clear();
         m_LastResult = S_OK;
         {
             tesslo::test::FailNthAllocation fail(1);
             create();
         }
         EXPECT_EQ(E_FAIL, m_LastResult) << pText;
+        EXPECT_EQ(Lines{pText}, Trace());
     }
     EXPECT_EQ(Lines{}, Calls());
 }

@@ -170,3 +170,14 @@ TEST_F(UMDDdiDeviceStream, DestroyResource_AnotherBuffer_KeepsTheBinding)
     DestroyResource(hOther);
     EXPECT_EQ(Lines{"DrawPrimitive(1, 0, 1)"}, DrawnFrom());
 }
+
+TEST_F(UMDDdiDeviceStream, SetStreamSourceUM_AfterABuffer_TheBufferIsForgotten)
+{
+    m_Fake.NameMemory(m_Memory, sizeof(m_Memory), "memory");
+    SetStream(CreateVertices());
+    EXPECT_EQ(S_OK, SetStreamUM(m_Memory));
+    ForgetCalls();
+    const D3DDDIARG_DRAWPRIMITIVE2 arg = {D3DPT_POINTLIST, 0, 1};
+    EXPECT_EQ(S_OK, UMDDdiDrawPrimitive2(DeviceHandle(), &arg));
+    EXPECT_EQ(Lines{"DrawPrimitiveUP(1, 1, memory, 16)"}, Calls());
+}

@@ -132,6 +132,13 @@ TEST_F(UMDDdiOpenResourceTest, NotTheDriversRecord_AnswersOkWithANullHandle)
     EXPECT_EQ(DeviceLines(), Lines{});
 }
 
+TEST_F(UMDDdiOpenResourceTest, NoList_WhateverTheCount_AnswersOkWithANullHandle)
+{
+    m_Open.pOpenAllocationInfo = nullptr;
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Open(), S_OK); }), Lines{});
+    EXPECT_EQ(m_Open.hResource, nullptr);
+}
+
 TEST_F(UMDDdiOpenResourceTest, OtherTextureKind_FailsAndSaysWhich)
 {
     for (UINT kind : {0U, 5U, 7U, 0x100U})
@@ -172,6 +179,10 @@ TEST_F(UMDDdiOpenResourceTest, DelegatedCallsFail_AnswersFailAndLeavesNothing)
         EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Open(), E_FAIL); }), Lines{row.pError});
         EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
         EXPECT_EQ(KernelLines(), Lines{});
+        m_Trace.Clear();
+        m_Fake.Fail(row.pCall, kRefused, row.Nth);
+        EXPECT_EQ(Open(), E_FAIL);
+        EXPECT_EQ(m_Trace.LinesContaining("   ~hResource driver:").size(), 1U) << "the object is destroyed";
     }
 }
 
