@@ -99,6 +99,56 @@ TEST_F(UMDDdiEntryTrace, StateEntries_RealObjects_ShowHandleTypeAndPool)
         }));
 }
 
+TEST_F(UMDDdiEntryTrace, ShaderAndStreamEntries_Handles_StandWhereTheyBelong)
+{
+    const HANDLE hIndices = CreateIndices();
+    const UINT code[] = {0xFFFE0200, 0x0000FFFF};
+    const HANDLE hBefore = reinterpret_cast<HANDLE>(UINT_PTR{0x51});
+    D3DDDIARG_CREATEPIXELSHADER pixel = {sizeof(code), hBefore};
+    D3DDDIARG_CREATEVERTEXSHADERFUNC vertex = {sizeof(code), hBefore};
+    D3DDDIARG_CREATEVERTEXSHADERDECL declaration = {0, hBefore};
+    const D3DDDIARG_SETINDICES indices = {hIndices, 2};
+    const D3DDDIARG_DRAWPRIMITIVE draw = {D3DPT_POINTLIST, 0, 1};
+    const UINT edges[] = {1};
+    Lines lines = EntryLines({{"indices", hIndices}, {"edges", const_cast<UINT*>(edges)}}, [&] {
+        UMDDdiCreatePixelShader(DeviceHandle(), &pixel, code);
+        UMDDdiCreateVertexShaderFunc(DeviceHandle(), &vertex, code);
+        UMDDdiCreateVertexShaderDecl(DeviceHandle(), &declaration, nullptr);
+        UMDDdiSetPixelShader(DeviceHandle(), pixel.ShaderHandle);
+        UMDDdiSetVertexShaderFunc(DeviceHandle(), vertex.ShaderHandle);
+        UMDDdiSetVertexShaderDecl(DeviceHandle(), declaration.ShaderHandle);
+        UMDDdiDeletePixelShader(DeviceHandle(), pixel.ShaderHandle);
+        UMDDdiDeleteVertexShaderFunc(DeviceHandle(), vertex.ShaderHandle);
+        UMDDdiDeleteVertexShaderDecl(DeviceHandle(), declaration.ShaderHandle);
+        UMDDdiSetIndices(DeviceHandle(), &indices);
+        UMDDdiDrawPrimitive(DeviceHandle(), &draw, edges);
+    });
+    for (std::string& line : lines)
+    {
+        Replace(line, const_cast<UINT*>(code), "code");
+        Replace(line, &pixel, "pixelRecord");
+        Replace(line, &vertex, "vertexRecord");
+        Replace(line, const_cast<D3DDDIARG_SETINDICES*>(&indices), "indicesRecord");
+        if (!line.starts_with("=> UMDDdiCreate"))
+        {
+            Replace(line, pixel.ShaderHandle, "pixel");
+            Replace(line, vertex.ShaderHandle, "vertex");
+            Replace(line, declaration.ShaderHandle, "declaration");
+        }
+    }
+    std::erase_if(lines, [](const std::string& line) { return !line.starts_with("=> "); });
+    EXPECT_EQ((Lines{"=> UMDDdiCreatePixelShader pShader:code pDDICreateShader:pixelRecord CodeSize:8 ShaderHandle:0x51\n",
+                  "=> UMDDdiCreateVertexShaderFunc pCode:code pDDICreateVSFunc:vertexRecord ShaderHandle:0x51\n",
+                  "=> UMDDdiCreateVertexShaderDecl M:0 O:0 S:0 T:0 U:0 I:0 N:0 S:0x51\n",
+                  "=> UMDDdiSetPixelShader hPixelShader:pixel\n", "=> UMDDdiSetVertexShaderFunc hVSFunc:vertex\n",
+                  "=> UMDDdiSetVertexShaderDecl hVSDecl:declaration\n",
+                  "=> UMDDdiDeletePixelShader hPixelShader:pixel\n", "=> UMDDdiDeleteVertexShaderFunc hVSFunc:vertex\n",
+                  "=> UMDDdiDeleteVertexShaderDecl hVSDecl:declaration\n",
+                  "=> UMDDdiSetIndices pSetIndices:indicesRecord Stride:2 hIndexBuffer:indices\n",
+                  "=> UMDDdiDrawPrimitive pEdgeFlags:edges PrimitiveCount:1 PrimitiveType:1 VStart:0\n"}),
+        lines);
+}
+
 TEST_F(UMDDdiEntryTrace, Create_EveryClass_DumpsTheRequestAndTheRuntimesHandle)
 {
     const struct

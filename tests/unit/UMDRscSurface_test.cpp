@@ -130,11 +130,24 @@ TEST_F(UMDRscSurfaceTest, CopyFrom_SizesAround_WritesThePackedIntersection)
         for (UINT y = 0; y < height; y++)
             for (UINT x = 0; x < width * 4; x++)
                 ASSERT_EQ(memory[y * dstPitch + x], source[y * pitch + x]) << row.Width << ' ' << y << ' ' << x;
+        for (UINT y = 0; y < height; y++)
+            for (UINT x = width * 4; x < dstPitch; x++)
+                ASSERT_EQ(memory[y * dstPitch + x], 0) << row.Width << ' ' << y << ' ' << x;
         for (size_t i = size_t{height} * dstPitch; i < 200; i++)
             ASSERT_EQ(memory[i], 0) << i;
         EXPECT_FALSE(m_Kernel.FindAllocation(hAllocation).m_bLocked);
         DestroyAll();
     }
+}
+
+TEST_F(UMDRscSurfaceTest, CopyFrom_RowsShorterThanTheirPixels_StopsAtTheLastWholePixel)
+{
+    CreateRequest request(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 5, 1);
+    auto* pSurface = Create<UMDRscSurface>(request);
+    const std::vector<BYTE> source(20, 0x77);
+    EXPECT_EQ(pSurface->CopyFrom(source.data(), 5, 1, 4, 19), S_OK);
+    for (size_t i = 0; i < 24; i++)
+        EXPECT_EQ(m_Kernel.FindAllocation(1).m_Memory[i], i < 16 ? 0x77 : 0) << i;
 }
 
 TEST_F(UMDRscSurfaceTest, CopyFrom_NoAllocation_IsRefused)
@@ -162,12 +175,14 @@ TEST_F(UMDRscSurfaceTest, CopyTo_SizesAround_CopiesTheIntersectionOfTheRenderTar
     } rows[] = {{5, 4, 24}, {3, 2, 16}, {50, 40, 24}};
     for (const auto& row : rows)
     {
-        std::vector<BYTE> copy(24 * 4, 0xEE);
+        std::vector<BYTE> copy(24 * 6, 0xEE);
         EXPECT_EQ(pSurface->CopyTo(copy.data(), row.Width, row.Height, 4, row.Pitch), S_OK);
         const UINT width = std::min(row.Width, 5U), height = std::min(row.Height, 4U);
         for (UINT y = 0; y < height; y++)
             for (UINT x = 0; x < row.Pitch; x++)
                 ASSERT_EQ(copy[y * row.Pitch + x], x < width * 4 ? target.Pixels().Bytes()[y * 20 + x] : 0xEE);
+        for (size_t i = size_t{height} * row.Pitch; i < copy.size(); i++)
+            ASSERT_EQ(copy[i], 0xEE) << i;
         EXPECT_FALSE(PixelsOf("surface#2").IsLocked());
         target.Release(); // the reference that a read-back leaves
     }
