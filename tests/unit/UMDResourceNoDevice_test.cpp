@@ -1,6 +1,7 @@
 // Resources and shaders while there is no delegated device: refused, each with its line, and nothing left behind.
 #include "ResourceFixture.h"
 
+#include "resources/UMDRscTexture.h"
 #include "resources/UMDShaderPixel.h"
 #include "resources/UMDShaderVertex.h"
 
@@ -32,6 +33,14 @@ TEST_F(UMDResourceNoDeviceTest, Create_EveryClass_IsRefusedWithItsLine)
             Lines{std::string(row.pClass) + "::Create failed! m_pDeviceDelegated = NULL\n"});
         EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
     }
+}
+
+TEST_F(UMDResourceNoDeviceTest, Open_Texture_IsRefusedWithItsLine)
+{
+    const D3DDDIARG_OPENRESOURCE open = {};
+    UMDRscTexture texture(&Device(), nullptr, &open, TRUE, 1, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(texture.Open(), E_FAIL); }),
+        Lines{"UMDRscTexture::Open failed! m_pDeviceDelegated = NULL\n"});
 }
 
 TEST_F(UMDResourceNoDeviceTest, ShaderCreate_BothClasses_IsRefusedWithItsLine)

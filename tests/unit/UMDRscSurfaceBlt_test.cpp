@@ -212,3 +212,17 @@ TEST_F(UMDRscSurfaceBltTest, Temporaries_BothWays_AreReleasedExactlyOnce)
         DestroyAll();
     }
 }
+
+TEST_F(UMDRscSurfaceBltTest, VideoToSystem_OneEdgeDiffers_GoesThroughATarget)
+{
+    for (const auto& [width, height] : {std::pair{16U, 8U}, {8U, 16U}})
+    {
+        Prepare(kFlagRenderTarget, kVideo, 0, kSystem);
+        CreateRequest request(0, kSystem, D3DDDIFMT_A8R8G8B8, width, height);
+        m_pDst = Create<UMDRscRenderTargetCapable>(request);
+        EXPECT_EQ(Blt(), S_OK);
+        EXPECT_EQ(m_Trace.Count("UMDRscSurface::Blt VIDEO TO SYSTEM different resolution\n"), 1U) << width;
+        EXPECT_EQ(m_Fake.Calls("CreateRenderTarget"), 1U);
+        DestroyAll();
+    }
+}

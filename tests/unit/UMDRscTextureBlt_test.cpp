@@ -279,3 +279,86 @@ TEST_F(UMDRscTextureBltTest, TexBlt_EachCallFails_ReturnsItsCodeAtOnce)
                        {"texture.UnlockRect", 2, kRefused, unlock}, {"UpdateSurface", 2, kRefused, update}},
         [&] { Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo, 16, 2, 2); }, [&] { return TexBlt(); });
 }
+
+TEST_F(UMDRscTextureBltTest, VideoToSystem_OneEdgeDiffers_GoesThroughATarget)
+{
+    for (const auto& [width, height] : {std::pair{16U, 5U}, {4U, 16U}})
+    {
+        Prepare(kTarget, kVideo, 0, kSystem);
+        CreateRequest request(0, kSystem, D3DDDIFMT_A8R8G8B8, width, height);
+        m_pDst = Create<UMDRscRenderTargetCapable>(request);
+        const RECT rect = {0, 0, static_cast<LONG>(width), static_cast<LONG>(height)};
+        EXPECT_EQ(m_pSrc->Blt(&kSrcRect, m_pDst, &rect), S_OK);
+        EXPECT_EQ(m_Trace.Count("UMDRscTexture::Blt VIDEO TO SYSTEM different dimension\n"), 1U) << width;
+        EXPECT_EQ(m_Fake.Calls("CreateRenderTarget"), 1U);
+        DestroyAll();
+    }
+}
+
+TEST_F(UMDRscTextureBltTest, Blt_SourceNeverCreated_IsRefused)
+{
+    Prepare(kFlagTexture, kVideo, kFlagTexture, kVideo);
+    UMDRscTexture source(
+        &Device(), nullptr, &m_pSrcRequest->m_Arg, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(source.Blt(&kSrcRect, m_pDst, &kDstRect), E_FAIL); }),
+        Lines{"UMDRscTexture::Blt pSurface is NULL\n"});
+    EXPECT_EQ(DeviceLines(), Lines{});
+}
+
+TEST_F(UMDRscTextureBltTest, TexBlt_ToACube_GoesToItsFirstFace)
+{
+    Prepare(kFlagTexture, kSystem, kFlagCubeMap, kVideo);
+    EXPECT_EQ(TexBlt(), S_OK);
+    EXPECT_EQ(m_Fake.LinesContaining("UpdateSurface"),
+        Lines{"UpdateSurface(texture#1[0], 1,2,5,6, cube#1[0][0], 3,4)"});
+}
+
+TEST_F(UMDRscTextureBltTest, TexBlt_LevelZero_UploadsOnlyTheRectangle)
+{
+    Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo);
+    EXPECT_EQ(TexBlt(), S_OK);
+    D3DLOCKED_RECT locked = {};
+    ASSERT_EQ(m_pSrc->GetSurface(0, 0)->LockRect(&locked, nullptr, 0), S_OK);
+    for (LONG y = 0; y < 16; ++y)
+        for (LONG x = 0; x < 16; ++x)
+        {
+            const bool inside = x >= 1 && x < 5 && y >= 2 && y < 6;
+            const BYTE* pPixel = static_cast<const BYTE*>(locked.pBits) + y * locked.Pitch + x * 4;
+            const BYTE* pMemory = &m_pSrcRequest->Memory(0)[static_cast<size_t>(y * 68 + x * 4)];
+            const BYTE nothing[4] = {};
+            ASSERT_EQ(memcmp(pPixel, inside ? pMemory : nothing, 4), 0) << x << ' ' << y;
+        }
+    m_pSrc->GetSurface(0, 0)->UnlockRect();
+}
+
+// The source's address is its pitch and the place in it, the bits not counted: a rectangle can name any memory. Here it
+// names the test's own, to see every number of the copy.
+TEST_F(UMDRscTextureBltTest, Fallback_RectangleThatNamesMemory_CopiesFromThereAndStillFails)
+{
+    Prepare(kFlagTexture, kSystem, kFlagTexture, kSystem);
+    const UINT pitch = 64; // 16 pixels of 4 bytes
+    void* pLow = nullptr;
+    for (UINT_PTR address = 0x20000000; !pLow && address < 0x70000000; address += 0x1000000)
+        pLow = VirtualAlloc(reinterpret_cast<void*>(address), 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    ASSERT_NE(pLow, nullptr);
+    auto* pBytes = static_cast<BYTE*>(pLow);
+    for (UINT i = 0; i < 4096; ++i)
+        pBytes[i] = static_cast<BYTE>(i * 3 + 1);
+
+    const LONG left = static_cast<LONG>((reinterpret_cast<UINT_PTR>(pLow) - pitch - 2 * pitch) / 4);
+    const RECT srcRect = {left, 2, left + 4, 5};
+    const RECT dstRect = {3, 4, 7, 7};
+    EXPECT_EQ(m_pSrc->Blt(&srcRect, m_pDst, &dstRect), E_FAIL);
+
+    D3DLOCKED_RECT locked = {};
+    ASSERT_EQ(m_pDst->GetSurface(0, 0)->LockRect(&locked, nullptr, 0), S_OK) << "the blit has unlocked it";
+    for (LONG y = 0; y < 16; ++y)
+        for (LONG x = 0; x < 16 * 4; ++x)
+        {
+            const bool inside = x >= 3 * 4 && x < 7 * 4 && y >= 4 && y < 7;
+            const BYTE expected = inside ? pBytes[(y - 4) * 64 + (x - 12)] : 0;
+            ASSERT_EQ(static_cast<const BYTE*>(locked.pBits)[y * locked.Pitch + x], expected) << x << ' ' << y;
+        }
+    m_pDst->GetSurface(0, 0)->UnlockRect();
+    VirtualFree(pLow, 0, MEM_RELEASE);
+}

@@ -47,6 +47,17 @@ TEST_F(UMDRscTextureTest, Create_OneToElevenLevels_FetchesEachAndSelectsByLevel)
     }
 }
 
+TEST_F(UMDRscTextureTest, GetSurface_BeyondTheTable_IsNull)
+{
+    m_Fake.SetSharedHandle(reinterpret_cast<HANDLE>(UINT_PTR{0x42}));
+    CreateRequest request(kFlagTexture | kFlagRenderTarget | kFlagSharedResource, D3DDDIPOOL_LOCALVIDMEM,
+        D3DDDIFMT_A8R8G8B8, 1024, 1024, 11);
+    auto* pTexture = Create<UMDRscTexture>(request);
+    EXPECT_NE(pTexture->GetSurface(0, 10), nullptr);
+    for (UINT level : {11U, 12U, 0xFFFFFFFFU})
+        EXPECT_EQ(pTexture->GetSurface(0, level), nullptr) << level;
+}
+
 TEST_F(UMDRscTextureTest, Create_MoreThanElevenLevels_IsRefusedBeforeAnyCall)
 {
     for (UINT levels : {12U, 13U, 31U})
@@ -268,6 +279,19 @@ TEST_F(UMDRscTextureTest, CopyFrom_SharedTarget_WritesTheAllocationPackedAndEach
         EXPECT_EQ(memcmp(&m_Kernel.FindAllocation(1).m_Memory[y * 20], &source[y * 36], 20), 0);
     EXPECT_EQ(m_Kernel.FindAllocation(1).m_Memory[60], 0);
     DestroyAll();
+
+    // Less than the texture: three pixels of two rows, the third cut short by the pitch in the last case.
+    D3DKMT_HANDLE hAllocation = 1;
+    for (const auto& [pitch, pixels] : {std::pair{36U, 3U}, {11U, 2U}})
+    {
+        pTexture = Create<UMDRscTexture>(request);
+        EXPECT_EQ(pTexture->CopyFrom(source.data(), 3, 2, 4, pitch), S_OK);
+        const std::vector<BYTE>& memory = m_Kernel.FindAllocation(++hAllocation).m_Memory;
+        for (UINT y = 0; y < 4; y++)
+            for (UINT x = 0; x < 20; x++)
+                ASSERT_EQ(memory[y * 20 + x], y < 2 && x < pixels * 4 ? source[y * pitch + x] : 0) << x << ' ' << y;
+        DestroyAll();
+    }
 
     ExpectFailures(
         {{"pfnLockCb", 1, kRefused,
