@@ -28,8 +28,42 @@ int FormatBounded(wchar_t* pBuffer, const wchar_t* pFormat, ...)
     return length;
 }
 
-/// Appends one line to the log file; a file that cannot be found or opened is skipped silently.
-void AppendToLogFile(const wchar_t* pLine)
+/// True for a specification that must not be interpreted without an argument of its own: %n, which writes to memory,
+/// and widths and precisions that no line of ours has, which would fill the disk.
+/// @param length characters of the specification but its last, the conversion.
+bool IsHarmfulSpecification(const wchar_t* pSpecification, size_t length)
+{
+    size_t digits = 0;
+    for (size_t i = 0; i < length; ++i)
+    {
+        digits = iswdigit(pSpecification[i]) ? digits + 1 : 0;
+        if (digits > 3)
+            return true;
+    }
+    return pSpecification[length] == L'n';
+}
+
+/// Takes the harmful specifications out of a line that is about to be a format.
+void DropHarmfulSpecifications(wchar_t* pLine)
+{
+    wchar_t* pKept = pLine;
+    for (const wchar_t* pNext = pLine; *pNext;)
+    {
+        // Flags, width, precision and size stand between the % and the conversion.
+        const size_t length = *pNext == L'%' ? 1 + wcsspn(pNext + 1, L"-+ #0123456789.*hlLwIFN") : 0;
+        const size_t whole = pNext[length] ? length + 1 : length;
+        if (!length || !IsHarmfulSpecification(pNext, length))
+        {
+            wmemmove(pKept, pNext, whole);
+            pKept += whole;
+        }
+        pNext += whole;
+    }
+    *pKept = L'\0';
+}
+
+/// Appends one line to the log file, which consumes it; a file that cannot be found or opened is skipped silently.
+void AppendToLogFile(wchar_t* pLine)
 {
     wchar_t path[kLineLength];
     if (!SHGetSpecialFolderPathW(nullptr, path, CSIDL_COMMON_DOCUMENTS, FALSE))
@@ -39,9 +73,11 @@ void AppendToLogFile(const wchar_t* pLine)
     FILE* pFile = nullptr;
     if (_wfopen_s(&pFile, path, L"a+") != 0)
         return;
-    // The line is the format: a % that the message produced is interpreted once more. The zeros give it something
-    // harmless to read.
-    fwprintf(pFile, pLine, 0ULL, 0ULL, 0ULL, 0ULL, 0ULL, 0ULL, 0ULL, 0ULL);
+    // The line is the format: a % that the message produced is interpreted once more. It reads zeros, one for each
+    // character at the most.
+    static const UINT64 zeros[kLineLength] = {};
+    DropHarmfulSpecifications(pLine);
+    vfwprintf(pFile, pLine, reinterpret_cast<va_list>(const_cast<UINT64*>(zeros)));
     fclose(pFile);
 }
 

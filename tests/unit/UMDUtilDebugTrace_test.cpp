@@ -219,7 +219,7 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAga
         const wchar_t* pMade;
         const char* pInFile;
     };
-    // Eight values of zero stand behind the line.
+    // Zeros stand behind the line, as many as it asks for.
     const Case cases[] = {
         {L"100%% %d.", "100% 0."},
         {L"a%sb", "a(null)b"},
@@ -237,6 +237,69 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAga
         UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s\n", row.pMade);
         EXPECT_EQ(std::wstring(row.pMade) + L"\n", Debugger());
         EXPECT_EQ(NarrowPrefix() + row.pInFile + "\n", File());
+    }
+}
+
+TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfSpecifications_ReadsAZeroForEach)
+{
+    struct Case
+    {
+        std::wstring m_Unit;  ///< repeated until the line is full
+        std::string m_InFile;
+    };
+    const Case cases[] = {{L"%d", "0"}, {L"%s", "(null)"}, {L"%S", "(null)"}, {L"%*.*f", "0"}, {L"%I64x", "0"},
+        {L"%p", "0000000000000000"}, {L"%hs", "(null)"}, {L"%%", "%"}};
+    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
+    for (const Case& row : cases)
+    {
+        std::filesystem::remove(m_Folder / "Tesslo.log");
+        std::wstring made;
+        std::string expected = NarrowPrefix();
+        while (Prefix().size() + made.size() + row.m_Unit.size() < 4096)
+        {
+            made += row.m_Unit;
+            expected += row.m_InFile;
+        }
+        UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s", made.c_str());
+        EXPECT_EQ(expected, File());
+    }
+}
+
+TEST_F(UMDUtilDebugTraceTest, LogFile_HarmfulSpecification_IsLeftOut)
+{
+    struct Case
+    {
+        const wchar_t* m_pMade;
+        const char* m_pInFile;
+    };
+    const Case cases[] = {
+        // Writes through its argument.
+        {L"a%nb", "ab"},
+        {L"a%n%n%nb%d", "ab0"},
+        {L"a%-08.3I64nb", "ab"},
+        {L"a%lnb", "ab"},
+        {L"a%*.*nb", "ab"},
+        {L"%%n", "%n"},
+        {L"%%%n", "%"},
+        {L"%5d%n%x", "    00"},
+        // Fills the disk.
+        {L"a%2000000000db", "ab"},
+        {L"a%.1000db", "ab"},
+        {L"a%3.3db", "a000b"},
+        {L"a%*.*fb", "a0b"},
+        // Ends in the middle.
+        {L"a%", "a"},
+        {L"a%5", "a"},
+        {L"a%-*.*ll", "a"},
+    };
+    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
+    for (const Case& row : cases)
+    {
+        std::filesystem::remove(m_Folder / "Tesslo.log");
+        s_Lines.clear();
+        UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s", row.m_pMade);
+        EXPECT_EQ(std::wstring(row.m_pMade), Debugger());
+        EXPECT_EQ(NarrowPrefix() + row.m_pInFile, File()) << NarrowPrefix();
     }
 }
 
