@@ -5,9 +5,14 @@
 #include "EntryCases.h"
 #include "Faults.h"
 
+#include "device/UMDDdiEntries.h"
 #include "video/UMDDdiDeviceVideo.h"
 
 #include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <set>
 
 using namespace tesslo::test;
 using Lines = std::vector<std::string>;
@@ -83,6 +88,39 @@ std::string GuardLine(const char* pEntryName)
     return std::string("Exception in DDI function! ") + pEntryName + " failed!\n";
 }
 
+/// The entries that work on a resource without a method of the device; they are followed where resources are tested.
+bool IsResourceEntry(const ForwardedEntry& entry)
+{
+    static const std::set<std::string> names{
+        "UMDDdiLock", "UMDDdiUnlock", "UMDDdiCreateResource", "UMDDdiOpenResource"};
+    return names.contains(entry.m_pName);
+}
+
+/// The method that an entry calls: the device's of the same name, but for a few.
+std::string TargetOf(const ForwardedEntry& entry)
+{
+    static const std::map<std::string, std::string> others{
+        {"UMDDdiDestroyDevice", "UMDDdiDevice::DestroyContext"},
+        {"UMDDdiCreateVideoProcessDevice", "UMDDdiDeviceVideo::Create"},
+        {"UMDDdiDestroyVideoProcessDevice", "UMDDdiDevice::DeviceVideoProcessDestroy"},
+        {"UMDDdiVideoProcessBeginFrame", "UMDDdiDeviceVideo::BeginFrame"},
+        {"UMDDdiVideoProcessEndFrame", "UMDDdiDeviceVideo::EndFrame"},
+        {"UMDDdiVideoProcessSetRenderTarget", "UMDDdiDeviceVideo::SetRenderTarget"},
+        {"UMDDdiVideoProcessBlt", "UMDDdiDeviceVideo::Blt"},
+    };
+    const auto other = others.find(entry.m_pName);
+    return other != others.end() ? other->second : std::string("UMDDdiDevice::") + (entry.m_pName + strlen("UMDDdi"));
+}
+
+/// The first "Class::Method" among the lines that say ">>> Class::Method ...".
+std::string FirstMethodOf(const Lines& lines)
+{
+    for (const std::string& line : lines)
+        if (line.starts_with(">>> UMDDdiDevice"))
+            return line.substr(4, line.find_first_of(" \n", 4) - 4);
+    return "";
+}
+
 class UMDDdiDeviceFuncsTest : public DeviceFixture
 {
 protected:
@@ -153,6 +191,34 @@ TEST_F(UMDDdiDeviceFuncsTest, ForwardedEntry_EachLevelBit_TracesItsLineAtItsLeve
                 EXPECT_TRUE(m_Trace.LinesContaining(prefix).empty()) << "mask " << bit;
         }
     }
+}
+
+TEST_F(UMDDdiDeviceFuncsTest, ForwardedEntry_Called_ReachesItsOwnMethod)
+{
+    for (const ForwardedEntry& entry : ForwardedEntries())
+    {
+        if (IsResourceEntry(entry) || entry.m_Level == 0)
+            continue;
+        SCOPED_TRACE(entry.m_pName);
+        auto pVideo = std::make_unique<UMDDdiDeviceVideo>(&Device());
+        m_Trace.Clear();
+        std::string line;
+        entry.m_pCall(m_Table.m_Funcs, DeviceHandle(), pVideo.get(), line);
+        EXPECT_EQ(FirstMethodOf(m_Trace.LinesOfThisThread()), TargetOf(entry));
+        if (entry.m_pEntry == reinterpret_cast<const void*>(UMDDdiDestroyVideoProcessDevice))
+            pVideo.release();
+    }
+}
+
+TEST_F(UMDDdiDeviceFuncsTest, EntryWithoutLine_Called_ReachesTheDelegatedCallOfItsName)
+{
+    const D3DDDIARG_RENDERSTATE renderState{D3DDDIRS_ZENABLE, 1};
+    const D3DDDIARG_TEXTURESTAGESTATE stageState{1, D3DDDITSS_COLOROP, 2};
+    EXPECT_EQ(m_Table.m_Funcs.pfnSetRenderState(DeviceHandle(), &renderState), S_OK);
+    EXPECT_EQ(m_Table.m_Funcs.pfnSetTextureStageState(DeviceHandle(), &stageState), S_OK);
+    EXPECT_EQ(m_Fake.Lines().size(), 2U);
+    EXPECT_EQ(m_Fake.Calls("SetRenderState"), 1U);
+    EXPECT_EQ(m_Fake.Calls("SetTextureStageState"), 1U);
 }
 
 TEST_F(UMDDdiDeviceFuncsTest, ForwardedEntry_AnyFaultInside_AnswersSuccessWithExactlyTwoLines)

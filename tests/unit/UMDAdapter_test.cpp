@@ -1,0 +1,108 @@
+// Creating and closing devices on an adapter object; the DLL's own tests open it from outside.
+#include "adapter/UMDAdapter.h"
+
+#include "FakeFactory.h"
+#include "FakeKernel.h"
+#include "TraceCapture.h"
+#include "TraceMask.h"
+
+#include "device/UMDDdiDevice.h"
+#include "util/UMDUtilDebugTrace.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <utility>
+
+using namespace tesslo::test;
+using Lines = std::vector<std::string>;
+
+namespace
+{
+/// How a device object begins. No operation tells its version.
+struct DeviceBegin
+{
+    HANDLE m_hDevice;
+    UINT m_Kind;
+    UINT m_Version;
+};
+
+class UMDAdapterTest : public testing::Test
+{
+protected:
+    UMDAdapterTest()
+    {
+        D3DDDI_ADAPTERCALLBACKS callbacks{};
+        D3DDDIARG_OPENADAPTER open{};
+        open.hAdapter = m_Kernel.RuntimeHandle();
+        open.Interface = 9;
+        open.Version = 0x1234;
+        open.pAdapterCallbacks = &callbacks;
+        open.pAdapterFuncs = &m_AdapterFuncs;
+        EXPECT_EQ(OpenAdapter(&open), S_OK);
+        m_hAdapter = open.hAdapter;
+    }
+
+    ~UMDAdapterTest() override
+    {
+        if (m_hAdapter)
+            CloseAdapter(m_hAdapter);
+    }
+
+    /// @return the driver's handle of the device.
+    HANDLE CreateDevice()
+    {
+        D3DDDIARG_CREATEDEVICE create{};
+        create.hDevice = m_Kernel.RuntimeHandle();
+        create.Interface = 7;
+        create.Version = 0x5678;
+        create.pCallbacks = &m_Callbacks;
+        create.pDeviceFuncs = &m_DeviceFuncs;
+        EXPECT_EQ(m_AdapterFuncs.pfnCreateDevice(m_hAdapter, &create), S_OK);
+        return create.hDevice;
+    }
+
+    TraceMask m_Mask{0x7FF};
+    TraceCapture m_Trace;
+    FakeDevice m_Fake;
+    FakeFactory m_Factory{m_Fake};
+    FakeKernel m_Kernel;
+    D3DDDI_DEVICECALLBACKS m_Callbacks = FakeKernel::Callbacks();
+    D3DDDI_ADAPTERFUNCS m_AdapterFuncs{};
+    D3DDDI_DEVICEFUNCS m_DeviceFuncs{};
+    HANDLE m_hAdapter = nullptr;
+};
+
+TEST_F(UMDAdapterTest, CreateDevice_OtherVersionInTheRecord_PassesTheAdaptersOwnOn)
+{
+    m_Trace.Clear();
+    const HANDLE hDevice = CreateDevice();
+    char line[128];
+    snprintf(line, sizeof line, "=> UMDAdapter::DdiCreateDevice hDevice: 0x%x Interface: 7 Version:22136\n",
+        UMDLow32(m_Kernel.RuntimeHandle()));
+    EXPECT_EQ(m_Trace.Lines().front(), line);
+    const auto& begin = *static_cast<const DeviceBegin*>(hDevice);
+    EXPECT_EQ(begin.m_hDevice, m_Kernel.RuntimeHandle());
+    EXPECT_EQ(begin.m_Kind, 5U);
+    EXPECT_EQ(begin.m_Version, 0x1234U);
+}
+
+TEST_F(UMDAdapterTest, CloseAdapter_SecondDeviceReplacedTheFirst_EndsTheSecondOnly)
+{
+    const std::unique_ptr<UMDDdiDevice> pFirst(&ToDevice(CreateDevice()));
+    const HANDLE hSecond = CreateDevice();
+    EXPECT_NE(hSecond, pFirst.get());
+    EXPECT_EQ(static_cast<UMDAdapter*>(m_hAdapter)->Device(), hSecond);
+    EXPECT_EQ(m_Fake.ReferenceCount(), 3U);
+    m_Trace.Clear();
+
+    EXPECT_EQ(CloseAdapter(std::exchange(m_hAdapter, nullptr)), S_OK);
+
+    EXPECT_EQ(m_Trace.Count(">>> UMDDdiDevice::~UMDDdiDevice\n"), 1U);
+    EXPECT_EQ(m_Fake.ReferenceCount(), 2U);
+    EXPECT_NE(pFirst->GetDevice(), nullptr) << "lives on, its threads with it";
+    pFirst->DestroyThreads();
+    EXPECT_EQ(m_Fake.ReferenceCount(), 1U);
+}
+} // namespace
