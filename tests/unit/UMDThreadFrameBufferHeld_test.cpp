@@ -1,0 +1,131 @@
+// A frame that the client library still holds while its ring goes or changes: it must stay.
+#include "FrameBufferThread.h"
+
+#include <atomic>
+
+namespace
+{
+using namespace tesslo::test;
+using Lines = std::vector<std::string>;
+
+// What becomes of one block of memory.
+std::atomic<const void*> g_pWatched;
+std::atomic<int> g_Freed;
+void (*g_pFree)(void*);
+
+void WatchingFree(void* pMemory)
+{
+    if (pMemory && pMemory == g_pWatched)
+    {
+        ++g_Freed;
+        g_pWatched = &g_Freed;  // the address may be given out again
+    }
+    g_pFree(pMemory);
+}
+
+class HeldFrameTest : public FrameBufferThreadFixture
+{
+protected:
+    HeldFrameTest() : m_Free(nullptr, "msvcrt.dll", "free", reinterpret_cast<void*>(WatchingFree))
+    {
+        g_pFree = m_Free.Original<void (*)(void*)>();
+        g_pWatched = nullptr;
+        g_Freed = 0;
+    }
+
+    /// Presents a frame and leaves the library in the middle of its Update.
+    void PresentAndHold(UINT width, UINT height, UINT firstPixel)
+    {
+        m_Client.m_OnFrame = [](const TessloVirtualMonitorFrame& frame) {
+            if (!g_pWatched)
+                g_pWatched = frame.pBits;
+        };
+        m_Client.m_OnHeldFrame = [this](const TessloVirtualMonitorFrame&) { m_FreedUnderTheLibrary = g_Freed; };
+        m_Client.Hold("Update");
+        ASSERT_TRUE(Present(width, height, firstPixel));
+        ASSERT_TRUE(m_Client.WaitUntilHeld());
+    }
+
+    ImportPatch m_Free;
+    int m_FreedUnderTheLibrary = -1;
+};
+
+TEST_F(HeldFrameTest, RequestExit_LibraryHoldsAFrame_TheRingGoesAndTheFrameStays)
+{
+    Start();
+    ASSERT_TRUE(Present(4, 2, 1));
+    ASSERT_TRUE(m_Client.WaitForCalls(2));
+    PresentAndHold(4, 2, 100);
+    IDirect3DSurface9* const pHeld = &m_Fake.Find<FakeSurface>("surface#4");
+    ASSERT_EQ(m_Fake.LiveObjects(), (Lines{"surface#2", "surface#3", "surface#4"})) << "target is 3, copies 2 and 4";
+    m_Trace.Clear();
+
+    EXPECT_TRUE(m_Thread->RequestExit());
+
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadFrameBuffer::RequestExit\n", ">>> UMDFrameBuffer::~UMDFrameBuffer\n",
+                                   ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::Destroy\n",
+                                   ">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
+    EXPECT_EQ(m_Fake.LiveObjects(), (Lines{"surface#3", "surface#4"}));
+    EXPECT_EQ(m_Fake.Find<FakeSurface>("surface#4").ReferenceCount(), 1u) << "the worker's own";
+    EXPECT_EQ(static_cast<IDirect3DSurface9*>(&m_Fake.Find<FakeSurface>("surface#4")), pHeld);
+
+    m_Client.Release();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(m_FreedUnderTheLibrary, 0);
+    EXPECT_EQ(g_Freed, 1);
+    EXPECT_EQ(m_Client.Calls("Update").back().m_Pixels, (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{"surface#3"});
+    EXPECT_EQ(m_Client.Names(), (Lines{"Plug", "Update", "Update", "Unplug"}));
+    EXPECT_EQ(m_Trace.Count("UMDThreadFrameBuffer::Run exiting...\n"), 0u) << "ends without a further wait";
+    EXPECT_EQ(m_Trace.Count("UMDThreadFrameBuffer::Run exit\n"), 1u);
+}
+
+TEST_F(HeldFrameTest, RequestExit_ANewerFrameIsWaiting_IsNotDelivered)
+{
+    Start();
+    PresentAndHold(4, 2, 100);
+    ASSERT_TRUE(Present(4, 2, 200));
+    EXPECT_TRUE(m_Thread->RequestExit());
+    m_Client.Release();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(m_Client.Names(), (Lines{"Plug", "Update", "Unplug"}));
+    m_pTarget.Reset();
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+}
+
+TEST_F(HeldFrameTest, FrameBufferAvailable_SizeChangesUnderTheLibrary_TheHeldFrameStays)
+{
+    Start();
+    PresentAndHold(4, 2, 100);
+    for (UINT frame = 1; frame <= 6; ++frame)
+        ASSERT_TRUE(Present(16, 9, frame * 1000)) << "the fourth frame makes the held one's slot again";
+    EXPECT_EQ(g_Freed, 0);
+    m_Client.Release();
+    ASSERT_TRUE(m_Client.WaitForCalls(3));
+    EXPECT_EQ(m_FreedUnderTheLibrary, 0);
+    EXPECT_EQ(g_Freed, 1);
+    const auto updates = m_Client.Calls("Update");
+    EXPECT_EQ(updates[0].m_Pixels, (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
+    EXPECT_EQ(updates[1].m_Frame.Width, 16u);
+    EXPECT_EQ(updates[1].m_Frame.Height, 9u);
+    EXPECT_EQ(updates[1].m_Pixels.front(), 6000u);
+    EXPECT_EQ(updates[1].m_Pixels.back(), 6000u + 16 * 9 - 1);
+}
+
+TEST_F(HeldFrameTest, DestroyThreads_LibraryHoldsAFrameOfTheDevice_WaitsForItAndLeavesNothing)
+{
+    Start();
+    PresentAndHold(4, 2, 100);
+    // What closing the adapter does with the device's own workers, in the same order.
+    EXPECT_TRUE(m_Thread->RequestExit());
+    EXPECT_EQ(m_Thread->Wait(0), static_cast<DWORD>(WAIT_TIMEOUT));
+    m_Client.Release();
+    ASSERT_TRUE(WaitForEnd());
+    m_Thread.reset();
+    m_pTarget.Reset();
+    m_pDevice->DestroyThreads();
+    m_pDevice.reset();
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+    EXPECT_EQ(m_Fake.ReferenceCount(), 1u);
+}
+} // namespace
