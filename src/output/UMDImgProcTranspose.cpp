@@ -18,6 +18,27 @@ constexpr Index kLineBytes = 64;
 constexpr Index kLineWords = kLineBytes / 4;
 /// Columns of a strip: each is one page of the destination at a time.
 constexpr Index kStripColumns = 768;
+/// Windows of 16 rows that a group of columns goes down before the next group: longer runs in the destination.
+constexpr Index kBandWindows = 4;
+
+struct Turn
+{
+    BYTE* pDst;
+    Index DstPitch;
+    const BYTE* pSrc;
+    Index SrcPitch;
+    Index Columns;
+    Index Rows;
+
+    const BYTE* Source(Index x, Index y) const { return pSrc + y * SrcPitch + x * 4; }
+    BYTE* Destination(Index x, Index y) const { return pDst + x * DstPitch + y * 4; }
+    /// How many rows further up a column's windows begin, so that each is one whole line of the destination.
+    Index Shift(Index x) const
+    {
+        return static_cast<Index>(reinterpret_cast<std::uintptr_t>(Destination(x, 0)) % kLineBytes / 4);
+    }
+    bool IsWhole(Index y) const { return y >= 0 && y + kLineWords <= Rows; }
+};
 
 __m128i Load(const BYTE* p)
 {
@@ -42,20 +63,25 @@ __m128i GatherFour(const BYTE* p, Index pitch)
     return _mm_unpacklo_epi64(ab, cd);
 }
 
-/// One column of 16 words to one line.
-void TurnColumn(BYTE* pLine, const BYTE* p, Index pitch)
+/// The words of a row that belong to four columns: neighbours (Step 1), or each second one (Step 2), of which the first
+/// is an even (Odd 0) or an odd one.
+template <Index Step, Index Odd>
+__m128i LoadRow(const BYTE* p)
 {
-    StreamLine(pLine, GatherFour(p, pitch), GatherFour(p + 4 * pitch, pitch), GatherFour(p + 8 * pitch, pitch),
-        GatherFour(p + 12 * pitch, pitch));
+    if constexpr (Step == 1)
+        return Load(p);
+    constexpr int kPick = Odd ? _MM_SHUFFLE(3, 1, 3, 1) : _MM_SHUFFLE(2, 0, 2, 0);
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(Load(p)), _mm_castsi128_ps(Load(p + 16)), kPick));
 }
 
 /// 4 x 4 words: row i of the result is column i of the source.
+template <Index Step, Index Odd>
 void TransposeSquare(__m128i (&result)[4], const BYTE* p, Index pitch)
 {
-    const __m128i row0 = Load(p);
-    const __m128i row1 = Load(p + pitch);
-    const __m128i row2 = Load(p + 2 * pitch);
-    const __m128i row3 = Load(p + 3 * pitch);
+    const __m128i row0 = LoadRow<Step, Odd>(p);
+    const __m128i row1 = LoadRow<Step, Odd>(p + pitch);
+    const __m128i row2 = LoadRow<Step, Odd>(p + 2 * pitch);
+    const __m128i row3 = LoadRow<Step, Odd>(p + 3 * pitch);
     const __m128i left01 = _mm_unpacklo_epi32(row0, row1);
     const __m128i left23 = _mm_unpacklo_epi32(row2, row3);
     const __m128i right01 = _mm_unpackhi_epi32(row0, row1);
@@ -66,60 +92,142 @@ void TransposeSquare(__m128i (&result)[4], const BYTE* p, Index pitch)
     result[3] = _mm_unpackhi_epi64(right01, right23);
 }
 
-/// Four columns of 16 words to four lines.
-void TurnFourColumns(BYTE* pLine, Index dstPitch, const BYTE* p, Index pitch)
+/// What the image's edge leaves of a window of one column.
+void TurnRest(const Turn& turn, Index x, Index y)
 {
-    __m128i a[4], b[4], c[4], d[4];
-    TransposeSquare(a, p, pitch);
-    TransposeSquare(b, p + 4 * pitch, pitch);
-    TransposeSquare(c, p + 8 * pitch, pitch);
-    TransposeSquare(d, p + 12 * pitch, pitch);
-    for (Index i = 0; i < 4; ++i)
-        StreamLine(pLine + i * dstPitch, a[i], b[i], c[i], d[i]);
+    const Index end = std::min(y + kLineWords, turn.Rows);
+    for (Index n = std::max<Index>(y, 0); n < end; ++n)
+        std::memcpy(turn.Destination(x, n), turn.Source(x, n), 4);
 }
 
-/// The rows that the next window needs, spread over 16 columns: one line of each of 16 rows.
-void Prefetch(const BYTE* pColumn, Index pitch, Index first, Index last)
+/// One window of one column.
+void TurnColumn(const Turn& turn, Index x, Index y)
 {
-    for (Index y = first; y < last; ++y)
-        _mm_prefetch(reinterpret_cast<const char*>(pColumn + y * pitch), _MM_HINT_T0);
+    if (!turn.IsWhole(y))
+        return TurnRest(turn, x, y);
+    const BYTE* p = turn.Source(x, y);
+    const Index pitch = turn.SrcPitch;
+    StreamLine(turn.Destination(x, y), GatherFour(p, pitch), GatherFour(p + 4 * pitch, pitch),
+        GatherFour(p + 8 * pitch, pitch), GatherFour(p + 12 * pitch, pitch));
+}
+
+/// One window of four columns, of the 4 * Step from x on those at Odd, Odd + Step and so on, whose lines begin at the
+/// same rows.
+template <Index Step, Index Odd>
+void TurnFourColumns(const Turn& turn, Index x, Index y)
+{
+    if (!turn.IsWhole(y))
+    {
+        for (Index i = 0; i < 4; ++i)
+            TurnRest(turn, x + Odd + i * Step, y);
+        return;
+    }
+    const BYTE* p = turn.Source(x, y);
+    const Index pitch = turn.SrcPitch;
+    __m128i a[4], b[4], c[4], d[4];
+    TransposeSquare<Step, Odd>(a, p, pitch);
+    TransposeSquare<Step, Odd>(b, p + 4 * pitch, pitch);
+    TransposeSquare<Step, Odd>(c, p + 8 * pitch, pitch);
+    TransposeSquare<Step, Odd>(d, p + 12 * pitch, pitch);
+    for (Index i = 0; i < 4; ++i)
+        StreamLine(turn.Destination(x + Odd + i * Step, y), a[i], b[i], c[i], d[i]);
+}
+
+/// Ways to turn one window of some columns, by where the destination's rows begin in their lines.
+/// All alike: neighbours go together.
+struct Neighbours
+{
+    static constexpr Index kColumns = 4;
+    const Index m_Shift;
+
+    explicit Neighbours(const Turn& turn) : m_Shift(turn.Shift(0)) {}
+    Index LargestShift() const { return m_Shift; }
+    void Do(const Turn& turn, Index x, Index window) const { TurnFourColumns<1, 0>(turn, x, window - m_Shift); }
+};
+
+/// Rows half a line longer than whole lines: every second one begins alike.
+struct Alternating
+{
+    static constexpr Index kColumns = 8;
+    const Index m_EvenShift, m_OddShift;
+
+    explicit Alternating(const Turn& turn) : m_EvenShift(turn.Shift(0)), m_OddShift(turn.Shift(1)) {}
+    Index LargestShift() const { return std::max(m_EvenShift, m_OddShift); }
+    void Do(const Turn& turn, Index x, Index window) const
+    {
+        TurnFourColumns<2, 0>(turn, x, window - m_EvenShift);
+        TurnFourColumns<2, 1>(turn, x, window - m_OddShift);
+    }
+};
+
+/// Each where it will.
+struct Single
+{
+    static constexpr Index kColumns = 1;
+
+    explicit Single(const Turn&) {}
+    Index LargestShift() const { return kLineWords - 1; }
+    void Do(const Turn& turn, Index x, Index window) const { TurnColumn(turn, x, window - turn.Shift(x)); }
+};
+
+/// The next band's rows, spread over the columns: each line once, by the columns that it holds.
+template <Index Rows>
+void Prefetch(const Turn& turn, Index x, Index y)
+{
+    if (y + Rows <= turn.Rows)
+        for (Index i = 0; i < Rows; ++i)
+            _mm_prefetch(reinterpret_cast<const char*>(turn.Source(x, y + i)), _MM_HINT_T0);
+}
+
+/// @tparam Windows of a band.
+template <typename Way, Index Windows>
+void Walk(const Turn& turn)
+{
+    const Way way(turn);
+    const Single single(turn);
+    constexpr Index kBand = Windows * kLineWords;
+    const Index lastRow = turn.Rows + way.LargestShift();
+    for (Index begin = 0; begin < turn.Columns; begin += kStripColumns)
+    {
+        const Index end = std::min(begin + kStripColumns, turn.Columns);
+        for (Index band = 0; band < lastRow; band += kBand)
+        {
+            const Index bandEnd = std::min(band + kBand, lastRow);
+            Index x = begin;
+            for (; x + Way::kColumns <= end; x += Way::kColumns)
+            {
+                for (Index window = band; window < bandEnd; window += kLineWords)
+                {
+                    Prefetch<Way::kColumns>(turn, x, window + kBand + x % kLineWords);
+                    way.Do(turn, x, window);
+                }
+            }
+            for (; x < end; ++x)
+                for (Index window = band; window < bandEnd; window += kLineWords)
+                    single.Do(turn, x, window);
+        }
+    }
+}
+
+/// Whether a band's rows stay in a first-level cache of 8 ways together: lines that lie the same way in pages of 4 KiB
+/// share a set, and rows of 5120 bytes (1280 pixels) have only four such places.
+bool FitsBand(Index pitch)
+{
+    constexpr Index kPage = 4096, kWays = 8;
+    const Index step = std::min(pitch & -pitch, kPage);
+    return kWays * (kPage / step) >= kBandWindows * kLineWords;
 }
 } // namespace
 
 void UMDImgProcTranspose(
     BYTE* pDst, Index dstPitch, const BYTE* pSrc, Index srcPitch, std::size_t width, std::size_t height)
 {
-    const Index columns = static_cast<Index>(width);
-    const Index rows = static_cast<Index>(height);
-    // Rows of the destination that all begin at the same place of a line can be turned four at a time.
-    const Index step = dstPitch % kLineBytes == 0 ? 4 : 1;
-    for (Index begin = 0; begin < columns; begin += kStripColumns)
-    {
-        const Index end = std::min(begin + kStripColumns, columns);
-        for (Index window = 0; window < rows + kLineWords - 1; window += kLineWords)
-        {
-            for (Index x = begin, done; x < end; x += done)
-            {
-                done = x + step <= end ? step : 1;
-                BYTE* pTo = pDst + x * dstPitch;
-                const BYTE* pFrom = pSrc + x * 4;
-                const Index ahead = window + kLineWords + x % kLineWords;
-                Prefetch(pFrom, srcPitch, std::min(ahead, rows), std::min(ahead + done, rows));
-                // Each column's window is shifted so that it is a whole line there.
-                const Index y = window - static_cast<Index>(reinterpret_cast<std::uintptr_t>(pTo) % kLineBytes / 4);
-                const bool whole = y >= 0 && y + kLineWords <= rows;
-                if (whole && done == 4)
-                    TurnFourColumns(pTo + y * 4, dstPitch, pFrom + y * srcPitch, srcPitch);
-                else if (whole)
-                    TurnColumn(pTo + y * 4, pFrom + y * srcPitch, srcPitch);
-                else
-                {
-                    done = 1;
-                    for (Index n = std::max<Index>(y, 0); n < std::min(y + kLineWords, rows); ++n)
-                        std::memcpy(pTo + n * 4, pFrom + n * srcPitch, 4);
-                }
-            }
-        }
-    }
+    const Turn turn = {pDst, dstPitch, pSrc, srcPitch, static_cast<Index>(width), static_cast<Index>(height)};
+    if (dstPitch % kLineBytes == 0)
+        FitsBand(srcPitch) ? Walk<Neighbours, kBandWindows>(turn) : Walk<Neighbours, 1>(turn);
+    else if (dstPitch % (kLineBytes / 2) == 0)
+        Walk<Alternating, 1>(turn);
+    else
+        Walk<Single, 1>(turn);
     _mm_sfence();
 }
