@@ -3,6 +3,7 @@
 #include "DeviceObjects.h"
 #include "TraceLevels.h"
 
+#include "resources/UMDRscIndexBuffer.h"
 #include "resources/UMDRscSurface.h"
 
 namespace
@@ -363,12 +364,15 @@ TEST_F(UMDDdiDeviceTrace, BufBlt_EveryPair_TellsItAsAnErrorAndLeaves)
     }
 }
 
-TEST_F(UMDDdiDeviceTrace, WhatAMethodDeclinesItself_IsAnErrorWithoutALeave)
+TEST_F(UMDDdiDeviceTrace, WhatAMethodDeclinesItself_IsToldWithoutALeave)
 {
     UMDDdiDevice& device = Device();
     UMDRscBase shared(&device, nullptr, UMDRESOURCETYPE_SHARED);
     const HANDLE hCube = CreateCube(), hTarget = CreateTarget(), hVertices = CreateVertices();
-    CreateVertices();
+    UMDRscIndexBuffer emptyIndices(&device, nullptr, nullptr, TRUE, 0, D3DPOOL_DEFAULT);
+    const D3DDDIARG_SETINDICES noIndices = {ToHandle(&emptyIndices), 2};
+    D3DDDIARG_BLT ontoItself = {};
+    ontoItself.hSrcResource = ontoItself.hDstResource = hTarget;
     const D3DDDIARG_SETSTREAMSOURCEUM otherStreamUM = {1, 16};
     const D3DDDIARG_SETSTREAMSOURCE otherStream = {1, hVertices, 0, 16};
     D3DDDIARG_BLT blt = {};
@@ -408,6 +412,8 @@ TEST_F(UMDDdiDeviceTrace, WhatAMethodDeclinesItself_IsAnErrorWithoutALeave)
                 "0x1 UMDDdiDevice::SetStreamSourceUM Steam is not 0 1\n"}},
         {S_OK, [&] { return device.SetIndices(nullptr); },
             {"0x4 >>> UMDDdiDevice::SetIndices\n", "0x1 UMDDdiDevice::SetIndices pSetIndices is NULL\n"}},
+        {S_OK, [&] { return device.SetIndices(&noIndices); },
+            {"0x4 >>> UMDDdiDevice::SetIndices\n", "0x1 UMDDdiDevice::SetIndices pIndexBuffer is NULL\n"}},
         {E_FAIL, [&] { return device.DrawPrimitive(&draw); },
             {"0x4 >>> UMDDdiDevice::DrawPrimitive\n",
                 "0x1 UMDDdiDevice::DrawPrimitive failed! stream 0 is not set\n"}},
@@ -420,6 +426,8 @@ TEST_F(UMDDdiDeviceTrace, WhatAMethodDeclinesItself_IsAnErrorWithoutALeave)
         {E_NOTIMPL, [&] { return device.Blt(&blt); },
             {"0x4 >>> UMDDdiDevice::Blt\n",
                 "0x1 UMDDdiDevice::Blt failed! SHARED RESOURCE unexpected TypeDst:5 TypeSrc:7\n"}},
+        {S_OK, [&] { return device.Blt(&ontoItself); },
+            {"0x4 >>> UMDDdiDevice::Blt\n", "0x4 <<< UMDDdiDevice::Blt\n"}},
         {E_FAIL, [&] { return device.ColorFill(&fill); },
             {"0x4 >>> UMDDdiDevice::ColorFill\n",
                 "0x1 UMDDdiDevice::ColorFill pResourceRenderTargetCapable is NULL\n"}},

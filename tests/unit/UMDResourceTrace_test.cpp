@@ -328,3 +328,11 @@ TEST_F(UMDResourceTraceTest, Shaders_EveryOperation_IsToldAtTheDetailLevel)
             UMDShaderVertex::SetConst(&Device(), &vertexConst, floats);
         }));
 }
+
+TEST_F(UMDResourceTraceTest, UnhandledResource_IsToldAsAnError)
+{
+    CreateRequest request(kFlagPrimary, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
+    Lines lines = LevelledTrace(m_Trace, [&] { Destroy(CreateAny(request)); });
+    std::erase_if(lines, [](const std::string& line) { return line.find("unhandled") == std::string::npos; });
+    EXPECT_EQ(lines, Lines{"0x1 UMDDdiCreateResource unhandled resource\n"});
+}

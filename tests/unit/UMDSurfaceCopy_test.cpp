@@ -8,11 +8,13 @@
 namespace
 {
 constexpr BYTE kGuard = 0xEE;
+constexpr BYTE kSourceGuard = 0xDD;  ///< another one: what is read beyond a source shows where it lands
 
 /// An image of rows with padding. Every byte of it can be told from every other.
 struct Image
 {
-    Image(UINT pitch, UINT height) : Pitch(pitch), Height(height), Bytes(std::size_t{pitch} * height + 2 * kMargin, kGuard)
+    Image(UINT pitch, UINT height, BYTE guard = kGuard)
+        : Pitch(pitch), Height(height), Bytes(std::size_t{pitch} * height + 2 * kMargin, guard)
     {
     }
 
@@ -74,7 +76,7 @@ TEST(UMDSurfaceCopy, ToLocked_EveryFormatPaddingAndRectangle_CopiesThosePixelsAn
 {
     for (const Case& c : AllCases())
     {
-        Image memory(c.Width * c.BytesPerPixel + c.MemoryPadding, c.Height);
+        Image memory(c.Width * c.BytesPerPixel + c.MemoryPadding, c.Height, kSourceGuard);
         Image locked(c.Width * c.BytesPerPixel + c.LockedPadding, c.Height);
         memory.Number(1);
         const D3DDDI_SURFACEINFO info = {c.Width, c.Height, 0, memory.Bits(), memory.Pitch, 0};
@@ -104,7 +106,7 @@ TEST(UMDSurfaceCopy, FromLocked_EveryFormatAndPadding_CopiesThePixelsAndNoPaddin
         if (c.WithRect || c.LockedPadding == 0)
             continue;
         Image memory(c.Width * c.BytesPerPixel + c.MemoryPadding, c.Height);
-        Image locked(c.Width * c.BytesPerPixel + c.LockedPadding, c.Height);
+        Image locked(c.Width * c.BytesPerPixel + c.LockedPadding, c.Height, kSourceGuard);
         locked.Number(9);
         const D3DDDI_SURFACEINFO info = {c.Width, c.Height, 0, memory.Bits(), memory.Pitch, 0};
         UMDCopyFromLocked(info, {static_cast<INT>(locked.Pitch), locked.Bits()}, c.BytesPerPixel);
@@ -119,7 +121,7 @@ TEST(UMDSurfaceCopy, FromLocked_EveryFormatAndPadding_CopiesThePixelsAndNoPaddin
 
 TEST(UMDSurfaceCopy, ToLocked_PackedMemoryAndPaddedSurface_RowsLandPacked)
 {
-    Image memory(8, 3);
+    Image memory(8, 3, kSourceGuard);
     Image locked(12, 3);
     memory.Number(1);
     const D3DDDI_SURFACEINFO info = {2, 3, 0, memory.Bits(), memory.Pitch, 0};
@@ -138,11 +140,13 @@ TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
         {{3, 3, 100, 100}, {3, 3, 5, 4}},
         {{100, 100, 200, 200}, {0, 0, 0, 0}},
         {{4, 3, 1, 1}, {0, 0, 0, 0}},
+        {{4, 1, 1, 3}, {0, 0, 0, 0}},
+        {{1, 3, 3, 1}, {0, 0, 0, 0}},
         {{-1000000000, -1000000000, 1000000000, 1000000000}, {0, 0, 5, 4}},
     };
     for (const auto& c : cases)
     {
-        Image memory(5 * 4 + 4, 4);
+        Image memory(5 * 4 + 4, 4, kSourceGuard);
         Image locked(5 * 4 + 8, 4);
         memory.Number(3);
         const D3DDDI_SURFACEINFO info = {5, 4, 0, memory.Bits(), memory.Pitch, 0};
@@ -164,7 +168,7 @@ TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
 TEST(UMDSurfaceCopy, ToLocked_TwoByteFormatCountedAsFour_CopiesWholeRowsAndNoMore)
 {
     // 7 pixels of two bytes, in rows of 16: four bytes a pixel would be 28 bytes.
-    Image memory(16, 6);
+    Image memory(16, 6, kSourceGuard);
     Image locked(16, 6);
     memory.Number(5);
     const D3DDDI_SURFACEINFO info = {7, 6, 0, memory.Bits(), memory.Pitch, 0};
@@ -179,7 +183,7 @@ TEST(UMDSurfaceCopy, ToLocked_TwoByteFormatCountedAsFour_CopiesWholeRowsAndNoMor
 
 TEST(UMDSurfaceCopy, ToLocked_NoBytesPerPixel_CopiesNothing)
 {
-    Image memory(16, 4);
+    Image memory(16, 4, kSourceGuard);
     Image locked(16, 4);
     memory.Number(5);
     const D3DDDI_SURFACEINFO info = {4, 4, 0, memory.Bits(), memory.Pitch, 0};
