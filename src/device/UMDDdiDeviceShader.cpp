@@ -3,6 +3,7 @@
 #include "resources/UMDShaderVertex.h"
 #include "util/UMDUtilDebugTrace.h"
 
+#include <memory>
 #include <new>
 
 namespace
@@ -44,16 +45,12 @@ bool CopyElements(D3DVERTEXELEMENT9 (&copy)[MAXD3DDECLLENGTH + 1], const D3DDDIV
 HRESULT UMDDdiDevice::CreatePixelShader(D3DDDIARG_CREATEPIXELSHADER* pCreate, const UINT* pCode)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreatePixelShader\n");
-    auto* pPixelShader = new (std::nothrow) UMDShaderPixel(this);
+    std::unique_ptr<UMDShaderPixel> pPixelShader(new (std::nothrow) UMDShaderPixel(this));
     if (!pPixelShader)
         return UMDFail(E_FAIL, L"UMDDdiDevice::CreatePixelShader NULL == pPixelShader\n");
     if (HRESULT hr = pPixelShader->Create(pCode); FAILED(hr))
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDevice::CreatePixelShader Create failed! 0x%x\n", hr);
-        delete pPixelShader;
-        return hr;
-    }
-    pCreate->ShaderHandle = ToHandle(pPixelShader);
+        return UMDFail(hr, L"UMDDdiDevice::CreatePixelShader Create failed! 0x%x\n", hr);
+    pCreate->ShaderHandle = ToHandle(pPixelShader.release());
     UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n",
         UMDLow32(pCreate->ShaderHandle));
     return S_OK;
@@ -114,16 +111,12 @@ HRESULT UMDDdiDevice::CreateVertexShaderFunc(D3DDDIARG_CREATEVERTEXSHADERFUNC* p
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreateVertexShaderFunc\n");
     if (!pCreate)
         return S_OK;
-    auto* pShader = new (std::nothrow) UMDShaderVertex(this);
+    std::unique_ptr<UMDShaderVertex> pShader(new (std::nothrow) UMDShaderVertex(this));
     if (!pShader)
         return UMDFail(E_FAIL, L"UMDDdiDevice::CreateVertexShaderFunc NULL == pShader\n");
     if (HRESULT hr = pShader->Create(pCode); FAILED(hr))
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x%x\n", hr);
-        delete pShader;
-        return hr;
-    }
-    pCreate->ShaderHandle = ToHandle(pShader);
+        return UMDFail(hr, L"UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x%x\n", hr);
+    pCreate->ShaderHandle = ToHandle(pShader.release());
     UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x%x\n",
         UMDLow32(pCreate->ShaderHandle));
     return S_OK;
@@ -167,16 +160,12 @@ HRESULT UMDDdiDevice::CreateVertexShaderDecl(
     if (!CopyElements(elements, pElements, pCreate->NumVertexElements))
         return UMDFail(E_FAIL, L"UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:%d\n",
             pCreate->NumVertexElements);
-    auto* pShader = new (std::nothrow) UMDShaderVertex(this);
+    std::unique_ptr<UMDShaderVertex> pShader(new (std::nothrow) UMDShaderVertex(this));
     if (!pShader)
         return UMDFail(E_FAIL, L"UMDDdiDevice::CreateVertexShaderDecl NULL == pShader\n");
     if (HRESULT hr = pShader->CreateDecl(elements); FAILED(hr))
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x%x\n", hr);
-        delete pShader;
-        return hr;
-    }
-    pCreate->ShaderHandle = ToHandle(pShader);
+        return UMDFail(hr, L"UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x%x\n", hr);
+    pCreate->ShaderHandle = ToHandle(pShader.release());
     UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreateVertexShaderDecl 0x%x\n", UMDLow32(pCreate->ShaderHandle));
     return S_OK;
 }
