@@ -296,6 +296,28 @@ TEST_F(UMDGpuDXVATest, Blt_NoProcessor_RefusedWithItsLine)
     }
 }
 
+TEST_F(UMDGpuDXVATest, Blt_AnyNumberOfSamplesButOne_ConvertsAndPrintsNone)
+{
+    EXPECT_EQ(CreateVideo(), S_OK);
+    EXPECT_EQ(SetTarget(m_pTarget), S_OK);
+    m_Dxva2.Calls.clear();
+    DXVADDI_VIDEOSAMPLE samples[3] = {};
+    for (DXVADDI_VIDEOSAMPLE& sample : samples)
+        sample.SrcResource = ToHandle(m_pSource);
+    for (UINT count : {0U, 2U, 3U})
+    {
+        D3DDDIARG_VIDEOPROCESSBLT blt = {};
+        blt.pSrcSurfaces = samples;
+        blt.NumSrcSurfaces = count;
+        const TraceMask mask(UMDTRACE_DETAIL);
+        m_Trace.Clear();
+        EXPECT_EQ(m_pVideo->Blt(&blt), E_NOTIMPL);
+        EXPECT_EQ(m_Trace.LinesOfThisThread().size(), 13U) << "the blit's own groups";
+        EXPECT_EQ(m_Trace.LinesContaining("SrcResource"), Lines{});
+    }
+    EXPECT_EQ(m_Dxva2.Calls, Lines{});
+}
+
 TEST_F(UMDGpuDXVATest, Blt_ServiceFails_ItsCodeAndLineAndNextBlitSucceeds)
 {
     EXPECT_EQ(CreateVideo(), S_OK);
