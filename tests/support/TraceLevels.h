@@ -15,4 +15,8 @@ namespace tesslo::test
 ///         numbers, which are handles and addresses, show as "0x#"; result codes stay.
 std::vector<std::string> LevelledTrace(TraceCapture& trace, const std::function<void()>& operation);
 
+/// Runs the operation with each level alone, and takes the lines of all threads.
+/// @return each line once, behind its level, sorted; hexadecimal numbers show as above.
+std::vector<std::string> LevelledTraceOfAllThreads(TraceCapture& trace, const std::function<void()>& operation);
+
 } // namespace tesslo::test

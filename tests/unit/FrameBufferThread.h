@@ -7,6 +7,8 @@
 #include "FakeSurface.h"
 #include "FrameClient.h"
 
+#include "util/UMDUtilDebugTrace.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,6 +22,8 @@ class FrameBufferThreadFixture : public DeviceFixture
 {
 protected:
     static constexpr UINT kSource = 4;
+    /// The levels of the errors, and of the line that tells the worker's end.
+    static constexpr UINT kErrorsAndEnd = UMDTRACE_ERROR | UMDTRACE_ENTER;
 
     void SetUp() override
     {
@@ -64,6 +68,7 @@ protected:
     /// The worker has ended by itself: presents say so.
     void ExpectExited()
     {
+        const TraceMask mask(kAllLevels);
         m_Trace.Clear();
         EXPECT_FALSE(Present(4, 4));
         EXPECT_EQ(m_Trace.Lines(), (std::vector<std::string>{">>> UMDThreadFrameBuffer::FrameBufferAvailable\n",

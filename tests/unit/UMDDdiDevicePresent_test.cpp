@@ -1,5 +1,7 @@
 // The end of a frame: present by flip and by blit, flush, display mode.
 #include "DeviceFixture.h"
+#include "ImportPatch.h"
+#include "TraceLevels.h"
 
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscVertexBuffer.h"
@@ -127,6 +129,49 @@ TEST_F(DevicePresent, Present_FirstFlipOfASource_StartsTheThreadsOnce)
     EXPECT_EQ(m_Kernel.Calls("pfnEscapeCb"), 0u);
 }
 
+TEST_F(DevicePresent, Present_EachWay_EachLineOfTheDeviceHasItsLevel)
+{
+    UMDRscSurface* pPrimary = MakePrimary(0);
+    UMDRscSurface* pElsewhere = MakePrimary(6);
+    std::vector<std::string> lines = LevelledTrace(m_Trace, [&] {
+        Present(ToHandle(pPrimary), 0);
+        Present(ToHandle(pElsewhere), kFlip);
+        Present(ToHandle(pPrimary), kBlt); // without a render target
+        Device().Flush();
+    });
+    std::erase_if(lines, [](const std::string& line) { return line.find(" UMDDdiDevice::") == std::string::npos; });
+    EXPECT_THAT(lines,
+        ElementsAre("0x4 >>> UMDDdiDevice::Present FLIP:0 BLT:0 hSrcResource:0x#\n", "0x8 <<< UMDDdiDevice::Present\n",
+            "0x4 >>> UMDDdiDevice::Present FLIP:1 BLT:0 hSrcResource:0x#\n",
+            "0x1 UMDDdiDevice::InternalProcessPresentFLIP failed! VidPnSourceId:6\n",
+            "0x1 UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n",
+            "0x4 >>> UMDDdiDevice::Present FLIP:0 BLT:1 hSrcResource:0x#\n",
+            "0x1 UMDDdiDevice::Present InternalProcessPresentBLT failed! hResult: 0x88760866\n",
+            "0x4 >>> UMDDdiDevice::Flush\n"));
+}
+
+TEST_F(DevicePresent, Present_ThreadsCannotBeStarted_FailsAndRecordsNoPrimary)
+{
+    UMDRscSurface* pPrimary = MakePrimary(0);
+    UMDDdiDevice unstarted(m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), &m_Callbacks);
+    const FailingImport noThread(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
+    D3DDDIARG_PRESENT present = {};
+    present.hSrcResource = ToHandle(pPrimary);
+    present.Flags.Value = kFlip;
+    EXPECT_EQ(unstarted.Present(&present), E_FAIL);
+    EXPECT_THAT(ErrorLines(),
+        ElementsAre("UMDThreadFrameBuffer::Start UMDBaseThread::Start failed!\n",
+            "UMDDdiDevice::InterFrameBufferThreadsStart m_ThreadFrameBuffer 0 failed!\n",
+            "UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n"));
+    EXPECT_EQ(m_Kernel.Calls("pfnPresentCb"), 0u);
+
+    // Not recorded: the next flip tries to start them again.
+    m_Kernel.ClearLines();
+    unstarted.Present(&present);
+    EXPECT_GT(m_Kernel.Calls("pfnEscapeCb"), 0u);
+    unstarted.InterFrameBufferThreadsStop();
+}
+
 TEST_F(DevicePresent, Present_GetDescFails_FailsBeforeTheKernelHears)
 {
     UMDRscSurface* pPrimary = MakePrimary(0);
@@ -199,6 +244,8 @@ TEST_F(DevicePresent, Present_Blt_ReadsBackCopiesAndReports)
     m_Fake.SetRenderTarget(0, pPrimary->GetSurface(0, 0));
     m_Fake.ClearLines();
     EXPECT_EQ(Present(ToHandle(pPrimary), kBlt), S_OK);
+    EXPECT_THAT(ErrorLines(), IsEmpty());
+    EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::Present\n"), 1u);
     EXPECT_THAT(m_Kernel.Lines(),
         ElementsAre("pfnLockCb(allocation:1 flags:0x10)", "pfnUnlockCb(count:1 first:1)",
             "pfnPresentCb(src:1 dst:0 context:7000)"));
@@ -240,7 +287,11 @@ HRESULT APIENTRY AnswerOtherSizes(HANDLE, D3DDDICB_RENDER* pRender)
 
 class DeviceFlush : public DevicePresent
 {
-    void PrepareStart() override { m_Callbacks.pfnRenderCb = AnswerOtherSizes; }
+    void PrepareStart() override
+    {
+        g_Renders.clear();
+        m_Callbacks.pfnRenderCb = AnswerOtherSizes;
+    }
 };
 
 TEST_F(DeviceFlush, Flush_RuntimeAnswersOtherSizes_NextFlushUsesThem)

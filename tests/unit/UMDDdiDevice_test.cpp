@@ -251,6 +251,7 @@ TEST_F(DeviceLife, Delete_AfterThirdSourceFailedToStart_LeavesNoThreadAndNoHandl
     }
     const ResourceCounts before = ResourceCounts::Now();
     m_Trace.Clear();
+    g_ThreadsCreated = 0;
     {
         const ImportPatch patch(nullptr, "KERNEL32.dll", "CreateThread", reinterpret_cast<void*>(RefuseFourthThread));
         g_pCreateThread = patch.Original<decltype(&CreateThread)>();

@@ -3,6 +3,7 @@
 #include "FailNthAllocation.h"
 #include "FakeDevice.h"
 #include "TraceCapture.h"
+#include "TraceLevels.h"
 #include "TraceMask.h"
 #include "util/UMDComPtr.h"
 
@@ -15,6 +16,7 @@ namespace
 {
 using tesslo::test::FailNthAllocation;
 using tesslo::test::FakeDevice;
+using tesslo::test::LevelledTrace;
 using tesslo::test::TraceCapture;
 using tesslo::test::TraceMask;
 using Lines = std::vector<std::string>;
@@ -38,6 +40,26 @@ protected:
 
     FakeDevice m_Device;
 };
+
+TEST_F(UMDFrameBufferTest, Life_OneFrame_EachLineHasItsLevel)
+{
+    const auto pTarget = MakeTarget(8, 4);
+    TraceCapture trace;
+    EXPECT_EQ(LevelledTrace(trace,
+                  [&] {
+                      UMDFrameBuffer frameBuffer(&m_Device);
+                      frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8);
+                      frameBuffer.GetDuplicateFrameBuffer();
+                      frameBuffer.GetDuplicateFrameBufferMalloc();
+                  }),
+        (Lines{"0x200 >>> UMDGpuDx9Surface::UMDGpuDx9Surface\n", "0x200 >>> UMDFrameBuffer::UMDFrameBuffer\n",
+            "0x200 >>> UMDFrameBuffer::DuplicateFrameBuffer\n", "0x200 >>> UMDGpuDx9Surface::Create\n",
+            "0x200 >>> UMDGpuDx9Surface::Duplicate\n",
+            "0x200 UMDGpuDx9Surface::Duplicate SRC[8 4 22] DST[8 4 22] XXX[8 4 22]\n",
+            "0x200 >>> UMDFrameBuffer::GetDuplicateFrameBuffer\n",
+            "0x200 >>> UMDFrameBuffer::GetDuplicateFrameBufferMalloc\n", "0x200 >>> UMDFrameBuffer::~UMDFrameBuffer\n",
+            "0x200 >>> UMDGpuDx9Surface::Destroy\n", "0x200 >>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
+}
 
 TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_FourFrames_UsesTheSlotsInTurn)
 {

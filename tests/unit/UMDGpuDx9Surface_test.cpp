@@ -165,6 +165,13 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_AnyPartMissing_Fails)
     {
         TraceMask mask(UMDTRACE_ERROR);
         TraceCapture trace;
+        IDirect3DSurface9* pNone = nullptr;
+        EXPECT_EQ(m_Surface.Duplicate(&pNone, &m_pMemory, m_pTarget.Get(), 4, 4, D3DFMT_X8R8G8B8), E_FAIL);
+        EXPECT_EQ(trace.Lines(), expected);
+    }
+    {
+        TraceMask mask(UMDTRACE_ERROR);
+        TraceCapture trace;
         UMDFrameMemory* pNone = nullptr;
         EXPECT_EQ(m_Surface.Duplicate(&m_pCopy, &pNone, m_pTarget.Get(), 4, 4, D3DFMT_X8R8G8B8), E_FAIL);
         EXPECT_EQ(trace.Lines(), expected);

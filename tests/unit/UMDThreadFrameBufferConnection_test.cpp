@@ -46,6 +46,7 @@ TEST_F(FrameBufferConnectionTest, Connection_SeveralFrames_KeepsOneSlotOnOneThre
 
 TEST_F(FrameBufferConnectionTest, InitializeConnection_ExportMissing_EndsTheWorkerUnplugged)
 {
+    const TraceMask mask(kErrorsAndEnd);
     struct Case
     {
         const char* m_pExport;
@@ -78,6 +79,7 @@ TEST_F(FrameBufferConnectionTest, InitializeConnection_ExportMissing_EndsTheWork
 
 TEST_F(FrameBufferConnectionTest, InitializeConnection_NoClientLibrary_EndsTheWorkerAtTheFirstFrame)
 {
+    const TraceMask mask(kErrorsAndEnd);
     ASSERT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, nullptr));
     m_Trace.Clear();
     ASSERT_TRUE(Present(4, 2));
@@ -89,6 +91,7 @@ TEST_F(FrameBufferConnectionTest, InitializeConnection_NoClientLibrary_EndsTheWo
 
 TEST_F(FrameBufferConnectionTest, InitializeConnection_PlugRefused_EndsTheWorkerUnplugged)
 {
+    const TraceMask mask(kErrorsAndEnd);
     m_Client.m_Refusing = {"Plug"};
     Start();
     m_Trace.Clear();
@@ -103,6 +106,7 @@ TEST_F(FrameBufferConnectionTest, InitializeConnection_PlugRefused_EndsTheWorker
 
 TEST_F(FrameBufferConnectionTest, SendFrameBuffer_UpdateRefused_ClosesTheConnectionAndEnds)
 {
+    const TraceMask mask(kErrorsAndEnd);
     m_Client.m_Refusing = {"Update"};
     Start();
     m_Trace.Clear();
@@ -118,6 +122,7 @@ TEST_F(FrameBufferConnectionTest, SendFrameBuffer_UpdateRefused_ClosesTheConnect
 
 TEST_F(FrameBufferConnectionTest, UninitializeConnection_UnplugRefused_IsTracedAndEndsCleanly)
 {
+    const TraceMask mask(kErrorsAndEnd);
     m_Client.m_Refusing = {"Unplug"};
     Start();
     ASSERT_TRUE(Present(4, 2));

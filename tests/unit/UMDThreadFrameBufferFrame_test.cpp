@@ -62,6 +62,7 @@ TEST_F(FrameBufferFrameTest, Update_LandscapeFrameRotatedBy90_IsDeliveredAsPortr
 
 TEST_F(FrameBufferFrameTest, ProcessFrameBuffer_AStepFails_EndsTheWorkerAndUnplugs)
 {
+    const TraceMask mask(kErrorsAndEnd);
     struct Case
     {
         const char* m_pMethod;  ///< of the copy's surface; null for none
@@ -105,6 +106,7 @@ TEST_F(FrameBufferFrameTest, ProcessFrameBuffer_AStepFails_EndsTheWorkerAndUnplu
 
 TEST_F(FrameBufferFrameTest, FrameBufferAvailable_CopyFails_FailsAndTheWorkerLivesOn)
 {
+    const TraceMask mask(kErrorsAndEnd);
     Start();
     m_Fake.CreateRenderTarget(4, 2, D3DFMT_R5G6B5, D3DMULTISAMPLE_NONE, 0, FALSE, m_pTarget.Put(), nullptr);
     m_Trace.Clear();
@@ -120,6 +122,7 @@ TEST_F(FrameBufferFrameTest, FrameBufferAvailable_CopyFails_FailsAndTheWorkerLiv
 
 TEST_F(FrameBufferFrameTest, FrameBufferAvailable_EventRefused_Fails)
 {
+    const TraceMask mask(kErrorsAndEnd);
     Start();
     m_Trace.Clear();
     bool presented = true;

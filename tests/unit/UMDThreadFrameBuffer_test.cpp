@@ -1,6 +1,7 @@
 // Life of a frame-buffer thread: its start, its loop, its end.
 #include "FailNthAllocation.h"
 #include "FrameBufferThread.h"
+#include "TraceLevels.h"
 
 #include <algorithm>
 
@@ -147,6 +148,65 @@ TEST_F(UMDThreadFrameBufferTest, Life_OneFrame_TracesEachStepOnItsThread)
         PositionOf(">>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n"));
     EXPECT_LT(
         PositionOf(">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"), PositionOf("UMDThreadFrameBuffer::Run exiting...\n"));
+}
+
+TEST_F(UMDThreadFrameBufferTest, Life_WithAndWithoutAFrame_EachLineHasItsLevel)
+{
+    Lines lines = LevelledTraceOfAllThreads(m_Trace, [&] {
+        m_Thread.emplace();
+        Start();
+        Stop();
+        m_Thread.emplace();
+        const size_t calls = m_Client.Calls().size();
+        Start();
+        ASSERT_TRUE(Present(4, 2));
+        ASSERT_TRUE(m_Client.WaitForCalls(calls + 2));
+        Stop();
+        m_Thread.reset();
+    });
+    std::erase_if(lines, [](const std::string& line) { return line.find("UMDThreadFrameBuffer") == std::string::npos; });
+    EXPECT_EQ(lines,
+        (Lines{"0x204 UMDThreadFrameBuffer::Run exit\n", "0x204 UMDThreadFrameBuffer::Run exiting...\n",
+            "0x40 >>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
+            "0x40 >>> UMDThreadFrameBuffer::InternalInitializeConnection\n",
+            "0x40 >>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n",
+            "0x40 >>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n",
+            "0x40 >>> UMDThreadFrameBuffer::InternalUninitializeConnection\n", "0x40 >>> UMDThreadFrameBuffer::Run\n",
+            "0x40 >>> UMDThreadFrameBuffer::Start\n", "0x40 UMDThreadFrameBuffer::RequestExit\n",
+            "0x40 UMDThreadFrameBuffer::UMDThreadFrameBuffer\n", "0x40 UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n"}));
+}
+
+TEST_F(UMDThreadFrameBufferTest, WhatIsDeclined_EachLine_IsAnError)
+{
+    const TraceMask mask(UMDTRACE_ERROR);
+    m_Trace.Clear();
+    EXPECT_FALSE(m_Thread->Start(nullptr, kSource, m_Client.Module()));
+    EXPECT_FALSE(Present(4, 4));
+    {
+        FailNthAllocation shortage(1);
+        EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module()));
+    }
+    EXPECT_FALSE(Present(4, 4));
+    m_Thread.emplace();
+    {
+        FailingImport noThread(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
+        EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module()));
+    }
+    for (const DWORD answer : {DWORD{WAIT_FAILED}, DWORD{WAIT_ABANDONED_0}})
+    {
+        m_Thread.emplace();
+        FailingImport noWait(nullptr, "kernel32.dll", "WaitForMultipleObjects", answer, ERROR_INVALID_HANDLE);
+        Start();
+        ASSERT_TRUE(WaitForEnd());
+    }
+    EXPECT_EQ(m_Trace.Lines(),
+        (Lines{"UMDThreadFrameBuffer::Start pDeviceContext is NULL\n",
+            "UMDThreadFrameBuffer::FrameBufferAvailable m_bInit == false\n",
+            "UMDThreadFrameBuffer::Start FrameBuffer is NULL\n",
+            "UMDThreadFrameBuffer::FrameBufferAvailable thread has exited!\n",
+            "UMDThreadBase::Start CreateThread failed. LastError 8",
+            "UMDThreadFrameBuffer::Start UMDBaseThread::Start failed!\n",
+            "UMDThreadFrameBuffer::Run WAIT_FAILED 6...\n", "UMDThreadFrameBuffer::Run unexpected result 128...\n"}));
 }
 
 TEST_F(UMDThreadFrameBufferTest, Run_WaitFails_EndsWithTheLastError)

@@ -3,6 +3,7 @@
 #include "ImportPatch.h"
 #include "RegistryOverride.h"
 #include "TraceCapture.h"
+#include "TraceLevels.h"
 #include "TraceMask.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@ namespace
 {
 using tesslo::test::FailingImport;
 using tesslo::test::ImportPatch;
+using tesslo::test::LevelledTrace;
 using tesslo::test::RegistryOverride;
 using tesslo::test::TraceCapture;
 using tesslo::test::TraceMask;
@@ -88,6 +90,36 @@ TEST_F(UMDUtilRegistryTest, Get_Text_IsReadAndTracedWithData)
     EXPECT_STREQ(L"abc", text);
     EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Text Data: abc\n"},
         m_Trace.Lines());
+}
+
+TEST_F(UMDUtilRegistryTest, EachLine_OfReadsAndWrites_HasItsLevel)
+{
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [] {
+                      wchar_t text[8] = {};
+                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", text, sizeof(text));
+                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text));
+                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Nothing", text, sizeof(text));
+                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, 2);
+                      UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Text", REG_SZ, L"abc", 8);
+                      UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
+                      FailingImport noWrite(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_ACCESS_DENIED, 0);
+                      UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
+                      FailingImport noKey(nullptr, "advapi32.dll", "RegCreateKeyExW", ERROR_ACCESS_DENIED, 0);
+                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text));
+                      UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
+                  }),
+        (Lines{"0x200 UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Number\n",
+            "0x200 UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Text Data: abc\n",
+            "0x1 UMDUtilRegistryValueGet RegQueryValueExW failed! Nothing ERROR_FILE_NOT_FOUND\n",
+            "0x1 UMDUtilRegistryValueGet RegQueryValueExW failed! Text 234\n",
+            "0x200 UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Text Data: abc\n",
+            "0x200 UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Bytes\n",
+            "0x200 UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Bytes\n",
+            "0x1 UMDUtilRegistryValueSet RegSetValueExW failed! Bytes 5\n",
+            "0x1 UMDUtilRegistryValueGet  RegCreateKeyExW failed! Software\\Zembrilo\\Test 5\n",
+            "0x200 UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Bytes\n",
+            "0x1 UMDUtilRegistryValueSet RegCreateKeyExW failed! Software\\Zembrilo\\Test 5\n"}));
 }
 
 TEST_F(UMDUtilRegistryTest, Get_OtherTypeThanExpected_IsCopiedAsItIs)
