@@ -484,3 +484,14 @@ TEST_F(UMDDdiDeviceTrace, CubeSetOrFilled_ItsFirstFaceIsTaken)
     EXPECT_EQ(S_OK, Device().ColorFill(&fill));
     EXPECT_EQ((Lines{"SetRenderTarget(0, cube#1[0][0])", "ColorFill(cube#1[0][0], 0,0,0,0, 0x0)"}), Calls());
 }
+
+TEST_F(UMDDdiDeviceTrace, ClearEntry_Rectangles_AreOfTheEntrysLevel)
+{
+    const D3DDDIARG_CLEAR clear = {D3DCLEAR_TARGET, 0, 0, 0};
+    const RECT rects[] = {{1, 2, 3, 4}, {5, 6, 7, 8}};
+    Lines lines = LevelledTrace(m_Trace, [&] { UMDDdiClear(DeviceHandle(), &clear, 2, rects); });
+    std::erase_if(lines, [](const std::string& line) { return line.find("Rectangle") == std::string::npos; });
+    EXPECT_EQ((Lines{"0x2 Rectangle index:0 left:1 top:2 right:3 bottom:4\n",
+                  "0x2 Rectangle index:1 left:5 top:6 right:7 bottom:8\n"}),
+        lines);
+}

@@ -1,7 +1,11 @@
 // Resources and shaders while there is no delegated device: refused, each with its line, and nothing left behind.
 #include "ResourceFixture.h"
 
-#include "resources/UMDRscTexture.h"
+#include "resources/UMDRscCubeTexture.h"
+#include "resources/UMDRscIndexBuffer.h"
+#include "resources/UMDRscSurface.h"
+#include "resources/UMDRscVertexBuffer.h"
+#include "resources/UMDRscZBuffer.h"
 #include "resources/UMDShaderPixel.h"
 #include "resources/UMDShaderVertex.h"
 
@@ -33,6 +37,22 @@ TEST_F(UMDResourceNoDeviceTest, Create_EveryClass_IsRefusedWithItsLine)
             Lines{std::string(row.pClass) + "::Create failed! m_pDeviceDelegated = NULL\n"});
         EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
     }
+}
+
+TEST_F(UMDResourceNoDeviceTest, Create_AskedDirectly_AnswersFail)
+{
+    const CreateRequest request(0, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 16, 16);
+    UMDDdiDevice* pDevice = &Device();
+    const D3DDDIARG_CREATERESOURCE* pCreate = &request.m_Arg;
+    UMDRscSurface surface(pDevice, nullptr, pCreate, FALSE, D3DPOOL_DEFAULT, true);
+    EXPECT_EQ(surface.Create(), E_FAIL);
+    surface.Destroy();
+    EXPECT_EQ(UMDRscVertexBuffer(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT).Create(), E_FAIL);
+    EXPECT_EQ(UMDRscIndexBuffer(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT).Create(), E_FAIL);
+    EXPECT_EQ(UMDRscZBuffer(pDevice, nullptr, pCreate, FALSE).Create(), E_FAIL);
+    EXPECT_EQ(UMDRscCubeTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT).Create(), E_FAIL);
+    EXPECT_EQ(UMDRscTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE).Create(),
+        E_FAIL);
 }
 
 TEST_F(UMDResourceNoDeviceTest, Open_Texture_IsRefusedWithItsLine)

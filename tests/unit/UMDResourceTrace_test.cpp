@@ -336,3 +336,25 @@ TEST_F(UMDResourceTraceTest, UnhandledResource_IsToldAsAnError)
     std::erase_if(lines, [](const std::string& line) { return line.find("unhandled") == std::string::npos; });
     EXPECT_EQ(lines, Lines{"0x1 UMDDdiCreateResource unhandled resource\n"});
 }
+
+TEST_F(UMDResourceTraceTest, CreateAndOpen_TheHandle_IsOfTheEntryAndTheResourceLevel)
+{
+    CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
+    Lines lines = LevelledTrace(m_Trace, [&] { Destroy(CreateAny(request)); });
+    std::erase_if(lines, [](const std::string& line) { return line.find("   Handle:") == std::string::npos; });
+    EXPECT_EQ(lines, Lines{"0x22    Handle: 0x#\n"});
+    D3DDDIARG_OPENRESOURCE open = {};
+    lines = LevelledTrace(m_Trace, [&] { UMDDdiOpenResource(DeviceHandle(), &open); });
+    std::erase_if(lines, [](const std::string& line) { return line.find("   Handle:") == std::string::npos; });
+    EXPECT_EQ(lines, Lines{"0x22    Handle:0x#\n"});
+}
+
+TEST_F(UMDResourceTraceTest, AllocationRefused_IsToldAsAnError)
+{
+    CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
+    m_Kernel.Fail("pfnAllocateCb", kRefused);
+    Lines lines = LevelledTrace(m_Trace, [&] { Destroy(CreateAny(request)); });
+    std::erase_if(lines, [](const std::string& line) { return line.find("pfnAllocateCb") == std::string::npos; });
+    EXPECT_EQ(lines,
+        Lines{"0x1 UMDRscRenderTargetCapable::KernelModeAllocateCb pfnAllocateCb failed! hResult 0x8876086a \n"});
+}

@@ -1,5 +1,6 @@
 // A texture built from another process's private record: every member that the record gives, and none without one.
 #include "ResourceFixture.h"
+#include "TraceLevels.h"
 
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscTexture.h"
@@ -152,4 +153,19 @@ TEST_F(UMDRscTextureOpenedTest, BltFromAnyPool_NoRowOfTheTable_FallsBack)
         EXPECT_EQ(errors.size(), 3U) << pool;
         texture.Destroy();
     }
+}
+
+TEST_F(UMDRscTextureOpenedTest, SurfaceBltToAnotherPool_NoRowOfTheTable_IsRefusedWithThreeErrors)
+{
+    CreateRequest request(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_R5G6B5, 16, 8);
+    auto* pSource = Create<UMDRscSurface>(request);
+    m_Record.Pool = 1;
+    OpenedProbe texture(&Device(), &m_Open);
+    ASSERT_EQ(texture.Open(), S_OK);
+    const RECT srcRect = {1, 2, 4, 6}, dstRect = {0, 0, 5, 6};
+    EXPECT_EQ((Lines{"0x200 UMDRscSurface::Blt DST Resource:0x# Pool:1 SRC Resource:0x# Pool:0\n",
+                  "0x1 UMDRscSurface::Blt failed! SRC Resource:0x# DST Resource:0x# Pool:1 RenderTarget:1\n",
+                  "0x1 DST Width:64 Height:32 Width:5 Height:6\n", "0x1 SRC Width:16 Height:8 Width:3 Height:4\n"}),
+        LevelledTrace(m_Trace, [&] { EXPECT_EQ(pSource->Blt(&srcRect, &texture, &dstRect), E_FAIL); }));
+    texture.Destroy();
 }

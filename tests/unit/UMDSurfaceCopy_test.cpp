@@ -181,6 +181,28 @@ TEST(UMDSurfaceCopy, ToLocked_TwoByteFormatCountedAsFour_CopiesWholeRowsAndNoMor
     EXPECT_TRUE(locked.MarginsIntact());
 }
 
+TEST(UMDSurfaceCopy, BothWays_RowsOfNoWholePixels_StopAtTheLastWholeOne)
+{
+    for (const auto& [memoryPitch, lockedPitch] : {std::pair{19U, 24U}, {24U, 19U}, {19U, 19U}})
+    {
+        Image memory(memoryPitch, 1);
+        Image locked(lockedPitch, 1);
+        const D3DDDI_SURFACEINFO info = {5, 1, 0, memory.Bits(), memory.Pitch, 0};
+        memory.Number(1);
+        UMDCopyToLocked({static_cast<INT>(lockedPitch), locked.Bits()}, info, nullptr, 4);
+        for (UINT byte = 0; byte < lockedPitch; ++byte)
+            EXPECT_EQ(locked.At(0, byte), byte < 16 ? memory.At(0, byte) : kGuard) << byte;
+        EXPECT_TRUE(locked.MarginsIntact());
+        Image other(memoryPitch, 1);
+        const D3DDDI_SURFACEINFO otherInfo = {5, 1, 0, other.Bits(), other.Pitch, 0};
+        locked.Number(5);
+        UMDCopyFromLocked(otherInfo, {static_cast<INT>(lockedPitch), locked.Bits()}, 4);
+        for (UINT byte = 0; byte < memoryPitch; ++byte)
+            EXPECT_EQ(other.At(0, byte), byte < 16 ? locked.At(0, byte) : kGuard) << byte;
+        EXPECT_TRUE(other.MarginsIntact());
+    }
+}
+
 TEST(UMDSurfaceCopy, ToLocked_NoBytesPerPixel_CopiesNothing)
 {
     Image memory(16, 4, kSourceGuard);
