@@ -19,8 +19,8 @@ struct Size
 };
 
 constexpr Size kSizes[] = {{1280, 720}, {1366, 768}, {1920, 1080}, {1919, 1079}, {3840, 2160}};
-constexpr UINT kWarmRounds = 21;
-constexpr UINT kColdRounds = 15;
+constexpr UINT kWarmRounds = 61;
+constexpr UINT kColdRounds = 31;
 
 struct Freed
 {
@@ -129,6 +129,8 @@ private:
             report.AddSpeed(name, times[0], "memcpy", times[1], 0.65, 0.90);
         if (m_bCold && m_Size.Width >= 1919)
             report.AddSpeed(name, times[0], "plain loop", times[2], 8);
+        else
+            report.Add({name, "us", times[0] * 1e6, "plain loop", times[2] * 1e6, times[2] / times[0]});
     }
 
     void RunAgainstMemcpy(
@@ -137,7 +139,7 @@ private:
         const std::string name = Name(pName);
         if (!report.Wants(name))
             return;
-        const std::vector<double> times = BenchCompare({Work(std::move(run)), Memcpy()}, m_bCold ? 21 : 41);
+        const std::vector<double> times = BenchCompare({Work(std::move(run)), Memcpy()}, m_bCold ? kColdRounds : kWarmRounds);
         report.AddSpeed(name, times[0], "memcpy", times[1], must, aim);
     }
 
@@ -149,7 +151,7 @@ private:
             return;
         const size_t bytes = m_Bytes / 16 * 16;
         const auto vector = [=, this] { BenchVectorCopy(m_pDst.get(), m_pSrc.get(), bytes); };
-        const std::vector<double> times = BenchCompare({Memcpy(), Work(vector)}, 21);
+        const std::vector<double> times = BenchCompare({Memcpy(), Work(vector)}, m_bCold ? kColdRounds : kWarmRounds);
         report.Add({name, "us", times[0] * 1e6, "vector loop", times[1] * 1e6, times[1] / times[0]});
     }
 

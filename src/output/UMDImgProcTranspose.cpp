@@ -18,8 +18,6 @@ constexpr Index kLineBytes = 64;
 constexpr Index kLineWords = kLineBytes / 4;
 /// Columns of a strip: each is one page of the destination at a time.
 constexpr Index kStripColumns = 768;
-/// Windows of 16 rows that a group of columns goes down before the next group: longer runs in the destination.
-constexpr Index kBandWindows = 4;
 
 struct Turn
 {
@@ -170,7 +168,7 @@ struct Single
     void Do(const Turn& turn, Index x, Index window) const { TurnColumn(turn, x, window - turn.Shift(x)); }
 };
 
-/// The next band's rows, spread over the columns: each line once, by the columns that it holds.
+/// The rows of the next window, spread over the columns: each line once, by the columns that it holds.
 template <Index Rows>
 void Prefetch(const Turn& turn, Index x, Index y)
 {
@@ -179,43 +177,27 @@ void Prefetch(const Turn& turn, Index x, Index y)
             _mm_prefetch(reinterpret_cast<const char*>(turn.Source(x, y + i)), _MM_HINT_T0);
 }
 
-/// @tparam Windows of a band.
-template <typename Way, Index Windows>
+template <typename Way>
 void Walk(const Turn& turn)
 {
     const Way way(turn);
     const Single single(turn);
-    constexpr Index kBand = Windows * kLineWords;
     const Index lastRow = turn.Rows + way.LargestShift();
     for (Index begin = 0; begin < turn.Columns; begin += kStripColumns)
     {
         const Index end = std::min(begin + kStripColumns, turn.Columns);
-        for (Index band = 0; band < lastRow; band += kBand)
+        for (Index window = 0; window < lastRow; window += kLineWords)
         {
-            const Index bandEnd = std::min(band + kBand, lastRow);
             Index x = begin;
             for (; x + Way::kColumns <= end; x += Way::kColumns)
             {
-                for (Index window = band; window < bandEnd; window += kLineWords)
-                {
-                    Prefetch<Way::kColumns>(turn, x, window + kBand + x % kLineWords);
-                    way.Do(turn, x, window);
-                }
+                Prefetch<Way::kColumns>(turn, x, window + kLineWords + x % kLineWords);
+                way.Do(turn, x, window);
             }
             for (; x < end; ++x)
-                for (Index window = band; window < bandEnd; window += kLineWords)
-                    single.Do(turn, x, window);
+                single.Do(turn, x, window);
         }
     }
-}
-
-/// Whether a band's rows stay in a first-level cache of 8 ways together: lines that lie the same way in pages of 4 KiB
-/// share a set, and rows of 5120 bytes (1280 pixels) have only four such places.
-bool FitsBand(Index pitch)
-{
-    constexpr Index kPage = 4096, kWays = 8;
-    const Index step = std::min(pitch & -pitch, kPage);
-    return kWays * (kPage / step) >= kBandWindows * kLineWords;
 }
 } // namespace
 
@@ -224,10 +206,10 @@ void UMDImgProcTranspose(
 {
     const Turn turn = {pDst, dstPitch, pSrc, srcPitch, static_cast<Index>(width), static_cast<Index>(height)};
     if (dstPitch % kLineBytes == 0)
-        FitsBand(srcPitch) ? Walk<Neighbours, kBandWindows>(turn) : Walk<Neighbours, 1>(turn);
+        Walk<Neighbours>(turn);
     else if (dstPitch % (kLineBytes / 2) == 0)
-        Walk<Alternating, 1>(turn);
+        Walk<Alternating>(turn);
     else
-        Walk<Single, 1>(turn);
+        Walk<Single>(turn);
     _mm_sfence();
 }

@@ -133,7 +133,8 @@ TEST_P(ImageRotation, SmallSizes_PaddedAndAtOddAddresses_SameBytesAsTheLoop)
 
 TEST_P(ImageRotation, OddFrames_SameBytesAsTheLoop)
 {
-    const std::pair<UINT, UINT> sizes[] = {{1279, 719}, {1366, 768}, {1919, 1079}, {1920, 1080}, {3440, 1440}};
+    const std::pair<UINT, UINT> sizes[] = {
+        {1279, 719}, {1280, 720}, {1366, 768}, {1919, 1079}, {1920, 1080}, {3440, 1440}};
     for (const auto& [width, height] : sizes)
     {
         ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), width, height, 0}));
