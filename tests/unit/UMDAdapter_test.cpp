@@ -12,8 +12,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <iterator>
 #include <memory>
 #include <utility>
+#include <vector>
 
 using namespace tesslo::test;
 using Lines = std::vector<std::string>;
@@ -31,7 +33,15 @@ struct DeviceBegin
 class UMDAdapterTest : public testing::Test
 {
 protected:
-    UMDAdapterTest()
+    UMDAdapterTest() { Open(); }
+
+    ~UMDAdapterTest() override
+    {
+        if (m_hAdapter)
+            CloseAdapter(m_hAdapter);
+    }
+
+    void Open()
     {
         D3DDDI_ADAPTERCALLBACKS callbacks{};
         D3DDDIARG_OPENADAPTER open{};
@@ -44,14 +54,8 @@ protected:
         m_hAdapter = open.hAdapter;
     }
 
-    ~UMDAdapterTest() override
-    {
-        if (m_hAdapter)
-            CloseAdapter(m_hAdapter);
-    }
-
-    /// @return the driver's handle of the device.
-    HANDLE CreateDevice()
+    /// @return the driver's handle of the device; the runtime's own where it is refused.
+    HANDLE CreateDevice(HRESULT expected = S_OK)
     {
         D3DDDIARG_CREATEDEVICE create{};
         create.hDevice = m_Kernel.RuntimeHandle();
@@ -59,7 +63,7 @@ protected:
         create.Version = 0x5678;
         create.pCallbacks = &m_Callbacks;
         create.pDeviceFuncs = &m_DeviceFuncs;
-        EXPECT_EQ(m_AdapterFuncs.pfnCreateDevice(m_hAdapter, &create), S_OK);
+        EXPECT_EQ(m_AdapterFuncs.pfnCreateDevice(m_hAdapter, &create), expected);
         return create.hDevice;
     }
 
@@ -104,5 +108,32 @@ TEST_F(UMDAdapterTest, CloseAdapter_SecondDeviceReplacedTheFirst_EndsTheSecondOn
     EXPECT_NE(pFirst->GetDevice(), nullptr) << "lives on, its threads with it";
     pFirst->DestroyThreads();
     EXPECT_EQ(m_Fake.ReferenceCount(), 1U);
+}
+
+TEST_F(UMDAdapterTest, Life_DeviceRefused_EachLineHasItsLevel)
+{
+    const std::pair<const char*, UINT> expected[] = {
+        {">>> OpenAdapter Interface: 9 Version: 4660 Driver Version: 0\n", UMDTRACE_DDI | UMDTRACE_ENTER},
+        {">>> UMDAdapter::UMDAdapter ", UMDTRACE_DETAIL},
+        {"=> UMDAdapter::DdiCreateDevice hDevice: ", UMDTRACE_DDI},
+        {"UMDAdapter::CreateDevice pCtxt->Initialize failed!\n", UMDTRACE_ERROR},
+        {">>> CloseAdapter\n", UMDTRACE_DDI | UMDTRACE_ENTER},
+        {">>> UMDAdapter::~UMDAdapter ", UMDTRACE_DETAIL},
+    };
+    CloseAdapter(std::exchange(m_hAdapter, nullptr));
+    m_Kernel.Fail("pfnCreateContextCb", E_OUTOFMEMORY);
+    std::vector<UINT> levels(std::size(expected));
+    for (UINT level = 1; level <= 0x400; level <<= 1)
+    {
+        const TraceMask only(level);
+        m_Trace.Clear();
+        Open();
+        EXPECT_EQ(CreateDevice(E_FAIL), m_Kernel.RuntimeHandle()) << "the record is left as it is";
+        CloseAdapter(std::exchange(m_hAdapter, nullptr));
+        for (size_t i = 0; i < levels.size(); ++i)
+            levels[i] |= m_Trace.LinesContaining(expected[i].first).empty() ? 0 : level;
+    }
+    for (size_t i = 0; i < levels.size(); ++i)
+        EXPECT_EQ(levels[i], expected[i].second) << expected[i].first;
 }
 } // namespace

@@ -2,6 +2,7 @@
 #include "DeviceFixture.h"
 #include "ImportPatch.h"
 #include "ResourceCounts.h"
+#include "TraceLevels.h"
 
 #include "device/UMDDdiEntries.h"
 
@@ -185,6 +186,69 @@ TEST_F(DeviceLife, DestroyThreads_Running_StopsSourcesInOrderThenTheGpu)
             "UMDDdiDevice::InterFrameBufferThreadsStop m_ThreadFrameBuffer[4] RequestExit\n",
             "UMDDdiDevice::InterFrameBufferThreadsStop m_ThreadFrameBuffer[5] RequestExit\n",
             "UMDDdiDevice::DestroyThreads m_ThreadGpuD3D9 RequestExit \n", "<<< UMDDdiDevice::DestroyThreads\n"));
+}
+
+TEST_F(DeviceLife, DestroyThreads_Running_WaitsForEachThreadBeforeTheNext)
+{
+    auto pDevice = MakeDevice();
+    ASSERT_TRUE(pDevice->Initialize());
+    const TraceMask mask(UMDTRACE_LEAVE | UMDTRACE_DETAIL | UMDTRACE_GPU);
+    m_Trace.Clear();
+    pDevice->DestroyThreads();
+    std::vector<std::string> lines = m_Trace.Lines();
+    std::erase_if(lines, [](const std::string& line) {
+        return line.find("RequestExit") == std::string::npos && line != "UMDThreadFrameBuffer::Run exit\n" &&
+               !line.starts_with("<<<");
+    });
+    std::erase(lines, ">>> UMDThreadGpuD3D9::ThreadGuiRequestExit\n");
+    std::erase(lines, "UMDThreadFrameBuffer::RequestExit\n");
+    std::erase_if(lines, [](const std::string& line) { return line.find("m_hEventRequestExit") != std::string::npos; });
+    std::vector<std::string> expected;
+    for (UINT i = 0; i < UMD_VIDPN_SOURCE_COUNT; ++i)
+    {
+        expected.push_back("UMDDdiDevice::InterFrameBufferThreadsStop m_ThreadFrameBuffer[" + std::to_string(i)
+                           + "] RequestExit\n");
+        expected.push_back("UMDThreadFrameBuffer::Run exit\n");
+    }
+    expected.insert(expected.end(), {"UMDDdiDevice::DestroyThreads m_ThreadGpuD3D9 RequestExit \n",
+                                        "<<< UMDThreadGpuD3D9::Run\n", "<<< UMDDdiDevice::DestroyThreads\n"});
+    EXPECT_EQ(lines, expected);
+}
+
+TEST_F(DeviceLife, Life_Whole_EachLineHasItsLevel)
+{
+    std::vector<std::string> lines = LevelledTrace(m_Trace, [this] {
+        auto pDevice = MakeDevice();
+        pDevice->Initialize();
+        pDevice->DestroyThreads();
+        pDevice->DestroyContext();
+    });
+    std::erase_if(lines, [](const std::string& line) {
+        return line.find(" UMDDdiDevice::") == std::string::npos || line.find("m_ThreadFrameBuffer[") != std::string::npos;
+    });
+    EXPECT_THAT(lines,
+        ElementsAre("0x4 >>> UMDDdiDevice::UMDDdiDevice\n", "0x4 >>> UMDDdiDevice::Initialize\n",
+            "0x4 >>> UMDDdiDevice::CreateContext\n", "0x200 UMDDdiDevice::CreateContext m_hContext:0x#\n",
+            "0x8 <<< UMDDdiDevice::CreateContext\n", "0x4 >>> UMDDdiDevice::CreateThreads\n",
+            "0x8 <<< UMDDdiDevice::CreateThreads\n", "0x8 <<< UMDDdiDevice::Initialize\n",
+            "0x4 >>> UMDDdiDevice::DestroyThreads m_hContext:0x#\n",
+            "0x200 UMDDdiDevice::DestroyThreads m_ThreadGpuD3D9 RequestExit \n",
+            "0x8 <<< UMDDdiDevice::DestroyThreads\n", "0x4 >>> UMDDdiDevice::DestroyContext m_hContext:0x#\n",
+            "0x8 <<< UMDDdiDevice::DestroyContext\n", "0x4 >>> UMDDdiDevice::~UMDDdiDevice\n"));
+}
+
+TEST_F(DeviceLife, InterFrameBufferThreadsStart_EachSource_IsToldAtTheDetailLevel)
+{
+    const TraceMask mask(UMDTRACE_DETAIL);
+    auto pDevice = MakeDevice();
+    m_Trace.Clear();
+    EXPECT_EQ(pDevice->InterFrameBufferThreadsStart(), S_OK);
+    EXPECT_EQ(pDevice->InterFrameBufferThreadsStop(), S_OK);
+    std::vector<std::string> expected;
+    for (UINT i = 0; i < UMD_VIDPN_SOURCE_COUNT; ++i)
+        expected.push_back(
+            "UMDDdiDevice::InterFrameBufferThreadsStart m_ThreadFrameBuffer[" + std::to_string(i) + "]\n");
+    EXPECT_EQ(m_Trace.LinesContaining("InterFrameBufferThreadsStart"), expected);
 }
 
 TEST_F(DeviceLife, DestroyThreads_NeverStarted_ReturnsAtOnce)
