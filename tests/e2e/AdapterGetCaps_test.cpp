@@ -203,7 +203,7 @@ TEST(AdapterGetCaps, EveryTypeAndSize_WritesWhatItShallAndNoByteMore)
 
 TEST(AdapterGetCaps, EveryType_TracesEntryThenNameThenAnswerEachAtItsLevel)
 {
-    for (UINT mask : {0x1u, 0x2u, 0x10u, 0x13u, 0xFFFFF7FFu})
+    for (UINT mask : {0x1u, 0x2u, 0x10u, 0x13u, 0x7ECu, 0xFFFFF7FFu})
     {
         CapsAdapter adapter(mask);
         for (UINT type : AllTypes())
@@ -230,6 +230,8 @@ TEST(AdapterGetCaps, FormatData_SizeTracedInRecordsAndNotLookedAt)
     const Lines whole = {"UMDAdapter::GetCaps D3DDDICAPS_GETFORMATDATA", "UMDGetAdapterFormats 62"};
     const Lines none = {"UMDAdapter::GetCaps D3DDDICAPS_GETFORMATDATA", "UMDGetAdapterFormats 0"};
     EXPECT_EQ(adapter.Ask(4, 1240).Lines, whole);
+    const Lines less = {"UMDAdapter::GetCaps D3DDDICAPS_GETFORMATDATA", "UMDGetAdapterFormats 61"};
+    EXPECT_EQ(adapter.Ask(4, 1239).Lines, less);
     EXPECT_EQ(adapter.Ask(4, 0).Lines, none);
     EXPECT_EQ(adapter.Ask(4, 0).Words(62 * 5), FormatWords());
 }
