@@ -174,7 +174,7 @@ private:
     }
 
     BenchReport& m_Report;
-    BenchSides m_Sides;
+    BenchSides& m_Sides = BenchSides::Make();
     Objects m_Ours{m_Sides.Driver()};
     Objects m_Other{m_Sides.Plain()};
     const D3DDDI_DEVICEFUNCS m_Entries = m_Sides.Driver().Functions();

@@ -7,12 +7,13 @@
 #include "clients/TestClientTable.h"
 
 #include <functional>
+#include <string>
 
 namespace
 {
 constexpr wchar_t kClient[] = L"TessloTestClient.dll";
 constexpr wchar_t kDriver[] = L"TessloWddmUmode.dll";
-constexpr wchar_t kTracedDriver[] = L"TessloWddmUmodeTraced.dll";
+constexpr wchar_t kTracedSuffix[] = L".traced.dll";
 constexpr DWORD kEntryLevel = 0x2;
 
 /// Makes the client library of the tests give a null device to each driver that asks.
@@ -53,10 +54,10 @@ private:
     BenchNullDevice m_Device;
 };
 
-HostDriverSettings Settings(const wchar_t* pPath, DWORD traceMask)
+HostDriverSettings Settings(const std::wstring& path, DWORD traceMask)
 {
     HostDriverSettings settings;
-    settings.m_Path = pPath;
+    settings.m_Path = path;
     settings.m_ClientLibrary = kClient;
     settings.m_TraceMask = traceMask;
     return settings;
@@ -90,23 +91,41 @@ void Calls(BenchReport& report, HostDevice& device, IDirect3DDevice9Ex* pNull)
         {[&] { pNull->SetTexture(0, nullptr); }});
 }
 
-/// A second copy of the driver with each entry traced, no debugger listening: the mask is read once, at the load.
-void Tracing(BenchReport& report, HostDevice& device)
+/// A copy of the driver's file beside it, which is another module to the loader.
+class DriverCopy
+{
+public:
+    explicit DriverCopy(HMODULE hDriver)
+    {
+        wchar_t path[MAX_PATH];
+        GetModuleFileNameW(hDriver, path, ARRAYSIZE(path));
+        m_Path = std::wstring(path) + kTracedSuffix;
+        if (!CopyFileW(path, m_Path.c_str(), FALSE))
+            HostThrowSystemError("cannot copy the driver", GetLastError());
+    }
+    ~DriverCopy() { DeleteFileW(m_Path.c_str()); }
+    DriverCopy(const DriverCopy&) = delete;
+    DriverCopy& operator=(const DriverCopy&) = delete;
+
+    const std::wstring& Path() const { return m_Path; }
+
+private:
+    std::wstring m_Path;
+};
+
+/// A second driver with each entry traced, no debugger listening: the mask is read once, at the load.
+void Tracing(BenchReport& report, HostSession& session)
 {
     const std::string name = "SetTexture traced (mask 0x2)";
     if (!report.Wants(name))
         return;
-    if (!CopyFileW(kDriver, kTracedDriver, FALSE))
-        HostThrowSystemError("cannot copy the driver", GetLastError());
-    {
-        HostSession traced(Settings(kTracedDriver, kEntryLevel));
-        const auto call = [](HostDevice& device) {
-            return BenchWork{[&device] { device.Functions().pfnSetTexture(device.Handle(), 0, nullptr); }};
-        };
-        const std::vector<double> times = BenchCompare({call(traced.Device()), call(device)}, 31, 50);
-        report.AddFigure(name, times[0], "mask 0", times[1]);
-    }
-    DeleteFileW(kTracedDriver);
+    const DriverCopy copy(session.Driver().Module());
+    HostSession traced(Settings(copy.Path(), kEntryLevel));
+    const auto call = [](HostDevice& device) {
+        return BenchWork{[&device] { device.Functions().pfnSetTexture(device.Handle(), 0, nullptr); }};
+    };
+    const std::vector<double> times = BenchCompare({call(traced.Device()), call(session.Device())}, 31, 50);
+    report.AddFigure(name, times[0], "mask 0", times[1]);
 }
 
 /// Bytes of private memory that are backed by pages.
@@ -158,6 +177,6 @@ void BenchOverhead(BenchReport& report)
     NullDeviceClient client;
     HostSession session(Settings(kDriver, 0));
     Calls(report, session.Device(), client.Device());
-    Tracing(report, session.Device());
+    Tracing(report, session);
     IdleMemory(report, session);
 }

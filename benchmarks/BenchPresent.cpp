@@ -38,7 +38,7 @@ double ReadBack(DifferentialPlainPainter& plain, PainterObject& target, PainterO
 void Present(BenchReport& report, const Size& size)
 {
     constexpr UINT kRing = 3;  // as many frames as the driver holds
-    BenchSides sides;
+    BenchSides& sides = BenchSides::Make();
     DifferentialDriverPainter& driver = sides.Driver();
     DifferentialPlainPainter& plain = sides.Plain();
     const auto [width, height] = size;

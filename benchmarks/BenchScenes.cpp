@@ -17,7 +17,7 @@ void BenchScenes(BenchReport& report)
     const std::string name = "demo scene 1280x720";
     if (!report.Wants(name))
         return;
-    BenchSides sides;
+    BenchSides& sides = BenchSides::Make();
     DifferentialDriverPainter& driver = sides.Driver();
     DifferentialPlainPainter& plain = sides.Plain();
     BenchTurningScene ourScene(driver, kWidth, kHeight), otherScene(plain, kWidth, kHeight);

@@ -6,16 +6,15 @@
 
 #include <CLI/CLI.hpp>
 
+#include <windows.h>
+
 #include <cstdio>
 
-int main(int argc, char** argv)
+namespace
 {
-    BenchOptions options;
-    CLI::App app("Measures the driver: medians of interleaved runs, each beside what it is compared with.");
-    app.add_option("--filter", options.Filter, "Measure only rows whose name contains this text");
-    app.add_option("--json", options.Json, "Write the table to this file, too");
-    CLI11_PARSE(app, argc, argv);
-
+/// @return the process's code: 0, or 1 behind one line that says what went wrong.
+int Measure(const BenchOptions& options)
+{
     BenchReport report(options.Filter);
     try
     {
@@ -43,4 +42,19 @@ int main(int argc, char** argv)
         return 1;
     }
     return 0;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    BenchOptions options;
+    CLI::App app("Measures the driver: medians of interleaved runs, each beside what it is compared with.");
+    app.add_option("--filter", options.Filter, "Measure only rows whose name contains this text");
+    app.add_option("--json", options.Json, "Write the table to this file, too");
+    CLI11_PARSE(app, argc, argv);
+
+    const int code = Measure(options);
+    std::fflush(nullptr);
+    // Devices that were measured side by side are not ended one by one: BenchSides.h.
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
 }
