@@ -28,23 +28,23 @@ int FormatBounded(wchar_t* pBuffer, const wchar_t* pFormat, ...)
     return length;
 }
 
-/// True for a specification that must not be interpreted without an argument of its own: %n, which writes to memory,
+/// True for a format directive that must not be interpreted without an argument of its own: %n, which writes to memory,
 /// and widths and precisions that no line of ours has, which would fill the disk.
-/// @param length characters of the specification but its last, the conversion.
-bool IsHarmfulSpecification(const wchar_t* pSpecification, size_t length)
+/// @param length characters of the directive but its last, the conversion.
+bool IsHarmfulDirective(const wchar_t* pDirective, size_t length)
 {
     size_t digits = 0;
     for (size_t i = 0; i < length; ++i)
     {
-        digits = iswdigit(pSpecification[i]) ? digits + 1 : 0;
+        digits = iswdigit(pDirective[i]) ? digits + 1 : 0;
         if (digits > 3)
             return true;
     }
-    return pSpecification[length] == L'n';
+    return pDirective[length] == L'n';
 }
 
-/// Takes the harmful specifications out of a line that is about to be a format.
-void DropHarmfulSpecifications(wchar_t* pLine)
+/// Takes the harmful directives out of a line that is about to be a format.
+void DropHarmfulDirectives(wchar_t* pLine)
 {
     wchar_t* pKept = pLine;
     for (const wchar_t* pNext = pLine; *pNext;)
@@ -52,7 +52,7 @@ void DropHarmfulSpecifications(wchar_t* pLine)
         // Flags, width, precision and size stand between the % and the conversion.
         const size_t length = *pNext == L'%' ? 1 + wcsspn(pNext + 1, L"-+ #0123456789.*hlLwIFN") : 0;
         const size_t whole = pNext[length] ? length + 1 : length;
-        if (!length || !IsHarmfulSpecification(pNext, length))
+        if (!length || !IsHarmfulDirective(pNext, length))
         {
             wmemmove(pKept, pNext, whole);
             pKept += whole;
@@ -76,7 +76,7 @@ void AppendToLogFile(wchar_t* pLine)
     // The line is the format: a % that the message produced is interpreted once more. It reads zeros, one for each
     // character at the most.
     static const UINT64 zeros[kLineLength] = {};
-    DropHarmfulSpecifications(pLine);
+    DropHarmfulDirectives(pLine);
     vfwprintf(pFile, pLine, reinterpret_cast<va_list>(const_cast<UINT64*>(zeros)));
     fclose(pFile);
 }

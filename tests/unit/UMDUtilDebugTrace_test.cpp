@@ -240,7 +240,7 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAga
     }
 }
 
-TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfSpecifications_ReadsAZeroForEach)
+TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfDirectives_ReadsAZeroForEach)
 {
     struct Case
     {
@@ -265,7 +265,7 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfSpecifications_ReadsAZeroForEach
     }
 }
 
-TEST_F(UMDUtilDebugTraceTest, LogFile_HarmfulSpecification_IsLeftOut)
+TEST_F(UMDUtilDebugTraceTest, LogFile_HarmfulDirective_IsLeftOut)
 {
     struct Case
     {
