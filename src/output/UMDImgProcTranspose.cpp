@@ -1,12 +1,14 @@
 // How the walk was found: a turn reads rows and writes columns, so one side always jumps from page to page. Plain tiles
-// keep both sides in the cache but break the reads into snippets and fetch each written line from memory first. Here
-// the reads stay wide (strips of rows), every store fills a whole line, and a strip's columns are few enough pages for
-// the second-level TLB. docs/performance.md has the figures.
+// written where they are read fetch each line of the destination from memory first, and break it into parts. Here a
+// tile is turned in a small buffer that stays in the nearest cache and leaves it by whole lines that are not fetched;
+// tiles follow each other along the rows, and a strip of them is few enough columns that each one's page stays in the
+// second-level TLB. docs/performance.md has the figures.
 #include "output/UMDImgProcWalks.h"
 
 #include <emmintrin.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -18,6 +20,10 @@ constexpr Index kLineBytes = 64;
 constexpr Index kLineWords = kLineBytes / 4;
 /// Columns of a strip: each is one page of the destination at a time.
 constexpr Index kStripColumns = 768;
+/// How far ahead rows are fetched, in columns: three lines.
+constexpr Index kAheadColumns = 3 * kLineWords;
+/// Lines that are this far apart share so few sets of the caches that streaming one by one throws them out one by one.
+constexpr Index kAliasBytes = 1024;
 
 struct Turn
 {
@@ -30,18 +36,12 @@ struct Turn
 
     const BYTE* Source(Index x, Index y) const { return pSrc + y * SrcPitch + x * 4; }
     BYTE* Destination(Index x, Index y) const { return pDst + x * DstPitch + y * 4; }
-    /// How many rows further up a column's windows begin, so that each is one whole line of the destination.
+    /// How many rows further up a column's windows of one line each begin.
     Index Shift(Index x) const
     {
         return static_cast<Index>(reinterpret_cast<std::uintptr_t>(Destination(x, 0)) % kLineBytes / 4);
     }
-    bool IsWhole(Index y) const { return y >= 0 && y + kLineWords <= Rows; }
 };
-
-__m128i Load(const BYTE* p)
-{
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-}
 
 /// Fills one line, its four parts back to back so that they leave as one write.
 void StreamLine(BYTE* pLine, __m128i a, __m128i b, __m128i c, __m128i d)
@@ -53,6 +53,79 @@ void StreamLine(BYTE* pLine, __m128i a, __m128i b, __m128i c, __m128i d)
     _mm_stream_si128(pParts + 3, d);
 }
 
+/// Asks for a line that is read soon. The address may lie outside of the image.
+void Prefetch(const BYTE* p, Index bytes)
+{
+    _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(p) + bytes), _MM_HINT_T0);
+}
+
+/// 16 x 16 words of the source: one line of each of 16 columns.
+struct Tile
+{
+    alignas(kLineBytes) BYTE Lines[kLineWords][kLineBytes];
+};
+
+/// Turns 4 x 4 words at (x, y) of a tile. @param p the first of them in the source.
+void TurnSquare(Tile& tile, Index x, Index y, const BYTE* p, Index pitch)
+{
+    const auto load = [=](Index n) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + n * pitch)); };
+    const auto store = [&, x, y](Index n, __m128i words) {
+        _mm_store_si128(reinterpret_cast<__m128i*>(tile.Lines[x + n] + y * 4), words);
+    };
+    const __m128i left01 = _mm_unpacklo_epi32(load(0), load(1));
+    const __m128i left23 = _mm_unpacklo_epi32(load(2), load(3));
+    const __m128i right01 = _mm_unpackhi_epi32(load(0), load(1));
+    const __m128i right23 = _mm_unpackhi_epi32(load(2), load(3));
+    store(0, _mm_unpacklo_epi64(left01, left23));
+    store(1, _mm_unpackhi_epi64(left01, left23));
+    store(2, _mm_unpacklo_epi64(right01, right23));
+    store(3, _mm_unpackhi_epi64(right01, right23));
+}
+
+void TurnTile(Tile& tile, const BYTE* p, Index pitch)
+{
+    for (Index y = 0; y < kLineWords; y += 4)
+        for (Index x = 0; x < kLineWords; x += 4)
+            TurnSquare(tile, x, y, p + y * pitch + x * 4, pitch);
+}
+
+// The functions from here on that are kept out of line would be half as fast inside of the loops around them: those
+// take the registers that these need.
+
+/// Turns a tile and fetches the rows of one to come.
+__declspec(noinline) void KeepTile(Tile& tile, const BYTE* p, Index pitch)
+{
+    for (Index y = 0; y < kLineWords; ++y)
+        Prefetch(p + y * pitch, kAheadColumns * 4);
+    TurnTile(tile, p, pitch);
+}
+
+/// Streams the lines of tiles that lie below each other, each column's together.
+/// @param kept all but the last.
+/// @param p    the last one's place in the source. Its rows of a tile to come are fetched, too.
+template <std::size_t Kept>
+__declspec(noinline) void StreamTiles(
+    BYTE* pDst, Index dstPitch, const std::array<Tile, Kept>& kept, const BYTE* p, Index pitch)
+{
+    const auto stream = [](BYTE* pLine, const Tile& tile, Index x) {
+        const __m128i* pParts = reinterpret_cast<const __m128i*>(tile.Lines[x]);
+        StreamLine(pLine, pParts[0], pParts[1], pParts[2], pParts[3]);
+    };
+    Tile last;
+    TurnTile(last, p, pitch);
+    for (Index x = 0; x < kLineWords; ++x, pDst += dstPitch)
+    {
+        Prefetch(p + x * pitch, kAheadColumns * 4);
+        BYTE* pLine = pDst;
+        for (const Tile& tile : kept)
+        {
+            stream(pLine, tile, x);
+            pLine += kLineBytes;
+        }
+        stream(pLine, last, x);
+    }
+}
+
 /// Four words below each other.
 __m128i GatherFour(const BYTE* p, Index pitch)
 {
@@ -61,141 +134,82 @@ __m128i GatherFour(const BYTE* p, Index pitch)
     return _mm_unpacklo_epi64(ab, cd);
 }
 
-/// The words of a row that belong to four columns: neighbours (Step 1), or each second one (Step 2), of which the first
-/// is an even (Odd 0) or an odd one.
-template <Index Step, Index Odd>
-__m128i LoadRow(const BYTE* p)
+/// Turns one line of one column.
+__declspec(noinline) void TurnLine(BYTE* pLine, const BYTE* p, Index pitch)
 {
-    if constexpr (Step == 1)
-        return Load(p);
-    constexpr int kPick = Odd ? _MM_SHUFFLE(3, 1, 3, 1) : _MM_SHUFFLE(2, 0, 2, 0);
-    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(Load(p)), _mm_castsi128_ps(Load(p + 16)), kPick));
+    StreamLine(pLine, GatherFour(p, pitch), GatherFour(p + 4 * pitch, pitch), GatherFour(p + 8 * pitch, pitch),
+        GatherFour(p + 12 * pitch, pitch));
 }
 
-/// 4 x 4 words: row i of the result is column i of the source.
-template <Index Step, Index Odd>
-void TransposeSquare(__m128i (&result)[4], const BYTE* p, Index pitch)
+/// One line's window of some columns, as much of it as lies in the image.
+void TurnWindow(const Turn& turn, Index begin, Index end, Index window)
 {
-    const __m128i row0 = LoadRow<Step, Odd>(p);
-    const __m128i row1 = LoadRow<Step, Odd>(p + pitch);
-    const __m128i row2 = LoadRow<Step, Odd>(p + 2 * pitch);
-    const __m128i row3 = LoadRow<Step, Odd>(p + 3 * pitch);
-    const __m128i left01 = _mm_unpacklo_epi32(row0, row1);
-    const __m128i left23 = _mm_unpacklo_epi32(row2, row3);
-    const __m128i right01 = _mm_unpackhi_epi32(row0, row1);
-    const __m128i right23 = _mm_unpackhi_epi32(row2, row3);
-    result[0] = _mm_unpacklo_epi64(left01, left23);
-    result[1] = _mm_unpackhi_epi64(left01, left23);
-    result[2] = _mm_unpacklo_epi64(right01, right23);
-    result[3] = _mm_unpackhi_epi64(right01, right23);
-}
-
-/// What the image's edge leaves of a window of one column.
-void TurnRest(const Turn& turn, Index x, Index y)
-{
-    const Index end = std::min(y + kLineWords, turn.Rows);
-    for (Index n = std::max<Index>(y, 0); n < end; ++n)
-        std::memcpy(turn.Destination(x, n), turn.Source(x, n), 4);
-}
-
-/// One window of one column.
-void TurnColumn(const Turn& turn, Index x, Index y)
-{
-    if (!turn.IsWhole(y))
-        return TurnRest(turn, x, y);
-    const BYTE* p = turn.Source(x, y);
-    const Index pitch = turn.SrcPitch;
-    StreamLine(turn.Destination(x, y), GatherFour(p, pitch), GatherFour(p + 4 * pitch, pitch),
-        GatherFour(p + 8 * pitch, pitch), GatherFour(p + 12 * pitch, pitch));
-}
-
-/// One window of four columns, of the 4 * Step from x on those at Odd, Odd + Step and so on, whose lines begin at the
-/// same rows.
-template <Index Step, Index Odd>
-void TurnFourColumns(const Turn& turn, Index x, Index y)
-{
-    if (!turn.IsWhole(y))
+    for (Index x = begin; x < end; ++x)
     {
-        for (Index i = 0; i < 4; ++i)
-            TurnRest(turn, x + Odd + i * Step, y);
-        return;
+        const Index y = window - turn.Shift(x);
+        if (y >= 0 && y + kLineWords <= turn.Rows)
+        {
+            TurnLine(turn.Destination(x, y), turn.Source(x, y), turn.SrcPitch);
+            continue;
+        }
+        for (Index n = std::max<Index>(y, 0); n < std::min(y + kLineWords, turn.Rows); ++n)
+            std::memcpy(turn.Destination(x, n), turn.Source(x, n), 4);
     }
-    const BYTE* p = turn.Source(x, y);
-    const Index pitch = turn.SrcPitch;
-    __m128i a[4], b[4], c[4], d[4];
-    TransposeSquare<Step, Odd>(a, p, pitch);
-    TransposeSquare<Step, Odd>(b, p + 4 * pitch, pitch);
-    TransposeSquare<Step, Odd>(c, p + 8 * pitch, pitch);
-    TransposeSquare<Step, Odd>(d, p + 12 * pitch, pitch);
-    for (Index i = 0; i < 4; ++i)
-        StreamLine(turn.Destination(x + Odd + i * Step, y), a[i], b[i], c[i], d[i]);
 }
 
-/// Ways to turn one window of some columns, by where the destination's rows begin in their lines.
-/// All alike: neighbours go together.
-struct Neighbours
+/// Destination rows that all begin at the same place of a line: whole tiles.
+/// @tparam Together how many lines of each column are streamed together.
+template <Index Together>
+void TurnByTiles(const Turn& turn)
 {
-    static constexpr Index kColumns = 4;
-    const Index m_Shift;
-
-    explicit Neighbours(const Turn& turn) : m_Shift(turn.Shift(0)) {}
-    Index LargestShift() const { return m_Shift; }
-    void Do(const Turn& turn, Index x, Index window) const { TurnFourColumns<1, 0>(turn, x, window - m_Shift); }
-};
-
-/// Rows half a line longer than whole lines: every second one begins alike.
-struct Alternating
-{
-    static constexpr Index kColumns = 8;
-    const Index m_EvenShift, m_OddShift;
-
-    explicit Alternating(const Turn& turn) : m_EvenShift(turn.Shift(0)), m_OddShift(turn.Shift(1)) {}
-    Index LargestShift() const { return std::max(m_EvenShift, m_OddShift); }
-    void Do(const Turn& turn, Index x, Index window) const
+    constexpr Index kRows = Together * kLineWords;
+    constexpr Index kColumns = Together == 1 ? kStripColumns : kStripColumns / 2;
+    std::array<std::array<Tile, Together - 1>, kColumns / kLineWords> kept;
+    const Index shift = turn.Shift(0);
+    for (Index begin = 0; begin < turn.Columns; begin += kColumns)
     {
-        TurnFourColumns<2, 0>(turn, x, window - m_EvenShift);
-        TurnFourColumns<2, 1>(turn, x, window - m_OddShift);
+        const Index end = std::min(begin + kColumns, turn.Columns);
+        for (Index y = -shift; y < turn.Rows; y += kRows)
+        {
+            const Index tiles = y >= 0 && y + kRows <= turn.Rows ? (end - begin) / kLineWords : 0;
+            const auto source = [&, y](Index tile, Index line) {
+                return turn.Source(begin + tile * kLineWords, y + line * kLineWords);
+            };
+            for (Index line = 0; line < Together - 1; ++line)
+                for (Index tile = 0; tile < tiles; ++tile)
+                    KeepTile(kept[tile][line], source(tile, line), turn.SrcPitch);
+            for (Index tile = 0; tile < tiles; ++tile)
+                StreamTiles(turn.Destination(begin + tile * kLineWords, y), turn.DstPitch, kept[tile],
+                    source(tile, Together - 1), turn.SrcPitch);
+            for (Index line = 0; line < Together; ++line)
+                TurnWindow(turn, begin + tiles * kLineWords, end, y + shift + line * kLineWords);
+        }
     }
-};
-
-/// Each where it will.
-struct Single
-{
-    static constexpr Index kColumns = 1;
-
-    explicit Single(const Turn&) {}
-    Index LargestShift() const { return kLineWords - 1; }
-    void Do(const Turn& turn, Index x, Index window) const { TurnColumn(turn, x, window - turn.Shift(x)); }
-};
-
-/// The rows of the next window, spread over the columns: each line once, by the columns that it holds.
-template <Index Rows>
-void Prefetch(const Turn& turn, Index x, Index y)
-{
-    if (y + Rows <= turn.Rows)
-        for (Index i = 0; i < Rows; ++i)
-            _mm_prefetch(reinterpret_cast<const char*>(turn.Source(x, y + i)), _MM_HINT_T0);
 }
 
-template <typename Way>
-void Walk(const Turn& turn)
+/// Destination rows that begin anywhere: each column has windows of its own.
+void TurnByColumns(const Turn& turn)
 {
-    const Way way(turn);
-    const Single single(turn);
-    const Index lastRow = turn.Rows + way.LargestShift();
+    const Index dstPitch = turn.DstPitch;
+    const Index srcPitch = turn.SrcPitch;
     for (Index begin = 0; begin < turn.Columns; begin += kStripColumns)
     {
         const Index end = std::min(begin + kStripColumns, turn.Columns);
-        for (Index window = 0; window < lastRow; window += kLineWords)
+        for (Index window = 0; window < turn.Rows + kLineWords - 1; window += kLineWords)
         {
-            Index x = begin;
-            for (; x + Way::kColumns <= end; x += Way::kColumns)
+            if (window < kLineWords || window + kLineWords > turn.Rows)
             {
-                Prefetch<Way::kColumns>(turn, x, window + kLineWords + x % kLineWords);
-                way.Do(turn, x, window);
+                TurnWindow(turn, begin, end, window);
+                continue;
             }
-            for (; x < end; ++x)
-                single.Do(turn, x, window);
+            const BYTE* pSrc = turn.Source(begin, window);
+            BYTE* pDst = turn.Destination(begin, window);
+            for (Index x = begin; x < end; ++x, pSrc += 4, pDst += dstPitch)
+            {
+                Prefetch(pSrc + x % kLineWords * srcPitch, kAheadColumns * 4);
+                const Index past = static_cast<Index>(reinterpret_cast<std::uintptr_t>(pDst) % kLineBytes);
+                TurnLine(pDst - past, pSrc - past / 4 * srcPitch, srcPitch);
+            }
         }
     }
 }
@@ -205,11 +219,11 @@ void UMDImgProcTranspose(
     BYTE* pDst, Index dstPitch, const BYTE* pSrc, Index srcPitch, std::size_t width, std::size_t height)
 {
     const Turn turn = {pDst, dstPitch, pSrc, srcPitch, static_cast<Index>(width), static_cast<Index>(height)};
-    if (dstPitch % kLineBytes == 0)
-        Walk<Neighbours>(turn);
-    else if (dstPitch % (kLineBytes / 2) == 0)
-        Walk<Alternating>(turn);
+    if (dstPitch % kLineBytes != 0)
+        TurnByColumns(turn);
+    else if (dstPitch % kAliasBytes != 0)
+        TurnByTiles<1>(turn);
     else
-        Walk<Single>(turn);
+        TurnByTiles<3>(turn);
     _mm_sfence();
 }

@@ -142,6 +142,19 @@ TEST_P(ImageRotation, OddFrames_SameBytesAsTheLoop)
     }
 }
 
+// Turned rows of 1024, 2048 and 3072 bytes.
+TEST_P(ImageRotation, HeightsOfManyWholeLines_ShiftedWithinThem_SameBytesAsTheLoop)
+{
+    for (UINT height : {256u, 512u, 768u})
+    {
+        for (UINT width : {1u, 15u, 16u, 47u, 401u, 800u})
+        {
+            for (UINT shift : {0u, 4u, 16u, 60u})
+                ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), width, height, 12, 4, shift}));
+        }
+    }
+}
+
 TEST_P(ImageRotation, RandomSizes_SameBytesAsTheLoop)
 {
     const auto seed = static_cast<unsigned>(std::chrono::steady_clock::now().time_since_epoch().count());
