@@ -19,8 +19,8 @@ struct Size
 };
 
 constexpr Size kSizes[] = {{1280, 720}, {1366, 768}, {1920, 1080}, {1919, 1079}, {3840, 2160}};
-constexpr UINT kWarmRounds = 61;
-constexpr UINT kColdRounds = 31;
+constexpr UINT kWarmRounds = 101;
+constexpr UINT kColdRounds = 61;
 
 struct Freed
 {

@@ -20,8 +20,8 @@ constexpr Index kLineBytes = 64;
 constexpr Index kLineWords = kLineBytes / 4;
 /// Columns of a strip: each is one page of the destination at a time.
 constexpr Index kStripColumns = 768;
-/// How far ahead rows are fetched, in columns: three lines.
-constexpr Index kAheadColumns = 3 * kLineWords;
+/// How far ahead rows are fetched, in tiles.
+constexpr Index kAhead = 3;
 /// Lines that are this far apart share so few sets of the caches that streaming one by one throws them out one by one.
 constexpr Index kAliasBytes = 1024;
 
@@ -53,10 +53,10 @@ void StreamLine(BYTE* pLine, __m128i a, __m128i b, __m128i c, __m128i d)
     _mm_stream_si128(pParts + 3, d);
 }
 
-/// Asks for a line that is read soon. The address may lie outside of the image.
-void Prefetch(const BYTE* p, Index bytes)
+/// Asks for a line that is read soon. It may lie outside of the image.
+void Prefetch(const BYTE* p)
 {
-    _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(p) + bytes), _MM_HINT_T0);
+    _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_T0);
 }
 
 /// 16 x 16 words of the source: one line of each of 16 columns.
@@ -92,20 +92,21 @@ void TurnTile(Tile& tile, const BYTE* p, Index pitch)
 // The functions from here on that are kept out of line would be half as fast inside of the loops around them: those
 // take the registers that these need.
 
-/// Turns a tile and fetches the rows of one to come.
-__declspec(noinline) void KeepTile(Tile& tile, const BYTE* p, Index pitch)
+/// Turns a tile and fetches the rows of one to come, at pAhead.
+__declspec(noinline) void KeepTile(Tile& tile, const BYTE* p, Index pitch, const BYTE* pAhead)
 {
     for (Index y = 0; y < kLineWords; ++y)
-        Prefetch(p + y * pitch, kAheadColumns * 4);
+        Prefetch(pAhead + y * pitch);
     TurnTile(tile, p, pitch);
 }
 
 /// Streams the lines of tiles that lie below each other, each column's together.
-/// @param kept all but the last.
-/// @param p    the last one's place in the source. Its rows of a tile to come are fetched, too.
+/// @param kept   all but the last.
+/// @param p      the last one's place in the source.
+/// @param pAhead the place of one to come, whose rows are fetched.
 template <std::size_t Kept>
 __declspec(noinline) void StreamTiles(
-    BYTE* pDst, Index dstPitch, const std::array<Tile, Kept>& kept, const BYTE* p, Index pitch)
+    BYTE* pDst, Index dstPitch, const std::array<Tile, Kept>& kept, const BYTE* p, Index pitch, const BYTE* pAhead)
 {
     const auto stream = [](BYTE* pLine, const Tile& tile, Index x) {
         const __m128i* pParts = reinterpret_cast<const __m128i*>(tile.Lines[x]);
@@ -115,7 +116,7 @@ __declspec(noinline) void StreamTiles(
     TurnTile(last, p, pitch);
     for (Index x = 0; x < kLineWords; ++x, pDst += dstPitch)
     {
-        Prefetch(p + x * pitch, kAheadColumns * 4);
+        Prefetch(pAhead + x * pitch);
         BYTE* pLine = pDst;
         for (const Tile& tile : kept)
         {
@@ -175,12 +176,16 @@ void TurnByTiles(const Turn& turn)
             const auto source = [&, y](Index tile, Index line) {
                 return turn.Source(begin + tile * kLineWords, y + line * kLineWords);
             };
+            // Behind the last tile of a line's rows comes the first of the next.
+            const auto ahead = [&](Index tile, Index line) {
+                return tile + kAhead < tiles ? source(tile + kAhead, line) : source(tile + kAhead - tiles, line + 1);
+            };
             for (Index line = 0; line < Together - 1; ++line)
                 for (Index tile = 0; tile < tiles; ++tile)
-                    KeepTile(kept[tile][line], source(tile, line), turn.SrcPitch);
+                    KeepTile(kept[tile][line], source(tile, line), turn.SrcPitch, ahead(tile, line));
             for (Index tile = 0; tile < tiles; ++tile)
                 StreamTiles(turn.Destination(begin + tile * kLineWords, y), turn.DstPitch, kept[tile],
-                    source(tile, Together - 1), turn.SrcPitch);
+                    source(tile, Together - 1), turn.SrcPitch, ahead(tile, Together - 1));
             for (Index line = 0; line < Together; ++line)
                 TurnWindow(turn, begin + tiles * kLineWords, end, y + shift + line * kLineWords);
         }
@@ -203,17 +208,20 @@ void TurnByColumns(const Turn& turn)
                 continue;
             }
             const BYTE* pSrc = turn.Source(begin, window);
+            const BYTE* pNext = turn.Source(begin, window + kLineWords);
             BYTE* pDst = turn.Destination(begin, window);
             for (Index x = begin; x < end; ++x, pSrc += 4, pDst += dstPitch)
             {
-                Prefetch(pSrc + x % kLineWords * srcPitch, kAheadColumns * 4);
+                const Index behind = x + kAhead * kLineWords - end;
+                const BYTE* pAhead = behind < 0 ? pSrc + kAhead * kLineBytes : pNext + behind * 4;
+                Prefetch(pAhead + x % kLineWords * srcPitch);
                 const Index past = static_cast<Index>(reinterpret_cast<std::uintptr_t>(pDst) % kLineBytes);
                 TurnLine(pDst - past, pSrc - past / 4 * srcPitch, srcPitch);
             }
         }
     }
 }
-} // namespace
+}  // namespace
 
 void UMDImgProcTranspose(
     BYTE* pDst, Index dstPitch, const BYTE* pSrc, Index srcPitch, std::size_t width, std::size_t height)

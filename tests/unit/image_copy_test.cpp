@@ -98,9 +98,9 @@ TEST(ImageCopy, OddFrames_PackedAndPadded_SameBytesAsTheLoop)
 TEST(ImageCopy, BlockBeyondTheCache_AnyAddress_SameBytesAsTheLoop)
 {
     // Just below, at and above the size from where on blocks are streamed; the last ones end at odd addresses.
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2047, 2048, 4, 2047 * 4, 2047 * 4}));
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2048, 2048, 4, 2048 * 4, 2048 * 4}));
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2049, 2050, 4, 2049 * 4, 2049 * 4}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2047, 1536, 4, 2047 * 4, 2047 * 4}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2048, 1536, 4, 2048 * 4, 2048 * 4}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2049, 1538, 4, 2049 * 4, 2049 * 4}));
     ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2801, 2001, 3, 2801 * 3, 2801 * 3}));
     ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({4200002, 4, 1, 4200002, 4200002}));
 }
