@@ -27,7 +27,7 @@ extern UINT g_DebugLevelUMD;
 #define UMD_TRACE(level, ...)                        \
     do                                               \
     {                                                \
-        if (g_DebugLevelUMD & (level))               \
+        if (g_DebugLevelUMD & (level)) [[unlikely]]  \
             UMDUtilDebugTrace((level), __VA_ARGS__); \
     } while (0)
 
