@@ -20,7 +20,7 @@ constexpr Index kLineBytes = 64;
 constexpr Index kLineWords = kLineBytes / 4;
 /// Columns of a strip: each is one page of the destination at a time.
 constexpr Index kStripColumns = 768;
-/// How far ahead rows are fetched, in tiles.
+/// How far ahead the rows of a tile are fetched, in tiles.
 constexpr Index kAhead = 3;
 /// Lines that are this far apart share so few sets of the caches that streaming one by one throws them out one by one.
 constexpr Index kAliasBytes = 1024;
@@ -164,6 +164,7 @@ template <Index Together>
 void TurnByTiles(const Turn& turn)
 {
     constexpr Index kRows = Together * kLineWords;
+    // Half a strip keeps 48 KiB on the stack.
     constexpr Index kColumns = Together == 1 ? kStripColumns : kStripColumns / 2;
     std::array<std::array<Tile, Together - 1>, kColumns / kLineWords> kept;
     const Index shift = turn.Shift(0);
@@ -208,13 +209,11 @@ void TurnByColumns(const Turn& turn)
                 continue;
             }
             const BYTE* pSrc = turn.Source(begin, window);
-            const BYTE* pNext = turn.Source(begin, window + kLineWords);
             BYTE* pDst = turn.Destination(begin, window);
             for (Index x = begin; x < end; ++x, pSrc += 4, pDst += dstPitch)
             {
-                const Index behind = x + kAhead * kLineWords - end;
-                const BYTE* pAhead = behind < 0 ? pSrc + kAhead * kLineBytes : pNext + behind * 4;
-                Prefetch(pAhead + x % kLineWords * srcPitch);
+                // The rows of the next window, each line once, by the columns that it holds.
+                Prefetch(pSrc + (kLineWords + x % kLineWords) * srcPitch);
                 const Index past = static_cast<Index>(reinterpret_cast<std::uintptr_t>(pDst) % kLineBytes);
                 TurnLine(pDst - past, pSrc - past / 4 * srcPitch, srcPitch);
             }
