@@ -46,10 +46,12 @@ void Reverse(BYTE* pDst, const BYTE* pSrc, std::size_t count)
     {
         __m128i* pLine = reinterpret_cast<__m128i*>(pEnd - (from + kLineWords) * 4);
         const BYTE* pFrom = pSrc + from * 4;
-        Write(pLine, LoadReversed(pFrom + 48));
-        Write(pLine + 1, LoadReversed(pFrom + 32));
-        Write(pLine + 2, LoadReversed(pFrom + 16));
-        Write(pLine + 3, LoadReversed(pFrom));
+        const __m128i parts[] = {
+            LoadReversed(pFrom), LoadReversed(pFrom + 16), LoadReversed(pFrom + 32), LoadReversed(pFrom + 48)};
+        Write(pLine, parts[3]);
+        Write(pLine + 1, parts[2]);
+        Write(pLine + 2, parts[1]);
+        Write(pLine + 3, parts[0]);
     }
     while (from < count)
         moveWord(from++);
