@@ -164,13 +164,12 @@ template <Index Together>
 void TurnByTiles(const Turn& turn)
 {
     constexpr Index kRows = Together * kLineWords;
-    // Half a strip keeps 48 KiB on the stack.
-    constexpr Index kColumns = Together == 1 ? kStripColumns : kStripColumns / 2;
-    std::array<std::array<Tile, Together - 1>, kColumns / kLineWords> kept;
+    // With two lines 48 KiB of the stack.
+    std::array<std::array<Tile, Together - 1>, kStripColumns / kLineWords> kept;
     const Index shift = turn.Shift(0);
-    for (Index begin = 0; begin < turn.Columns; begin += kColumns)
+    for (Index begin = 0; begin < turn.Columns; begin += kStripColumns)
     {
-        const Index end = std::min(begin + kColumns, turn.Columns);
+        const Index end = std::min(begin + kStripColumns, turn.Columns);
         for (Index y = -shift; y < turn.Rows; y += kRows)
         {
             const Index tiles = y >= 0 && y + kRows <= turn.Rows ? (end - begin) / kLineWords : 0;
@@ -231,6 +230,6 @@ void UMDImgProcTranspose(
     else if (dstPitch % kAliasBytes != 0)
         TurnByTiles<1>(turn);
     else
-        TurnByTiles<3>(turn);
+        TurnByTiles<2>(turn);
     _mm_sfence();
 }
