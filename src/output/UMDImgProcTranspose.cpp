@@ -8,7 +8,6 @@
 #include <emmintrin.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -20,8 +19,6 @@ constexpr Index kLineBytes = 64;
 constexpr Index kLineWords = kLineBytes / 4;
 /// Columns of a strip: each is one page of the destination at a time.
 constexpr Index kStripColumns = 768;
-/// How far ahead the rows of a tile are fetched, in tiles.
-constexpr Index kAhead = 3;
 /// Lines that are this far apart share so few sets of the caches that streaming one by one throws them out one by one.
 constexpr Index kAliasBytes = 1024;
 
@@ -59,73 +56,78 @@ void Prefetch(const BYTE* p)
     _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_T0);
 }
 
-/// 16 x 16 words of the source: one line of each of 16 columns.
-struct Tile
+/// Turns 4 x 4 words.
+void TurnSquare(__m128i (&columns)[4], const BYTE* p, Index pitch)
 {
-    alignas(kLineBytes) BYTE Lines[kLineWords][kLineBytes];
-};
-
-/// Turns 4 x 4 words at (x, y) of a tile. @param p the first of them in the source.
-void TurnSquare(Tile& tile, Index x, Index y, const BYTE* p, Index pitch)
-{
-    const auto load = [=](Index n) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + n * pitch)); };
-    const auto store = [&, x, y](Index n, __m128i words) {
-        _mm_store_si128(reinterpret_cast<__m128i*>(tile.Lines[x + n] + y * 4), words);
-    };
+    const auto load = [=](Index y) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + y * pitch)); };
     const __m128i left01 = _mm_unpacklo_epi32(load(0), load(1));
     const __m128i left23 = _mm_unpacklo_epi32(load(2), load(3));
     const __m128i right01 = _mm_unpackhi_epi32(load(0), load(1));
     const __m128i right23 = _mm_unpackhi_epi32(load(2), load(3));
-    store(0, _mm_unpacklo_epi64(left01, left23));
-    store(1, _mm_unpackhi_epi64(left01, left23));
-    store(2, _mm_unpacklo_epi64(right01, right23));
-    store(3, _mm_unpackhi_epi64(right01, right23));
-}
-
-void TurnTile(Tile& tile, const BYTE* p, Index pitch)
-{
-    for (Index y = 0; y < kLineWords; y += 4)
-        for (Index x = 0; x < kLineWords; x += 4)
-            TurnSquare(tile, x, y, p + y * pitch + x * 4, pitch);
+    columns[0] = _mm_unpacklo_epi64(left01, left23);
+    columns[1] = _mm_unpackhi_epi64(left01, left23);
+    columns[2] = _mm_unpacklo_epi64(right01, right23);
+    columns[3] = _mm_unpackhi_epi64(right01, right23);
 }
 
 // The functions from here on that are kept out of line would be half as fast inside of the loops around them: those
 // take the registers that these need.
 
-/// Turns a tile and fetches the rows of one to come, at pAhead.
-__declspec(noinline) void KeepTile(Tile& tile, const BYTE* p, Index pitch, const BYTE* pAhead)
+/// A block that is streamed at once: one line of each of 16 columns, turned in a buffer.
+struct Tile
 {
-    for (Index y = 0; y < kLineWords; ++y)
-        Prefetch(pAhead + y * pitch);
-    TurnTile(tile, p, pitch);
-}
+    static constexpr Index kLines = 1;
+    static constexpr Index kColumns = kLineWords;
+    /// How far ahead rows are fetched, in columns.
+    static constexpr Index kAhead = 3 * kLineWords;
 
-/// Streams the lines of tiles that lie below each other, each column's together.
-/// @param kept   all but the last.
-/// @param p      the last one's place in the source.
-/// @param pAhead the place of one to come, whose rows are fetched.
-template <std::size_t Kept>
-__declspec(noinline) void StreamTiles(
-    BYTE* pDst, Index dstPitch, const std::array<Tile, Kept>& kept, const BYTE* p, Index pitch, const BYTE* pAhead)
-{
-    const auto stream = [](BYTE* pLine, const Tile& tile, Index x) {
-        const __m128i* pParts = reinterpret_cast<const __m128i*>(tile.Lines[x]);
-        StreamLine(pLine, pParts[0], pParts[1], pParts[2], pParts[3]);
-    };
-    Tile last;
-    TurnTile(last, p, pitch);
-    for (Index x = 0; x < kLineWords; ++x, pDst += dstPitch)
+    /// @param pAhead the place of a tile to come, whose rows are fetched.
+    static __declspec(noinline) void Stream(BYTE* pDst, Index dstPitch, const BYTE* p, Index pitch, const BYTE* pAhead)
     {
-        Prefetch(pAhead + x * pitch);
-        BYTE* pLine = pDst;
-        for (const Tile& tile : kept)
+        alignas(kLineBytes) __m128i lines[kColumns][4];
+        for (Index part = 0; part < 4; ++part)
         {
-            stream(pLine, tile, x);
-            pLine += kLineBytes;
+            for (Index x = 0; x < kColumns; x += 4)
+            {
+                __m128i columns[4];
+                TurnSquare(columns, p + part * 4 * pitch + x * 4, pitch);
+                for (Index i = 0; i < 4; ++i)
+                    lines[x + i][part] = columns[i];
+            }
         }
-        stream(pLine, last, x);
+        for (Index x = 0; x < kColumns; ++x, pDst += dstPitch)
+        {
+            Prefetch(pAhead + x * pitch);
+            StreamLine(pDst, lines[x][0], lines[x][1], lines[x][2], lines[x][3]);
+        }
     }
-}
+};
+
+/// A block of three lines of each of 4 columns, turned in registers.
+struct Column4
+{
+    static constexpr Index kLines = 3;
+    static constexpr Index kColumns = 4;
+    static constexpr Index kAhead = 2 * kLineWords;
+
+    /// @param pAhead the place of a block to come, a quarter of whose rows are fetched: its lines hold four blocks.
+    static __declspec(noinline) void Stream(BYTE* pDst, Index dstPitch, const BYTE* p, Index pitch, const BYTE* pAhead)
+    {
+        for (Index line = 0; line < kLines; ++line)
+        {
+            for (Index i = 0; i < 4; ++i)
+                Prefetch(pAhead + i * pitch);
+            __m128i parts[4][4];
+            for (Index part = 0; part < 4; ++part)
+                TurnSquare(parts[part], p + part * 4 * pitch, pitch);
+            for (Index x = 0; x < kColumns; ++x)
+                StreamLine(pDst + x * dstPitch, parts[0][x], parts[1][x], parts[2][x], parts[3][x]);
+            p += kLineWords * pitch;
+            pAhead += kLineWords * pitch;
+            pDst += kLineBytes;
+        }
+    }
+};
 
 /// Four words below each other.
 __m128i GatherFour(const BYTE* p, Index pitch)
@@ -158,36 +160,34 @@ void TurnWindow(const Turn& turn, Index begin, Index end, Index window)
     }
 }
 
-/// Destination rows that all begin at the same place of a line: whole tiles.
-/// @tparam Together how many lines of each column are streamed together.
-template <Index Together>
-void TurnByTiles(const Turn& turn)
+/// Destination rows that all begin at the same place of a line: whole blocks.
+template <typename Block>
+void TurnByBlocks(const Turn& turn)
 {
-    constexpr Index kRows = Together * kLineWords;
-    // With two lines 48 KiB of the stack.
-    std::array<std::array<Tile, Together - 1>, kStripColumns / kLineWords> kept;
+    constexpr Index kRows = Block::kLines * kLineWords;
     const Index shift = turn.Shift(0);
     for (Index begin = 0; begin < turn.Columns; begin += kStripColumns)
     {
         const Index end = std::min(begin + kStripColumns, turn.Columns);
+        const Index blocksEnd = end - (end - begin) % Block::kColumns;
         for (Index y = -shift; y < turn.Rows; y += kRows)
         {
-            const Index tiles = y >= 0 && y + kRows <= turn.Rows ? (end - begin) / kLineWords : 0;
-            const auto source = [&, y](Index tile, Index line) {
-                return turn.Source(begin + tile * kLineWords, y + line * kLineWords);
-            };
-            // Behind the last tile of a line's rows comes the first of the next.
-            const auto ahead = [&](Index tile, Index line) {
-                return tile + kAhead < tiles ? source(tile + kAhead, line) : source(tile + kAhead - tiles, line + 1);
-            };
-            for (Index line = 0; line < Together - 1; ++line)
-                for (Index tile = 0; tile < tiles; ++tile)
-                    KeepTile(kept[tile][line], source(tile, line), turn.SrcPitch, ahead(tile, line));
-            for (Index tile = 0; tile < tiles; ++tile)
-                StreamTiles(turn.Destination(begin + tile * kLineWords, y), turn.DstPitch, kept[tile],
-                    source(tile, Together - 1), turn.SrcPitch, ahead(tile, Together - 1));
-            for (Index line = 0; line < Together; ++line)
-                TurnWindow(turn, begin + tiles * kLineWords, end, y + shift + line * kLineWords);
+            Index x = begin;
+            if (y >= 0 && y + kRows <= turn.Rows)
+            {
+                for (; x < blocksEnd; x += Block::kColumns)
+                {
+                    // Behind the last block of some rows comes the first of the next. Blocks that share lines fetch
+                    // different rows of them.
+                    const Index ahead = x + Block::kAhead;
+                    const Index row = y + x % kLineWords / Block::kColumns * Block::kColumns;
+                    const BYTE* pAhead = ahead < blocksEnd ? turn.Source(ahead, row)
+                                                           : turn.Source(begin + ahead - blocksEnd, row + kRows);
+                    Block::Stream(turn.Destination(x, y), turn.DstPitch, turn.Source(x, y), turn.SrcPitch, pAhead);
+                }
+            }
+            for (Index line = 0; line < Block::kLines; ++line)
+                TurnWindow(turn, x, end, y + shift + line * kLineWords);
         }
     }
 }
@@ -227,9 +227,9 @@ void UMDImgProcTranspose(
     const Turn turn = {pDst, dstPitch, pSrc, srcPitch, static_cast<Index>(width), static_cast<Index>(height)};
     if (dstPitch % kLineBytes != 0)
         TurnByColumns(turn);
-    else if (dstPitch % kAliasBytes != 0)
-        TurnByTiles<1>(turn);
+    else if (dstPitch % kAliasBytes == 0 && srcPitch % kAliasBytes != 0)
+        TurnByBlocks<Column4>(turn);
     else
-        TurnByTiles<2>(turn);
+        TurnByBlocks<Tile>(turn);
     _mm_sfence();
 }
