@@ -19,7 +19,8 @@ constexpr Index kLineBytes = 64;
 constexpr Index kLineWords = kLineBytes / 4;
 /// Columns of a strip: each is one page of the destination at a time.
 constexpr Index kStripColumns = 768;
-/// Lines that are this far apart share so few sets of the caches that streaming one by one throws them out one by one.
+/// Lines a multiple of this apart are slow to stream one by one while they are in the caches; several that follow each
+/// other are not. Measured; which part of the memory they contend for is not known.
 constexpr Index kAliasBytes = 1024;
 
 struct Turn
