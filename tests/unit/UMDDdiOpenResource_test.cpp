@@ -1,5 +1,5 @@
 // Opening a texture that another process shares.
-#include "ResourceFixture.h"
+#include "OpenRequestFixture.h"
 
 #include "resources/UMDRscTexture.h"
 
@@ -10,27 +10,16 @@ using Lines = std::vector<std::string>;
 
 namespace
 {
-class UMDDdiOpenResourceTest : public ResourceFixture
+class UMDDdiOpenResourceTest : public OpenRequestFixture
 {
 protected:
     UMDDdiOpenResourceTest()
     {
-        m_Record.Kind = 6;
-        m_Record.Width = 64;
-        m_Record.Height = 32;
         m_Record.Format = 21;
-        m_Record.Pool = 0;
-        m_Record.Usage = 1;
-        m_Record.Levels = 2;
         m_Record.ResourceFlags = 0x10801;
-        m_Record.TextureKind = 6;
         m_Record.DriverHandle = 0x11223344;
         m_Record.SharedHandle = 0xC0001234;
         m_Allocation.hAllocation = 0x40000080;
-        m_Allocation.pPrivateDriverData = &m_Record;
-        m_Allocation.PrivateDriverDataSize = sizeof m_Record;
-        m_Open.NumAllocations = 1;
-        m_Open.pOpenAllocationInfo = &m_Allocation;
         m_Open.hResource = reinterpret_cast<HANDLE>(0x55660000);
     }
 
@@ -44,9 +33,6 @@ protected:
 
     HRESULT Open() { return UMDDdiOpenResource(DeviceHandle(), &m_Open); }
 
-    UMDAllocationPrivateData m_Record{};
-    D3DDDI_OPENALLOCATIONINFO m_Allocation{};
-    D3DDDIARG_OPENRESOURCE m_Open{};
     UMDRscTexture* m_pOpened = nullptr;
 };
 }
@@ -110,25 +96,15 @@ TEST_F(UMDDdiOpenResourceTest, NotTheDriversRecord_AnswersOkWithANullHandle)
         [&] { m_Open.NumAllocations = 0; },
         [&] { m_Open.pOpenAllocationInfo = nullptr; m_Open.NumAllocations = 0; },
     };
-    const auto record = m_Record;
-    const auto allocation = m_Allocation;
-    const auto open = m_Open;
-    int row = 0;
-    for (const auto& change : changes)
-    {
-        SCOPED_TRACE(row++);
-        m_Record = record;
-        m_Allocation = allocation;
-        m_Open = open;
-        change();
+    ForEachChange(changes, [&] {
         EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Open(), S_OK); }), Lines{});
         EXPECT_EQ(m_Open.hResource, nullptr);
-        m_Open = open;
-        change();
+    });
+    ForEachChange(changes, [&] {
         m_Trace.Clear();
         Open();
         EXPECT_EQ(m_Trace.Count("   Handle:0x0\n"), 1U);
-    }
+    });
     EXPECT_EQ(DeviceLines(), Lines{});
 }
 

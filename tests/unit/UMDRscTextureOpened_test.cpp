@@ -1,11 +1,9 @@
 // A texture built from another process's private record: every member that the record gives, and none without one.
-#include "ResourceFixture.h"
+#include "OpenRequestFixture.h"
 #include "TraceLevels.h"
 
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscTexture.h"
-
-#include <functional>
 
 using namespace tesslo::test;
 using Lines = std::vector<std::string>;
@@ -33,30 +31,15 @@ public:
     bool IsLocked() const { return m_bLocked; }
 };
 
-class UMDRscTextureOpenedTest : public ResourceFixture
+class UMDRscTextureOpenedTest : public OpenRequestFixture
 {
 protected:
     UMDRscTextureOpenedTest()
     {
-        m_Record.Kind = 6;
-        m_Record.Width = 64;
-        m_Record.Height = 32;
         m_Record.Format = 23;
-        m_Record.Pool = 0;
-        m_Record.Usage = 1;
-        m_Record.Levels = 2;
         m_Record.ResourceFlags = 0xFFFFFFFF;
-        m_Record.TextureKind = 6;
         m_Allocation.hAllocation = 0x80;
-        m_Allocation.pPrivateDriverData = &m_Record;
-        m_Allocation.PrivateDriverDataSize = sizeof m_Record;
-        m_Open.NumAllocations = 1;
-        m_Open.pOpenAllocationInfo = &m_Allocation;
     }
-
-    UMDAllocationPrivateData m_Record{};
-    D3DDDI_OPENALLOCATIONINFO m_Allocation{};
-    D3DDDIARG_OPENRESOURCE m_Open{};
 };
 }
 
@@ -80,22 +63,12 @@ TEST_F(UMDRscTextureOpenedTest, NotTheDriversTexture_TheCreatorsValuesStand)
         [&] { m_Record.TextureKind = 5; }, [&] { m_Allocation.PrivateDriverDataSize = 75; },
         [&] { m_Allocation.PrivateDriverDataSize = 77; }, [&] { m_Allocation.pPrivateDriverData = nullptr; },
         [&] { m_Open.NumAllocations = 0; }, [&] { m_Open.pOpenAllocationInfo = nullptr; }};
-    const auto record = m_Record;
-    const auto allocation = m_Allocation;
-    const auto open = m_Open;
-    int row = 0;
-    for (const auto& change : changes)
-    {
-        SCOPED_TRACE(row++);
-        m_Record = record;
-        m_Allocation = allocation;
-        m_Open = open;
-        change();
+    ForEachChange(changes, [&] {
         OpenedProbe texture(&Device(), &m_Open);
         EXPECT_EQ(texture.Members(), (std::vector<UINT>{0, 0, 0, 0, 0, 0, 0, 2, 0x55, 0, 0, 0}));
         EXPECT_FALSE(texture.HasList());
         EXPECT_EQ(texture.Open(), E_FAIL);
-    }
+    });
     EXPECT_EQ(DeviceLines(), Lines{});
 }
 
