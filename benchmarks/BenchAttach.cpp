@@ -13,7 +13,7 @@ BenchWork Load(const wchar_t* pName)
             FreeLibrary(hModule);
     }};
 }
-} // namespace
+}  // namespace
 
 // The driver's image is mapped first, then its client library's. What mapping any image costs shows beside a library
 // that does nothing.
@@ -23,7 +23,7 @@ void BenchAttach(BenchReport& report)
     const std::string fairName = name + ", beside two loads";
     if (!report.WantsAny({name, fairName}))
         return;
-    // The platform's own DLLs stay loaded, as they are in a process that uses Direct3D: their start is not the driver's.
+    // The platform's own DLLs stay loaded, as in any process that uses Direct3D: their start is not the driver's.
     for (const wchar_t* pName : {L"d3d9.dll", L"dxva2.dll", L"shell32.dll"})
         LoadLibraryW(pName);
     const std::vector<double> times = BenchCompare(

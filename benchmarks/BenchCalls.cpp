@@ -65,7 +65,8 @@ public:
     void RenderState()
     {
         UINT value = 0;
-        Compare("SetRenderState", 2000,
+        Compare(
+            "SetRenderState", 2000,
             [&] {
                 const D3DDDIARG_RENDERSTATE arg = {static_cast<D3DDDIRENDERSTATETYPE>(D3DRS_TEXTUREFACTOR), ++value};
                 m_Entries.pfnSetRenderState(m_hDevice, &arg);
@@ -83,7 +84,8 @@ public:
             textures[i] = DifferentialPlainPainter::Texture(*m_Other.m_Textures[i]);
         }
         UINT turn = 0;
-        Compare("SetTexture", 2000, [&] { m_Entries.pfnSetTexture(m_hDevice, 0, handles[++turn % 2]); },
+        Compare(
+            "SetTexture", 2000, [&] { m_Entries.pfnSetTexture(m_hDevice, 0, handles[++turn % 2]); },
             [&] { m_pDevice->SetTexture(0, textures[++turn % 2]); });
         m_Entries.pfnSetTexture(m_hDevice, 0, nullptr);
         m_pDevice->SetTexture(0, nullptr);
@@ -100,14 +102,16 @@ public:
             buffers[i] = DifferentialPlainPainter::VertexBuffer(*m_Other.m_Buffers[i]);
         }
         UINT turn = 0;
-        Compare("SetStreamSource", 2000, [&] { m_Entries.pfnSetStreamSource(m_hDevice, &args[++turn % 2]); },
+        Compare(
+            "SetStreamSource", 2000, [&] { m_Entries.pfnSetStreamSource(m_hDevice, &args[++turn % 2]); },
             [&] { m_pDevice->SetStreamSource(0, buffers[++turn % 2], 0, sizeof(ScreenVertex)); });
     }
 
     void PixelShaderConst(UINT count)
     {
         std::vector<float> registers(count * 4);
-        Compare("SetPixelShaderConst of " + std::to_string(count), 2000,
+        Compare(
+            "SetPixelShaderConst of " + std::to_string(count), 2000,
             [&] {
                 registers[0] += 1;
                 D3DDDIARG_SETPIXELSHADERCONST arg = {};
@@ -123,7 +127,8 @@ public:
     void SmallDraw()
     {
         const D3DDDIARG_DRAWPRIMITIVE arg = {D3DPT_TRIANGLELIST, 0, 1};
-        CompareFinished("draw of one small triangle", 2000, [&] { m_Entries.pfnDrawPrimitive(m_hDevice, &arg, nullptr); },
+        CompareFinished(
+            "draw of one small triangle", 2000, [&] { m_Entries.pfnDrawPrimitive(m_hDevice, &arg, nullptr); },
             [&] { m_pDevice->DrawPrimitive(D3DPT_TRIANGLELIST, 0, 1); });
     }
 
@@ -139,7 +144,8 @@ public:
         arg.Flags.Point = 1;
         IDirect3DSurface9* pSource = DifferentialPlainPainter::Surface(*m_Other.m_Source);
         IDirect3DSurface9* pTarget = DifferentialPlainPainter::Surface(*m_Other.m_Target);
-        CompareFinished("blit of 256x256", 500, [&] { m_Entries.pfnBlt(m_hDevice, &arg); },
+        CompareFinished(
+            "blit of 256x256", 500, [&] { m_Entries.pfnBlt(m_hDevice, &arg); },
             [&] { m_pDevice->StretchRect(pSource, &rect, pTarget, &rect, D3DTEXF_NONE); });
     }
 
@@ -181,7 +187,7 @@ private:
     const HANDLE m_hDevice = m_Sides.Driver().Device();
     IDirect3DDevice9Ex* const m_pDevice = m_Sides.Plain().Device();
 };
-} // namespace
+}  // namespace
 
 void BenchCalls(BenchReport& report)
 {

@@ -69,9 +69,11 @@ public:
         const auto [width, height] = m_Size;
         BYTE* pDst = m_pDst.get();
         const BYTE* pSrc = m_pSrc.get();
-        RunAgainstMemcpy(report, "packed copy",
-            [=] { UMDImgProcCopy(pDst, width * 4, pSrc, width * 4, width, height, 4); }, 0.98, 1.10);
-        RunAgainstMemcpy(report, "pitched copy",
+        RunAgainstMemcpy(
+            report, "packed copy", [=] { UMDImgProcCopy(pDst, width * 4, pSrc, width * 4, width, height, 4); }, 0.98,
+            1.10);
+        RunAgainstMemcpy(
+            report, "pitched copy",
             [=] { UMDImgProcCopy(pDst, width * 4, pSrc, width * 4 + kPadding, width, height, 4); }, 0.90, 0);
         RunYardstick(report);
     }
@@ -85,7 +87,7 @@ private:
     std::string Name(const char* pWhat) const
     {
         return std::string(pWhat) + " " + std::to_string(m_Size.Width) + "x" + std::to_string(m_Size.Height) +
-            (m_bCold ? " cold" : " warm");
+               (m_bCold ? " cold" : " warm");
     }
 
     std::function<void()> RotationWork(UINT rotation)
@@ -133,13 +135,13 @@ private:
             report.Add({name, "us", times[0] * 1e6, "plain loop", times[2] * 1e6, times[2] / times[0]});
     }
 
-    void RunAgainstMemcpy(
-        BenchReport& report, const char* pName, std::function<void()> run, double must, double aim)
+    void RunAgainstMemcpy(BenchReport& report, const char* pName, std::function<void()> run, double must, double aim)
     {
         const std::string name = Name(pName);
         if (!report.Wants(name))
             return;
-        const std::vector<double> times = BenchCompare({Work(std::move(run)), Memcpy()}, m_bCold ? kColdRounds : kWarmRounds);
+        const std::vector<double> times =
+            BenchCompare({Work(std::move(run)), Memcpy()}, m_bCold ? kColdRounds : kWarmRounds);
         report.AddSpeed(name, times[0], "memcpy", times[1], must, aim);
     }
 
@@ -162,7 +164,7 @@ private:
     Memory m_pSrc;
     Memory m_pDst;
 };
-} // namespace
+}  // namespace
 
 void BenchImage(BenchReport& report)
 {

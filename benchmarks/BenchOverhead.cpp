@@ -84,8 +84,7 @@ void Calls(BenchReport& report, HostDevice& device, IDirect3DDevice9Ex* pNull)
         {[&] { pNull->SetTextureStageState(0, D3DTSS_COLOROP, 1); }});
     const D3DDDIARG_SETPIXELSHADERCONST constant = {0, 1};
     const float values[4] = {};
-    Added(report, "added to SetPixelShaderConst",
-        {[&] { entries.pfnSetPixelShaderConst(hDevice, &constant, values); }},
+    Added(report, "added to SetPixelShaderConst", {[&] { entries.pfnSetPixelShaderConst(hDevice, &constant, values); }},
         {[&] { pNull->SetPixelShaderConstantF(0, values, 1); }});
     Added(report, "added to SetTexture", {[&] { entries.pfnSetTexture(hDevice, 0, nullptr); }},
         {[&] { pNull->SetTexture(0, nullptr); }});
@@ -167,7 +166,7 @@ void IdleMemory(BenchReport& report, HostSession& session)
         CloseHandle(hThread);
     report.AddMemory(name, ours, "7 bare threads", others);
 }
-} // namespace
+}  // namespace
 
 void BenchOverhead(BenchReport& report)
 {

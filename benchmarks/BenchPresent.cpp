@@ -26,8 +26,8 @@ double ReadBack(DifferentialPlainPainter& plain, PainterObject& target, PainterO
     IDirect3DSurface9* pCopy = DifferentialPlainPainter::Surface(copy);
     const double begin = BenchNow();
     D3DLOCKED_RECT locked;
-    HostCheck(plain.Device()->GetRenderTargetData(DifferentialPlainPainter::Surface(target), pCopy),
-        "GetRenderTargetData");
+    HostCheck(
+        plain.Device()->GetRenderTargetData(DifferentialPlainPainter::Surface(target), pCopy), "GetRenderTargetData");
     HostCheck(pCopy->LockRect(&locked, nullptr, D3DLOCK_READONLY), "LockRect");
     const double end = BenchNow();
     pCopy->UnlockRect();
@@ -77,7 +77,7 @@ void Present(BenchReport& report, const Size& size)
     report.AddCost(Name(size), BenchMedian(ours), "readback", BenchMedian(single), 1.05);
     report.AddCostFigure(Name(size), BenchMedian(ours), "into one of three", BenchMedian(inRing));
 }
-} // namespace
+}  // namespace
 
 void BenchPresent(BenchReport& report)
 {

@@ -46,7 +46,7 @@ void Print(const BenchRow& row)
         row.Other, row.OtherName.c_str(), row.Result, TargetText(row).c_str(), Verdict(row));
     std::fflush(stdout);
 }
-} // namespace
+}  // namespace
 
 void BenchReport::Add(BenchRow row)
 {
@@ -63,20 +63,17 @@ void BenchReport::AddSpeed(
         aim});
 }
 
-void BenchReport::AddCost(
-    const std::string& name, double ours, const std::string& otherName, double other, double must)
+void BenchReport::AddCost(const std::string& name, double ours, const std::string& otherName, double other, double must)
 {
     Add({name, "us", ours * kMicroseconds, otherName, other * kMicroseconds, ours / other, BenchTarget::AtMost, must});
 }
 
-void BenchReport::AddCostFigure(
-    const std::string& name, double ours, const std::string& otherName, double other)
+void BenchReport::AddCostFigure(const std::string& name, double ours, const std::string& otherName, double other)
 {
     Add({name, "us", ours * kMicroseconds, otherName, other * kMicroseconds, ours / other, BenchTarget::None});
 }
 
-void BenchReport::AddRate(
-    const std::string& name, double ours, const std::string& otherName, double other, double must)
+void BenchReport::AddRate(const std::string& name, double ours, const std::string& otherName, double other, double must)
 {
     Add({name, "fps", ours, otherName, other, ours / other, BenchTarget::AtLeast, must});
 }

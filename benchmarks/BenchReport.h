@@ -20,8 +20,8 @@ public:
     }
 
     /// A ratio of times: the other's divided by ours, so that more is better.
-    void AddSpeed(const std::string& name, double ours, const std::string& otherName, double other, double must,
-        double aim = 0);
+    void AddSpeed(
+        const std::string& name, double ours, const std::string& otherName, double other, double must, double aim = 0);
     /// A ratio of times: ours divided by the other's, so that less is better.
     void AddCost(const std::string& name, double ours, const std::string& otherName, double other, double must);
     /// The same, nothing to meet.

@@ -7,7 +7,7 @@
 /// Which way a target is to be met.
 enum class BenchTarget
 {
-    None,    ///< a figure to know, nothing to meet
+    None,  ///< a figure to know, nothing to meet
     AtLeast,
     AtMost
 };
@@ -15,14 +15,14 @@ enum class BenchTarget
 struct BenchRow
 {
     std::string Name;
-    std::string Unit;         ///< of both figures: "us", "ns", "KiB", "fps"
-    double Ours = 0;          ///< median
-    std::string OtherName;    ///< what stands beside it
-    double Other = 0;         ///< median
-    double Result = 0;        ///< what the target is about: a ratio, or the difference in Unit
+    std::string Unit;       ///< of both figures: "us", "ns", "KiB", "fps"
+    double Ours = 0;        ///< median
+    std::string OtherName;  ///< what stands beside it
+    double Other = 0;       ///< median
+    double Result = 0;      ///< what the target is about: a ratio, or the difference in Unit
     BenchTarget Kind = BenchTarget::None;
     double Must = 0;
-    double Aim = 0;           ///< 0: none beyond the must
+    double Aim = 0;  ///< 0: none beyond the must
 
     bool IsMet() const
     {

@@ -9,7 +9,7 @@ namespace
 constexpr UINT kWidth = 1280;
 constexpr UINT kHeight = 720;
 constexpr UINT kFrames = 61;
-} // namespace
+}  // namespace
 
 // A plain device's frame ends in the readback without which no frame could be sent anywhere.
 void BenchScenes(BenchReport& report)

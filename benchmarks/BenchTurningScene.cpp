@@ -23,7 +23,7 @@ RECT Square(UINT size)
 {
     return {0, 0, static_cast<LONG>(size), static_cast<LONG>(size)};
 }
-} // namespace
+}  // namespace
 
 BenchTurningScene::Mesh::Mesh(Painter& painter, const HostGeometry& geometry)
     : m_Geometry(geometry), m_Spread(geometry.Spread()),
@@ -136,15 +136,13 @@ void BenchTurningScene::DrawMesh(Mesh& mesh, size_t way)
         return m_Painter.Draw(D3DPT_TRIANGLELIST, 0, triangles);
     case 1:
         m_Painter.SetStreamMemory(mesh.m_Geometry.m_Corners.data(), kStride);
-        return m_Painter.DrawIndexedFromMemory(
-            D3DPT_TRIANGLELIST, 0, 0, corners, triangles, pIndices, sizeof(UINT16));
+        return m_Painter.DrawIndexedFromMemory(D3DPT_TRIANGLELIST, 0, 0, corners, triangles, pIndices, sizeof(UINT16));
     case 2:
         m_Painter.SetStreamBuffer(*mesh.m_pSystemSpread, 0, kStride);
         return m_Painter.DrawFromByte(D3DPT_TRIANGLELIST, 0, triangles);
     case 3:
         m_Painter.SetStreamBuffer(*mesh.m_pSystemCorners, 0, kStride);
-        return m_Painter.DrawIndexedFromMemory(
-            D3DPT_TRIANGLELIST, 0, 0, corners, triangles, pIndices, sizeof(UINT16));
+        return m_Painter.DrawIndexedFromMemory(D3DPT_TRIANGLELIST, 0, 0, corners, triangles, pIndices, sizeof(UINT16));
     case 4:
         m_Painter.SetStreamBuffer(*mesh.m_pVideoSpread, 0, kStride);
         return m_Painter.Draw(D3DPT_TRIANGLELIST, 0, triangles);

@@ -43,7 +43,7 @@ int Measure(const BenchOptions& options)
     }
     return 0;
 }
-} // namespace
+}  // namespace
 
 int main(int argc, char** argv)
 {

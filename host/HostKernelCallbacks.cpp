@@ -30,9 +30,9 @@ struct HostKernelCallbacks
     static const D3DDDI_DEVICECALLBACKS kTable;
 };
 
-#define HOST_SERVE(name, function, tag)                                                                                \
-    [](HANDLE handle, auto* pArgument) -> HRESULT {                                                                    \
-        return HostKernelCallbacks::Serve<&HostKernel::function>(handle, &HostKernel::tag, name, pArgument);           \
+#define HOST_SERVE(name, function, tag)                                                                      \
+    [](HANDLE handle, auto* pArgument) -> HRESULT {                                                          \
+        return HostKernelCallbacks::Serve<&HostKernel::function>(handle, &HostKernel::tag, name, pArgument); \
     }
 #define HOST_REFUSE(name) [](HANDLE handle, auto) -> HRESULT { return HostKernelCallbacks::Refuse(handle, name); }
 

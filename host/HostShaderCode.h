@@ -6,7 +6,8 @@
 // Vertex shader constants.
 inline constexpr UINT kHostRegisterPlace = 0;  // c0..c3: position to the screen
 inline constexpr UINT kHostRegisterTurn = 4;   // c4..c6: normal to the world
-inline constexpr UINT kHostRegisterLamp = 7;   // c7: to the lamp; c8: x = 0, y = the lamp's share, z = the share of all round
+/// c7: to the lamp. c8: x = 0, y = the lamp's share, z = the share of all round.
+inline constexpr UINT kHostRegisterLamp = 7;
 
 // Byte code of shader model 2.0, one line an instruction, the assembly behind it.
 inline constexpr UINT kHostVertexShader[] = {

@@ -11,10 +11,7 @@
 
 namespace
 {
-#define FORMAT_NAME(name)                                                                                              \
-    {                                                                                                                  \
-        D3DDDIFMT_##name, #name                                                                                        \
-    }
+#define FORMAT_NAME(name) {D3DDDIFMT_##name, #name}
 
 constexpr struct
 {

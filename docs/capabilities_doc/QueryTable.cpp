@@ -100,10 +100,7 @@ std::string QueryTable()
         std::string (*pText)(const Answer&) = ValueText;  ///< says it
     } kQueries[] = {
 #define QUERY(name) {D3DDDICAPS_##name, #name, nullptr}
-#define QUERY_WITH(name, answer)                                                                                       \
-    {                                                                                                                  \
-        D3DDDICAPS_##name, #name, answer                                                                               \
-    }
+#define QUERY_WITH(name, answer) {D3DDDICAPS_##name, #name, answer}
         QUERY(DDRAW),
         QUERY(DDRAW_MODE_SPECIFIC),
         QUERY(GETFORMATCOUNT),

@@ -16,7 +16,7 @@ UMDAdapter& ToAdapter(HANDLE hAdapter)
 {
     return *static_cast<UMDAdapter*>(hAdapter);
 }
-} // namespace
+}  // namespace
 
 UMDAdapter::UMDAdapter(HANDLE hRTAdapter, UINT version, const D3DDDI_ADAPTERCALLBACKS* pCallbacks)
     : m_hRTAdapter(hRTAdapter), m_pDevice(nullptr), m_Version(version), m_AdapterCallbacks(*pCallbacks),
@@ -71,8 +71,8 @@ HRESULT APIENTRY OpenAdapter(D3DDDIARG_OPENADAPTER* pOpenAdapter)
 {
     UMD_TRACE(UMDTRACE_DDI | UMDTRACE_ENTER, L">>> OpenAdapter Interface: %d Version: %d Driver Version: %d\n",
         pOpenAdapter->Interface, pOpenAdapter->Version, pOpenAdapter->DriverVersion);
-    auto* pAdapter = new (std::nothrow)
-        UMDAdapter(pOpenAdapter->hAdapter, pOpenAdapter->Version, pOpenAdapter->pAdapterCallbacks);
+    auto* pAdapter =
+        new (std::nothrow) UMDAdapter(pOpenAdapter->hAdapter, pOpenAdapter->Version, pOpenAdapter->pAdapterCallbacks);
     if (!pAdapter)
         return E_FAIL;
     pOpenAdapter->hAdapter = pAdapter;

@@ -2,8 +2,8 @@
 // With TESSLO_USE_PLATFORM_KIT the platform kit's own header stands in for the records of this folder.
 #pragma once
 
-#include <windows.h>
 #include <d3d9.h>
+#include <windows.h>
 
 #if defined(TESSLO_USE_PLATFORM_KIT)
 #include <d3dumddi.h>

@@ -10,8 +10,8 @@ UMD_DDI_RECORDS_BEGIN
 struct D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE
 {
     HANDLE hChannel;  // channel handle
-    UINT DataSize;  // bytes
-    void* pData;  // DataSize bytes
+    UINT DataSize;    // bytes
+    void* pData;      // DataSize bytes
 };
 UMD_LAYOUT(D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE, 24, 8);
 UMD_OFFSET(D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE, hChannel, 0);
@@ -20,14 +20,14 @@ UMD_OFFSET(D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE, pData, 16);
 
 struct D3DDDIARG_BLT
 {
-    HANDLE hSrcResource;  // source resource handle
+    HANDLE hSrcResource;       // source resource handle
     UINT SrcSubResourceIndex;  // sub-resource of the source
-    RECT SrcRect;  // pixels
-    HANDLE hDstResource;  // destination resource handle
+    RECT SrcRect;              // pixels
+    HANDLE hDstResource;       // destination resource handle
     UINT DstSubResourceIndex;  // sub-resource of the destination
-    RECT DstRect;  // pixels
-    UINT ColorKey;  // A8R8G8B8
-    D3DDDI_BLTFLAGS Flags;  // see the record of the flags
+    RECT DstRect;              // pixels
+    UINT ColorKey;             // A8R8G8B8
+    D3DDDI_BLTFLAGS Flags;     // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_BLT, 72, 8);
 UMD_OFFSET(D3DDDIARG_BLT, hSrcResource, 0);
@@ -41,9 +41,9 @@ UMD_OFFSET(D3DDDIARG_BLT, Flags, 64);
 
 struct D3DDDIARG_BUFFERBLT
 {
-    HANDLE hDstResource;  // destination resource handle
-    HANDLE hSrcResource;  // source resource handle
-    UINT Offset;  // bytes
+    HANDLE hDstResource;   // destination resource handle
+    HANDLE hSrcResource;   // source resource handle
+    UINT Offset;           // bytes
     D3DDDIRANGE SrcRange;  // bytes
 };
 UMD_LAYOUT(D3DDDIARG_BUFFERBLT, 32, 8);
@@ -54,11 +54,11 @@ UMD_OFFSET(D3DDDIARG_BUFFERBLT, SrcRange, 20);
 
 struct D3DDDIARG_CAPTURETOSYSMEM
 {
-    HANDLE hSrcResource;  // source resource handle
-    RECT SrcRect;  // pixels
-    HANDLE hDstResource;  // destination resource handle
+    HANDLE hSrcResource;       // source resource handle
+    RECT SrcRect;              // pixels
+    HANDLE hDstResource;       // destination resource handle
     UINT DstSubResourceIndex;  // sub-resource of the destination
-    RECT DstRect;  // pixels
+    RECT DstRect;              // pixels
 };
 UMD_LAYOUT(D3DDDIARG_CAPTURETOSYSMEM, 56, 8);
 UMD_OFFSET(D3DDDIARG_CAPTURETOSYSMEM, hSrcResource, 0);
@@ -69,9 +69,9 @@ UMD_OFFSET(D3DDDIARG_CAPTURETOSYSMEM, DstRect, 36);
 
 struct D3DDDIARG_CLEAR
 {
-    UINT Flags;  // see the record of the flags
-    UINT FillColor;  // A8R8G8B8
-    FLOAT FillDepth;  // 0.0 to 1.0
+    UINT Flags;        // see the record of the flags
+    UINT FillColor;    // A8R8G8B8
+    FLOAT FillDepth;   // 0.0 to 1.0
     UINT FillStencil;  // 0 to 255
 };
 UMD_LAYOUT(D3DDDIARG_CLEAR, 16, 4);
@@ -82,10 +82,10 @@ UMD_OFFSET(D3DDDIARG_CLEAR, FillStencil, 12);
 
 struct D3DDDIARG_COLORFILL
 {
-    HANDLE hResource;  // resource handle
-    UINT SubResourceIndex;  // level, or face x levels + level
-    RECT DstRect;  // pixels
-    D3DCOLOR Color;  // A8R8G8B8
+    HANDLE hResource;             // resource handle
+    UINT SubResourceIndex;        // level, or face x levels + level
+    RECT DstRect;                 // pixels
+    D3DCOLOR Color;               // A8R8G8B8
     D3DDDI_COLORFILLFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_COLORFILL, 40, 8);
@@ -97,9 +97,9 @@ UMD_OFFSET(D3DDDIARG_COLORFILL, Flags, 32);
 
 struct D3DDDIARG_COMPOSERECTS
 {
-    HANDLE hSrcResource;  // source resource handle
+    HANDLE hSrcResource;       // source resource handle
     UINT SrcSubResourceIndex;  // sub-resource of the source
-    HANDLE hDstResource;  // destination resource handle
+    HANDLE hDstResource;       // destination resource handle
     UINT DstSubResourceIndex;  // sub-resource of the destination
     HANDLE hSrcRectDescsVB;
     UINT NumRects;  // rectangles
@@ -166,19 +166,19 @@ UMD_OFFSET(D3DDDIARG_CREATEDECODEDEVICE, hDecode, 56);
 
 struct D3DDDIARG_CREATEDEVICE
 {
-    HANDLE hDevice;  // device handle
-    UINT Interface;  // interface version of the runtime
-    UINT Version;  // of the runtime
-    const D3DDDI_DEVICECALLBACKS* pCallbacks;  // the runtime's, valid during the call
-    void* pCommandBuffer;  // written by the driver, submitted by pfnRenderCb
-    UINT CommandBufferSize;  // bytes
-    D3DDDI_ALLOCATIONLIST* pAllocationList;  // allocations that the command buffer names
-    UINT AllocationListSize;  // entries
+    HANDLE hDevice;                                // device handle
+    UINT Interface;                                // interface version of the runtime
+    UINT Version;                                  // of the runtime
+    const D3DDDI_DEVICECALLBACKS* pCallbacks;      // the runtime's, valid during the call
+    void* pCommandBuffer;                          // written by the driver, submitted by pfnRenderCb
+    UINT CommandBufferSize;                        // bytes
+    D3DDDI_ALLOCATIONLIST* pAllocationList;        // allocations that the command buffer names
+    UINT AllocationListSize;                       // entries
     D3DDDI_PATCHLOCATIONLIST* pPatchLocationList;  // places of the command buffer to patch
-    UINT PatchLocationListSize;  // entries
-    D3DDDI_DEVICEFUNCS* pDeviceFuncs;  // filled by the driver
-    D3DDDI_CREATEDEVICEFLAGS Flags;  // see the record of the flags
-    D3DGPU_VIRTUAL_ADDRESS CommandBuffer;  // unused at this version
+    UINT PatchLocationListSize;                    // entries
+    D3DDDI_DEVICEFUNCS* pDeviceFuncs;              // filled by the driver
+    D3DDDI_CREATEDEVICEFLAGS Flags;                // see the record of the flags
+    D3DGPU_VIRTUAL_ADDRESS CommandBuffer;          // unused at this version
 };
 UMD_LAYOUT(D3DDDIARG_CREATEDEVICE, 96, 8);
 UMD_OFFSET(D3DDDIARG_CREATEDEVICE, hDevice, 0);
@@ -226,7 +226,7 @@ UMD_OFFSET(D3DDDIARG_CREATEOVERLAY, hOverlay, 72);
 
 struct D3DDDIARG_CREATEPIXELSHADER
 {
-    UINT CodeSize;  // bytes
+    UINT CodeSize;        // bytes
     HANDLE ShaderHandle;  // out: the driver's handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEPIXELSHADER, 16, 8);
@@ -236,7 +236,7 @@ UMD_OFFSET(D3DDDIARG_CREATEPIXELSHADER, ShaderHandle, 8);
 struct D3DDDIARG_CREATEQUERY
 {
     D3DDDIQUERYTYPE QueryType;  // which
-    HANDLE hQuery;  // query handle
+    HANDLE hQuery;              // query handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEQUERY, 16, 8);
 UMD_OFFSET(D3DDDIARG_CREATEQUERY, QueryType, 0);
@@ -244,19 +244,19 @@ UMD_OFFSET(D3DDDIARG_CREATEQUERY, hQuery, 8);
 
 struct D3DDDIARG_CREATERESOURCE
 {
-    D3DDDIFORMAT Format;  // of the pixels
-    D3DDDI_POOL Pool;  // where the runtime wants the memory
-    D3DDDIMULTISAMPLE_TYPE MultisampleType;  // samples a pixel
-    UINT MultisampleQuality;  // 0 to quality levels - 1
-    const D3DDDI_SURFACEINFO* pSurfList;  // one entry a sub-resource
-    UINT SurfCount;  // entries of pSurfList
-    UINT MipLevels;  // levels
-    UINT Fvf;  // flexible vertex format bits
+    D3DDDIFORMAT Format;                           // of the pixels
+    D3DDDI_POOL Pool;                              // where the runtime wants the memory
+    D3DDDIMULTISAMPLE_TYPE MultisampleType;        // samples a pixel
+    UINT MultisampleQuality;                       // 0 to quality levels - 1
+    const D3DDDI_SURFACEINFO* pSurfList;           // one entry a sub-resource
+    UINT SurfCount;                                // entries of pSurfList
+    UINT MipLevels;                                // levels
+    UINT Fvf;                                      // flexible vertex format bits
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
-    D3DDDI_RATIONAL RefreshRate;  // of the display mode
-    HANDLE hResource;  // resource handle
-    D3DDDI_RESOURCEFLAGS Flags;  // see the record of the flags
-    D3DDDI_ROTATION Rotation;  // of the output
+    D3DDDI_RATIONAL RefreshRate;                   // of the display mode
+    HANDLE hResource;                              // resource handle
+    D3DDDI_RESOURCEFLAGS Flags;                    // see the record of the flags
+    D3DDDI_ROTATION Rotation;                      // of the output
 };
 UMD_LAYOUT(D3DDDIARG_CREATERESOURCE, 64, 8);
 UMD_OFFSET(D3DDDIARG_CREATERESOURCE, Format, 0);
@@ -276,7 +276,7 @@ UMD_OFFSET(D3DDDIARG_CREATERESOURCE, Rotation, 60);
 struct D3DDDIARG_CREATEVERTEXSHADERDECL
 {
     UINT NumVertexElements;  // entries
-    HANDLE ShaderHandle;  // out: the driver's handle
+    HANDLE ShaderHandle;     // out: the driver's handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEVERTEXSHADERDECL, 16, 8);
 UMD_OFFSET(D3DDDIARG_CREATEVERTEXSHADERDECL, NumVertexElements, 0);
@@ -284,7 +284,7 @@ UMD_OFFSET(D3DDDIARG_CREATEVERTEXSHADERDECL, ShaderHandle, 8);
 
 struct D3DDDIARG_CREATEVERTEXSHADERFUNC
 {
-    UINT Size;  // bytes
+    UINT Size;            // bytes
     HANDLE ShaderHandle;  // out: the driver's handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEVERTEXSHADERFUNC, 16, 8);
@@ -293,11 +293,11 @@ UMD_OFFSET(D3DDDIARG_CREATEVERTEXSHADERFUNC, ShaderHandle, 8);
 
 struct D3DDDIARG_CREATEVIDEOPROCESSDEVICE
 {
-    const GUID* pVideoProcGuid;  // the video processor
-    DXVADDI_VIDEODESC VideoDesc;  // of the main stream
+    const GUID* pVideoProcGuid;       // the video processor
+    DXVADDI_VIDEODESC VideoDesc;      // of the main stream
     D3DDDIFORMAT RenderTargetFormat;  // of the output
-    UINT MaxSubStreams;  // besides the main one
-    HANDLE hVideoProcess;  // video process device handle
+    UINT MaxSubStreams;               // besides the main one
+    HANDLE hVideoProcess;             // video process device handle
 };
 UMD_LAYOUT(D3DDDIARG_CREATEVIDEOPROCESSDEVICE, 64, 8);
 UMD_OFFSET(D3DDDIARG_CREATEVIDEOPROCESSDEVICE, pVideoProcGuid, 0);
@@ -309,8 +309,8 @@ UMD_OFFSET(D3DDDIARG_CREATEVIDEOPROCESSDEVICE, hVideoProcess, 56);
 struct D3DDDIARG_CRYPTOSESSIONKEYEXCHANGE
 {
     HANDLE hCryptoSession;  // session handle
-    UINT DataSize;  // bytes
-    void* pData;  // DataSize bytes
+    UINT DataSize;          // bytes
+    void* pData;            // DataSize bytes
 };
 UMD_LAYOUT(D3DDDIARG_CRYPTOSESSIONKEYEXCHANGE, 24, 8);
 UMD_OFFSET(D3DDDIARG_CRYPTOSESSIONKEYEXCHANGE, hCryptoSession, 0);
@@ -365,10 +365,10 @@ UMD_OFFSET(D3DDDIARG_DECODEEXTENSIONEXECUTE, pBuffers, 40);
 
 struct D3DDDIARG_DECRYPTIONBLT
 {
-    HANDLE hCryptoSession;  // session handle
-    HANDLE hSrcResource;  // source resource handle
+    HANDLE hCryptoSession;     // session handle
+    HANDLE hSrcResource;       // source resource handle
     UINT SrcSubResourceIndex;  // sub-resource of the source
-    HANDLE hDstResource;  // destination resource handle
+    HANDLE hDstResource;       // destination resource handle
     UINT DstSubResourceIndex;  // sub-resource of the destination
     UINT SrcResourceSize;
     D3DDDIENCRYPTED_BLOCK_INFO* pEncryptedBlockInfo;
@@ -388,10 +388,10 @@ UMD_OFFSET(D3DDDIARG_DECRYPTIONBLT, pIV, 56);
 
 struct D3DDDIARG_DEPTHFILL
 {
-    HANDLE hResource;  // resource handle
+    HANDLE hResource;       // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    RECT DstRect;  // pixels
-    UINT Depth;  // slices
+    RECT DstRect;           // pixels
+    UINT Depth;             // slices
 };
 UMD_LAYOUT(D3DDDIARG_DEPTHFILL, 32, 8);
 UMD_OFFSET(D3DDDIARG_DEPTHFILL, hResource, 0);
@@ -430,11 +430,11 @@ UMD_OFFSET(D3DDDIARG_DESTROYOVERLAY, hOverlay, 0);
 struct D3DDDIARG_DRAWINDEXEDPRIMITIVE
 {
     D3DPRIMITIVETYPE PrimitiveType;  // point list to triangle fan
-    INT BaseVertexIndex;  // vertices, signed
-    UINT MinIndex;  // lowest vertex index used
-    UINT NumVertices;  // vertices
-    UINT StartIndex;  // indices
-    UINT PrimitiveCount;  // primitives
+    INT BaseVertexIndex;             // vertices, signed
+    UINT MinIndex;                   // lowest vertex index used
+    UINT NumVertices;                // vertices
+    UINT StartIndex;                 // indices
+    UINT PrimitiveCount;             // primitives
 };
 UMD_LAYOUT(D3DDDIARG_DRAWINDEXEDPRIMITIVE, 24, 4);
 UMD_OFFSET(D3DDDIARG_DRAWINDEXEDPRIMITIVE, PrimitiveType, 0);
@@ -447,11 +447,11 @@ UMD_OFFSET(D3DDDIARG_DRAWINDEXEDPRIMITIVE, PrimitiveCount, 20);
 struct D3DDDIARG_DRAWINDEXEDPRIMITIVE2
 {
     D3DPRIMITIVETYPE PrimitiveType;  // point list to triangle fan
-    INT BaseVertexOffset;  // bytes, signed
-    UINT MinIndex;  // lowest vertex index used
-    UINT NumVertices;  // vertices
-    UINT StartIndexOffset;  // bytes
-    UINT PrimitiveCount;  // primitives
+    INT BaseVertexOffset;            // bytes, signed
+    UINT MinIndex;                   // lowest vertex index used
+    UINT NumVertices;                // vertices
+    UINT StartIndexOffset;           // bytes
+    UINT PrimitiveCount;             // primitives
 };
 UMD_LAYOUT(D3DDDIARG_DRAWINDEXEDPRIMITIVE2, 24, 4);
 UMD_OFFSET(D3DDDIARG_DRAWINDEXEDPRIMITIVE2, PrimitiveType, 0);
@@ -464,8 +464,8 @@ UMD_OFFSET(D3DDDIARG_DRAWINDEXEDPRIMITIVE2, PrimitiveCount, 20);
 struct D3DDDIARG_DRAWPRIMITIVE
 {
     D3DPRIMITIVETYPE PrimitiveType;  // point list to triangle fan
-    UINT VStart;  // vertices
-    UINT PrimitiveCount;  // primitives
+    UINT VStart;                     // vertices
+    UINT PrimitiveCount;             // primitives
 };
 UMD_LAYOUT(D3DDDIARG_DRAWPRIMITIVE, 12, 4);
 UMD_OFFSET(D3DDDIARG_DRAWPRIMITIVE, PrimitiveType, 0);
@@ -475,8 +475,8 @@ UMD_OFFSET(D3DDDIARG_DRAWPRIMITIVE, PrimitiveCount, 8);
 struct D3DDDIARG_DRAWPRIMITIVE2
 {
     D3DPRIMITIVETYPE PrimitiveType;  // point list to triangle fan
-    UINT FirstVertexOffset;  // bytes
-    UINT PrimitiveCount;  // primitives
+    UINT FirstVertexOffset;          // bytes
+    UINT PrimitiveCount;             // primitives
 };
 UMD_LAYOUT(D3DDDIARG_DRAWPRIMITIVE2, 12, 4);
 UMD_OFFSET(D3DDDIARG_DRAWPRIMITIVE2, PrimitiveType, 0);
@@ -508,7 +508,7 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_CREATEVIDEOPROCESSOR, hVideoProcessor, 8);
 
 struct D3DDDIARG_DXVAHD_GETVIDEOPROCESSBLTSTATEPRIVATE
 {
-    HANDLE hVideoProcessor;  // video processor handle
+    HANDLE hVideoProcessor;                   // video processor handle
     DXVAHDDDI_BLT_STATE_PRIVATE_DATA* pData;  // output
 };
 UMD_LAYOUT(D3DDDIARG_DXVAHD_GETVIDEOPROCESSBLTSTATEPRIVATE, 16, 8);
@@ -528,10 +528,10 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_GETVIDEOPROCESSSTREAMSTATEPRIVATE, pData, 16);
 
 struct D3DDDIARG_DXVAHD_SETVIDEOPROCESSBLTSTATE
 {
-    HANDLE hVideoProcessor;  // video processor handle
+    HANDLE hVideoProcessor;     // video processor handle
     DXVAHDDDI_BLT_STATE State;  // which
-    UINT DataSize;  // bytes
-    const void* pData;  // the state, DataSize bytes
+    UINT DataSize;              // bytes
+    const void* pData;          // the state, DataSize bytes
 };
 UMD_LAYOUT(D3DDDIARG_DXVAHD_SETVIDEOPROCESSBLTSTATE, 24, 8);
 UMD_OFFSET(D3DDDIARG_DXVAHD_SETVIDEOPROCESSBLTSTATE, hVideoProcessor, 0);
@@ -544,8 +544,8 @@ struct D3DDDIARG_DXVAHD_SETVIDEOPROCESSSTREAMSTATE
     HANDLE hVideoProcessor;  // video processor handle
     UINT StreamNumber;
     DXVAHDDDI_STREAM_STATE State;  // which
-    UINT DataSize;  // bytes
-    const void* pData;  // the state, DataSize bytes
+    UINT DataSize;                 // bytes
+    const void* pData;             // the state, DataSize bytes
 };
 UMD_LAYOUT(D3DDDIARG_DXVAHD_SETVIDEOPROCESSSTREAMSTATE, 32, 8);
 UMD_OFFSET(D3DDDIARG_DXVAHD_SETVIDEOPROCESSSTREAMSTATE, hVideoProcessor, 0);
@@ -571,10 +571,10 @@ UMD_OFFSET(D3DDDIARG_DXVAHD_VIDEOPROCESSBLTHD, pStreams, 32);
 
 struct D3DDDIARG_ENCRYPTIONBLT
 {
-    HANDLE hCryptoSession;  // session handle
-    HANDLE hSrcResource;  // source resource handle
+    HANDLE hCryptoSession;     // session handle
+    HANDLE hSrcResource;       // source resource handle
     UINT SrcSubResourceIndex;  // sub-resource of the source
-    HANDLE hDstResource;  // destination resource handle
+    HANDLE hDstResource;       // destination resource handle
     UINT DstSubResourceIndex;  // sub-resource of the destination
     UINT DstResourceSize;
     void* pIV;
@@ -614,9 +614,9 @@ UMD_OFFSET(D3DDDIARG_FINISHSESSIONKEYREFRESH, hCryptoSession, 0);
 
 struct D3DDDIARG_FLIPOVERLAY
 {
-    HANDLE hOverlay;  // overlay handle
-    HANDLE hSource;  // resource handle
-    UINT SourceIndex;  // sub-resource
+    HANDLE hOverlay;                // overlay handle
+    HANDLE hSource;                 // resource handle
+    UINT SourceIndex;               // sub-resource
     D3DDDI_FLIPOVERLAYFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_FLIPOVERLAY, 24, 8);
@@ -637,9 +637,9 @@ UMD_OFFSET(D3DDDIARG_GENERATEMIPSUBLEVELS, Filter, 8);
 struct D3DDDIARG_GETCAPS
 {
     D3DDDICAPS_TYPE Type;  // which
-    void* pInfo;  // input that belongs to the type
-    void* pData;  // output
-    UINT DataSize;  // bytes
+    void* pInfo;           // input that belongs to the type
+    void* pData;           // output
+    UINT DataSize;         // bytes
 };
 UMD_LAYOUT(D3DDDIARG_GETCAPS, 32, 8);
 UMD_OFFSET(D3DDDIARG_GETCAPS, Type, 0);
@@ -649,7 +649,7 @@ UMD_OFFSET(D3DDDIARG_GETCAPS, DataSize, 24);
 
 struct D3DDDIARG_GETCAPTUREALLOCATIONHANDLE
 {
-    HANDLE hResource;  // resource handle
+    HANDLE hResource;           // resource handle
     D3DKMT_HANDLE hAllocation;  // kernel-mode allocation
 };
 UMD_LAYOUT(D3DDDIARG_GETCAPTUREALLOCATIONHANDLE, 16, 8);
@@ -669,7 +669,7 @@ UMD_OFFSET(D3DDDIARG_GETENCRYPTIONBLTKEY, KeySize, 16);
 
 struct D3DDDIARG_GETOVERLAYCOLORCONTROLS
 {
-    HANDLE hOverlay;  // overlay handle
+    HANDLE hOverlay;   // overlay handle
     HANDLE hResource;  // resource handle
     D3DDDI_OVERLAYCOLORCONTROLS ColorControls;
 };
@@ -681,9 +681,9 @@ UMD_OFFSET(D3DDDIARG_GETOVERLAYCOLORCONTROLS, ColorControls, 16);
 struct D3DDDIARG_GETPITCH
 {
     HANDLE hCryptoSession;  // session handle
-    HANDLE hResource;  // resource handle
+    HANDLE hResource;       // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    UINT Pitch;  // bytes from row to row
+    UINT Pitch;             // bytes from row to row
 };
 UMD_LAYOUT(D3DDDIARG_GETPITCH, 24, 8);
 UMD_OFFSET(D3DDDIARG_GETPITCH, hCryptoSession, 0);
@@ -694,7 +694,7 @@ UMD_OFFSET(D3DDDIARG_GETPITCH, Pitch, 20);
 struct D3DDDIARG_GETQUERYDATA
 {
     HANDLE hQuery;  // query handle
-    void* pData;  // output
+    void* pData;    // output
 };
 UMD_LAYOUT(D3DDDIARG_GETQUERYDATA, 16, 8);
 UMD_OFFSET(D3DDDIARG_GETQUERYDATA, hQuery, 0);
@@ -702,7 +702,7 @@ UMD_OFFSET(D3DDDIARG_GETQUERYDATA, pData, 8);
 
 struct D3DDDIARG_ISSUEQUERY
 {
-    HANDLE hQuery;  // query handle
+    HANDLE hQuery;                 // query handle
     D3DDDI_ISSUEQUERYFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_ISSUEQUERY, 16, 8);
@@ -711,7 +711,7 @@ UMD_OFFSET(D3DDDIARG_ISSUEQUERY, Flags, 8);
 
 struct D3DDDIARG_LOCK
 {
-    HANDLE hResource;  // resource handle
+    HANDLE hResource;       // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
     union
     {
@@ -719,9 +719,9 @@ struct D3DDDIARG_LOCK
         RECT Area;
         D3DDDIBOX Box;
     };
-    void* pSurfData;  // out: address of the locked bits
-    UINT Pitch;  // bytes from row to row
-    UINT SlicePitch;  // bytes from slice to slice
+    void* pSurfData;         // out: address of the locked bits
+    UINT Pitch;              // bytes from row to row
+    UINT SlicePitch;         // bytes from slice to slice
     D3DDDI_LOCKFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_LOCK, 64, 8);
@@ -737,8 +737,8 @@ UMD_OFFSET(D3DDDIARG_LOCK, Flags, 56);
 
 struct D3DDDIARG_LOCKASYNC
 {
-    HANDLE hResource;  // resource handle
-    UINT SubResourceIndex;  // level, or face x levels + level
+    HANDLE hResource;             // resource handle
+    UINT SubResourceIndex;        // level, or face x levels + level
     D3DDDI_LOCKASYNCFLAGS Flags;  // see the record of the flags
     union
     {
@@ -746,10 +746,10 @@ struct D3DDDIARG_LOCKASYNC
         RECT Area;
         D3DDDIBOX Box;
     };
-    HANDLE hCookie;  // of an earlier lock
-    void* pSurfData;  // out: address of the locked bits
-    UINT Pitch;  // bytes from row to row
-    UINT SlicePitch;  // bytes from slice to slice
+    HANDLE hCookie;                            // of an earlier lock
+    void* pSurfData;                           // out: address of the locked bits
+    UINT Pitch;                                // bytes from row to row
+    UINT SlicePitch;                           // bytes from slice to slice
     D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
 };
 UMD_LAYOUT(D3DDDIARG_LOCKASYNC, 72, 8);
@@ -768,7 +768,7 @@ UMD_OFFSET(D3DDDIARG_LOCKASYNC, GpuVirtualAddress, 64);
 struct D3DDDIARG_MULTIPLYTRANSFORM
 {
     D3DTRANSFORMSTATETYPE TransformType;  // world, view, projection or texture
-    D3DMATRIX Matrix;  // row vectors
+    D3DMATRIX Matrix;                     // row vectors
 };
 UMD_LAYOUT(D3DDDIARG_MULTIPLYTRANSFORM, 68, 4);
 UMD_OFFSET(D3DDDIARG_MULTIPLYTRANSFORM, TransformType, 0);
@@ -776,12 +776,12 @@ UMD_OFFSET(D3DDDIARG_MULTIPLYTRANSFORM, Matrix, 4);
 
 struct D3DDDIARG_OPENADAPTER
 {
-    HANDLE hAdapter;  // adapter handle
-    UINT Interface;  // interface version of the runtime
-    UINT Version;  // of the runtime
+    HANDLE hAdapter;                                   // adapter handle
+    UINT Interface;                                    // interface version of the runtime
+    UINT Version;                                      // of the runtime
     const D3DDDI_ADAPTERCALLBACKS* pAdapterCallbacks;  // the runtime's, valid during the call
-    D3DDDI_ADAPTERFUNCS* pAdapterFuncs;  // filled by the driver
-    UINT DriverVersion;  // out: interface version of the driver
+    D3DDDI_ADAPTERFUNCS* pAdapterFuncs;                // filled by the driver
+    UINT DriverVersion;                                // out: interface version of the driver
 };
 UMD_LAYOUT(D3DDDIARG_OPENADAPTER, 40, 8);
 UMD_OFFSET(D3DDDIARG_OPENADAPTER, hAdapter, 0);
@@ -799,11 +799,11 @@ struct D3DDDIARG_OPENRESOURCE
         D3DDDI_OPENALLOCATIONINFO* pOpenAllocationInfo;  // one entry an allocation
         D3DDDI_OPENALLOCATIONINFO2* pOpenAllocationInfo2;
     };
-    D3DKMT_HANDLE hKMResource;  // kernel-mode resource
-    void* pPrivateDriverData;  // data between the two driver halves
-    UINT PrivateDriverDataSize;  // bytes
-    HANDLE hResource;  // resource handle
-    D3DDDI_ROTATION Rotation;  // of the output
+    D3DKMT_HANDLE hKMResource;       // kernel-mode resource
+    void* pPrivateDriverData;        // data between the two driver halves
+    UINT PrivateDriverDataSize;      // bytes
+    HANDLE hResource;                // resource handle
+    D3DDDI_ROTATION Rotation;        // of the output
     D3DDDI_OPENRESOURCEFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_OPENRESOURCE, 56, 8);
@@ -819,11 +819,11 @@ UMD_OFFSET(D3DDDIARG_OPENRESOURCE, Flags, 52);
 
 struct D3DDDIARG_PRESENT
 {
-    HANDLE hSrcResource;  // source resource handle
-    UINT SrcSubResourceIndex;  // sub-resource of the source
-    HANDLE hDstResource;  // destination resource handle
-    UINT DstSubResourceIndex;  // sub-resource of the destination
-    D3DDDI_PRESENTFLAGS Flags;  // see the record of the flags
+    HANDLE hSrcResource;                    // source resource handle
+    UINT SrcSubResourceIndex;               // sub-resource of the source
+    HANDLE hDstResource;                    // destination resource handle
+    UINT DstSubResourceIndex;               // sub-resource of the destination
+    D3DDDI_PRESENTFLAGS Flags;              // see the record of the flags
     D3DDDI_FLIPINTERVAL_TYPE FlipInterval;  // frames to wait for
 };
 UMD_LAYOUT(D3DDDIARG_PRESENT, 40, 8);
@@ -850,7 +850,7 @@ UMD_OFFSET(D3DDDIARG_QUERYAUTHENTICATEDCHANNEL, pOutputData, 24);
 struct D3DDDIARG_QUERYRESOURCERESIDENCY
 {
     const HANDLE* pHandleList;  // resource handles
-    UINT NumResources;  // entries of pHandleList
+    UINT NumResources;          // entries of pHandleList
 };
 UMD_LAYOUT(D3DDDIARG_QUERYRESOURCERESIDENCY, 16, 8);
 UMD_OFFSET(D3DDDIARG_QUERYRESOURCERESIDENCY, pHandleList, 0);
@@ -858,9 +858,9 @@ UMD_OFFSET(D3DDDIARG_QUERYRESOURCERESIDENCY, NumResources, 8);
 
 struct D3DDDIARG_RENAME
 {
-    HANDLE hResource;  // resource handle
-    UINT SubResourceIndex;  // level, or face x levels + level
-    HANDLE hCookie;  // of an earlier lock
+    HANDLE hResource;                          // resource handle
+    UINT SubResourceIndex;                     // level, or face x levels + level
+    HANDLE hCookie;                            // of an earlier lock
     D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
 };
 UMD_LAYOUT(D3DDDIARG_RENAME, 32, 8);
@@ -872,7 +872,7 @@ UMD_OFFSET(D3DDDIARG_RENAME, GpuVirtualAddress, 24);
 struct D3DDDIARG_RENDERSTATE
 {
     D3DDDIRENDERSTATETYPE State;  // which
-    UINT Value;  // the new value; of a float its bits
+    UINT Value;                   // the new value; of a float its bits
 };
 UMD_LAYOUT(D3DDDIARG_RENDERSTATE, 8, 4);
 UMD_OFFSET(D3DDDIARG_RENDERSTATE, State, 0);
@@ -887,7 +887,7 @@ UMD_OFFSET(D3DDDIARG_RESOLVESHAREDRESOURCE, hResource, 0);
 
 struct D3DDDIARG_SETCLIPPLANE
 {
-    UINT Index;  // index
+    UINT Index;      // index
     FLOAT Plane[4];  // a, b, c, d of ax + by + cz + d >= 0
 };
 UMD_LAYOUT(D3DDDIARG_SETCLIPPLANE, 20, 4);
@@ -896,7 +896,7 @@ UMD_OFFSET(D3DDDIARG_SETCLIPPLANE, Plane, 4);
 
 struct D3DDDIARG_SETCONVOLUTIONKERNELMONO
 {
-    UINT Width;  // pixels
+    UINT Width;   // pixels
     UINT Height;  // pixels
     FLOAT* pKernelRow;
     FLOAT* pKernelCol;
@@ -909,8 +909,8 @@ UMD_OFFSET(D3DDDIARG_SETCONVOLUTIONKERNELMONO, pKernelCol, 16);
 
 struct D3DDDIARG_SETDECODERENDERTARGET
 {
-    HANDLE hDecode;  // decode device handle
-    HANDLE hRenderTarget;  // resource handle
+    HANDLE hDecode;         // decode device handle
+    HANDLE hRenderTarget;   // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
 };
 UMD_LAYOUT(D3DDDIARG_SETDECODERENDERTARGET, 24, 8);
@@ -927,7 +927,7 @@ UMD_OFFSET(D3DDDIARG_SETDEPTHSTENCIL, hZBuffer, 0);
 
 struct D3DDDIARG_SETDISPLAYMODE
 {
-    HANDLE hResource;  // resource handle
+    HANDLE hResource;       // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
 };
 UMD_LAYOUT(D3DDDIARG_SETDISPLAYMODE, 16, 8);
@@ -937,7 +937,7 @@ UMD_OFFSET(D3DDDIARG_SETDISPLAYMODE, SubResourceIndex, 8);
 struct D3DDDIARG_SETINDICES
 {
     HANDLE hIndexBuffer;  // resource handle
-    UINT Stride;  // bytes an index, 2 or 4
+    UINT Stride;          // bytes an index, 2 or 4
 };
 UMD_LAYOUT(D3DDDIARG_SETINDICES, 16, 8);
 UMD_OFFSET(D3DDDIARG_SETINDICES, hIndexBuffer, 0);
@@ -969,7 +969,7 @@ UMD_OFFSET(D3DDDIARG_SETMATERIAL, Power, 64);
 
 struct D3DDDIARG_SETOVERLAYCOLORCONTROLS
 {
-    HANDLE hOverlay;  // overlay handle
+    HANDLE hOverlay;   // overlay handle
     HANDLE hResource;  // resource handle
     D3DDDI_OVERLAYCOLORCONTROLS ColorControls;
 };
@@ -992,7 +992,7 @@ UMD_OFFSET(D3DDDIARG_SETPALETTE, hResource, 8);
 struct D3DDDIARG_SETPIXELSHADERCONST
 {
     UINT Register;  // first register
-    UINT Count;  // registers
+    UINT Count;     // registers
 };
 UMD_LAYOUT(D3DDDIARG_SETPIXELSHADERCONST, 8, 4);
 UMD_OFFSET(D3DDDIARG_SETPIXELSHADERCONST, Register, 0);
@@ -1010,8 +1010,8 @@ UMD_OFFSET(D3DDDIARG_SETPRIORITY, Priority, 8);
 struct D3DDDIARG_SETRENDERTARGET
 {
     UINT RenderTargetIndex;  // 0 to 3
-    HANDLE hRenderTarget;  // resource handle
-    UINT SubResourceIndex;  // level, or face x levels + level
+    HANDLE hRenderTarget;    // resource handle
+    UINT SubResourceIndex;   // level, or face x levels + level
 };
 UMD_LAYOUT(D3DDDIARG_SETRENDERTARGET, 24, 8);
 UMD_OFFSET(D3DDDIARG_SETRENDERTARGET, RenderTargetIndex, 0);
@@ -1020,10 +1020,10 @@ UMD_OFFSET(D3DDDIARG_SETRENDERTARGET, SubResourceIndex, 16);
 
 struct D3DDDIARG_SETSTREAMSOURCE
 {
-    UINT Stream;  // vertex stream
+    UINT Stream;           // vertex stream
     HANDLE hVertexBuffer;  // resource handle
-    UINT Offset;  // bytes
-    UINT Stride;  // bytes from vertex to vertex
+    UINT Offset;           // bytes
+    UINT Stride;           // bytes from vertex to vertex
 };
 UMD_LAYOUT(D3DDDIARG_SETSTREAMSOURCE, 24, 8);
 UMD_OFFSET(D3DDDIARG_SETSTREAMSOURCE, Stream, 0);
@@ -1033,7 +1033,7 @@ UMD_OFFSET(D3DDDIARG_SETSTREAMSOURCE, Stride, 20);
 
 struct D3DDDIARG_SETSTREAMSOURCEFREQ
 {
-    UINT Stream;  // vertex stream
+    UINT Stream;   // vertex stream
     UINT Divider;  // frequency divider
 };
 UMD_LAYOUT(D3DDDIARG_SETSTREAMSOURCEFREQ, 8, 4);
@@ -1052,7 +1052,7 @@ UMD_OFFSET(D3DDDIARG_SETSTREAMSOURCEUM, Stride, 4);
 struct D3DDDIARG_SETTRANSFORM
 {
     D3DTRANSFORMSTATETYPE TransformType;  // world, view, projection or texture
-    D3DMATRIX Matrix;  // row vectors
+    D3DMATRIX Matrix;                     // row vectors
 };
 UMD_LAYOUT(D3DDDIARG_SETTRANSFORM, 68, 4);
 UMD_OFFSET(D3DDDIARG_SETTRANSFORM, TransformType, 0);
@@ -1061,7 +1061,7 @@ UMD_OFFSET(D3DDDIARG_SETTRANSFORM, Matrix, 4);
 struct D3DDDIARG_SETVERTEXSHADERCONST
 {
     UINT Register;  // first register
-    UINT Count;  // registers
+    UINT Count;     // registers
 };
 UMD_LAYOUT(D3DDDIARG_SETVERTEXSHADERCONST, 8, 4);
 UMD_OFFSET(D3DDDIARG_SETVERTEXSHADERCONST, Register, 0);
@@ -1069,8 +1069,8 @@ UMD_OFFSET(D3DDDIARG_SETVERTEXSHADERCONST, Count, 4);
 
 struct D3DDDIARG_SETVIDEOPROCESSRENDERTARGET
 {
-    HANDLE hVideoProcess;  // video process device handle
-    HANDLE hRenderTarget;  // resource handle
+    HANDLE hVideoProcess;   // video process device handle
+    HANDLE hRenderTarget;   // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
 };
 UMD_LAYOUT(D3DDDIARG_SETVIDEOPROCESSRENDERTARGET, 24, 8);
@@ -1104,9 +1104,9 @@ struct D3DDDIARG_TEXBLT
 {
     HANDLE hDstResource;  // destination resource handle
     HANDLE hSrcResource;  // source resource handle
-    UINT CubeMapFace;  // 0 to 5
-    POINT DstPoint;  // pixels
-    RECT SrcRect;  // pixels
+    UINT CubeMapFace;     // 0 to 5
+    POINT DstPoint;       // pixels
+    RECT SrcRect;         // pixels
 };
 UMD_LAYOUT(D3DDDIARG_TEXBLT, 48, 8);
 UMD_OFFSET(D3DDDIARG_TEXBLT, hDstResource, 0);
@@ -1117,9 +1117,9 @@ UMD_OFFSET(D3DDDIARG_TEXBLT, SrcRect, 28);
 
 struct D3DDDIARG_TEXTURESTAGESTATE
 {
-    UINT Stage;  // texture stage
+    UINT Stage;                         // texture stage
     D3DDDITEXTURESTAGESTATETYPE State;  // which
-    UINT Value;  // the new value; of a float its bits
+    UINT Value;                         // the new value; of a float its bits
 };
 UMD_LAYOUT(D3DDDIARG_TEXTURESTAGESTATE, 12, 4);
 UMD_OFFSET(D3DDDIARG_TEXTURESTAGESTATE, Stage, 0);
@@ -1128,8 +1128,8 @@ UMD_OFFSET(D3DDDIARG_TEXTURESTAGESTATE, Value, 8);
 
 struct D3DDDIARG_UNLOCK
 {
-    HANDLE hResource;  // resource handle
-    UINT SubResourceIndex;  // level, or face x levels + level
+    HANDLE hResource;          // resource handle
+    UINT SubResourceIndex;     // level, or face x levels + level
     D3DDDI_UNLOCKFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_UNLOCK, 16, 8);
@@ -1139,8 +1139,8 @@ UMD_OFFSET(D3DDDIARG_UNLOCK, Flags, 12);
 
 struct D3DDDIARG_UNLOCKASYNC
 {
-    HANDLE hResource;  // resource handle
-    UINT SubResourceIndex;  // level, or face x levels + level
+    HANDLE hResource;               // resource handle
+    UINT SubResourceIndex;          // level, or face x levels + level
     D3DDDI_UNLOCKASYNCFLAGS Flags;  // see the record of the flags
 };
 UMD_LAYOUT(D3DDDIARG_UNLOCKASYNC, 16, 8);
@@ -1177,22 +1177,22 @@ UMD_OFFSET(D3DDDIARG_VALIDATETEXTURESTAGESTATE, NumPasses, 0);
 
 struct D3DDDIARG_VIDEOPROCESSBLT
 {
-    REFERENCE_TIME TargetFrame;  // 100 ns units
-    HANDLE hVideoProcess;  // video process device handle
-    RECT TargetRect;  // pixels
-    SIZE ConstrictionSize;  // pixels
-    UINT StreamingFlags;  // reserved
+    REFERENCE_TIME TargetFrame;            // 100 ns units
+    HANDLE hVideoProcess;                  // video process device handle
+    RECT TargetRect;                       // pixels
+    SIZE ConstrictionSize;                 // pixels
+    UINT StreamingFlags;                   // reserved
     DXVADDI_AYUVSAMPLE16 BackgroundColor;  // behind all samples
-    DXVADDI_EXTENDEDFORMAT DestFormat;  // interlacing and colour description
+    DXVADDI_EXTENDEDFORMAT DestFormat;     // interlacing and colour description
     DXVADDI_VIDEOPROCESSBLTFLAGS DestFlags;
     DXVADDI_PROCAMPVALUES ProcAmpValues;  // brightness, contrast, hue, saturation
-    DXVADDI_FIXED32 Alpha;  // 0.0 to 1.0, 16.16 fixed point
+    DXVADDI_FIXED32 Alpha;                // 0.0 to 1.0, 16.16 fixed point
     DXVADDI_FILTERVALUES NoiseFilterLuma;
     DXVADDI_FILTERVALUES NoiseFilterChroma;
     DXVADDI_FILTERVALUES DetailFilterLuma;
     DXVADDI_FILTERVALUES DetailFilterChroma;
     DXVADDI_VIDEOSAMPLE* pSrcSurfaces;  // input samples
-    UINT NumSrcSurfaces;  // entries of pSrcSurfaces
+    UINT NumSrcSurfaces;                // entries of pSrcSurfaces
 };
 UMD_LAYOUT(D3DDDIARG_VIDEOPROCESSBLT, 144, 8);
 UMD_OFFSET(D3DDDIARG_VIDEOPROCESSBLT, TargetFrame, 0);
@@ -1223,9 +1223,9 @@ UMD_OFFSET(D3DDDIARG_VIDEOPROCESSENDFRAME, pHandleComplete, 8);
 
 struct D3DDDIARG_VIEWPORTINFO
 {
-    UINT X;  // pixels
-    UINT Y;  // pixels
-    UINT Width;  // pixels
+    UINT X;       // pixels
+    UINT Y;       // pixels
+    UINT Width;   // pixels
     UINT Height;  // pixels
 };
 UMD_LAYOUT(D3DDDIARG_VIEWPORTINFO, 16, 4);
@@ -1254,7 +1254,7 @@ UMD_OFFSET(D3DDDIARG_VOLUMEBLT, SrcBox, 28);
 struct D3DDDIARG_WINFO
 {
     FLOAT WNear;  // view space
-    FLOAT WFar;  // view space
+    FLOAT WFar;   // view space
 };
 UMD_LAYOUT(D3DDDIARG_WINFO, 8, 4);
 UMD_OFFSET(D3DDDIARG_WINFO, WNear, 0);

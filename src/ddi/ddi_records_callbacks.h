@@ -9,10 +9,10 @@ UMD_DDI_RECORDS_BEGIN
 struct D3DDDICB_ALLOCATE
 {
     const void* pPrivateDriverData;  // data between the two driver halves
-    UINT PrivateDriverDataSize;  // bytes
-    HANDLE hResource;  // resource handle
-    D3DKMT_HANDLE hKMResource;  // kernel-mode resource
-    UINT NumAllocations;  // entries
+    UINT PrivateDriverDataSize;      // bytes
+    HANDLE hResource;                // resource handle
+    D3DKMT_HANDLE hKMResource;       // kernel-mode resource
+    UINT NumAllocations;             // entries
     union
     {
         D3DDDI_ALLOCATIONINFO* pAllocationInfo;  // one entry an allocation
@@ -30,19 +30,19 @@ UMD_OFFSET(D3DDDICB_ALLOCATE, pAllocationInfo2, 32);
 
 struct D3DDDICB_CREATECONTEXT
 {
-    UINT NodeOrdinal;  // engine
-    UINT EngineAffinity;  // engines of a linked adapter
-    D3DDDI_CREATECONTEXTFLAGS Flags;  // see the record of the flags
-    void* pPrivateDriverData;  // data between the two driver halves
-    UINT PrivateDriverDataSize;  // bytes
-    HANDLE hContext;  // kernel-mode context
-    void* pCommandBuffer;  // written by the driver, submitted by pfnRenderCb
-    UINT CommandBufferSize;  // bytes
-    D3DDDI_ALLOCATIONLIST* pAllocationList;  // allocations that the command buffer names
-    UINT AllocationListSize;  // entries
+    UINT NodeOrdinal;                              // engine
+    UINT EngineAffinity;                           // engines of a linked adapter
+    D3DDDI_CREATECONTEXTFLAGS Flags;               // see the record of the flags
+    void* pPrivateDriverData;                      // data between the two driver halves
+    UINT PrivateDriverDataSize;                    // bytes
+    HANDLE hContext;                               // kernel-mode context
+    void* pCommandBuffer;                          // written by the driver, submitted by pfnRenderCb
+    UINT CommandBufferSize;                        // bytes
+    D3DDDI_ALLOCATIONLIST* pAllocationList;        // allocations that the command buffer names
+    UINT AllocationListSize;                       // entries
     D3DDDI_PATCHLOCATIONLIST* pPatchLocationList;  // places of the command buffer to patch
-    UINT PatchLocationListSize;  // entries
-    D3DGPU_VIRTUAL_ADDRESS CommandBuffer;  // unused at this version
+    UINT PatchLocationListSize;                    // entries
+    D3DGPU_VIRTUAL_ADDRESS CommandBuffer;          // unused at this version
 };
 UMD_LAYOUT(D3DDDICB_CREATECONTEXT, 96, 8);
 UMD_OFFSET(D3DDDICB_CREATECONTEXT, NodeOrdinal, 0);
@@ -81,8 +81,8 @@ UMD_OFFSET(D3DDDICB_CREATESYNCHRONIZATIONOBJECT, hSyncObject, 68);
 
 struct D3DDDICB_DEALLOCATE
 {
-    HANDLE hResource;  // resource handle
-    UINT NumAllocations;  // entries
+    HANDLE hResource;                 // resource handle
+    UINT NumAllocations;              // entries
     const D3DKMT_HANDLE* HandleList;  // kernel-mode allocations
 };
 UMD_LAYOUT(D3DDDICB_DEALLOCATE, 24, 8);
@@ -113,11 +113,11 @@ UMD_OFFSET(D3DDDICB_DESTROYSYNCHRONIZATIONOBJECT, hSyncObject, 0);
 
 struct D3DDDICB_ESCAPE
 {
-    HANDLE hDevice;  // device handle
-    D3DDDI_ESCAPEFLAGS Flags;  // see the record of the flags
-    void* pPrivateDriverData;  // data between the two driver halves
+    HANDLE hDevice;              // device handle
+    D3DDDI_ESCAPEFLAGS Flags;    // see the record of the flags
+    void* pPrivateDriverData;    // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
-    HANDLE hContext;  // kernel-mode context
+    HANDLE hContext;             // kernel-mode context
 };
 UMD_LAYOUT(D3DDDICB_ESCAPE, 40, 8);
 UMD_OFFSET(D3DDDICB_ESCAPE, hDevice, 0);
@@ -129,9 +129,9 @@ UMD_OFFSET(D3DDDICB_ESCAPE, hContext, 32);
 struct D3DDDICB_FLIPOVERLAY
 {
     D3DKMT_HANDLE hKernelOverlay;  // kernel-mode overlay
-    D3DKMT_HANDLE hSource;  // resource handle
-    void* pPrivateDriverData;  // data between the two driver halves
-    UINT PrivateDriverDataSize;  // bytes
+    D3DKMT_HANDLE hSource;         // resource handle
+    void* pPrivateDriverData;      // data between the two driver halves
+    UINT PrivateDriverDataSize;    // bytes
 };
 UMD_LAYOUT(D3DDDICB_FLIPOVERLAY, 24, 8);
 UMD_OFFSET(D3DDDICB_FLIPOVERLAY, hKernelOverlay, 0);
@@ -142,9 +142,9 @@ UMD_OFFSET(D3DDDICB_FLIPOVERLAY, PrivateDriverDataSize, 16);
 struct D3DDDICB_GETMULTISAMPLEMETHODLIST
 {
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
-    UINT Width;  // pixels
-    UINT Height;  // pixels
-    D3DDDIFORMAT Format;  // of the pixels
+    UINT Width;                                    // pixels
+    UINT Height;                                   // pixels
+    D3DDDIFORMAT Format;                           // of the pixels
     D3DDDI_MULTISAMPLINGMETHOD* pMethodList;
     UINT MethodCount;
 };
@@ -187,8 +187,8 @@ struct D3DDDICB_LOCK
     UINT PrivateDriverData;
     UINT NumPages;
     const UINT* pPages;
-    void* pData;  // output
-    D3DDDICB_LOCKFLAGS Flags;  // see the record of the flags
+    void* pData;                               // output
+    D3DDDICB_LOCKFLAGS Flags;                  // see the record of the flags
     D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
 };
 UMD_LAYOUT(D3DDDICB_LOCK, 48, 8);
@@ -204,8 +204,8 @@ struct D3DDDICB_PRESENT
 {
     D3DKMT_HANDLE hSrcAllocation;  // kernel-mode allocation
     D3DKMT_HANDLE hDstAllocation;  // kernel-mode allocation
-    HANDLE hContext;  // kernel-mode context
-    UINT BroadcastContextCount;  // entries of BroadcastContext
+    HANDLE hContext;               // kernel-mode context
+    UINT BroadcastContextCount;    // entries of BroadcastContext
     HANDLE BroadcastContext[64];
 };
 UMD_LAYOUT(D3DDDICB_PRESENT, 536, 8);
@@ -217,7 +217,7 @@ UMD_OFFSET(D3DDDICB_PRESENT, BroadcastContext, 24);
 
 struct D3DDDICB_QUERYADAPTERINFO
 {
-    void* pPrivateDriverData;  // data between the two driver halves
+    void* pPrivateDriverData;    // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
 };
 UMD_LAYOUT(D3DDDICB_QUERYADAPTERINFO, 16, 8);
@@ -226,8 +226,8 @@ UMD_OFFSET(D3DDDICB_QUERYADAPTERINFO, PrivateDriverDataSize, 8);
 
 struct D3DDDICB_QUERYRESIDENCY
 {
-    HANDLE hResource;  // resource handle
-    UINT NumAllocations;  // entries
+    HANDLE hResource;                 // resource handle
+    UINT NumAllocations;              // entries
     const D3DKMT_HANDLE* HandleList;  // kernel-mode allocations
     D3DDDI_RESIDENCYSTATUS* pResidencyStatus;
 };
@@ -257,23 +257,23 @@ UMD_OFFSET(D3DDDICB_RENDERFLAGS, Value, 0);
 
 struct D3DDDICB_RENDER
 {
-    UINT CommandLength;  // bytes
-    UINT CommandOffset;  // bytes
-    UINT NumAllocations;  // entries
-    UINT NumPatchLocations;  // entries
-    void* pNewCommandBuffer;  // out: the next buffer
-    UINT NewCommandBufferSize;  // bytes
-    D3DDDI_ALLOCATIONLIST* pNewAllocationList;  // out: the next list
-    UINT NewAllocationListSize;  // entries
+    UINT CommandLength;                               // bytes
+    UINT CommandOffset;                               // bytes
+    UINT NumAllocations;                              // entries
+    UINT NumPatchLocations;                           // entries
+    void* pNewCommandBuffer;                          // out: the next buffer
+    UINT NewCommandBufferSize;                        // bytes
+    D3DDDI_ALLOCATIONLIST* pNewAllocationList;        // out: the next list
+    UINT NewAllocationListSize;                       // entries
     D3DDDI_PATCHLOCATIONLIST* pNewPatchLocationList;  // out: the next list
-    UINT NewPatchLocationListSize;  // entries
-    D3DDDICB_RENDERFLAGS Flags;  // see the record of the flags
-    HANDLE hContext;  // kernel-mode context
-    UINT BroadcastContextCount;  // entries of BroadcastContext
+    UINT NewPatchLocationListSize;                    // entries
+    D3DDDICB_RENDERFLAGS Flags;                       // see the record of the flags
+    HANDLE hContext;                                  // kernel-mode context
+    UINT BroadcastContextCount;                       // entries of BroadcastContext
     HANDLE BroadcastContext[64];
     ULONG QueuedBufferCount;
     D3DGPU_VIRTUAL_ADDRESS NewCommandBuffer;
-    void* pPrivateDriverData;  // data between the two driver halves
+    void* pPrivateDriverData;    // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
 };
 UMD_LAYOUT(D3DDDICB_RENDER, 624, 8);
@@ -316,8 +316,8 @@ UMD_OFFSET(D3DDDICB_SETDISPLAYPRIVATEDRIVERFORMAT, PrivateDriverFormatAttribute,
 
 struct D3DDDICB_SETPRIORITY
 {
-    HANDLE hResource;  // resource handle
-    UINT NumAllocations;  // entries
+    HANDLE hResource;                 // resource handle
+    UINT NumAllocations;              // entries
     const D3DKMT_HANDLE* HandleList;  // kernel-mode allocations
     const UINT* pPriorities;
 };
@@ -344,7 +344,7 @@ UMD_OFFSET(D3DDDICB_SIGNALFLAGS, Value, 0);
 
 struct D3DDDICB_SIGNALSYNCHRONIZATIONOBJECT
 {
-    HANDLE hContext;  // kernel-mode context
+    HANDLE hContext;   // kernel-mode context
     UINT ObjectCount;  // entries of ObjectHandleArray
     D3DKMT_HANDLE ObjectHandleArray[32];
     D3DDDICB_SIGNALFLAGS Flags;  // see the record of the flags
@@ -357,7 +357,7 @@ UMD_OFFSET(D3DDDICB_SIGNALSYNCHRONIZATIONOBJECT, Flags, 140);
 
 struct D3DDDICB_UNLOCK
 {
-    UINT NumAllocations;  // entries
+    UINT NumAllocations;                 // entries
     const D3DKMT_HANDLE* phAllocations;  // kernel-mode allocations
 };
 UMD_LAYOUT(D3DDDICB_UNLOCK, 16, 8);
@@ -375,7 +375,7 @@ UMD_OFFSET(D3DDDICB_UPDATEOVERLAY, OverlayInfo, 8);
 
 struct D3DDDICB_WAITFORSYNCHRONIZATIONOBJECT
 {
-    HANDLE hContext;  // kernel-mode context
+    HANDLE hContext;   // kernel-mode context
     UINT ObjectCount;  // entries of ObjectHandleArray
     D3DKMT_HANDLE ObjectHandleArray[32];
 };

@@ -35,7 +35,7 @@ UMD_OFFSET(D3DDDI_BLTFLAGS, Value, 0);
 struct D3DDDIRANGE
 {
     UINT Offset;  // bytes
-    UINT Size;  // bytes
+    UINT Size;    // bytes
 };
 UMD_LAYOUT(D3DDDIRANGE, 8, 4);
 UMD_OFFSET(D3DDDIRANGE, Offset, 0);
@@ -100,10 +100,10 @@ UMD_OFFSET(D3DDDI_OVERLAYINFOFLAGS, Value, 0);
 
 struct D3DDDI_OVERLAYINFO
 {
-    HANDLE hResource;  // resource handle
+    HANDLE hResource;       // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    RECT DstRect;  // pixels
-    RECT SrcRect;  // pixels
+    RECT DstRect;           // pixels
+    RECT SrcRect;           // pixels
     UINT DstColorKeyLow;
     UINT DstColorKeyHigh;
     UINT SrcColorKeyLow;
@@ -123,7 +123,7 @@ UMD_OFFSET(D3DDDI_OVERLAYINFO, Flags, 60);
 
 struct D3DDDI_RATIONAL
 {
-    UINT Numerator;  // hertz times Denominator
+    UINT Numerator;    // hertz times Denominator
     UINT Denominator;  // seconds
 };
 UMD_LAYOUT(D3DDDI_RATIONAL, 8, 4);
@@ -251,9 +251,9 @@ UMD_OFFSET(D3DDDI_ISSUEQUERYFLAGS, Value, 0);
 
 struct D3DDDIBOX
 {
-    UINT Left;  // pixels
-    UINT Top;  // pixels
-    UINT Right;  // pixels
+    UINT Left;    // pixels
+    UINT Top;     // pixels
+    UINT Right;   // pixels
     UINT Bottom;  // pixels
     UINT Front;
     UINT Back;
@@ -394,9 +394,9 @@ UMD_OFFSET(D3DDDI_CREATECONTEXTFLAGS, Value, 0);
 
 struct D3DDDIRECT
 {
-    LONG left;  // pixels
-    LONG top;  // pixels
-    LONG right;  // pixels
+    LONG left;    // pixels
+    LONG top;     // pixels
+    LONG right;   // pixels
     LONG bottom;  // pixels
 };
 UMD_LAYOUT(D3DDDIRECT, 16, 4);
@@ -407,10 +407,10 @@ UMD_OFFSET(D3DDDIRECT, bottom, 12);
 
 struct D3DDDI_KERNELOVERLAYINFO
 {
-    D3DKMT_HANDLE hAllocation;  // kernel-mode allocation
-    D3DDDIRECT DstRect;  // pixels
-    D3DDDIRECT SrcRect;  // pixels
-    void* pPrivateDriverData;  // data between the two driver halves
+    D3DKMT_HANDLE hAllocation;   // kernel-mode allocation
+    D3DDDIRECT DstRect;          // pixels
+    D3DDDIRECT SrcRect;          // pixels
+    void* pPrivateDriverData;    // data between the two driver halves
     UINT PrivateDriverDataSize;  // bytes
 };
 UMD_LAYOUT(D3DDDI_KERNELOVERLAYINFO, 56, 8);
@@ -477,7 +477,7 @@ struct D3DDDIRECTPATCH_INFO
 {
     UINT StartVertexOffsetWidth;
     UINT StartVertexOffsetHeight;
-    UINT Width;  // pixels
+    UINT Width;   // pixels
     UINT Height;  // pixels
     UINT Stride;  // bytes from vertex to vertex
     D3DDDIBASISTYPE Basis;
@@ -509,7 +509,7 @@ struct D3DDDIVERTEXELEMENT
 {
     USHORT Stream;  // vertex stream
     USHORT Offset;  // bytes
-    UCHAR Type;  // which
+    UCHAR Type;     // which
     UCHAR Method;
     UCHAR Usage;
     UCHAR UsageIndex;
@@ -524,10 +524,10 @@ UMD_OFFSET(D3DDDIVERTEXELEMENT, UsageIndex, 7);
 
 struct D3DDDI_ALLOCATIONINFO
 {
-    D3DKMT_HANDLE hAllocation;  // kernel-mode allocation
-    const void* pSystemMem;  // memory of the caller, null for memory of the system
-    void* pPrivateDriverData;  // data between the two driver halves
-    UINT PrivateDriverDataSize;  // bytes
+    D3DKMT_HANDLE hAllocation;                     // kernel-mode allocation
+    const void* pSystemMem;                        // memory of the caller, null for memory of the system
+    void* pPrivateDriverData;                      // data between the two driver halves
+    UINT PrivateDriverDataSize;                    // bytes
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
     union
     {
@@ -555,8 +555,8 @@ struct D3DDDI_ALLOCATIONINFO2
         HANDLE hSection;
         const void* pSystemMem;  // memory of the caller, null for memory of the system
     };
-    void* pPrivateDriverData;  // data between the two driver halves
-    UINT PrivateDriverDataSize;  // bytes
+    void* pPrivateDriverData;                      // data between the two driver halves
+    UINT PrivateDriverDataSize;                    // bytes
     D3DDDI_VIDEO_PRESENT_SOURCE_ID VidPnSourceId;  // video-present source
     union
     {
@@ -568,7 +568,7 @@ struct D3DDDI_ALLOCATIONINFO2
         UINT Value;  // all bits as one word
     } Flags;
     D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
-    ULONG_PTR Reserved[6];  // zero
+    ULONG_PTR Reserved[6];                     // zero
 };
 UMD_LAYOUT(D3DDDI_ALLOCATIONINFO2, 96, 8);
 UMD_OFFSET(D3DDDI_ALLOCATIONINFO2, hAllocation, 0);
@@ -641,9 +641,9 @@ UMD_OFFSET(D3DDDI_MULTISAMPLINGMETHOD, NumQualityLevels, 4);
 
 struct D3DDDI_OPENALLOCATIONINFO
 {
-    D3DKMT_HANDLE hAllocation;  // kernel-mode allocation
+    D3DKMT_HANDLE hAllocation;       // kernel-mode allocation
     const void* pPrivateDriverData;  // data between the two driver halves
-    UINT PrivateDriverDataSize;  // bytes
+    UINT PrivateDriverDataSize;      // bytes
 };
 UMD_LAYOUT(D3DDDI_OPENALLOCATIONINFO, 24, 8);
 UMD_OFFSET(D3DDDI_OPENALLOCATIONINFO, hAllocation, 0);
@@ -652,11 +652,11 @@ UMD_OFFSET(D3DDDI_OPENALLOCATIONINFO, PrivateDriverDataSize, 16);
 
 struct D3DDDI_OPENALLOCATIONINFO2
 {
-    D3DKMT_HANDLE hAllocation;  // kernel-mode allocation
-    const void* pPrivateDriverData;  // data between the two driver halves
-    UINT PrivateDriverDataSize;  // bytes
+    D3DKMT_HANDLE hAllocation;                 // kernel-mode allocation
+    const void* pPrivateDriverData;            // data between the two driver halves
+    UINT PrivateDriverDataSize;                // bytes
     D3DGPU_VIRTUAL_ADDRESS GpuVirtualAddress;  // unused at this version
-    ULONG_PTR Reserved[6];  // zero
+    ULONG_PTR Reserved[6];                     // zero
 };
 UMD_LAYOUT(D3DDDI_OPENALLOCATIONINFO2, 80, 8);
 UMD_OFFSET(D3DDDI_OPENALLOCATIONINFO2, hAllocation, 0);
@@ -692,11 +692,11 @@ UMD_OFFSET(D3DDDI_PATCHLOCATIONLIST, SplitOffset, 20);
 
 struct D3DDDI_SURFACEINFO
 {
-    UINT Width;  // pixels
-    UINT Height;  // pixels
-    UINT Depth;  // slices
-    const void* pSysMem;  // the runtime's pixels, null when the driver owns the memory
-    UINT SysMemPitch;  // bytes from row to row
+    UINT Width;             // pixels
+    UINT Height;            // pixels
+    UINT Depth;             // slices
+    const void* pSysMem;    // the runtime's pixels, null when the driver owns the memory
+    UINT SysMemPitch;       // bytes from row to row
     UINT SysMemSlicePitch;  // bytes from slice to slice
 };
 UMD_LAYOUT(D3DDDI_SURFACEINFO, 32, 8);
@@ -712,7 +712,7 @@ struct DDIMULTISAMPLEQUALITYLEVELSDATA
     D3DDDIFORMAT Format;  // of the pixels
     BOOL Flip;
     D3DDDIMULTISAMPLE_TYPE MsType;  // asked type
-    UINT QualityLevels;  // levels of the type
+    UINT QualityLevels;             // levels of the type
 };
 UMD_LAYOUT(DDIMULTISAMPLEQUALITYLEVELSDATA, 16, 4);
 UMD_OFFSET(DDIMULTISAMPLEQUALITYLEVELSDATA, Format, 0);
@@ -722,10 +722,10 @@ UMD_OFFSET(DDIMULTISAMPLEQUALITYLEVELSDATA, QualityLevels, 12);
 
 struct FORMATOP
 {
-    D3DDDIFORMAT Format;  // of the pixels
-    UINT Operations;  // FORMATOP bits
-    UINT FlipMsTypes;  // multisample types, a bit each
-    UINT BltMsTypes;  // multisample types, a bit each
+    D3DDDIFORMAT Format;         // of the pixels
+    UINT Operations;             // FORMATOP bits
+    UINT FlipMsTypes;            // multisample types, a bit each
+    UINT BltMsTypes;             // multisample types, a bit each
     UINT PrivateFormatBitCount;  // bits per pixel
 };
 UMD_LAYOUT(FORMATOP, 20, 4);

@@ -30,7 +30,7 @@ UMD_OFFSET(DXVADDI_EXTENDEDFORMAT, Value, 0);
 
 struct DXVADDI_FREQUENCY
 {
-    UINT Numerator;  // samples or frames in Denominator seconds
+    UINT Numerator;    // samples or frames in Denominator seconds
     UINT Denominator;  // seconds; the rate in hertz is the quotient
 };
 UMD_LAYOUT(DXVADDI_FREQUENCY, 8, 4);
@@ -39,14 +39,14 @@ UMD_OFFSET(DXVADDI_FREQUENCY, Denominator, 4);
 
 struct DXVADDI_VIDEODESC
 {
-    UINT SampleWidth;  // pixels
-    UINT SampleHeight;  // pixels
+    UINT SampleWidth;                     // pixels
+    UINT SampleHeight;                    // pixels
     DXVADDI_EXTENDEDFORMAT SampleFormat;  // interlacing and colour description
-    D3DDDIFORMAT Format;  // of the pixels
-    DXVADDI_FREQUENCY InputSampleFreq;  // samples a second, as a fraction
-    DXVADDI_FREQUENCY OutputFrameFreq;  // frames a second, as a fraction
-    UINT UABProtectionLevel;  // 1: protect the content on a bus that users can reach; 0: no need
-    UINT Reserved;  // zero
+    D3DDDIFORMAT Format;                  // of the pixels
+    DXVADDI_FREQUENCY InputSampleFreq;    // samples a second, as a fraction
+    DXVADDI_FREQUENCY OutputFrameFreq;    // frames a second, as a fraction
+    UINT UABProtectionLevel;              // 1: protect the content on a bus that users can reach; 0: no need
+    UINT Reserved;                        // zero
 };
 UMD_LAYOUT(DXVADDI_VIDEODESC, 40, 4);
 UMD_OFFSET(DXVADDI_VIDEODESC, SampleWidth, 0);
@@ -60,7 +60,7 @@ UMD_OFFSET(DXVADDI_VIDEODESC, Reserved, 36);
 
 struct DXVAHDDDI_SURFACE
 {
-    HANDLE hResource;  // resource handle
+    HANDLE hResource;       // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
 };
 UMD_LAYOUT(DXVAHDDDI_SURFACE, 16, 8);
@@ -69,9 +69,9 @@ UMD_OFFSET(DXVAHDDDI_SURFACE, SubResourceIndex, 8);
 
 struct DXVADDI_AYUVSAMPLE16
 {
-    USHORT Cr;  // red-difference chroma
-    USHORT Cb;  // blue-difference chroma
-    USHORT Y;  // luma
+    USHORT Cr;     // red-difference chroma
+    USHORT Cb;     // blue-difference chroma
+    USHORT Y;      // luma
     USHORT Alpha;  // 0, transparent, to 65535, opaque
 };
 UMD_LAYOUT(DXVADDI_AYUVSAMPLE16, 8, 2);
@@ -106,7 +106,7 @@ struct DXVADDI_FIXED32
         struct
         {
             USHORT Fraction;  // 65536ths, added to Value
-            SHORT Value;  // the whole part, rounded down
+            SHORT Value;      // the whole part, rounded down
         };
         LONG ll;  // the number times 65536: both as one word
     };
@@ -142,9 +142,9 @@ UMD_OFFSET(DXVADDI_FILTERVALUES, Radius, 8);
 
 struct DXVADDI_AYUVSAMPLE8
 {
-    UCHAR Cr;  // red-difference chroma
-    UCHAR Cb;  // blue-difference chroma
-    UCHAR Y;  // luma
+    UCHAR Cr;     // red-difference chroma
+    UCHAR Cb;     // blue-difference chroma
+    UCHAR Y;      // luma
     UCHAR Alpha;  // 0, transparent, to 255, opaque
 };
 UMD_LAYOUT(DXVADDI_AYUVSAMPLE8, 4, 1);
@@ -197,13 +197,13 @@ struct DXVADDI_DECODEBUFFERDESC
     HANDLE hBuffer;
     D3DDDIFORMAT CompressedBufferType;
     UINT BufferIndex;
-    UINT DataOffset;  // bytes
-    UINT DataSize;  // bytes
+    UINT DataOffset;      // bytes
+    UINT DataSize;        // bytes
     UINT FirstMBaddress;  // of a macroblock
     UINT NumMBsInBuffer;  // macroblocks
-    UINT Width;  // pixels
-    UINT Height;  // pixels
-    UINT Stride;  // bytes from row to row
+    UINT Width;           // pixels
+    UINT Height;          // pixels
+    UINT Stride;          // bytes from row to row
     UINT ReservedBits;
     DXVADDI_PVP_HW_IV* pCipherCounter;
 };
@@ -223,10 +223,10 @@ UMD_OFFSET(DXVADDI_DECODEBUFFERDESC, pCipherCounter, 48);
 
 struct DXVADDI_PRIVATEBUFFER
 {
-    HANDLE hResource;  // resource handle
+    HANDLE hResource;       // resource handle
     UINT SubResourceIndex;  // level, or face x levels + level
-    UINT DataOffset;  // bytes
-    UINT DataSize;  // bytes
+    UINT DataOffset;        // bytes
+    UINT DataSize;          // bytes
 };
 UMD_LAYOUT(DXVADDI_PRIVATEBUFFER, 24, 8);
 UMD_OFFSET(DXVADDI_PRIVATEBUFFER, hResource, 0);
@@ -236,7 +236,7 @@ UMD_OFFSET(DXVADDI_PRIVATEBUFFER, DataSize, 16);
 
 struct DXVADDI_PRIVATEDATA
 {
-    void* pData;  // DataSize bytes, input or output as the record that holds this one says
+    void* pData;    // DataSize bytes, input or output as the record that holds this one says
     UINT DataSize;  // bytes
 };
 UMD_LAYOUT(DXVADDI_PRIVATEDATA, 16, 8);
@@ -252,7 +252,7 @@ UMD_OFFSET(DXVADDI_PVP_BLOCK128, Data, 0);
 
 struct alignas(16) DXVADDI_PVP_HW_IV
 {
-    ULONGLONG IV;  // initialisation vector
+    ULONGLONG IV;     // initialisation vector
     ULONGLONG Count;  // block counter
 };
 UMD_LAYOUT(DXVADDI_PVP_HW_IV, 16, 16);
@@ -268,10 +268,10 @@ UMD_OFFSET(DXVADDI_PVP_SETKEY, ContentKey, 0);
 
 struct DXVADDI_QUERYPROCAMPINPUT
 {
-    const GUID* pVideoProcGuid;  // the video processor
-    DXVADDI_VIDEODESC VideoDesc;  // of the main stream
+    const GUID* pVideoProcGuid;       // the video processor
+    DXVADDI_VIDEODESC VideoDesc;      // of the main stream
     D3DDDIFORMAT RenderTargetFormat;  // of the output
-    UINT ProcAmpCap;  // one DXVADDI_PROCAMP bit
+    UINT ProcAmpCap;                  // one DXVADDI_PROCAMP bit
 };
 UMD_LAYOUT(DXVADDI_QUERYPROCAMPINPUT, 56, 8);
 UMD_OFFSET(DXVADDI_QUERYPROCAMPINPUT, pVideoProcGuid, 0);
@@ -294,15 +294,15 @@ UMD_OFFSET(DXVADDI_VALUERANGE, StepSize, 12);
 
 struct DXVADDI_VIDEOPROCESSORCAPS
 {
-    D3DDDI_POOL InputPool;  // where source surfaces should lie
-    UINT NumForwardRefSamples;  // needed samples after the current one
+    D3DDDI_POOL InputPool;       // where source surfaces should lie
+    UINT NumForwardRefSamples;   // needed samples after the current one
     UINT NumBackwardRefSamples;  // needed samples before the current one
     D3DDDIFORMAT OutputFormat;
-    UINT DeinterlaceTechnology;  // DXVADDI_DEINTERLACETECH bits
-    UINT ProcAmpControlCaps;  // DXVADDI_PROCAMP bits
+    UINT DeinterlaceTechnology;     // DXVADDI_DEINTERLACETECH bits
+    UINT ProcAmpControlCaps;        // DXVADDI_PROCAMP bits
     UINT VideoProcessorOperations;  // DXVADDI_VIDEOPROCESS bits
-    UINT NoiseFilterTechnology;  // DXVADDI_NOISEFILTERTECH bits
-    UINT DetailFilterTechnology;  // DXVADDI_DETAILFILTERTECH bits
+    UINT NoiseFilterTechnology;     // DXVADDI_NOISEFILTERTECH bits
+    UINT DetailFilterTechnology;    // DXVADDI_DETAILFILTERTECH bits
 };
 UMD_LAYOUT(DXVADDI_VIDEOPROCESSORCAPS, 36, 4);
 UMD_OFFSET(DXVADDI_VIDEOPROCESSORCAPS, InputPool, 0);
@@ -317,8 +317,8 @@ UMD_OFFSET(DXVADDI_VIDEOPROCESSORCAPS, DetailFilterTechnology, 32);
 
 struct DXVADDI_VIDEOPROCESSORINPUT
 {
-    const GUID* pVideoProcGuid;  // the video processor
-    DXVADDI_VIDEODESC VideoDesc;  // of the main stream
+    const GUID* pVideoProcGuid;       // the video processor
+    DXVADDI_VIDEODESC VideoDesc;      // of the main stream
     D3DDDIFORMAT RenderTargetFormat;  // of the output
 };
 UMD_LAYOUT(DXVADDI_VIDEOPROCESSORINPUT, 56, 8);
@@ -348,14 +348,14 @@ UMD_OFFSET(DXVADDI_VIDEOSAMPLEFLAGS, Value, 0);
 
 struct DXVADDI_VIDEOSAMPLE
 {
-    REFERENCE_TIME Start;  // 100 ns units
-    REFERENCE_TIME End;  // 100 ns units
+    REFERENCE_TIME Start;                 // 100 ns units
+    REFERENCE_TIME End;                   // 100 ns units
     DXVADDI_EXTENDEDFORMAT SampleFormat;  // interlacing and colour description
     DXVADDI_VIDEOSAMPLEFLAGS SampleFlags;
-    HANDLE SrcResource;  // resource handle
-    UINT SrcSubResourceIndex;  // level, or face x levels + level
-    RECT SrcRect;  // pixels
-    RECT DstRect;  // pixels
+    HANDLE SrcResource;           // resource handle
+    UINT SrcSubResourceIndex;     // level, or face x levels + level
+    RECT SrcRect;                 // pixels
+    RECT DstRect;                 // pixels
     DXVADDI_AYUVSAMPLE8 Pal[16];  // of palettised formats
     DXVADDI_FIXED32 PlanarAlpha;  // 0.0, transparent, to 1.0, opaque
 };
@@ -375,7 +375,7 @@ struct DXVAHDDDI_BLT_STATE_PRIVATE_DATA
 {
     GUID Guid;
     UINT DataSize;  // bytes
-    void* pData;  // DataSize bytes
+    void* pData;    // DataSize bytes
 };
 UMD_LAYOUT(DXVAHDDDI_BLT_STATE_PRIVATE_DATA, 32, 8);
 UMD_OFFSET(DXVAHDDDI_BLT_STATE_PRIVATE_DATA, Guid, 0);
@@ -387,7 +387,7 @@ struct DXVAHDDDI_STREAM_DATA
     BOOL Enable;
     UINT OutputIndex;
     UINT InputFrameOrField;
-    UINT PastFrames;  // entries of pPastSurfaces
+    UINT PastFrames;    // entries of pPastSurfaces
     UINT FutureFrames;  // entries of pFutureSurfaces
     DXVAHDDDI_SURFACE* pPastSurfaces;
     DXVAHDDDI_SURFACE InputSurface;
@@ -407,7 +407,7 @@ struct DXVAHDDDI_STREAM_STATE_PRIVATE_DATA
 {
     GUID Guid;
     UINT DataSize;  // bytes
-    void* pData;  // DataSize bytes
+    void* pData;    // DataSize bytes
 };
 UMD_LAYOUT(DXVAHDDDI_STREAM_STATE_PRIVATE_DATA, 32, 8);
 UMD_OFFSET(DXVAHDDDI_STREAM_STATE_PRIVATE_DATA, Guid, 0);

@@ -24,8 +24,8 @@ public:
     /// @param interface_ accepted and not kept.
     /// @param version    the interface version that the adapter was opened with.
     /// @param pCallbacks copied whole.
-    UMDDdiDevice(HANDLE hDevice, UINT interface_, UINT version, UMDAdapter* pAdapter,
-        const D3DDDI_DEVICECALLBACKS* pCallbacks);
+    UMDDdiDevice(
+        HANDLE hDevice, UINT interface_, UINT version, UMDAdapter* pAdapter, const D3DDDI_DEVICECALLBACKS* pCallbacks);
     ~UMDDdiDevice();
 
     UMDDdiDevice(const UMDDdiDevice&) = delete;
@@ -136,7 +136,7 @@ private:
     };
 
     HANDLE m_hDevice;
-    UINT m_Kind;     ///< always 5
+    UINT m_Kind;  ///< always 5
     UINT m_Version;
     D3DDDI_DEVICECALLBACKS m_d3dCallbacks;
     UMDAdapter* m_pAdapter;  ///< borrowed
@@ -164,7 +164,8 @@ private:
     UINT m_SourceRotation[UMD_VIDPN_SOURCE_COUNT];  ///< D3DDDI_ROTATION of the source's newest flip
 };
 
-/// The runtime's handle of an adapter, first argument of an escape. Defined with the adapter, which lies above this layer.
+/// The runtime's handle of an adapter, first argument of an escape. Defined with the adapter, which lies above this
+/// layer.
 HANDLE UMDRuntimeAdapter(const UMDAdapter* pAdapter);
 
 /// Device handles become devices here and nowhere else.

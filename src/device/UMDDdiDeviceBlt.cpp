@@ -9,7 +9,7 @@ bool IsBltType(UMDRESOURCETYPE type)
 {
     return type == UMDRESOURCETYPE_RENDERTARGET || type == UMDRESOURCETYPE_TEXTURE;
 }
-} // namespace
+}  // namespace
 
 HRESULT UMDDdiDevice::Blt(const D3DDDIARG_BLT* pBlt)
 {
@@ -18,7 +18,7 @@ HRESULT UMDDdiDevice::Blt(const D3DDDIARG_BLT* pBlt)
     UMDRscBase* pDst = ToResource(pBlt->hDstResource);
     if (pSrc == pDst)
     {
-        UMD_TRACE(UMDTRACE_ENTER, L"<<< UMDDdiDevice::Blt\n"); // at the entry's level, as it always has been
+        UMD_TRACE(UMDTRACE_ENTER, L"<<< UMDDdiDevice::Blt\n");  // at the entry's level, as it always has been
         return S_OK;
     }
     const UMDRESOURCETYPE typeDst = pDst->GetType();
@@ -85,11 +85,11 @@ HRESULT UMDDdiDevice::Clear(const D3DDDIARG_CLEAR* pClear, UINT rectCount, const
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::Clear\n");
     const float depth = pClear->Flags & D3DCLEAR_ZBUFFER ? pClear->FillDepth : 0.0f;
     const DWORD stencil = pClear->Flags & D3DCLEAR_STENCIL ? pClear->FillStencil : 0;
-    static_assert(sizeof(RECT) == sizeof(D3DRECT)); // four signed words: left, top, right, bottom
-    const HRESULT hr = GetDevice()->Clear(rectCount, reinterpret_cast<const D3DRECT*>(pRects), pClear->Flags,
-        pClear->FillColor, depth, stencil);
+    static_assert(sizeof(RECT) == sizeof(D3DRECT));  // four signed words: left, top, right, bottom
+    const HRESULT hr = GetDevice()->Clear(
+        rectCount, reinterpret_cast<const D3DRECT*>(pRects), pClear->Flags, pClear->FillColor, depth, stencil);
     if (FAILED(hr))
         UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDevice::Clear failed! 0x%x\n", hr);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::Clear\n"); // after a failure too
+    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::Clear\n");  // after a failure too
     return hr;
 }

@@ -12,8 +12,8 @@ HRESULT UMDDdiDevice::DrawPrimitive(const D3DDDIARG_DRAWPRIMITIVE* pDraw)
     {
         const size_t offset = size_t{pDraw->VStart} * m_StreamSource0Stride;
         const BYTE* pVertices = m_pStreamSource0VertexBufferPointer + offset;
-        if (HRESULT hr = pDevice->DrawPrimitiveUP(
-                pDraw->PrimitiveType, pDraw->PrimitiveCount, pVertices, m_StreamSource0Stride);
+        if (HRESULT hr =
+                pDevice->DrawPrimitiveUP(pDraw->PrimitiveType, pDraw->PrimitiveCount, pVertices, m_StreamSource0Stride);
             FAILED(hr))
             return UMDFail(hr, L"UMDDdiDevice::DrawPrimitive DrawPrimitiveUP failed! 0x%x\n", hr);
     }
@@ -35,7 +35,7 @@ HRESULT UMDDdiDevice::DrawPrimitive2(const D3DDDIARG_DRAWPRIMITIVE2* pDraw)
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DrawPrimitive2\n");
     if (m_pStreamSource0VertexBufferResource)
     {
-        m_pStreamSource0VertexBufferResource->WriteToDelegated(0); // a failed upload draws what was there before
+        m_pStreamSource0VertexBufferResource->WriteToDelegated(0);  // a failed upload draws what was there before
         // A stride of 0 faults here; the entry's guard answers for it.
         const UINT startVertex = pDraw->FirstVertexOffset / m_StreamSource0Stride;
         if (HRESULT hr = GetDevice()->DrawPrimitive(pDraw->PrimitiveType, startVertex, pDraw->PrimitiveCount);

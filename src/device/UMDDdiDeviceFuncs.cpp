@@ -101,9 +101,9 @@ constexpr D3DDDI_DEVICEFUNCS kDeviceFuncs = {
     .pfnOpenResource = UMDDdiOpenResource,
     .pfnGetCaptureAllocationHandle = UMDDdiGetCaptureAllocationHandle,
     .pfnCaptureToSysMem = UMDDdiCaptureToSysMem,
-    .pfnLockAsync = nullptr, // slot 96: the runtime calls pfnLock and pfnUnlock
-    .pfnUnlockAsync = nullptr, // slot 97: the runtime calls pfnLock and pfnUnlock
-    .pfnRename = nullptr, // slot 98
+    .pfnLockAsync = nullptr,    // slot 96: the runtime calls pfnLock and pfnUnlock
+    .pfnUnlockAsync = nullptr,  // slot 97: the runtime calls pfnLock and pfnUnlock
+    .pfnRename = nullptr,       // slot 98
     .pfnCreateVideoProcessor = UMDDdiCreateVideoProcessor,
     .pfnSetVideoProcessBltState = UMDDdiSetVideoProcessBltState,
     .pfnGetVideoProcessBltStatePrivate = UMDDdiGetVideoProcessBltStatePrivate,
@@ -128,7 +128,7 @@ constexpr D3DDDI_DEVICEFUNCS kDeviceFuncs = {
     .pfnResolveSharedResource = UMDDdiResolveSharedResource,
 };
 static_assert(sizeof(kDeviceFuncs) / sizeof(void*) == 121);
-} // namespace
+}  // namespace
 
 void UMDDdiFillDeviceFuncs(D3DDDI_DEVICEFUNCS* pDeviceFuncs)
 {

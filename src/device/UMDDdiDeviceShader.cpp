@@ -40,7 +40,7 @@ bool CopyElements(D3DVERTEXELEMENT9 (&copy)[MAXD3DDECLLENGTH + 1], const D3DDDIV
     copy[i] = end;
     return true;
 }
-} // namespace
+}  // namespace
 
 HRESULT UMDDdiDevice::CreatePixelShader(D3DDDIARG_CREATEPIXELSHADER* pCreate, const UINT* pCode)
 {
@@ -51,8 +51,8 @@ HRESULT UMDDdiDevice::CreatePixelShader(D3DDDIARG_CREATEPIXELSHADER* pCreate, co
     if (HRESULT hr = pPixelShader->Create(pCode); FAILED(hr))
         return UMDFail(hr, L"UMDDdiDevice::CreatePixelShader Create failed! 0x%x\n", hr);
     pCreate->ShaderHandle = ToHandle(pPixelShader.release());
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n",
-        UMDLow32(pCreate->ShaderHandle));
+    UMD_TRACE(
+        UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n", UMDLow32(pCreate->ShaderHandle));
     return S_OK;
 }
 
@@ -158,8 +158,8 @@ HRESULT UMDDdiDevice::CreateVertexShaderDecl(
         return S_OK;
     D3DVERTEXELEMENT9 elements[MAXD3DDECLLENGTH + 1];
     if (!CopyElements(elements, pElements, pCreate->NumVertexElements))
-        return UMDFail(E_FAIL, L"UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:%d\n",
-            pCreate->NumVertexElements);
+        return UMDFail(
+            E_FAIL, L"UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:%d\n", pCreate->NumVertexElements);
     std::unique_ptr<UMDShaderVertex> pShader(new (std::nothrow) UMDShaderVertex(this));
     if (!pShader)
         return UMDFail(E_FAIL, L"UMDDdiDevice::CreateVertexShaderDecl NULL == pShader\n");
@@ -205,6 +205,6 @@ HRESULT UMDDdiDevice::SetVertexShaderConst(const D3DDDIARG_SETVERTEXSHADERCONST*
     const HRESULT hr = UMDShaderVertex::SetConst(this, pSetConst, pData);
     if (FAILED(hr))
         UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDevice::SetVertexShaderConst SetConst failed! 0x%x\n", hr);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetVertexShaderConst\n"); // after a failure too
+    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetVertexShaderConst\n");  // after a failure too
     return hr;
 }

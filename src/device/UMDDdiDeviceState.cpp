@@ -13,7 +13,7 @@ constexpr UINT kLastIgnoredRenderState = 95;
 
 /// Sampler stages of the delegated device.
 constexpr UINT kLastTextureStage = 15;
-} // namespace
+}  // namespace
 
 HRESULT UMDDdiDevice::SetRenderState(const D3DDDIARG_RENDERSTATE* pRenderState)
 {

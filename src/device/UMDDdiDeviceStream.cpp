@@ -9,8 +9,8 @@ HRESULT UMDDdiDevice::SetStreamSource(const D3DDDIARG_SETSTREAMSOURCE* pSetStrea
     if (!pSetStreamSource->hVertexBuffer)
         return S_OK;
     if (pSetStreamSource->Stream != 0)
-        return UMDFail(E_NOTIMPL, L"UMDDdiDevice::SetStreamSource stream not implemented! %d\n",
-            pSetStreamSource->Stream);
+        return UMDFail(
+            E_NOTIMPL, L"UMDDdiDevice::SetStreamSource stream not implemented! %d\n", pSetStreamSource->Stream);
     auto* pVertexBuffer = static_cast<UMDRscVertexBuffer*>(ToResource(pSetStreamSource->hVertexBuffer));
     if (HRESULT hr = GetDevice()->SetStreamSource(
             0, pVertexBuffer->GetVertexBuffer(), pSetStreamSource->Offset, pSetStreamSource->Stride);

@@ -46,8 +46,8 @@ HRESULT APIENTRY UMDDdiBufBlt(HANDLE hDevice, const D3DDDIARG_BUFFERBLT* pBufBlt
     return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI,
             L"=> UMDDdiBufBlt hDstResource:0x%x hSrcResource:0x%x Offset:%d SrcRange.Offset:%d SrcRange.Size:%d\n",
-            UMDLow32(pBufBlt->hDstResource), UMDLow32(pBufBlt->hSrcResource), pBufBlt->Offset,
-            pBufBlt->SrcRange.Offset, pBufBlt->SrcRange.Size);
+            UMDLow32(pBufBlt->hDstResource), UMDLow32(pBufBlt->hSrcResource), pBufBlt->Offset, pBufBlt->SrcRange.Offset,
+            pBufBlt->SrcRange.Size);
         UMDUtilDebugTracePrintResourceType(ResourceTypeOrNone(pBufBlt->hDstResource));
         UMDUtilDebugTracePrintResourceType(ResourceTypeOrNone(pBufBlt->hSrcResource));
         return ToDevice(hDevice).BufBlt(pBufBlt);
@@ -58,9 +58,8 @@ HRESULT APIENTRY UMDDdiClear(HANDLE hDevice, const D3DDDIARG_CLEAR* pClear, UINT
 {
     return UMDGuard(__func__, [=] {
         // The depth shows as the word that holds it.
-        UMD_TRACE(UMDTRACE_DDI,
-            L"=> UMDDdiClear ClrCount: %d Flags:%x FillColor:%x FillDepth:%x FillStencil:%x \n", rectCount,
-            pClear->Flags, pClear->FillColor, std::bit_cast<UINT>(pClear->FillDepth), pClear->FillStencil);
+        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiClear ClrCount: %d Flags:%x FillColor:%x FillDepth:%x FillStencil:%x \n",
+            rectCount, pClear->Flags, pClear->FillColor, std::bit_cast<UINT>(pClear->FillDepth), pClear->FillStencil);
         if (g_DebugLevelUMD & UMDTRACE_DDI)
         {
             for (UINT i = 0; i < rectCount; ++i)

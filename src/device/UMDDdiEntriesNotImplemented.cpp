@@ -5,11 +5,11 @@
 #define UMD_WIDE(text) L##text
 
 /// Defines one refused entry from its name and parameter types.
-#define UMD_NOT_IMPLEMENTED(entry, ...)                                                      \
-    HRESULT APIENTRY entry(__VA_ARGS__)                                                      \
-    {                                                                                        \
-        UMD_TRACE(UMDTRACE_ERROR | UMDTRACE_DDI, UMD_WIDE("=> " #entry " E_NOT_IMPL\n"));    \
-        return E_NOTIMPL;                                                                    \
+#define UMD_NOT_IMPLEMENTED(entry, ...)                                                   \
+    HRESULT APIENTRY entry(__VA_ARGS__)                                                   \
+    {                                                                                     \
+        UMD_TRACE(UMDTRACE_ERROR | UMDTRACE_DDI, UMD_WIDE("=> " #entry " E_NOT_IMPL\n")); \
+        return E_NOTIMPL;                                                                 \
     }
 
 UMD_NOT_IMPLEMENTED(UMDDdiSetIndicesUM, HANDLE, UINT, const void*)

@@ -128,7 +128,7 @@ DWORD DelegatedLockFlags(D3DDDI_LOCKFLAGS flags)
     return (flags.ReadOnly ? D3DLOCK_READONLY : 0) | (flags.NoOverwrite ? D3DLOCK_NOOVERWRITE : 0) |
            (flags.Discard ? D3DLOCK_DISCARD : 0) | (flags.DoNotWait ? D3DLOCK_DONOTWAIT : 0);
 }
-}
+}  // namespace
 
 HRESULT APIENTRY UMDDdiLock(HANDLE, D3DDDIARG_LOCK* pLock)
 {

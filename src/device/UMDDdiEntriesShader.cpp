@@ -25,8 +25,9 @@ HRESULT APIENTRY UMDDdiSetPixelShaderConstI(
     HANDLE hDevice, const D3DDDIARG_SETPIXELSHADERCONSTI* pSetConst, const INT* pData)
 {
     return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetPixelShaderConstI pConstI:0x%x pDP2SetPSConstI:0x%x Count:%d Register:%d\n",
-            UMDLow32(pData), UMDLow32(pSetConst), pSetConst->Count, pSetConst->Register);
+        UMD_TRACE(UMDTRACE_DDI,
+            L"=> UMDDdiSetPixelShaderConstI pConstI:0x%x pDP2SetPSConstI:0x%x Count:%d Register:%d\n", UMDLow32(pData),
+            UMDLow32(pSetConst), pSetConst->Count, pSetConst->Register);
         return ToDevice(hDevice).SetPixelShaderConstI(pSetConst, pData);
     });
 }
@@ -35,8 +36,9 @@ HRESULT APIENTRY UMDDdiSetPixelShaderConstB(
     HANDLE hDevice, const D3DDDIARG_SETPIXELSHADERCONSTB* pSetConst, const BOOL* pData)
 {
     return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetPixelShaderConstB pConstB:0x%x pDP2SetPSConstB:0x%x Count:%d Register:%d\n",
-            UMDLow32(pData), UMDLow32(pSetConst), pSetConst->Count, pSetConst->Register);
+        UMD_TRACE(UMDTRACE_DDI,
+            L"=> UMDDdiSetPixelShaderConstB pConstB:0x%x pDP2SetPSConstB:0x%x Count:%d Register:%d\n", UMDLow32(pData),
+            UMDLow32(pSetConst), pSetConst->Count, pSetConst->Register);
         return ToDevice(hDevice).SetPixelShaderConstB(pSetConst, pData);
     });
 }

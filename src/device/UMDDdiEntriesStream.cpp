@@ -74,8 +74,8 @@ HRESULT APIENTRY UMDDdiDrawPrimitive2(HANDLE hDevice, const D3DDDIARG_DRAWPRIMIT
     });
 }
 
-HRESULT APIENTRY UMDDdiDrawIndexedPrimitive2(HANDLE hDevice, const D3DDDIARG_DRAWINDEXEDPRIMITIVE2* pDraw,
-    UINT indexSize, const void* pIndices, const UINT*)
+HRESULT APIENTRY UMDDdiDrawIndexedPrimitive2(
+    HANDLE hDevice, const D3DDDIARG_DRAWINDEXEDPRIMITIVE2* pDraw, UINT indexSize, const void* pIndices, const UINT*)
 {
     return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI,

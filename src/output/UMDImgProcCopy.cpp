@@ -14,7 +14,7 @@ void CopyBlock(BYTE* pDst, const BYTE* pSrc, UINT bytes)
     else
         UMDImgProcStream(pDst, pSrc, bytes / 4);
 }
-} // namespace
+}  // namespace
 
 HRESULT UMDImgProcCopy(
     BYTE* pDst, UINT dstPitch, const BYTE* pSrc, UINT srcPitch, UINT width, UINT height, UINT bytesPerPixel)

@@ -42,8 +42,8 @@ bool HasFastWalk(const BYTE* pDst, const Source& src)
 {
     constexpr UINT64 kLimit = UINT64{1} << 32;
     return src.BytesPerPixel == 4 && reinterpret_cast<std::uintptr_t>(pDst) % 4 == 0 && src.Width != 0 &&
-        src.Height != 0 && UINT64{src.Width} * src.Height < kLimit / 4 &&
-        UINT64{src.Height - 1} * src.Pitch + UINT64{src.Width} * 4 < kLimit;
+           src.Height != 0 && UINT64{src.Width} * src.Height < kLimit / 4 &&
+           UINT64{src.Height - 1} * src.Pitch + UINT64{src.Width} * 4 < kLimit;
 }
 
 void Rotate90(BYTE* pDst, const Source& src)
@@ -80,7 +80,7 @@ void Rotate180(BYTE* pDst, const Source& src)
     for (UINT y = 0; y < src.Height; ++y)
         UMDImgProcReverse(pDst + lastRow - y * row, src.pBits + y * src.Pitch, src.Width, bStream);
 }
-} // namespace
+}  // namespace
 
 HRESULT UMDImgProcRotation(
     BYTE* pDst, const BYTE* pSrc, UINT* pPitch, UINT* pWidth, UINT* pHeight, UINT bytesPerPixel, UINT rotation)

@@ -56,7 +56,7 @@ void Reverse(BYTE* pDst, const BYTE* pSrc, std::size_t count)
     while (from < count)
         moveWord(from++);
 }
-} // namespace
+}  // namespace
 
 void UMDImgProcReverse(BYTE* pDst, const BYTE* pSrc, std::size_t count, bool bStream)
 {

@@ -15,8 +15,8 @@ inline constexpr std::size_t UMD_IMGPROC_STREAM_BYTES = 12 * 1024 * 1024;
 /// Writes the word at (x, y) of the source to pDst + x * dstPitch + y * 4.
 /// @param dstPitch, srcPitch bytes from row to row, multiples of 4 for the destination; negative if rows go upwards.
 /// @param width, height      of the source, in words.
-void UMDImgProcTranspose(
-    BYTE* pDst, std::ptrdiff_t dstPitch, const BYTE* pSrc, std::ptrdiff_t srcPitch, std::size_t width, std::size_t height);
+void UMDImgProcTranspose(BYTE* pDst, std::ptrdiff_t dstPitch, const BYTE* pSrc, std::ptrdiff_t srcPitch,
+    std::size_t width, std::size_t height);
 
 /// Writes a row of words in falling order.
 /// @param bStream with streaming stores.

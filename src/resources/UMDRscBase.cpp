@@ -41,9 +41,7 @@ HRESULT UMDRscBase::Create()
     return E_FAIL;
 }
 
-void UMDRscBase::Destroy()
-{
-}
+void UMDRscBase::Destroy() {}
 
 bool UMDRscBase::IsOffscreenPlain() const
 {

@@ -5,8 +5,8 @@
 
 #include <iterator>
 
-UMDRscCubeTexture::UMDRscCubeTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS,
-    const D3DDDIARG_CREATERESOURCE* pCreate, BOOL openResource, DWORD usage, D3DPOOL pool)
+UMDRscCubeTexture::UMDRscCubeTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
+    BOOL openResource, DWORD usage, D3DPOOL pool)
     : UMDRscTexture(pDevice, hResourceOS, pCreate, openResource, usage, pool, UMDRESOURCETYPE_CUBETEXTURE),
       m_CubePool(pool), m_LevelsPerFace(m_SurfCount / kFaces), m_CubeUsage(usage), m_CubeSharedHandle(nullptr)
 {
@@ -29,8 +29,8 @@ HRESULT UMDRscCubeTexture::Create()
     if (HRESULT hrFaces = InternalGetFaces(); FAILED(hrFaces))
         return hrFaces;
     InternalAllocate();
-    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscCubeTexture::Create m_pTexture:0x%x this:0x%x\n",
-        UMDLow32(m_pCubeTexture.Get()), UMDLow32(this));
+    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscCubeTexture::Create m_pTexture:0x%x this:0x%x\n", UMDLow32(m_pCubeTexture.Get()),
+        UMDLow32(this));
     return S_OK;
 }
 
@@ -130,8 +130,8 @@ HRESULT UMDRscCubeTexture::TexBlt(const RECT*, UMDRscBase* pDst, const RECT*)
         UMDLow32(pDst), pDst->GetPool(), pDstCube && pDstCube->IsRenderTarget(), UMDLow32(this), GetPool(),
         m_bIsRenderTarget);
     if (!pDstCube || GetPool() != D3DPOOL_SYSTEMMEM || pDst->GetPool() != D3DPOOL_DEFAULT)
-        return UMDFail(E_FAIL, L"UMDRscCubeTexture::TexBlt failed! SRC Pool:%d DST Pool:%d\n", GetPool(),
-            pDst->GetPool());
+        return UMDFail(
+            E_FAIL, L"UMDRscCubeTexture::TexBlt failed! SRC Pool:%d DST Pool:%d\n", GetPool(), pDst->GetPool());
     if (HRESULT hr = m_pDeviceDelegated->UpdateTexture(m_pCubeTexture.Get(), pDstCube->GetCubeTexture()); FAILED(hr))
         return UMDFail(hr, L"UMDRscCubeTexture::TexBlt UpdateTexture failed 0x%x\n", hr);
     return S_OK;

@@ -3,8 +3,8 @@
 #include "resources/UMDSurfaceList.h"
 #include "util/UMDUtilDebugTrace.h"
 
-UMDRscIndexBuffer::UMDRscIndexBuffer(UMDDdiDevice* pDevice, HANDLE hResourceOS,
-    const D3DDDIARG_CREATERESOURCE* pCreate, BOOL openResource, DWORD usage, D3DPOOL pool)
+UMDRscIndexBuffer::UMDRscIndexBuffer(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
+    BOOL openResource, DWORD usage, D3DPOOL pool)
     : UMDRscBase(pDevice, hResourceOS, UMDRESOURCETYPE_INDEXBUFFER), m_Length(0), m_IBPool(D3DPOOL_DEFAULT),
       m_IBFormat(D3DDDIFMT_UNKNOWN), m_IBUsage(0), m_pLocked(nullptr), m_LockedSize(0), m_SurfCount(0)
 {

@@ -26,7 +26,7 @@ private:
     D3DDDIFORMAT m_IBFormat;  ///< D3DDDIFMT_INDEX16 or D3DDDIFMT_INDEX32
     DWORD m_IBUsage;          ///< D3DUSAGE
     UMDComPtr<IDirect3DIndexBuffer9> m_pIndexBuffer;
-    void* m_pLocked;     ///< address of the newest lock
-    UINT m_LockedSize;   ///< bytes of the newest lock
-    UINT m_SurfCount;    ///< entries of the runtime's list
+    void* m_pLocked;    ///< address of the newest lock
+    UINT m_LockedSize;  ///< bytes of the newest lock
+    UINT m_SurfCount;   ///< entries of the runtime's list
 };

@@ -215,8 +215,7 @@ void UMDRscRenderTargetCapable::RenderTargetDataUnlock(IDirect3DSurface9** ppSur
     UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n");
     if (!*ppSurface)
     {
-        UMD_TRACE(
-            UMDTRACE_ERROR, L"UMDRscRenderTargetCapable::RenderTargetDataUnlock *ppRenderTarget is NULL\n");
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscRenderTargetCapable::RenderTargetDataUnlock *ppRenderTarget is NULL\n");
         return;
     }
     if (HRESULT hr = (*ppSurface)->UnlockRect(); FAILED(hr))

@@ -4,8 +4,8 @@
 // target back into system memory. Runtime's thread only.
 #pragma once
 
-#include "util/UMDAllocationPrivateData.h"
 #include "resources/UMDRscBase.h"
+#include "util/UMDAllocationPrivateData.h"
 #include "util/UMDComPtr.h"
 
 class UMDRscRenderTargetCapable : public UMDRscBase
@@ -56,17 +56,17 @@ protected:
     D3DKMT_HANDLE m_hAllocation;  ///< zero until allocated or opened
     D3DKMT_HANDLE m_hKMResource;
     D3DDDIFORMAT m_Format;
-    UINT m_Width;                 ///< pixels, top level
-    UINT m_Height;                ///< pixels, top level
-    UINT m_Rotation;              ///< D3DDDI_ROTATION
+    UINT m_Width;                                   ///< pixels, top level
+    UINT m_Height;                                  ///< pixels, top level
+    UINT m_Rotation;                                ///< D3DDDI_ROTATION
     UMDComPtr<IDirect3DSurface9> m_pSysMemSurface;  ///< read-back target, made when first needed
     UINT m_VidPnSourceId;
     bool m_bIsRenderTarget;
     bool m_bIsPrimary;
     bool m_bIsSharedResource;
-    bool m_bIsOpenedShared;       ///< built from an allocation that another process shared
+    bool m_bIsOpenedShared;  ///< built from an allocation that another process shared
     UINT m_BytesPerPixel;
-    BOOL m_OpenResource;          ///< built by open-resource
+    BOOL m_OpenResource;  ///< built by open-resource
     D3DPOOL m_Pool;
 
 private:

@@ -12,8 +12,8 @@ class UMDRscSurface : public UMDRscRenderTargetCapable
 public:
     /// @param openResource  non-zero leaves the object empty: only textures can be opened.
     /// @param offscreenPlain true: Create makes a plain surface, not a render target.
-    UMDRscSurface(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
-        BOOL openResource, D3DPOOL pool, bool offscreenPlain);
+    UMDRscSurface(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate, BOOL openResource,
+        D3DPOOL pool, bool offscreenPlain);
     ~UMDRscSurface() override;
 
     /// Locks the whole surface, whatever the area and the flags say.
@@ -44,8 +44,8 @@ private:
     HRESULT InternalReadBack(IDirect3DSurface9* pSrcSurface, IDirect3DSurface9* pDstSurface);
     HRESULT InternalStretchAndReadBack(
         const RECT* pSrcRect, IDirect3DSurface9* pDstSurface, const D3DSURFACE_DESC& dstDesc, const RECT* pDstRect);
-    HRESULT InternalBltRefused(const RECT* pSrcRect, UMDRscRenderTargetCapable* pDst, IDirect3DSurface9* pDstSurface,
-        const RECT* pDstRect);
+    HRESULT InternalBltRefused(
+        const RECT* pSrcRect, UMDRscRenderTargetCapable* pDst, IDirect3DSurface9* pDstSurface, const RECT* pDstRect);
 
     D3DMULTISAMPLE_TYPE m_MultisampleType;
     UINT m_MultisampleQuality;

@@ -38,11 +38,9 @@ HRESULT UMDRscSurface::Blt(const RECT* pSrcRect, UMDRscBase* pDst, const RECT* p
     return InternalBltRefused(pSrcRect, pDstTarget, pDstSurface, pDstRect);
 }
 
-HRESULT UMDRscSurface::InternalStretchRect(
-    const RECT* pSrcRect, IDirect3DSurface9* pDstSurface, const RECT* pDstRect)
+HRESULT UMDRscSurface::InternalStretchRect(const RECT* pSrcRect, IDirect3DSurface9* pDstSurface, const RECT* pDstRect)
 {
-    const HRESULT hr =
-        m_pDeviceDelegated->StretchRect(m_pSurface.Get(), pSrcRect, pDstSurface, pDstRect, D3DTEXF_NONE);
+    const HRESULT hr = m_pDeviceDelegated->StretchRect(m_pSurface.Get(), pSrcRect, pDstSurface, pDstRect, D3DTEXF_NONE);
     if (FAILED(hr))
         return UMDFail(hr, L"UMDRscSurface::Blt StretchRect failed! 0x%x\n", hr);
     return S_OK;
@@ -73,12 +71,11 @@ HRESULT UMDRscSurface::InternalBltSystemToVideo(
     if (GetFormat() != pDst->GetFormat())
     {
         // The delegated device converts no formats here: the blit is dropped, and the runtime told that it is done.
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscSurface::Blt SYSTEM TO VIDEO different %d %d\n", GetFormat(),
-            pDst->GetFormat());
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"UMDRscSurface::Blt SYSTEM TO VIDEO different %d %d\n", GetFormat(), pDst->GetFormat());
         return S_OK;
     }
-    UMD_TRACE(
-        UMDTRACE_DETAIL, L"UMDRscSurface::Blt SYSTEM TO VIDEO similar %d %d\n", GetFormat(), pDst->GetFormat());
+    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscSurface::Blt SYSTEM TO VIDEO similar %d %d\n", GetFormat(), pDst->GetFormat());
     if (HRESULT hr = WriteToDelegated(0, pSrcRect); FAILED(hr))
         return UMDFail(hr, L"UMDRscSurface::Blt WriteToDelegated failed! 0x%x\n", hr);
     const POINT point = {pDstRect->left, pDstRect->top};
@@ -125,8 +122,8 @@ HRESULT UMDRscSurface::InternalStretchAndReadBack(
     const RECT* pSrcRect, IDirect3DSurface9* pDstSurface, const D3DSURFACE_DESC& dstDesc, const RECT* pDstRect)
 {
     UMDComPtr<IDirect3DSurface9> pTemporary;
-    const HRESULT hr = m_pDeviceDelegated->CreateRenderTarget(dstDesc.Width, dstDesc.Height, dstDesc.Format,
-        D3DMULTISAMPLE_NONE, 0, FALSE, pTemporary.Put(), nullptr);
+    const HRESULT hr = m_pDeviceDelegated->CreateRenderTarget(
+        dstDesc.Width, dstDesc.Height, dstDesc.Format, D3DMULTISAMPLE_NONE, 0, FALSE, pTemporary.Put(), nullptr);
     if (FAILED(hr))
         return UMDFail(hr, L"UMDRscSurface::Blt CreateRenderTarget failed! 0x%x\n", hr);
     if (HRESULT hrStretch = InternalStretchRect(pSrcRect, pTemporary.Get(), pDstRect); FAILED(hrStretch))

@@ -10,8 +10,8 @@
 UMDRscTexture::UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
     BOOL openResource, DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type)
     : UMDRscRenderTargetCapable(pDevice, hResourceOS, type, openResource), m_Levels(UMDSurfaceCount(pCreate)),
-      m_Usage(usage), m_pSurfList(UMDCopySurfaceList(pCreate)), m_SurfCount(UMDSurfaceCount(pCreate)),
-      m_bLocked(false), m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
+      m_Usage(usage), m_pSurfList(UMDCopySurfaceList(pCreate)), m_SurfCount(UMDSurfaceCount(pCreate)), m_bLocked(false),
+      m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
 {
     m_bIsRenderTarget = pCreate->Flags.RenderTarget;
     m_bIsPrimary = pCreate->Flags.Primary;

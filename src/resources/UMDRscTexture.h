@@ -11,8 +11,8 @@ class UMDRscTexture : public UMDRscRenderTargetCapable
 {
 public:
     /// A new texture. @param type UMDRESOURCETYPE_TEXTURE, or the derived class's.
-    UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
-        BOOL openResource, DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type);
+    UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate, BOOL openResource,
+        DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type);
     /// The mirror of a texture that another process shares. Everything is read from the first allocation's private
     /// record; usage and pool stand only while there is no record of ours.
     UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_OPENRESOURCE* pOpen, BOOL openResource,
@@ -48,11 +48,11 @@ public:
     IDirect3DTexture9* GetTexture() const { return m_pTexture.Get(); }
 
 protected:
-    UINT m_Levels;             ///< sub-resources of the create arguments
-    DWORD m_Usage;             ///< D3DUSAGE
-    UMDSurfaceList m_pSurfList;  ///< null when memory was short
-    UINT m_SurfCount;          ///< entries of the runtime's list
-    bool m_bLocked;            ///< level 0 is locked
+    UINT m_Levels;                         ///< sub-resources of the create arguments
+    DWORD m_Usage;                         ///< D3DUSAGE
+    UMDSurfaceList m_pSurfList;            ///< null when memory was short
+    UINT m_SurfCount;                      ///< entries of the runtime's list
+    bool m_bLocked;                        ///< level 0 is locked
     IDirect3DSurface9* m_pCurrentSurface;  ///< the sub-resource selected last, borrowed
 
 private:
@@ -64,13 +64,13 @@ private:
     HRESULT InternalBltVideoToVideo(IDirect3DSurface9* pSrcSurface, IDirect3DSurface9* pDstSurface);
     HRESULT InternalBltVideoToSystem(const RECT* pSrcRect, IDirect3DSurface9* pSrcSurface, UMDRscBase* pDst,
         IDirect3DSurface9* pDstSurface, const RECT* pDstRect);
-    HRESULT InternalStretchAndReadBack(const RECT* pSrcRect, IDirect3DSurface9* pSrcSurface,
-        IDirect3DSurface9* pDstSurface, const RECT* pDstRect);
+    HRESULT InternalStretchAndReadBack(
+        const RECT* pSrcRect, IDirect3DSurface9* pSrcSurface, IDirect3DSurface9* pDstSurface, const RECT* pDstRect);
     HRESULT InternalReadBack(IDirect3DSurface9* pSrcSurface, IDirect3DSurface9* pDstSurface);
     HRESULT InternalBltFallback(const RECT* pSrcRect, IDirect3DSurface9* pSrcSurface, UMDRscRenderTargetCapable* pDst,
         IDirect3DSurface9* pDstSurface, const RECT* pDstRect);
 
     UMDComPtr<IDirect3DTexture9> m_pTexture;
     UMDComPtr<IDirect3DSurface9> m_pLevelSurface[kMaxLevels];  ///< index is the level
-    HANDLE m_SharedHandle;  ///< of the delegated texture, null when it is not shared
+    HANDLE m_SharedHandle;                                     ///< of the delegated texture, null when it is not shared
 };

@@ -108,8 +108,8 @@ HRESULT UMDRscTexture::InternalBltFallback(const RECT* pSrcRect, IDirect3DSurfac
     UMD_TRACE(UMDTRACE_ERROR,
         L"UMDRscTexture::Blt failed! SRC Resource:0x%x Pool:%d RenderTarget:%d DST Resource:0x%x Pool:%d RenderTarget:%d\n",
         UMDLow32(this), GetPool(), m_bIsRenderTarget, UMDLow32(pDst), pDst->GetPool(), pDst->IsRenderTarget());
-    UMD_TRACE(UMDTRACE_ERROR, L"DST Width:%d Height:%d Width:%d Height:%d\n", dstDesc.Width, dstDesc.Height, width,
-        height);
+    UMD_TRACE(
+        UMDTRACE_ERROR, L"DST Width:%d Height:%d Width:%d Height:%d\n", dstDesc.Width, dstDesc.Height, width, height);
     UMD_TRACE(UMDTRACE_ERROR, L"SRC Width:%d Height:%d Width:%d Height:%d\n", srcDesc.Width, srcDesc.Height,
         pSrcRect->right - pSrcRect->left, pSrcRect->bottom - pSrcRect->top);
 
@@ -160,8 +160,8 @@ HRESULT UMDRscTexture::TexBlt(const RECT* pSrcRect, UMDRscBase* pDst, const RECT
         const RECT* pRect = level == 0 ? pSrcRect : nullptr;
         if (HRESULT hr = WriteToDelegated(level, pRect); FAILED(hr))
             return hr;
-        if (HRESULT hr = m_pDeviceDelegated->UpdateSurface(
-                pSrcSurface, pRect, pDstSurface, level == 0 ? &point : nullptr);
+        if (HRESULT hr =
+                m_pDeviceDelegated->UpdateSurface(pSrcSurface, pRect, pDstSurface, level == 0 ? &point : nullptr);
             FAILED(hr))
             return UMDFail(hr, L"UMDRscTexture::TexBlt UpdateSurface failed 0x%x\n", hr);
     }

@@ -81,8 +81,8 @@ HRESULT UMDRscVertexBuffer::Unlock()
 
 HRESULT UMDRscVertexBuffer::WriteToDelegated(UINT offset)
 {
-    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscVertexBuffer::WriteToDelegated VertexBuffer 0x%x\n",
-        UMDLow32(m_pVertexBuffer.Get()));
+    UMD_TRACE(
+        UMDTRACE_DETAIL, L"UMDRscVertexBuffer::WriteToDelegated VertexBuffer 0x%x\n", UMDLow32(m_pVertexBuffer.Get()));
     if (!m_pSysMem)
         return S_OK;
     // Whether offset and length fit together is the delegated buffer's to decide.

@@ -3,9 +3,7 @@
 #include "device/UMDDdiDevice.h"
 #include "util/UMDUtilDebugTrace.h"
 
-UMDShaderPixel::UMDShaderPixel(UMDDdiDevice* pDevice) : UMDRscBase(pDevice, nullptr, UMDRESOURCETYPE_PIXELSHADER)
-{
-}
+UMDShaderPixel::UMDShaderPixel(UMDDdiDevice* pDevice) : UMDRscBase(pDevice, nullptr, UMDRESOURCETYPE_PIXELSHADER) {}
 
 UMDShaderPixel::~UMDShaderPixel() = default;
 

@@ -3,9 +3,7 @@
 #include "device/UMDDdiDevice.h"
 #include "util/UMDUtilDebugTrace.h"
 
-UMDShaderVertex::UMDShaderVertex(UMDDdiDevice* pDevice) : UMDRscBase(pDevice, nullptr, UMDRESOURCETYPE_VERTEXSHADER)
-{
-}
+UMDShaderVertex::UMDShaderVertex(UMDDdiDevice* pDevice) : UMDRscBase(pDevice, nullptr, UMDRESOURCETYPE_VERTEXSHADER) {}
 
 UMDShaderVertex::~UMDShaderVertex() = default;
 

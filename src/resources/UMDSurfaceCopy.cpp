@@ -20,7 +20,7 @@ UINT FittingPixelsOfBoth(const D3DDDI_SURFACEINFO& memory, UINT lockedPitch, UIN
 {
     return UMDFittingPixels(memory.Width, std::min(memory.SysMemPitch, lockedPitch), bytesPerPixel);
 }
-}
+}  // namespace
 
 UINT UMDFittingPixels(UINT width, UINT pitch, UINT bytesPerPixel)
 {

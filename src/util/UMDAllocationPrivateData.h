@@ -14,13 +14,13 @@ inline constexpr UINT UMDALLOCATIONKIND_OTHER = 6;
 
 struct UMDAllocationPrivateData
 {
-    UINT Kind;                ///< UMDALLOCATIONKIND_PRIMARY or UMDALLOCATIONKIND_OTHER
-    UINT Width;               ///< pixels
-    UINT Height;              ///< pixels
-    UINT Format;              ///< D3DDDIFORMAT
-    UINT Pool;                ///< D3DPOOL of the delegated object; textures only
-    UINT Usage;               ///< D3DUSAGE; textures only
-    UINT Levels;              ///< levels, of one face for cubes; textures only
+    UINT Kind;    ///< UMDALLOCATIONKIND_PRIMARY or UMDALLOCATIONKIND_OTHER
+    UINT Width;   ///< pixels
+    UINT Height;  ///< pixels
+    UINT Format;  ///< D3DDDIFORMAT
+    UINT Pool;    ///< D3DPOOL of the delegated object; textures only
+    UINT Usage;   ///< D3DUSAGE; textures only
+    UINT Levels;  ///< levels, of one face for cubes; textures only
     UINT Reserved1;
     UINT MultisampleQuality;  ///< surfaces only
     UINT MipLevels;           ///< surfaces only
@@ -31,8 +31,8 @@ struct UMDAllocationPrivateData
     UINT Rotation;            ///< D3DDDI_ROTATION; surfaces only
     UINT TextureKind;         ///< 6 texture, 7 cube texture, 0 surface
     UINT Reserved2;
-    UINT DriverHandle;        ///< low 32 bits of the object's address; textures only
-    UINT SharedHandle;        ///< low 32 bits of the delegated texture's shared handle; textures only
+    UINT DriverHandle;  ///< low 32 bits of the object's address; textures only
+    UINT SharedHandle;  ///< low 32 bits of the delegated texture's shared handle; textures only
 };
 UMD_LAYOUT(UMDAllocationPrivateData, 76, 4);
 UMD_OFFSET(UMDAllocationPrivateData, Kind, 0x00);

@@ -8,18 +8,17 @@ namespace
 {
 constexpr wchar_t kKeyPath[] = L"Software\\Zembrilo\\Tesslo";
 constexpr wchar_t kValueName[] = L"DllNameInterface";
-constexpr DWORD kNameLength = 128; ///< characters of the name, terminating null included
+constexpr DWORD kNameLength = 128;  ///< characters of the name, terminating null included
 
 HMODULE m_hClientDll = nullptr;
-} // namespace
+}  // namespace
 
 void UMDClientLibraryLoad()
 {
     // One character more than the registry may fill: a value stored without its terminating null still ends.
     wchar_t registered[kNameLength + 1] = {};
     const wchar_t* pName = registered;
-    if (!UMDUtilRegistryValueGet(
-            HKEY_LOCAL_MACHINE, kKeyPath, kValueName, registered, kNameLength * sizeof(wchar_t)))
+    if (!UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKeyPath, kValueName, registered, kNameLength * sizeof(wchar_t)))
     {
         pName = TESSLO_CLIENT_DEFAULT_DLL;
         if (!UMDUtilRegistryValueSet(

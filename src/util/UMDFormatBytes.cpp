@@ -12,6 +12,7 @@ struct FormatBytes
 };
 
 // What the copies count on, which is not always the format's true size.
+// clang-format off: a row a line
 constexpr FormatBytes kFormatBytes[] = {
     {D3DDDIFMT_A8R8G8B8, 4},
     {D3DDDIFMT_X8R8G8B8, 4},
@@ -23,7 +24,8 @@ constexpr FormatBytes kFormatBytes[] = {
     {UMDFourCC("NV12"), 1},  // the luma plane's byte
     {UMDFourCC("DXT1"), 0},  // nothing is copied
 };
-}
+// clang-format on
+}  // namespace
 
 HRESULT UMDGetFormatBytes(D3DDDIFORMAT format, UINT* pBytes)
 {

@@ -90,7 +90,7 @@ void TraceLine(const wchar_t* pFormat, va_list arguments)
     if (g_DebugLevelUMD & UMDTRACE_LOGFILE)
         AppendToLogFile(line);
 }
-} // namespace
+}  // namespace
 
 void UMDUtilDebugTrace(UINT level, const wchar_t* pFormat, ...)
 {

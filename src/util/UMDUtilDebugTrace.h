@@ -7,18 +7,18 @@
 #include <windows.h>
 
 // Level bits. A call may combine several; it prints if any of them is set in the mask.
-inline constexpr UINT UMDTRACE_ERROR = 0x1;         ///< failures
-inline constexpr UINT UMDTRACE_DDI = 0x2;           ///< entry functions, "=> "
-inline constexpr UINT UMDTRACE_ENTER = 0x4;         ///< device methods, ">>> "
-inline constexpr UINT UMDTRACE_LEAVE = 0x8;         ///< device methods that succeeded, "<<< "
-inline constexpr UINT UMDTRACE_CAPS = 0x10;         ///< capability queries
-inline constexpr UINT UMDTRACE_RESOURCE = 0x20;     ///< resources, handles, locks
-inline constexpr UINT UMDTRACE_FRAMEBUFFER = 0x40;  ///< frame-buffer threads
-inline constexpr UINT UMDTRACE_GPU = 0x80;          ///< GPU thread
-inline constexpr UINT UMDTRACE_VIDEO = 0x100;       ///< video processing
-inline constexpr UINT UMDTRACE_DETAIL = 0x200;      ///< verbose detail
-inline constexpr UINT UMDTRACE_LOGFILE = 0x800;     ///< in the mask only: printed lines go to the log file too
-inline constexpr UINT UMDTRACE_ALWAYS = 0xFFFFFFFF; ///< prints whenever the mask is not 0
+inline constexpr UINT UMDTRACE_ERROR = 0x1;          ///< failures
+inline constexpr UINT UMDTRACE_DDI = 0x2;            ///< entry functions, "=> "
+inline constexpr UINT UMDTRACE_ENTER = 0x4;          ///< device methods, ">>> "
+inline constexpr UINT UMDTRACE_LEAVE = 0x8;          ///< device methods that succeeded, "<<< "
+inline constexpr UINT UMDTRACE_CAPS = 0x10;          ///< capability queries
+inline constexpr UINT UMDTRACE_RESOURCE = 0x20;      ///< resources, handles, locks
+inline constexpr UINT UMDTRACE_FRAMEBUFFER = 0x40;   ///< frame-buffer threads
+inline constexpr UINT UMDTRACE_GPU = 0x80;           ///< GPU thread
+inline constexpr UINT UMDTRACE_VIDEO = 0x100;        ///< video processing
+inline constexpr UINT UMDTRACE_DETAIL = 0x200;       ///< verbose detail
+inline constexpr UINT UMDTRACE_LOGFILE = 0x800;      ///< in the mask only: printed lines go to the log file too
+inline constexpr UINT UMDTRACE_ALWAYS = 0xFFFFFFFF;  ///< prints whenever the mask is not 0
 
 /// The process's level mask: 0, all off, until process attach reads it from the registry.
 extern UINT g_DebugLevelUMD;

@@ -32,7 +32,7 @@ constexpr ExceptionName kExceptionNames[] = {
     {0xC00000FD, L"EXCEPTION_STACK_OVERFLOW\n"},
     {0x80000029, L"STATUS_UNWIND_CONSOLIDATE\n"},
 };
-} // namespace
+}  // namespace
 
 LONG UMDUtilDebugTraceException(DWORD code)
 {

@@ -42,7 +42,7 @@ const wchar_t* KindName(UMDRESOURCETYPE type)
         return L"";
     }
 }
-} // namespace
+}  // namespace
 
 void UMDUtilDebugTracePrintLock(const D3DDDIARG_LOCK* pLock, UMDRESOURCETYPE type)
 {

@@ -106,7 +106,7 @@ void PrintPrivateDescription(const UMDAllocationPrivateData& data)
     UMD_TRACE(kLevel, L"   Flags: %s %s\n", flags.RenderTarget ? L"RenderTarget | " : L"",
         flags.Texture ? L"Texture | " : L"");
 }
-} // namespace
+}  // namespace
 
 void UMDUtilDebugTracePrintResourceType(UMDRESOURCETYPE type)
 {

@@ -46,7 +46,7 @@ constexpr StateText kStateTexts[] = {
     {D3DDDITSS_TEXTURECOLORKEYVAL, L"D3DDDITSS_TEXTURECOLORKEYVAL Stage:%d Value:%d\n"},
     {D3DDDITSS_FORCE_DWORD, L"D3DDDITSS_FORCE_DWORD Stage:%d Value:%d\n"},
 };
-} // namespace
+}  // namespace
 
 void UMDUtilDebugTracePrintTextureStageState(UINT level, const D3DDDIARG_TEXTURESTAGESTATE* pTextureStageState)
 {

@@ -41,7 +41,7 @@ UINT LowWord(REFERENCE_TIME time)
 {
     return static_cast<UINT>(time);
 }
-} // namespace
+}  // namespace
 
 void UMDUtilDebugTracePrintVideoDesc(const DXVADDI_VIDEODESC* pVideoDesc)
 {

@@ -5,8 +5,8 @@
 bool UMDUtilRegistryValueGet(HKEY hRoot, const wchar_t* pPath, const wchar_t* pValueName, void* pData, DWORD size)
 {
     HKEY hKey = nullptr;
-    LSTATUS error = RegCreateKeyExW(
-        hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ, nullptr, &hKey, nullptr);
+    LSTATUS error =
+        RegCreateKeyExW(hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ, nullptr, &hKey, nullptr);
     if (error != ERROR_SUCCESS)
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueGet  RegCreateKeyExW failed! %s %d\n", pPath, error);
@@ -16,8 +16,8 @@ bool UMDUtilRegistryValueGet(HKEY hRoot, const wchar_t* pPath, const wchar_t* pV
     error = RegQueryValueExW(hKey, pValueName, nullptr, &type, static_cast<BYTE*>(pData), &size);
     RegCloseKey(hKey);
     if (error == ERROR_FILE_NOT_FOUND)
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueGet RegQueryValueExW failed! %s ERROR_FILE_NOT_FOUND\n",
-            pValueName);
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"UMDUtilRegistryValueGet RegQueryValueExW failed! %s ERROR_FILE_NOT_FOUND\n", pValueName);
     else if (error != ERROR_SUCCESS)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueGet RegQueryValueExW failed! %s %d\n", pValueName, error);
     else if (type == REG_SZ)
@@ -38,8 +38,8 @@ bool UMDUtilRegistryValueSet(
         UMD_TRACE(UMDTRACE_DETAIL, L"UMDUtilRegistryValueSet Path: %s Value: %s\n", pPath, pValueName);
 
     HKEY hKey = nullptr;
-    LSTATUS error = RegCreateKeyExW(
-        hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &hKey, nullptr);
+    LSTATUS error =
+        RegCreateKeyExW(hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &hKey, nullptr);
     if (error != ERROR_SUCCESS)
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueSet RegCreateKeyExW failed! %s %d\n", pPath, error);

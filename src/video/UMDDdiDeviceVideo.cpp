@@ -5,7 +5,7 @@
 
 #include <new>
 
-UMDDdiDeviceVideo::UMDDdiDeviceVideo(UMDDdiDevice* pDevice) : m_pGpuDXVA(new (std::nothrow) UMDGpuDXVA(pDevice))
+UMDDdiDeviceVideo::UMDDdiDeviceVideo(UMDDdiDevice* pDevice) : m_pGpuDXVA(new(std::nothrow) UMDGpuDXVA(pDevice))
 {
     if (!m_pGpuDXVA)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDeviceVideo::UMDDdiDeviceVideo failed!\n");

@@ -9,12 +9,12 @@
 #include <dxva2api.h>
 
 /// A member that both records name alike lies at the same place in both.
-#define UMD_SAME_MEMBER(ours, theirs, member)                                                                          \
-    static_assert(offsetof(ours, member) == offsetof(theirs, member), #ours "::" #member);                             \
+#define UMD_SAME_MEMBER(ours, theirs, member)                                              \
+    static_assert(offsetof(ours, member) == offsetof(theirs, member), #ours "::" #member); \
     static_assert(sizeof(ours::member) == sizeof(theirs::member), #ours "::" #member)
 
 /// A member that both records name alike has the same size in both; the records around it differ.
-#define UMD_SAME_SIZE(ours, theirs, member)                                                                            \
+#define UMD_SAME_SIZE(ours, theirs, member) \
     static_assert(sizeof(ours::member) == sizeof(theirs::member), #ours "::" #member)
 
 UMD_LAYOUT(DXVA2_ExtendedFormat, sizeof(DXVADDI_EXTENDEDFORMAT), alignof(DXVADDI_EXTENDEDFORMAT));

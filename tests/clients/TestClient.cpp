@@ -6,10 +6,9 @@ namespace
 
 TestClientTable s_Table;
 
-} // namespace
+}  // namespace
 
-extern "C"
-{
+extern "C" {
 
 __declspec(dllexport) void TestClientSetTable(const TestClientTable* pTable)
 {

@@ -22,8 +22,7 @@ static_assert(kScreenStride == 28 && kSpaceStride == 24);
 }  // namespace
 
 DifferentialCanvas::DifferentialCanvas(Painter& painter, PainterSurface kind, D3DFORMAT format)
-    : m_Painter(painter),
-      m_pTarget(painter.CreateSurface(kind, kWidth, kHeight, format)),
+    : m_Painter(painter), m_pTarget(painter.CreateSurface(kind, kWidth, kHeight, format)),
       m_pScreenDeclaration(painter.CreateDeclaration(kScreenElements)),
       m_pSpaceDeclaration(painter.CreateDeclaration(kSpaceElements))
 {

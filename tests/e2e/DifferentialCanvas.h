@@ -36,8 +36,8 @@ public:
     static constexpr D3DCOLOR kBackground = 0xFF102040;
 
     /// Makes a target of its own, clears it and binds it: no lights, no culling, no depth test, screen vertices.
-    explicit DifferentialCanvas(Painter& painter, PainterSurface kind = PainterSurface::Target,
-        D3DFORMAT format = D3DFMT_A8R8G8B8);
+    explicit DifferentialCanvas(
+        Painter& painter, PainterSurface kind = PainterSurface::Target, D3DFORMAT format = D3DFMT_A8R8G8B8);
 
     PainterObject& Target() { return *m_pTarget; }
     void UseScreenVertices() { m_Painter.SetDeclaration(*m_pScreenDeclaration); }

@@ -196,8 +196,8 @@ PainterHandle DifferentialDriverPainter::CreateDeclaration(std::span<const D3DVE
 {
     std::vector<D3DDDIVERTEXELEMENT> copy;
     for (const D3DVERTEXELEMENT9& element : elements)
-        copy.push_back({element.Stream, element.Offset, element.Type, element.Method, element.Usage,
-            element.UsageIndex});
+        copy.push_back(
+            {element.Stream, element.Offset, element.Type, element.Method, element.Usage, element.UsageIndex});
     D3DDDIARG_CREATEVERTEXSHADERDECL arg = {static_cast<UINT>(copy.size()), nullptr};
     CALL(pfnCreateVertexShaderDecl, &arg, copy.data());
     return std::make_unique<Shader>(Device(), arg.ShaderHandle, Functions().pfnDeleteVertexShaderDecl);
@@ -347,15 +347,14 @@ void DifferentialDriverPainter::DrawIndexed(
     CALL(pfnDrawIndexedPrimitive, &arg);
 }
 
-void DifferentialDriverPainter::DrawIndexedFromMemory(D3DPRIMITIVETYPE type, INT baseByte, UINT minIndex,
-    UINT vertices, UINT count, const void* pIndices, UINT indexSize)
+void DifferentialDriverPainter::DrawIndexedFromMemory(
+    D3DPRIMITIVETYPE type, INT baseByte, UINT minIndex, UINT vertices, UINT count, const void* pIndices, UINT indexSize)
 {
     const D3DDDIARG_DRAWINDEXEDPRIMITIVE2 arg = {type, baseByte, minIndex, vertices, 0, count};
     CALL(pfnDrawIndexedPrimitive2, &arg, indexSize, pIndices, nullptr);
 }
 
-void DifferentialDriverPainter::Blt(
-    PainterObject& from, const RECT& fromRect, PainterObject& to, const RECT& toRect)
+void DifferentialDriverPainter::Blt(PainterObject& from, const RECT& fromRect, PainterObject& to, const RECT& toRect)
 {
     D3DDDIARG_BLT arg{};
     arg.hSrcResource = Handle(from);
@@ -366,8 +365,7 @@ void DifferentialDriverPainter::Blt(
     CALL(pfnBlt, &arg);
 }
 
-void DifferentialDriverPainter::TexBlt(
-    PainterObject& from, const RECT& rect, PainterObject& to, const POINT& point)
+void DifferentialDriverPainter::TexBlt(PainterObject& from, const RECT& rect, PainterObject& to, const POINT& point)
 {
     D3DDDIARG_TEXBLT arg{};
     arg.hSrcResource = Handle(from);

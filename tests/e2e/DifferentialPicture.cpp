@@ -33,8 +33,8 @@ Rgb ToRgb(const DifferentialPicture& picture, UINT x, UINT y)
 {
     const UINT pixel = picture.At(x, y);
     if (picture.m_Format == D3DFMT_R5G6B5)
-        return {{static_cast<BYTE>(pixel >> 11 << 3), static_cast<BYTE>(pixel >> 5 << 2),
-            static_cast<BYTE>(pixel << 3)}};
+        return {
+            {static_cast<BYTE>(pixel >> 11 << 3), static_cast<BYTE>(pixel >> 5 << 2), static_cast<BYTE>(pixel << 3)}};
     return {{static_cast<BYTE>(pixel >> 16), static_cast<BYTE>(pixel >> 8), static_cast<BYTE>(pixel)}};
 }
 
@@ -97,8 +97,9 @@ DifferentialPicture DifferentialPattern(UINT width, UINT height, D3DFORMAT forma
     DifferentialPicture picture(width, height, format);
     for (UINT y = 0; y < height; ++y)
         for (UINT x = 0; x < width; ++x)
-            picture.Set(x, y, format == D3DFMT_R5G6B5 ? (x * 2113 + y * 4649 + 77) & 0xFFFF
-                                                      : 0xFF000000 | (x * 0x0B0703 + y * 0x05110D + 0x204060));
+            picture.Set(x, y,
+                format == D3DFMT_R5G6B5 ? (x * 2113 + y * 4649 + 77) & 0xFFFF
+                                        : 0xFF000000 | (x * 0x0B0703 + y * 0x05110D + 0x204060));
     return picture;
 }
 

@@ -8,8 +8,8 @@
 
 struct DifferentialPicture
 {
-    UINT m_Width = 0;   ///< pixels
-    UINT m_Height = 0;  ///< pixels
+    UINT m_Width = 0;                     ///< pixels
+    UINT m_Height = 0;                    ///< pixels
     D3DFORMAT m_Format = D3DFMT_UNKNOWN;  ///< A8R8G8B8, X8R8G8B8 or R5G6B5
     std::vector<BYTE> m_Bytes;            ///< packed rows, top row first
 

@@ -17,7 +17,7 @@ struct DifferentialPlainPainter::Object : PainterObject
     UMDComPtr<IDirect3DSurface9> m_pSurface;  ///< level 0 of a texture
     D3DSURFACE_DESC m_Desc{};                 ///< of the surface
     UMDComPtr<IDirect3DVertexBuffer9> m_pVertexBuffer;
-    std::vector<BYTE> m_Vertices;             ///< what was written into the vertex buffer
+    std::vector<BYTE> m_Vertices;  ///< what was written into the vertex buffer
     UMDComPtr<IDirect3DIndexBuffer9> m_pIndexBuffer;
     UMDComPtr<IDirect3DVertexShader9> m_pVertexShader;
     UMDComPtr<IDirect3DPixelShader9> m_pPixelShader;
@@ -128,8 +128,8 @@ PainterHandle DifferentialPlainPainter::CreateDepth(UINT width, UINT height, D3D
 PainterHandle DifferentialPlainPainter::CreateMemorySurface(const DifferentialPicture& picture)
 {
     auto pObject = std::make_unique<Object>();
-    CALL(m_pDevice, CreateOffscreenPlainSurface, picture.m_Width, picture.m_Height, picture.m_Format,
-        D3DPOOL_SYSTEMMEM, pObject->m_pSurface.Put(), nullptr);
+    CALL(m_pDevice, CreateOffscreenPlainSurface, picture.m_Width, picture.m_Height, picture.m_Format, D3DPOOL_SYSTEMMEM,
+        pObject->m_pSurface.Put(), nullptr);
     pObject->TakeSurface();
     WriteLevel(pObject->m_pSurface.Get(), picture);
     return pObject;
@@ -322,8 +322,8 @@ void DifferentialPlainPainter::DrawIndexed(
     CALL(m_pDevice, DrawIndexedPrimitive, type, baseVertex, minIndex, vertices, firstIndex, count);
 }
 
-void DifferentialPlainPainter::DrawIndexedFromMemory(D3DPRIMITIVETYPE type, INT baseByte, UINT minIndex,
-    UINT vertices, UINT count, const void* pIndices, UINT indexSize)
+void DifferentialPlainPainter::DrawIndexedFromMemory(
+    D3DPRIMITIVETYPE type, INT baseByte, UINT minIndex, UINT vertices, UINT count, const void* pIndices, UINT indexSize)
 {
     const BYTE* pVertices = m_pStreamMemory ? m_pStreamMemory : m_pStreamBuffer->m_Vertices.data();
     CALL(m_pDevice, DrawIndexedPrimitiveUP, type, minIndex, vertices, count, pIndices,
@@ -342,12 +342,12 @@ void DifferentialPlainPainter::Blt(PainterObject& from, const RECT& fromRect, Pa
     else if (bFromMemory)
         CALL(m_pDevice, UpdateSurface, source.m_pSurface.Get(), &fromRect, target.m_pSurface.Get(), &point);
     else if (!bToMemory)
-        CALL(m_pDevice, StretchRect, source.m_pSurface.Get(), &fromRect, target.m_pSurface.Get(), &toRect,
-            D3DTEXF_NONE);
+        CALL(
+            m_pDevice, StretchRect, source.m_pSurface.Get(), &fromRect, target.m_pSurface.Get(), &toRect, D3DTEXF_NONE);
     else
     {
-        const PainterHandle pStretched = CreateSurface(
-            PainterSurface::Target, target.m_Desc.Width, target.m_Desc.Height, target.m_Desc.Format);
+        const PainterHandle pStretched =
+            CreateSurface(PainterSurface::Target, target.m_Desc.Width, target.m_Desc.Height, target.m_Desc.Format);
         Blt(from, fromRect, *pStretched, toRect);
         CALL(m_pDevice, GetRenderTargetData, Object::Of(*pStretched).m_pSurface.Get(), target.m_pSurface.Get());
     }

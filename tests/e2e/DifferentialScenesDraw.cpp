@@ -74,15 +74,17 @@ void EachType(Painter& painter, Source source, DrawOne drawOne)
 void AddPlainDraws(std::vector<DifferentialScene>& scenes, Source source)
 {
     const std::string name = kSourceNames[static_cast<int>(source)];
-    scenes.push_back({"Draw_" + name, [source](Painter& painter) {
-        EachType(painter, source, [&](const TypeCount& type) { painter.Draw(type.m_Type, kLead, type.m_Count); });
-    }});
+    scenes.push_back(
+        {"Draw_" + name, [source](Painter& painter) {
+             EachType(painter, source, [&](const TypeCount& type) { painter.Draw(type.m_Type, kLead, type.m_Count); });
+         }});
     // From memory the byte offset is not applied, so there it stays 0.
     const UINT firstByte = source == Source::Memory ? 0 : kLead * kStride;
     scenes.push_back({"DrawFromByte_" + name, [source, firstByte](Painter& painter) {
-        EachType(painter, source,
-            [&](const TypeCount& type) { painter.DrawFromByte(type.m_Type, firstByte, type.m_Count); });
-    }});
+                          EachType(painter, source, [&](const TypeCount& type) {
+                              painter.DrawFromByte(type.m_Type, firstByte, type.m_Count);
+                          });
+                      }});
 }
 
 template <typename Index>

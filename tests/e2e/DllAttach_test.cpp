@@ -124,7 +124,8 @@ TEST_F(DllAttachTest, Detach_ClientLoaded_FreesItBetweenTheTwoDetachLines)
     DriverDll dll;
     ASSERT_NE(nullptr, GetModuleHandleW(kClient));
     // Left alive: the table that it would put right again is gone with the DLL.
-    auto* pPatch = new ImportPatch(dll.Module(), "kernel32.dll", "FreeLibrary", reinterpret_cast<void*>(FreeAndRemember));
+    auto* pPatch =
+        new ImportPatch(dll.Module(), "kernel32.dll", "FreeLibrary", reinterpret_cast<void*>(FreeAndRemember));
     s_pFreeLibrary = pPatch->Original<decltype(s_pFreeLibrary)>();
     m_Trace.Clear();
     dll.Unload();
@@ -179,4 +180,4 @@ TEST_F(DllAttachTest, LogFile_ErrorsAndFileBit_HoldsWhatTheDebuggerGot)
     EXPECT_NE(std::string::npos, debugger.find("UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"));
     EXPECT_EQ(debugger, Logged(offset));
 }
-} // namespace
+}  // namespace

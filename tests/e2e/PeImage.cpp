@@ -17,7 +17,7 @@ struct CodeViewRecord
     char m_Name[1];
 };
 
-} // namespace
+}  // namespace
 
 PeImage::PeImage(const std::filesystem::path& file)
 {
@@ -27,8 +27,8 @@ PeImage::PeImage(const std::filesystem::path& file)
         throw std::runtime_error("cannot read " + file.string());
     const auto* pDos = reinterpret_cast<const IMAGE_DOS_HEADER*>(m_Bytes.data());
     m_pHeaders = reinterpret_cast<const IMAGE_NT_HEADERS64*>(m_Bytes.data() + pDos->e_lfanew);
-    if (m_pHeaders->Signature != IMAGE_NT_SIGNATURE
-        || m_pHeaders->OptionalHeader.Magic != IMAGE_NT_OPTIONAL_HDR64_MAGIC)
+    if (m_pHeaders->Signature != IMAGE_NT_SIGNATURE ||
+        m_pHeaders->OptionalHeader.Magic != IMAGE_NT_OPTIONAL_HDR64_MAGIC)
         throw std::runtime_error("no 64-bit image: " + file.string());
 }
 
@@ -62,8 +62,8 @@ std::vector<std::string> PeImage::Exports() const
 std::set<std::string> PeImage::ImportedLibraries() const
 {
     std::set<std::string> names;
-    const auto* pLibrary = InternalAt<IMAGE_IMPORT_DESCRIPTOR>(
-        InternalDirectory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress);
+    const auto* pLibrary =
+        InternalAt<IMAGE_IMPORT_DESCRIPTOR>(InternalDirectory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress);
     for (; pLibrary->Name != 0; pLibrary++)
     {
         std::string name = InternalAt<char>(pLibrary->Name);

@@ -53,7 +53,7 @@ std::string InstanceOf(const Lines& lines)
     return lines.size() == 1 ? lines[0].substr(start.size(), lines[0].find(" 0x") - start.size()) : "";
 }
 
-} // namespace
+}  // namespace
 
 TEST_F(UMDAdapterTest, OpenAdapter_AnyInterfaceAndVersion_AnswersTheWindows7Version)
 {
@@ -71,8 +71,8 @@ TEST_F(UMDAdapterTest, OpenAdapter_AnyInterfaceAndVersion_AnswersTheWindows7Vers
         EXPECT_NE(m_pDriver->m_AdapterFuncs.pfnCreateDevice, nullptr);
         EXPECT_NE(m_pDriver->m_AdapterFuncs.pfnCloseAdapter, nullptr);
         EXPECT_EQ(m_Trace.LinesOfThisThread().front(),
-            ">>> OpenAdapter Interface: " + std::to_string(opened.m_Interface)
-                + " Version: " + std::to_string(opened.m_Version) + " Driver Version: 0\n");
+            ">>> OpenAdapter Interface: " + std::to_string(opened.m_Interface) +
+                " Version: " + std::to_string(opened.m_Version) + " Driver Version: 0\n");
         EXPECT_EQ(m_pDriver->CloseAdapter(), S_OK);
     }
 }
@@ -136,9 +136,9 @@ TEST_F(UMDAdapterTest, CreateDevice_ContextRefused_FailsAndLeavesTheRecord)
     EXPECT_EQ(m_pDriver->CreateDevice(m_Kernel), E_FAIL);
     EXPECT_EQ(m_pDriver->m_hDevice, nullptr);
     EXPECT_EQ(m_pDriver->m_DeviceFuncs.pfnSetRenderState, nullptr);
-    EXPECT_EQ(Find("failed!"),
-        (Lines{"UMDDdiDevice::CreateContext pfnCreateContextCb failed! 0x8007000e\n",
-            "UMDDdiDevice::Initialize CreateContext failed!\n", "UMDAdapter::CreateDevice pCtxt->Initialize failed!\n"}));
+    EXPECT_EQ(Find("failed!"), (Lines{"UMDDdiDevice::CreateContext pfnCreateContextCb failed! 0x8007000e\n",
+                                   "UMDDdiDevice::Initialize CreateContext failed!\n",
+                                   "UMDAdapter::CreateDevice pCtxt->Initialize failed!\n"}));
     EXPECT_EQ(Find(">>> UMDDdiDevice::~UMDDdiDevice").size(), 1U);
     EXPECT_EQ(m_pDriver->CloseAdapter(), S_OK);
 }
@@ -177,8 +177,8 @@ TEST_F(UMDAdapterTest, OpenAdapter_MemoryRunsOut_FailsAndLeavesTheRecord)
 TEST_F(UMDAdapterTest, DllMain_AnyReason_AnswersTrueAndTracesIt)
 {
     const auto pBase = reinterpret_cast<const BYTE*>(m_pDriver->Module());
-    const auto pHeaders = reinterpret_cast<const IMAGE_NT_HEADERS*>(
-        pBase + reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase)->e_lfanew);
+    const auto pHeaders =
+        reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase)->e_lfanew);
     const auto pEntry = reinterpret_cast<BOOL(WINAPI*)(HINSTANCE, DWORD, LPVOID)>(
         reinterpret_cast<UINT_PTR>(pBase) + pHeaders->OptionalHeader.AddressOfEntryPoint);
     const struct

@@ -24,7 +24,7 @@ VS_FIXEDFILEINFO ReadVersion()
     return version;
 }
 
-} // namespace
+}  // namespace
 
 TEST(DriverBinary, Exports_All_AreOpenAdapterAlone)
 {
@@ -42,8 +42,8 @@ TEST(DriverBinary, Flags_OfTheImage_ArePositionFreeWithoutExecutableData)
     const PeImage image(kDriver);
     const IMAGE_NT_HEADERS64& headers = image.Headers();
     EXPECT_EQ(headers.FileHeader.Machine, IMAGE_FILE_MACHINE_AMD64);
-    constexpr WORD kFlags = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE | IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA
-        | IMAGE_DLLCHARACTERISTICS_NX_COMPAT;
+    constexpr WORD kFlags = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE | IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA |
+                            IMAGE_DLLCHARACTERISTICS_NX_COMPAT;
     EXPECT_EQ(headers.OptionalHeader.DllCharacteristics & kFlags, kFlags);
     EXPECT_EQ(headers.FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED, 0);
 }

@@ -13,9 +13,9 @@ constexpr RECT kAll = DifferentialCanvas::kAll;
 constexpr UINT kStride = sizeof(ScreenVertex);
 
 /// Two triangles: the left one first.
-constexpr std::array<ScreenVertex, 6> kTriangles = {{{4, 4, 0, 1, 0xFFFF4040, 0, 0}, {40, 8, 0, 1, 0xFFFFFF40, 0, 0},
-    {10, 60, 0, 1, 0xFF40FF40, 0, 0}, {50, 4, 0, 1, 0xFF4040FF, 0, 0}, {92, 8, 0, 1, 0xFF40FFFF, 0, 0},
-    {60, 60, 0, 1, 0xFFFF40FF, 0, 0}}};
+constexpr std::array<ScreenVertex, 6> kTriangles = {
+    {{4, 4, 0, 1, 0xFFFF4040, 0, 0}, {40, 8, 0, 1, 0xFFFFFF40, 0, 0}, {10, 60, 0, 1, 0xFF40FF40, 0, 0},
+        {50, 4, 0, 1, 0xFF4040FF, 0, 0}, {92, 8, 0, 1, 0xFF40FFFF, 0, 0}, {60, 60, 0, 1, 0xFFFF40FF, 0, 0}}};
 
 // The painters never live at once, and the driver's comes last: Wine does not stand a device of one thread behind a
 // device of another that has gone.
@@ -217,9 +217,8 @@ TEST(DifferentialContract, SetTextureStageState_SamplerStates_DoNotReachTheSampl
     });
     const auto driver = Driver([&](Painter& painter, DifferentialCanvas& canvas) {
         // 13 is the horizontal addressing among the stage states of the driver interface.
-        tiled(painter, canvas, [&] {
-            painter.SetTextureStageState(0, static_cast<D3DTEXTURESTAGESTATETYPE>(13), D3DTADDRESS_CLAMP);
-        });
+        tiled(painter, canvas,
+            [&] { painter.SetTextureStageState(0, static_cast<D3DTEXTURESTAGESTATETYPE>(13), D3DTADDRESS_CLAMP); });
     });
     ExpectFirstNotSecond("SamplerStates", driver, equal, other);
 }

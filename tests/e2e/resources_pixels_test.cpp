@@ -71,7 +71,7 @@ protected:
 
 constexpr UINT kFlagRenderTarget = 0x1;
 constexpr UINT kFlagTexture = 0x10000;
-}
+}  // namespace
 
 TEST_F(ResourcesPixelsTest, TexBlt_OddSizesFormatsAndPadding_PixelsComeBack)
 {

@@ -33,8 +33,7 @@ protected:
         m_Callbacks = FakeKernel::Callbacks();
         PrepareStart();
         m_pAdapter = std::make_unique<UMDAdapter>(m_Kernel.RuntimeHandle(), 0x2003, &m_AdapterCallbacks);
-        m_pDevice = std::make_unique<UMDDdiDevice>(
-            m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), &m_Callbacks);
+        m_pDevice = std::make_unique<UMDDdiDevice>(m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), &m_Callbacks);
         ASSERT_TRUE(m_pDevice->Initialize());
         WaitForWorkers();
         ForgetCalls();
@@ -84,4 +83,4 @@ protected:
     std::unique_ptr<UMDDdiDevice> m_pDevice;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

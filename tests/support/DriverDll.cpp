@@ -64,4 +64,4 @@ void DriverDll::Unload()
         FreeLibrary(hModule);
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -30,9 +30,9 @@ public:
     /// Unloads now. The adapter must be closed.
     void Unload();
 
-    HANDLE m_hAdapter = nullptr;   ///< the driver's, null while closed
-    HANDLE m_hDevice = nullptr;    ///< the driver's, null before CreateDevice
-    UINT m_DriverVersion = 0;      ///< told by OpenAdapter
+    HANDLE m_hAdapter = nullptr;  ///< the driver's, null while closed
+    HANDLE m_hDevice = nullptr;   ///< the driver's, null before CreateDevice
+    UINT m_DriverVersion = 0;     ///< told by OpenAdapter
     D3DDDI_ADAPTERFUNCS m_AdapterFuncs{};
     D3DDDI_DEVICEFUNCS m_DeviceFuncs{};
     D3DDDI_ADAPTERCALLBACKS m_AdapterCallbacks{};
@@ -41,4 +41,4 @@ private:
     HMODULE m_hModule;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

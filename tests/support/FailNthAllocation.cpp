@@ -8,13 +8,13 @@ namespace tesslo::test
 namespace
 {
 
-DWORD s_ThreadId;             ///< the thread whose allocations count, 0 for none
-unsigned s_Nth;               ///< the allocation that fails
-volatile LONG s_Count;        ///< allocations counted
-volatile LONG s_PauseDepth;   ///< of the counted thread
+DWORD s_ThreadId;            ///< the thread whose allocations count, 0 for none
+unsigned s_Nth;              ///< the allocation that fails
+volatile LONG s_Count;       ///< allocations counted
+volatile LONG s_PauseDepth;  ///< of the counted thread
 void* (*s_pOriginal)(size_t);
 
-} // namespace
+}  // namespace
 
 FailNthAllocation::FailNthAllocation(unsigned nth, HMODULE hModule)
     : m_Patch((s_pOriginal = malloc, hModule), "msvcrt.dll", "malloc", reinterpret_cast<void*>(InternalAllocate))
@@ -56,4 +56,4 @@ FailNthAllocation::Pause::~Pause()
         s_PauseDepth = s_PauseDepth - 1;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

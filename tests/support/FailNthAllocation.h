@@ -34,4 +34,4 @@ private:
     ImportPatch m_Patch;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

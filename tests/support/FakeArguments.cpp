@@ -51,11 +51,12 @@ std::string FormatRecord(const D3DMATRIX& matrix)
 std::string FormatRecord(const D3DPRESENT_PARAMETERS& p)
 {
     char text[256];
-    snprintf(text, sizeof text, "[%ux%u format:%d count:%u samples:%d,%lu swap:%d window:%s windowed:%d depth:%d,%d "
-        "flags:%lu refresh:%u interval:%u]", p.BackBufferWidth, p.BackBufferHeight, p.BackBufferFormat,
-        p.BackBufferCount, p.MultiSampleType, p.MultiSampleQuality, p.SwapEffect, p.hDeviceWindow ? "set" : "null",
-        p.Windowed, p.EnableAutoDepthStencil, p.AutoDepthStencilFormat, p.Flags, p.FullScreen_RefreshRateInHz,
-        p.PresentationInterval);
+    snprintf(text, sizeof text,
+        "[%ux%u format:%d count:%u samples:%d,%lu swap:%d window:%s windowed:%d depth:%d,%d "
+        "flags:%lu refresh:%u interval:%u]",
+        p.BackBufferWidth, p.BackBufferHeight, p.BackBufferFormat, p.BackBufferCount, p.MultiSampleType,
+        p.MultiSampleQuality, p.SwapEffect, p.hDeviceWindow ? "set" : "null", p.Windowed, p.EnableAutoDepthStencil,
+        p.AutoDepthStencilFormat, p.Flags, p.FullScreen_RefreshRateInHz, p.PresentationInterval);
     return text;
 }
 
@@ -83,4 +84,4 @@ std::string FormatGuid(const GUID& guid)
     return text;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

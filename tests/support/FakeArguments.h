@@ -44,9 +44,10 @@ std::string FormatGuid(const GUID& guid);
 
 /// Whether constant records of this type print their content behind a pointer.
 template <typename Record>
-inline constexpr bool IsPrintedRecord = std::is_same_v<Record, const RECT> || std::is_same_v<Record, const POINT>
-    || std::is_same_v<Record, const D3DVIEWPORT9> || std::is_same_v<Record, const D3DMATRIX>
-    || std::is_same_v<Record, D3DPRESENT_PARAMETERS>;
+inline constexpr bool IsPrintedRecord =
+    std::is_same_v<Record, const RECT> || std::is_same_v<Record, const POINT> ||
+    std::is_same_v<Record, const D3DVIEWPORT9> || std::is_same_v<Record, const D3DMATRIX> ||
+    std::is_same_v<Record, D3DPRESENT_PARAMETERS>;
 
 template <typename Argument>
 std::string FormatArgument(const FakeRecorder& recorder, const Argument& argument)
@@ -112,4 +113,4 @@ std::string FormatArguments(const FakeRecorder& recorder, const Arguments&... ar
     return text;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

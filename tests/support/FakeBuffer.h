@@ -62,4 +62,4 @@ private:
 using FakeVertexBuffer = FakeBuffer<FakeVertexBufferMethods, D3DVERTEXBUFFER_DESC>;
 using FakeIndexBuffer = FakeBuffer<FakeIndexBufferMethods, D3DINDEXBUFFER_DESC>;
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -63,4 +63,4 @@ DWORD FakeCubeTexture::GetLevelCount()
     return static_cast<DWORD>(m_Faces[0].size());
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -20,8 +20,8 @@ public:
     HRESULT STDMETHODCALLTYPE GetLevelDesc(UINT level, D3DSURFACE_DESC* pDesc) override;
     HRESULT STDMETHODCALLTYPE GetCubeMapSurface(
         D3DCUBEMAP_FACES face, UINT level, IDirect3DSurface9** ppSurface) override;
-    HRESULT STDMETHODCALLTYPE LockRect(D3DCUBEMAP_FACES face, UINT level, D3DLOCKED_RECT* pLockedRect,
-        const RECT* pRect, DWORD flags) override;
+    HRESULT STDMETHODCALLTYPE LockRect(
+        D3DCUBEMAP_FACES face, UINT level, D3DLOCKED_RECT* pLockedRect, const RECT* pRect, DWORD flags) override;
     HRESULT STDMETHODCALLTYPE UnlockRect(D3DCUBEMAP_FACES face, UINT level) override;
     DWORD STDMETHODCALLTYPE GetLevelCount() override;
     D3DRESOURCETYPE STDMETHODCALLTYPE GetType() override { return D3DRTYPE_CUBETEXTURE; }
@@ -33,4 +33,4 @@ private:
     std::array<std::vector<std::unique_ptr<FakeSurface>>, kFaceCount> m_Faces;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -34,8 +34,7 @@ HRESULT FakeDevice::InternalMakeSurface(
 HRESULT FakeDevice::CreateTexture(UINT width, UINT height, UINT levels, DWORD usage, D3DFORMAT format, D3DPOOL pool,
     IDirect3DTexture9** ppTexture, HANDLE* pSharedHandle)
 {
-    HRESULT hr
-        = FakeDeviceMethods::CreateTexture(width, height, levels, usage, format, pool, ppTexture, pSharedHandle);
+    HRESULT hr = FakeDeviceMethods::CreateTexture(width, height, levels, usage, format, pool, ppTexture, pSharedHandle);
     if (FAILED(hr))
         return hr;
     FailNthAllocation::Pause pause;
@@ -110,8 +109,7 @@ HRESULT FakeDevice::CreateDepthStencilSurface(UINT width, UINT height, D3DFORMAT
 HRESULT FakeDevice::CreateOffscreenPlainSurface(
     UINT width, UINT height, D3DFORMAT format, D3DPOOL pool, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle)
 {
-    HRESULT hr
-        = FakeDeviceMethods::CreateOffscreenPlainSurface(width, height, format, pool, ppSurface, pSharedHandle);
+    HRESULT hr = FakeDeviceMethods::CreateOffscreenPlainSurface(width, height, format, pool, ppSurface, pSharedHandle);
     if (FAILED(hr))
         return hr;
     return InternalMakeSurface(
@@ -176,11 +174,11 @@ HRESULT FakeDevice::GetRenderTargetData(IDirect3DSurface9* pRenderTarget, IDirec
         return hr;
     auto* pFrom = dynamic_cast<FakeSurface*>(pRenderTarget);
     auto* pTo = dynamic_cast<FakeSurface*>(pDestination);
-    if (!pFrom || !pTo || pFrom->Desc().Format != pTo->Desc().Format || pFrom->Desc().Width != pTo->Desc().Width
-        || pFrom->Desc().Height != pTo->Desc().Height)
+    if (!pFrom || !pTo || pFrom->Desc().Format != pTo->Desc().Format || pFrom->Desc().Width != pTo->Desc().Width ||
+        pFrom->Desc().Height != pTo->Desc().Height)
         return D3DERR_INVALIDCALL;
     pTo->Pixels().CopyFrom(pFrom->Pixels());
     return S_OK;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

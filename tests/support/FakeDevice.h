@@ -58,8 +58,7 @@ public:
         IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle) override;
     HRESULT STDMETHODCALLTYPE CreateVertexDeclaration(
         const D3DVERTEXELEMENT9* pElements, IDirect3DVertexDeclaration9** ppDeclaration) override;
-    HRESULT STDMETHODCALLTYPE CreateVertexShader(
-        const DWORD* pByteCode, IDirect3DVertexShader9** ppShader) override;
+    HRESULT STDMETHODCALLTYPE CreateVertexShader(const DWORD* pByteCode, IDirect3DVertexShader9** ppShader) override;
     HRESULT STDMETHODCALLTYPE CreatePixelShader(const DWORD* pByteCode, IDirect3DPixelShader9** ppShader) override;
 
     /// Keeps a reference of what is set, as long as it is set.
@@ -83,4 +82,4 @@ private:
     std::array<IDirect3DSurface9*, kRenderTargetCount> m_RenderTargets{};
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

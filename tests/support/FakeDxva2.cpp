@@ -137,4 +137,4 @@ HRESULT WINAPI FakeDxva2::CreateVideoService(IDirect3DDevice9* pDevice, REFIID i
     return g_pDxva2->ServiceResult;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -47,4 +47,4 @@ public:
     bool BltHasCompletion = false;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -10,7 +10,7 @@ namespace
 
 FakeFactory* s_pFactory;  ///< the living one; set and cleared on the test's thread
 
-} // namespace
+}  // namespace
 
 FakeFactory::FakeFactory(FakeDevice& device, HMODULE hModule) : FakeFactoryMethods(device, "d3d9"), m_Device(device)
 {
@@ -51,8 +51,8 @@ HRESULT FakeFactory::GetAdapterIdentifier(UINT adapter, DWORD flags, D3DADAPTER_
         return D3DERR_INVALIDCALL;
     *pIdentifier = {};
     snprintf(pIdentifier->Driver, sizeof pIdentifier->Driver, "%s", m_Adapters[adapter].m_Driver.c_str());
-    snprintf(pIdentifier->Description, sizeof pIdentifier->Description, "%s",
-        m_Adapters[adapter].m_Description.c_str());
+    snprintf(
+        pIdentifier->Description, sizeof pIdentifier->Description, "%s", m_Adapters[adapter].m_Description.c_str());
     return S_OK;
 }
 
@@ -71,8 +71,8 @@ HRESULT FakeFactory::GetDeviceCaps(UINT adapter, D3DDEVTYPE deviceType, D3DCAPS9
 HRESULT FakeFactory::CreateDeviceEx(UINT adapter, D3DDEVTYPE deviceType, HWND hFocusWindow, DWORD flags,
     D3DPRESENT_PARAMETERS* pParameters, D3DDISPLAYMODEEX* pMode, IDirect3DDevice9Ex** ppDevice)
 {
-    HRESULT hr = FakeFactoryMethods::CreateDeviceEx(
-        adapter, deviceType, hFocusWindow, flags, pParameters, pMode, ppDevice);
+    HRESULT hr =
+        FakeFactoryMethods::CreateDeviceEx(adapter, deviceType, hFocusWindow, flags, pParameters, pMode, ppDevice);
     if (FAILED(hr))
         return hr;
     if (adapter >= m_Adapters.size())
@@ -82,4 +82,4 @@ HRESULT FakeFactory::CreateDeviceEx(UINT adapter, D3DDEVTYPE deviceType, HWND hF
     return S_OK;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

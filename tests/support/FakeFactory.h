@@ -53,4 +53,4 @@ private:
     std::unique_ptr<ImportPatch> m_pPatch;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

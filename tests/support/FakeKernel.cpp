@@ -24,7 +24,7 @@ UINT Low(HANDLE handle)
     return static_cast<UINT>(reinterpret_cast<UINT_PTR>(handle));
 }
 
-} // namespace
+}  // namespace
 
 FakeKernel::FakeKernel()
 {
@@ -90,8 +90,8 @@ HRESULT FakeKernel::InternalRecord(const char* pCallback, const char* pFormat, .
 HRESULT FakeKernel::InternalAllocate(HANDLE hDevice, D3DDDICB_ALLOCATE* pAllocate)
 {
     FakeKernel& kernel = ToKernel(hDevice);
-    if (HRESULT hr = kernel.InternalRecord("pfnAllocateCb", "resource:%x count:%u", Low(pAllocate->hResource),
-            pAllocate->NumAllocations);
+    if (HRESULT hr = kernel.InternalRecord(
+            "pfnAllocateCb", "resource:%x count:%u", Low(pAllocate->hResource), pAllocate->NumAllocations);
         FAILED(hr))
         return hr;
     FailNthAllocation::Pause pause;
@@ -101,9 +101,8 @@ HRESULT FakeKernel::InternalAllocate(HANDLE hDevice, D3DDDICB_ALLOCATE* pAllocat
         D3DDDI_ALLOCATIONINFO& info = pAllocate->pAllocationInfo[i];
         const auto* pData = static_cast<const BYTE*>(info.pPrivateDriverData);
         info.hAllocation = ++kernel.m_LastAllocation;
-        kernel.m_Allocations[info.hAllocation]
-            = {pAllocate->hResource, {pData, pData + info.PrivateDriverDataSize}, info.VidPnSourceId,
-                info.Flags.Value, false, std::vector<BYTE>(kAllocationSize)};
+        kernel.m_Allocations[info.hAllocation] = {pAllocate->hResource, {pData, pData + info.PrivateDriverDataSize},
+            info.VidPnSourceId, info.Flags.Value, false, std::vector<BYTE>(kAllocationSize)};
     }
     pAllocate->hKMResource = kernel.m_LastAllocation;
     return S_OK;
@@ -161,8 +160,8 @@ HRESULT FakeKernel::InternalRender(HANDLE hDevice, D3DDDICB_RENDER* pRender)
 HRESULT FakeKernel::InternalLock(HANDLE hDevice, D3DDDICB_LOCK* pLock)
 {
     FakeKernel& kernel = ToKernel(hDevice);
-    if (HRESULT hr = kernel.InternalRecord("pfnLockCb", "allocation:%u flags:0x%x", pLock->hAllocation,
-            pLock->Flags.Value);
+    if (HRESULT hr =
+            kernel.InternalRecord("pfnLockCb", "allocation:%u flags:0x%x", pLock->hAllocation, pLock->Flags.Value);
         FAILED(hr))
         return hr;
     std::lock_guard lock(kernel.m_Mutex);
@@ -178,8 +177,7 @@ HRESULT FakeKernel::InternalUnlock(HANDLE hDevice, const D3DDDICB_UNLOCK* pUnloc
 {
     FakeKernel& kernel = ToKernel(hDevice);
     const D3DKMT_HANDLE first = pUnlock->NumAllocations ? pUnlock->phAllocations[0] : 0;
-    if (HRESULT hr
-        = kernel.InternalRecord("pfnUnlockCb", "count:%u first:%u", pUnlock->NumAllocations, first);
+    if (HRESULT hr = kernel.InternalRecord("pfnUnlockCb", "count:%u first:%u", pUnlock->NumAllocations, first);
         FAILED(hr))
         return hr;
     std::lock_guard lock(kernel.m_Mutex);
@@ -239,4 +237,4 @@ HRESULT FakeKernel::InternalDestroyContext(HANDLE hDevice, const D3DDDICB_DESTRO
     return S_OK;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -23,9 +23,9 @@ public:
         HANDLE m_hResource;               ///< the runtime's handle of the resource
         std::vector<BYTE> m_PrivateData;  ///< the driver's private record, copied
         UINT m_VidPnSourceId;
-        UINT m_Flags;                     ///< of D3DDDI_ALLOCATIONINFO
+        UINT m_Flags;  ///< of D3DDDI_ALLOCATIONINFO
         bool m_bLocked;
-        std::vector<BYTE> m_Memory;       ///< what a lock hands out
+        std::vector<BYTE> m_Memory;  ///< what a lock hands out
     };
 
     FakeKernel();
@@ -79,4 +79,4 @@ private:
     std::map<UINT, UINT> m_VidPnSourceIds;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

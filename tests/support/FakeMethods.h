@@ -99,4 +99,4 @@ public:
 #include "methods/IDirect3DVertexDeclaration9.inc"
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

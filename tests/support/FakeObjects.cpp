@@ -74,4 +74,4 @@ void FakeObjects::InternalThrowUnknown(const std::string& name)
     throw std::runtime_error("no fake object of that class is named " + name);
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

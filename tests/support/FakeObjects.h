@@ -67,4 +67,4 @@ private:
     std::map<std::string, unsigned> m_Counts;  ///< names given out, by kind
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

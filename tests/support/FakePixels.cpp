@@ -59,7 +59,7 @@ BlockLayout LayoutOf(D3DFORMAT format)
     }
 }
 
-} // namespace
+}  // namespace
 
 FakePixels::FakePixels(D3DFORMAT format, UINT width, UINT height, UINT padding) : m_Format(format)
 {
@@ -75,8 +75,8 @@ HRESULT FakePixels::Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect)
     if (m_bLocked)
         return D3DERR_INVALIDCALL;
     const BlockLayout layout = LayoutOf(m_Format);
-    const size_t offset
-        = pRect ? pRect->top / layout.m_Edge * m_Pitch + pRect->left / layout.m_Edge * layout.m_Bytes : size_t{0};
+    const size_t offset =
+        pRect ? pRect->top / layout.m_Edge * m_Pitch + pRect->left / layout.m_Edge * layout.m_Bytes : size_t{0};
     m_bLocked = true;
     pLockedRect->Pitch = static_cast<INT>(m_Pitch);
     pLockedRect->pBits = m_Bytes.data() + offset;
@@ -97,4 +97,4 @@ void FakePixels::CopyFrom(const FakePixels& other)
         memcpy(&m_Bytes[size_t{row} * m_Pitch], &other.m_Bytes[size_t{row} * other.m_Pitch], m_RowBytes);
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -36,4 +36,4 @@ private:
     std::vector<BYTE> m_Bytes;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

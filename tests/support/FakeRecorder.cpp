@@ -18,7 +18,7 @@ bool Matches(const std::string& script, const std::string& object, const std::st
     return script == object + "." + method || script == object.substr(0, object.find_first_of("#[")) + "." + method;
 }
 
-} // namespace
+}  // namespace
 
 std::vector<std::string> FakeRecorder::Lines() const
 {
@@ -124,4 +124,4 @@ std::string FakeRecorder::PointerText(const volatile void* pointer, const char* 
     return offset == 0 ? named.second : named.second + "+" + std::to_string(offset);
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -62,11 +62,12 @@ private:
         std::function<void()> m_Callback;
     };
 
-    LONG InternalRunScripts(const std::string& object, const std::string& method, std::vector<std::function<void()>>& callbacks);
+    LONG InternalRunScripts(
+        const std::string& object, const std::string& method, std::vector<std::function<void()>>& callbacks);
 
     std::vector<std::string> m_Lines;
     std::vector<std::pair<std::string, std::string>> m_Calls;  ///< object and method, parallel to the lines
     std::vector<Script> m_Scripts;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -5,9 +5,7 @@ namespace tesslo::test
 
 FakeSurface::FakeSurface(
     FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT padding, IUnknown* pContainer)
-    : FakeSurfaceMethods(objects, name),
-      m_Desc(desc),
-      m_Pixels(desc.Format, desc.Width, desc.Height, padding),
+    : FakeSurfaceMethods(objects, name), m_Desc(desc), m_Pixels(desc.Format, desc.Width, desc.Height, padding),
       m_pContainer(pContainer)
 {
 }
@@ -57,4 +55,4 @@ HRESULT FakeSurface::UnlockRect()
     return m_Pixels.Unlock();
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -34,4 +34,4 @@ private:
     IUnknown* m_pContainer;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

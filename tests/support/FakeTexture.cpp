@@ -69,4 +69,4 @@ DWORD FakeTexture::GetLevelCount()
     return static_cast<DWORD>(m_Levels.size());
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -33,4 +33,4 @@ private:
 std::vector<std::unique_ptr<FakeSurface>> MakeFakeLevels(FakeObjects& objects, const std::string& owner,
     const D3DSURFACE_DESC& desc, UINT levels, UINT padding, IUnknown* pContainer);
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

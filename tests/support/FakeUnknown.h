@@ -16,8 +16,7 @@ class FakeUnknown : public Interface, public FakeObject
 {
 public:
     /// @param name "" for the main object of the record, else "kind#number".
-    FakeUnknown(FakeObjects& objects, const std::string& name)
-        : FakeObject(name), m_Objects(objects), m_References(1)
+    FakeUnknown(FakeObjects& objects, const std::string& name) : FakeObject(name), m_Objects(objects), m_References(1)
     {
         m_Objects.Add(this, static_cast<IUnknown*>(this));
     }
@@ -71,13 +70,13 @@ private:
     volatile LONG m_References;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test
 
 #define TESSLO_RECORDED(...) __VA_OPT__(, ) __VA_ARGS__
 
 /// Turns a row of methods/*.inc into a method that records itself.
-#define TESSLO_RECORDING_METHOD(result, name, parameters, recorded)          \
-    result STDMETHODCALLTYPE name parameters override                        \
-    {                                                                        \
+#define TESSLO_RECORDING_METHOD(result, name, parameters, recorded)           \
+    result STDMETHODCALLTYPE name parameters override                         \
+    {                                                                         \
         return this->template Record<result>(#name TESSLO_RECORDED recorded); \
     }

@@ -11,7 +11,7 @@ volatile int s_Dividend = 42;
 volatile int s_Zero = 0;
 volatile int s_Sink;
 
-} // namespace
+}  // namespace
 
 void RaiseAccessViolation()
 {
@@ -28,4 +28,4 @@ void RaiseCode(DWORD code)
     RaiseException(code, 0, 0, nullptr);
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

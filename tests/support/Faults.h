@@ -13,4 +13,4 @@ void RaiseDivisionByZero();
 /// Raises an exception of a program's own.
 void RaiseCode(DWORD code);
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

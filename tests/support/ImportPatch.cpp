@@ -50,10 +50,9 @@ UINT_PTR FailingFunction()
     return s_FailingValue;
 }
 
-} // namespace
+}  // namespace
 
-ImportPatch::ImportPatch(
-    HMODULE hModule, const std::string& dll, const std::string& function, void* pReplacement)
+ImportPatch::ImportPatch(HMODULE hModule, const std::string& dll, const std::string& function, void* pReplacement)
     : m_ppSlot(FindSlot(hModule ? hModule : GetModuleHandleW(nullptr), dll, function))
 {
     if (!m_ppSlot)
@@ -74,4 +73,4 @@ FailingImport::FailingImport(
 {
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

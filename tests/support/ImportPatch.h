@@ -44,4 +44,4 @@ private:
     ImportPatch m_Patch;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -54,4 +54,4 @@ protected:
     D3DDDI_OPENALLOCATIONINFO m_Allocation{};
     D3DDDIARG_OPENRESOURCE m_Open{};
 };
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -22,22 +22,22 @@ void Check(LSTATUS status, const char* pCall)
 void SetValue(const wchar_t* pPath, const wchar_t* pValue, DWORD type, const void* pData, DWORD size)
 {
     HKEY hKey = nullptr;
-    Check(RegCreateKeyExW(HKEY_LOCAL_MACHINE, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, &hKey,
-              nullptr),
+    Check(RegCreateKeyExW(
+              HKEY_LOCAL_MACHINE, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, &hKey, nullptr),
         "RegCreateKeyExW");
     const LSTATUS status = RegSetValueExW(hKey, pValue, 0, type, static_cast<const BYTE*>(pData), size);
     RegCloseKey(hKey);
     Check(status, "RegSetValueExW");
 }
 
-} // namespace
+}  // namespace
 
 RegistryOverride::RegistryOverride() : m_Path(kRoot + std::to_wstring(GetCurrentProcessId()))
 {
     // Left by a process of the same id that crashed.
     RegDeleteTreeW(HKEY_CURRENT_USER, m_Path.c_str());
-    Check(RegCreateKeyExW(HKEY_CURRENT_USER, m_Path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr,
-              &m_hKey, nullptr),
+    Check(RegCreateKeyExW(HKEY_CURRENT_USER, m_Path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
+              nullptr, &m_hKey, nullptr),
         "RegCreateKeyExW");
     Check(RegOverridePredefKey(HKEY_LOCAL_MACHINE, m_hKey), "RegOverridePredefKey");
 }
@@ -67,4 +67,4 @@ std::wstring RegistryOverride::ClientDllName() const
     return name;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

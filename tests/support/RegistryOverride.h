@@ -29,4 +29,4 @@ private:
     HKEY m_hKey = nullptr;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

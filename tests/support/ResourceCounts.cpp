@@ -62,7 +62,7 @@ unsigned CountThreads()
     return count;
 }
 
-} // namespace
+}  // namespace
 
 ResourceCounts ResourceCounts::Now()
 {
@@ -71,4 +71,4 @@ ResourceCounts ResourceCounts::Now()
     return {CountHandles(), CountThreads(), memory.WorkingSetSize};
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

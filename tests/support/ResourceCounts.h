@@ -8,11 +8,11 @@ namespace tesslo::test
 
 struct ResourceCounts
 {
-    unsigned m_Handles;       ///< open handles
+    unsigned m_Handles;  ///< open handles
     unsigned m_Threads;
-    size_t m_WorkingSet;      ///< bytes
+    size_t m_WorkingSet;  ///< bytes
 
     static ResourceCounts Now();
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

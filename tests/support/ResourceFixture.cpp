@@ -6,8 +6,7 @@
 namespace tesslo::test
 {
 
-CreateRequest::CreateRequest(
-    UINT flags, D3DDDI_POOL pool, D3DDDIFORMAT format, UINT width, UINT height, UINT levels)
+CreateRequest::CreateRequest(UINT flags, D3DDDI_POOL pool, D3DDDIFORMAT format, UINT width, UINT height, UINT levels)
 {
     constexpr UINT kCubeFaces = 6;
     const UINT faces = flags & kFlagCubeMap ? kCubeFaces : 1;
@@ -135,4 +134,4 @@ std::string ScriptNameOf(const std::string& line)
     return call.substr(0, call.find_first_of("#[")) + call.substr(dot);
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

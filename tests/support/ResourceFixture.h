@@ -103,4 +103,4 @@ private:
 /// "surface#2.LockRect(out, null, 0)" becomes "surface.LockRect", as scripts name it.
 std::string ScriptNameOf(const std::string& line);
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

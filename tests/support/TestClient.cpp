@@ -21,18 +21,18 @@ std::string SlotText(void** ppConnection)
     return std::to_string(reinterpret_cast<UINT_PTR>(*ppConnection));
 }
 
-} // namespace
+}  // namespace
 
 TestClient::TestClient(const std::string& variant)
-    : m_DllName(L"TessloTestClient" + (variant.empty() ? L"" : L"Without" + std::wstring(variant.begin(), variant.end()))
-          + L".dll")
+    : m_DllName(L"TessloTestClient" +
+                (variant.empty() ? L"" : L"Without" + std::wstring(variant.begin(), variant.end())) + L".dll")
 {
     m_hModule = LoadLibraryW(m_DllName.c_str());
     if (!m_hModule)
         throw std::runtime_error("no test client library without " + variant);
     m_hEventCalled = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-    const TestClientTable table{this, InternalPlug, InternalUpdate, InternalUnplug, InternalReserved1,
-        InternalReserved2};
+    const TestClientTable table{
+        this, InternalPlug, InternalUpdate, InternalUnplug, InternalReserved1, InternalReserved2};
     auto pSetTable = reinterpret_cast<TestClientSetTableFunction>(
         reinterpret_cast<void*>(GetProcAddress(m_hModule, TEST_CLIENT_SET_TABLE)));
     pSetTable(&table);
@@ -97,8 +97,8 @@ BOOLEAN TestClient::InternalUpdate(void* pContext, void** ppConnection, const Te
         std::lock_guard lock(client.m_Mutex);
         client.m_Frames.push_back(std::move(frame));
     }
-    return client.InternalCall("Update", SlotText(ppConnection) + ", " + std::to_string(pFrame->VidPnSourceId) + ", "
-            + std::to_string(pFrame->Width) + "x" + std::to_string(pFrame->Height));
+    return client.InternalCall("Update", SlotText(ppConnection) + ", " + std::to_string(pFrame->VidPnSourceId) + ", " +
+                                             std::to_string(pFrame->Width) + "x" + std::to_string(pFrame->Height));
 }
 
 BOOLEAN TestClient::InternalUnplug(void* pContext, void** ppConnection, UINT VidPnSourceId)
@@ -124,4 +124,4 @@ BOOLEAN TestClient::InternalReserved2(void* pContext, IDirect3DDevice9Ex* pDevic
         "Reserved2", client.PointerText(pDevice, "device") + ", " + client.PointerText(pSurface, "surface"));
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -66,4 +66,4 @@ private:
     std::vector<Frame> m_Frames;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -26,7 +26,7 @@ std::string Narrow(const wchar_t* pText)
     return text;
 }
 
-} // namespace
+}  // namespace
 
 TraceCapture::TraceCapture()
 {
@@ -111,4 +111,4 @@ void TraceCapture::Clear()
     m_Lines.clear();
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -49,4 +49,4 @@ private:
     std::vector<Line> m_Lines;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

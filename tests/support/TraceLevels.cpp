@@ -39,7 +39,7 @@ std::string Levelled(UINT level, const std::string& line)
     snprintf(text, sizeof text, "0x%x ", level);
     return text + line;
 }
-} // namespace
+}  // namespace
 
 std::vector<std::string> LevelledTrace(TraceCapture& trace, const std::function<void()>& operation)
 {
@@ -73,4 +73,4 @@ std::vector<std::string> LevelledTraceOfAllThreads(TraceCapture& trace, const st
     return lines;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

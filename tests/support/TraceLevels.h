@@ -19,4 +19,4 @@ std::vector<std::string> LevelledTrace(TraceCapture& trace, const std::function<
 /// @return each line once, behind its level, sorted; hexadecimal numbers show as above.
 std::vector<std::string> LevelledTraceOfAllThreads(TraceCapture& trace, const std::function<void()>& operation);
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -18,4 +18,4 @@ private:
     UINT m_Previous;
 };
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -30,8 +30,9 @@ protected:
         for (D3DDDI_SURFACEINFO& surface : surfaces)
             surface = {width, height, 1, pMemory, pMemory ? width * 4 : 0, 0};
         D3DDDIARG_CREATERESOURCE arg{};
-        arg.Format = static_cast<D3DDDIFORMAT>(
-            flags.IndexBuffer ? UINT{D3DFMT_INDEX16} : flags.ZBuffer ? UINT{D3DFMT_D24S8} : UINT{D3DFMT_A8R8G8B8});
+        arg.Format = static_cast<D3DDDIFORMAT>(flags.IndexBuffer ? UINT{D3DFMT_INDEX16}
+                                               : flags.ZBuffer   ? UINT{D3DFMT_D24S8}
+                                                                 : UINT{D3DFMT_A8R8G8B8});
         arg.Pool = pool;
         arg.pSurfList = surfaces.data();
         arg.SurfCount = count;

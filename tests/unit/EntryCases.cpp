@@ -36,12 +36,13 @@ std::string Text(const char* pFormat, ...)
     return text;
 }
 
-} // namespace
+}  // namespace
 
 #define ENTRY(name) #name, reinterpret_cast<const void*>(name)
 #define CALL \
     [](const D3DDDI_DEVICEFUNCS& funcs, HANDLE hDevice, [[maybe_unused]] HANDLE hVideo, std::string& line) -> HRESULT
 
+// clang-format off: an entry is a row
 const std::vector<ForwardedEntry>& ForwardedEntries()
 {
     static const std::vector<ForwardedEntry> entries{
@@ -428,6 +429,7 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
     };
     return entries;
 }
+// clang-format on
 
 const std::vector<RefusedEntry>& RefusedEntries()
 {
@@ -486,4 +488,4 @@ const std::vector<RefusedEntry>& RefusedEntries()
     return entries;
 }
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -13,9 +13,9 @@ namespace tesslo::test
 struct ForwardedEntry
 {
     UINT m_Slot;
-    const char* m_pName;    ///< of the entry function
-    const void* m_pEntry;   ///< the entry function
-    UINT m_Level;           ///< of its trace line; 0 for no line
+    const char* m_pName;   ///< of the entry function
+    const void* m_pEntry;  ///< the entry function
+    UINT m_Level;          ///< of its trace line; 0 for no line
     /// Calls the slot with the device's handle; stores the line that it must trace.
     /// @param hVideo a video process device, or null; the entry that destroys one frees it.
     HRESULT (*m_pCall)(const D3DDDI_DEVICEFUNCS& funcs, HANDLE hDevice, HANDLE hVideo, std::string& line);
@@ -32,4 +32,4 @@ struct RefusedEntry
 const std::vector<ForwardedEntry>& ForwardedEntries();
 const std::vector<RefusedEntry>& RefusedEntries();
 
-} // namespace tesslo::test
+}  // namespace tesslo::test

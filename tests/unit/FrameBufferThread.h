@@ -89,4 +89,4 @@ protected:
     UMDComPtr<IDirect3DSurface9> m_pTarget;
     std::optional<UMDThreadFrameBuffer> m_Thread;
 };
-} // namespace tesslo::test
+}  // namespace tesslo::test

@@ -136,4 +136,4 @@ TEST_F(UMDAdapterTest, Life_DeviceRefused_EachLineHasItsLevel)
     for (size_t i = 0; i < levels.size(); ++i)
         EXPECT_EQ(levels[i], expected[i].second) << expected[i].first;
 }
-} // namespace
+}  // namespace

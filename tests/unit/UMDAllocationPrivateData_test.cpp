@@ -37,14 +37,15 @@ CreateRequest& FillEveryField(CreateRequest& request)
     request.m_Arg.Rotation = D3DDDI_ROTATION_270;
     return request;
 }
-}
+}  // namespace
 
 TEST_F(UMDAllocationPrivateDataTest, Surface_Primary_WritesItsColumn)
 {
     const UINT flags = kFlagPrimary | kFlagRenderTarget | kFlagVideoProcessRenderTarget | 0x80000000;
     CreateRequest request(flags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 0x700, 0x3F0);
     CreateAny(FillEveryField(request));
-    EXPECT_EQ(RecordWords(1), (Words{5, 0x700, 0x3F0, 21, 0, 0, 0, 0, 0x31, 0x32, 4, 59940, 1001, flags, 4, 0, 0, 0, 0}));
+    EXPECT_EQ(
+        RecordWords(1), (Words{5, 0x700, 0x3F0, 21, 0, 0, 0, 0, 0x31, 0x32, 4, 59940, 1001, flags, 4, 0, 0, 0, 0}));
     const FakeKernel::Allocation& allocation = m_Kernel.FindAllocation(1);
     EXPECT_EQ(allocation.m_Flags, 1U);
     EXPECT_EQ(allocation.m_VidPnSourceId, 4U);
@@ -66,7 +67,8 @@ TEST_F(UMDAllocationPrivateDataTest, Texture_SharedRenderTarget_WritesItsColumn)
     CreateRequest request(kFlagTexture | kFlagRenderTarget | kFlagSharedResource | kFlagDynamic, D3DDDIPOOL_SYSTEMMEM,
         D3DDDIFMT_X8R8G8B8, 64, 32, 3);
     UMDRscBase* pTexture = CreateAny(FillEveryField(request));
-    EXPECT_EQ(RecordWords(1), (Words{6, 64, 32, 22, 0, 1, 3, 0, 0, 0, 0, 0, 0, 0x10801, 0, 6, 0, UMDLow32(pTexture), 0xC0001234}));
+    EXPECT_EQ(RecordWords(1),
+        (Words{6, 64, 32, 22, 0, 1, 3, 0, 0, 0, 0, 0, 0, 0x10801, 0, 6, 0, UMDLow32(pTexture), 0xC0001234}));
 }
 
 TEST_F(UMDAllocationPrivateDataTest, Cube_EveryFlagAndPool_WritesItsColumn)
@@ -85,8 +87,8 @@ TEST_F(UMDAllocationPrivateDataTest, Cube_EveryFlagAndPool_WritesItsColumn)
     {
         CreateRequest request(kFlagCubeMap | row.Flags, row.Pool, D3DDDIFMT_A8R8G8B8, 16, 16, 2);
         UMDRscBase* pCube = CreateAny(FillEveryField(request));
-        EXPECT_EQ(RecordWords(++hAllocation), (Words{6, 16, 16, 21, row.RecordPool, row.RecordUsage, 2, 0, 0, 0, 0, 0, 0,
-            row.RecordFlags, 0, 7, 0, UMDLow32(pCube), 0}));
+        EXPECT_EQ(RecordWords(++hAllocation), (Words{6, 16, 16, 21, row.RecordPool, row.RecordUsage, 2, 0, 0, 0, 0, 0,
+                                                  0, row.RecordFlags, 0, 7, 0, UMDLow32(pCube), 0}));
     }
 }
 

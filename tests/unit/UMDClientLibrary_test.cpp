@@ -68,8 +68,8 @@ TEST_F(UMDClientLibraryTest, Load_NoName_WritesTheDefaultBackAndLoadsIt)
     EXPECT_EQ(L"TessloClientDllSample.dll", s_Asked);
     wchar_t text[64] = {};
     DWORD size = sizeof(text), type = 0;
-    EXPECT_EQ(ERROR_SUCCESS,
-        RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"DllNameInterface", RRF_RT_ANY, &type, text, &size));
+    EXPECT_EQ(
+        ERROR_SUCCESS, RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"DllNameInterface", RRF_RT_ANY, &type, text, &size));
     EXPECT_EQ(DWORD{REG_SZ}, type);
     EXPECT_EQ(sizeof(L"TessloClientDllSample.dll"), size);
     EXPECT_STREQ(L"TessloClientDllSample.dll", text);
@@ -161,4 +161,4 @@ TEST_F(UMDClientLibraryTest, Export_NoLibrary_IsNullWithALastError)
     EXPECT_EQ(nullptr, UMDClientLibraryExport<FARPROC>(nullptr, "TessloVirtualMonitorPlug"));
     EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError());
 }
-} // namespace
+}  // namespace

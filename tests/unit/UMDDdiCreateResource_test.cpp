@@ -53,8 +53,8 @@ Lines ExpectedCalls(UINT flags, bool systemMemory)
         const std::string shared = flags & kFlagSharedResource ? "out" : "null";
         if (flags & kFlagRenderTarget)
             return {"CreateTexture(8, 4, 1, 1, 22, 0, out, " + shared + ")", "GetSurfaceLevel(0, out)"};
-        return {"CreateTexture(8, 4, 1, " + usage + ", 22, " + pool + ", out, " + shared + ")",
-            "GetSurfaceLevel(0, out)"};
+        return {
+            "CreateTexture(8, 4, 1, " + usage + ", 22, " + pool + ", out, " + shared + ")", "GetSurfaceLevel(0, out)"};
     }
     if (flags & kFlagRenderTarget)
         return {"CreateRenderTarget(8, 4, 22, 0, 0, 0, out, null)"};
@@ -74,7 +74,7 @@ Lines WithoutNames(Lines lines)
     }
     return lines;
 }
-}
+}  // namespace
 
 TEST_F(UMDDdiCreateResourceTest, EveryFlagAloneAndInPairs_AllPools_TheFirstOfTheOrderDecides)
 {
@@ -204,8 +204,7 @@ TEST_F(UMDDdiCreateResourceTest, NoSurfaces_EveryMirroredClass_IsRefusedAndLeave
             }
             const HANDLE hBefore = request.m_Arg.hResource;
             HRESULT hr = S_OK;
-            EXPECT_EQ(ErrorsOf([&] { hr = UMDDdiCreateResource(DeviceHandle(), &request.m_Arg); }),
-                Lines{row.pError});
+            EXPECT_EQ(ErrorsOf([&] { hr = UMDDdiCreateResource(DeviceHandle(), &request.m_Arg); }), Lines{row.pError});
             EXPECT_EQ(hr, E_FAIL);
             EXPECT_EQ(request.m_Arg.hResource, hBefore);
             EXPECT_EQ(m_Kernel.AllocationCount(), 0U);

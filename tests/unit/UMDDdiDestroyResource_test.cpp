@@ -30,12 +30,12 @@ protected:
         return UMDDdiPresent(DeviceHandle(), &present);
     }
 };
-}
+}  // namespace
 
 TEST_F(UMDDdiDestroyResourceTest, EveryClass_AnswersFailAndFreesAll)
 {
-    for (UINT flags : {kFlagVertexBuffer, kFlagIndexBuffer, kFlagZBuffer, kFlagCubeMap, kFlagTexture,
-             kFlagRenderTarget, 0U, kFlagPrimary, kFlagTexture | kFlagRenderTarget | kFlagSharedResource})
+    for (UINT flags : {kFlagVertexBuffer, kFlagIndexBuffer, kFlagZBuffer, kFlagCubeMap, kFlagTexture, kFlagRenderTarget,
+             0U, kFlagPrimary, kFlagTexture | kFlagRenderTarget | kFlagSharedResource})
     {
         CreateRequest request(flags, kVideo, D3DDDIFMT_A8R8G8B8, 16, 16);
         UMDRscBase* pResource = CreateAny(request);
@@ -56,8 +56,8 @@ TEST_F(UMDDdiDestroyResourceTest, EveryClass_AnswersFailAndFreesAll)
 TEST_F(UMDDdiDestroyResourceTest, NullHandle_AnswersFail)
 {
     EXPECT_EQ(UMDDdiDestroyResource(DeviceHandle(), nullptr), E_FAIL);
-    EXPECT_EQ(m_Trace.Lines(), (Lines{"=> UMDDdiDestroyResource hResource:0x0\n",
-                                   ">>> UMDDdiDevice::DestroyResource hSrcResource:0x0\n"}));
+    EXPECT_EQ(m_Trace.Lines(),
+        (Lines{"=> UMDDdiDestroyResource hResource:0x0\n", ">>> UMDDdiDevice::DestroyResource hSrcResource:0x0\n"}));
 }
 
 TEST_F(UMDDdiDestroyResourceTest, PrimaryOfSourceThree_StopsAllSixThreadsAndForgetsAllSix)

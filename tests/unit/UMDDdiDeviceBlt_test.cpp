@@ -218,10 +218,10 @@ TEST_F(UMDDdiDeviceBlt, Clear_Rectangles_AreForwardedAndTraced)
 {
     EXPECT_EQ(S_OK, Clear(D3DCLEAR_TARGET, {{1, 2, 3, 4}, {5, 6, 7, 8}}));
     EXPECT_EQ(Lines{"Clear(2, [1,2,3,4 5,6,7,8], 1, 0xff102030, 0, 0)"}, Calls());
-    EXPECT_EQ((Lines{"=> UMDDdiClear ClrCount: 2 Flags:1 FillColor:ff102030 FillDepth:3f000000 FillStencil:77 \n",
-                  "Rectangle index:0 left:1 top:2 right:3 bottom:4\n",
-                  "Rectangle index:1 left:5 top:6 right:7 bottom:8\n", ">>> UMDDdiDevice::Clear\n",
-                  "<<< UMDDdiDevice::Clear\n"}),
+    EXPECT_EQ(
+        (Lines{"=> UMDDdiClear ClrCount: 2 Flags:1 FillColor:ff102030 FillDepth:3f000000 FillStencil:77 \n",
+            "Rectangle index:0 left:1 top:2 right:3 bottom:4\n", "Rectangle index:1 left:5 top:6 right:7 bottom:8\n",
+            ">>> UMDDdiDevice::Clear\n", "<<< UMDDdiDevice::Clear\n"}),
         Trace());
 }
 

@@ -53,10 +53,7 @@ protected:
     {
         return {"vertexbuffer#1.Lock(" + std::to_string(offset) + ", 64, out, 0)", "vertexbuffer#1.Unlock()", draw};
     }
-    std::vector<BYTE> Uploaded()
-    {
-        return m_Fake.Find<tesslo::test::FakeVertexBuffer>("vertexbuffer#1").Bytes();
-    }
+    std::vector<BYTE> Uploaded() { return m_Fake.Find<tesslo::test::FakeVertexBuffer>("vertexbuffer#1").Bytes(); }
 };
 
 }  // namespace
@@ -170,8 +167,8 @@ TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive2_SystemBuffer_CachesItsMemoryUntil
     m_Fake.ClearLines();
     EXPECT_EQ(S_OK, Draw(1));
     EXPECT_EQ(S_OK, DrawIndexed2());
-    EXPECT_EQ((Lines{"DrawPrimitiveUP(4, 5, memory+16, 16)",
-                  "DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory, 16)"}),
+    EXPECT_EQ(
+        (Lines{"DrawPrimitiveUP(4, 5, memory+16, 16)", "DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory, 16)"}),
         Calls());
     m_Fake.ClearLines();
     EXPECT_EQ(S_OK, Draw2(16));
@@ -194,9 +191,9 @@ TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive2_UploadFails_ReturnsItsCode)
     BindBuffer(CreateSystemVertices());
     m_Fake.Fail("vertexbuffer.Unlock", kRefused);
     EXPECT_EQ(kRefused, DrawIndexed2());
-    EXPECT_EQ(1u,
-        m_Trace.Count("UMDDdiDevice::DrawIndexedPrimitive2 m_pStreamSource0VertexBufferResource->WriteToDelegated "
-                      "failed! 0x8876086c\n"));
+    EXPECT_EQ(
+        1u, m_Trace.Count("UMDDdiDevice::DrawIndexedPrimitive2 m_pStreamSource0VertexBufferResource->WriteToDelegated "
+                          "failed! 0x8876086c\n"));
 }
 
 TEST_F(UMDDdiDeviceDraw, DelegatedCallFails_EveryPath_TracesItsTextAndReturnsTheCode)

@@ -41,8 +41,7 @@ TEST_F(UMDDdiDeviceFixed, EveryOperation_Any_TracesItsEntryAndGivesItsAnswer)
         {"CreateLight", E_NOTIMPL, [](UMDDdiDevice& device) { return device.CreateLight(nullptr); }},
         {"DestroyLight", E_NOTIMPL, [](UMDDdiDevice& device) { return device.DestroyLight(nullptr); }},
         {"GetInfo", E_NOTIMPL, [](UMDDdiDevice& device) { return device.GetInfo(0, nullptr, 0); }},
-        {"GenerateMipSubLevels", E_NOTIMPL,
-            [](UMDDdiDevice& device) { return device.GenerateMipSubLevels(nullptr); }},
+        {"GenerateMipSubLevels", E_NOTIMPL, [](UMDDdiDevice& device) { return device.GenerateMipSubLevels(nullptr); }},
         {"DepthFill", E_NOTIMPL, [](UMDDdiDevice& device) { return device.DepthFill(nullptr); }},
         {"CreateFence", E_NOTIMPL, [](UMDDdiDevice& device) { return device.CreateFence(); }},
         {"IssueQuery", E_NOTIMPL, [](UMDDdiDevice& device) { return device.IssueQuery(nullptr); }},
@@ -86,8 +85,8 @@ TEST_F(UMDDdiDeviceFixed, CreateQuery_EveryType_IsRefusedForWantOfAFence)
         D3DDDIARG_CREATEQUERY arg = {static_cast<D3DDDIQUERYTYPE>(type), this};
         EXPECT_EQ(E_FAIL, UMDDdiCreateQuery(DeviceHandle(), &arg));
         EXPECT_EQ(this, arg.hQuery) << "left alone";
-        EXPECT_EQ((Lines{"=> UMDDdiCreateQuery\n", ">>> UMDDdiDevice::CreateQuery\n",
-                      ">>> UMDDdiDevice::CreateFence\n"}),
+        EXPECT_EQ(
+            (Lines{"=> UMDDdiCreateQuery\n", ">>> UMDDdiDevice::CreateQuery\n", ">>> UMDDdiDevice::CreateFence\n"}),
             Trace());
     }
 }

@@ -42,8 +42,7 @@ struct FilledTable
 class FaultOnTrace
 {
 public:
-    FaultOnTrace()
-        : m_Patch(nullptr, "KERNEL32.dll", "OutputDebugStringW", reinterpret_cast<void*>(Output))
+    FaultOnTrace() : m_Patch(nullptr, "KERNEL32.dll", "OutputDebugStringW", reinterpret_cast<void*>(Output))
     {
         s_pOriginal = m_Patch.Original<decltype(s_pOriginal)>();
     }
@@ -59,7 +58,8 @@ public:
 private:
     static void WINAPI Output(LPCWSTR pText)
     {
-        if (s_pFault && GetCurrentThreadId() == s_ThreadId && std::wstring(pText).find(s_EntryLine) == std::wstring::npos)
+        if (s_pFault && GetCurrentThreadId() == s_ThreadId &&
+            std::wstring(pText).find(s_EntryLine) == std::wstring::npos)
             std::exchange(s_pFault, nullptr)();
         s_pOriginal(pText);
     }
@@ -127,7 +127,7 @@ protected:
     FilledTable m_Table;
 };
 
-} // namespace
+}  // namespace
 
 TEST(UMDDdiFillDeviceFuncsTest, EverySlot_Filled_HoldsItsEntryOrNull)
 {

@@ -31,7 +31,8 @@ protected:
     }
 
     /// A primary of a source, created on the fake device.
-    UMDRscSurface* MakePrimary(UINT source, UINT rotation = D3DDDI_ROTATION_IDENTITY, D3DDDIFORMAT format = D3DDDIFMT_X8R8G8B8)
+    UMDRscSurface* MakePrimary(
+        UINT source, UINT rotation = D3DDDI_ROTATION_IDENTITY, D3DDDIFORMAT format = D3DDDIFMT_X8R8G8B8)
     {
         D3DDDI_SURFACEINFO info = {};
         info.Width = 8;
@@ -75,9 +76,8 @@ protected:
 TEST_F(DevicePresent, Present_NullSource_Fails)
 {
     EXPECT_EQ(Present(nullptr, kFlip), E_FAIL);
-    EXPECT_THAT(m_Trace.LinesOfThisThread(),
-        ElementsAre(">>> UMDDdiDevice::Present FLIP:1 BLT:0 hSrcResource:0x0\n",
-            "UMDDdiDevice::Present pResource is NULL\n"));
+    EXPECT_THAT(m_Trace.LinesOfThisThread(), ElementsAre(">>> UMDDdiDevice::Present FLIP:1 BLT:0 hSrcResource:0x0\n",
+                                                 "UMDDdiDevice::Present pResource is NULL\n"));
     EXPECT_THAT(m_Kernel.Lines(), IsEmpty());
 }
 
@@ -108,7 +108,7 @@ TEST_F(DevicePresent, Present_FlipAndBlt_IsAFlip)
     UMDRscSurface* pPrimary = MakePrimary(1);
     EXPECT_EQ(Present(ToHandle(pPrimary), kFlip | kBlt), S_OK);
     EXPECT_EQ(m_Trace.LinesContaining("FrameBufferAvailable\n").size(), 1u);
-    EXPECT_EQ(m_Fake.Calls("GetRenderTarget"), 0u); // the blit's read-back
+    EXPECT_EQ(m_Fake.Calls("GetRenderTarget"), 0u);  // the blit's read-back
 }
 
 TEST_F(DevicePresent, Present_NeitherFlag_DoesNothingAndAnswersOk)
@@ -125,7 +125,7 @@ TEST_F(DevicePresent, Present_FirstFlipOfASource_StartsTheThreadsOnce)
     ASSERT_EQ(Present(ToHandle(pPrimary), kFlip), S_OK);
     EXPECT_EQ(m_Kernel.Calls("pfnEscapeCb"), UMD_VIDPN_SOURCE_COUNT);
     m_Kernel.ClearLines();
-    Present(ToHandle(pPrimary), kFlip); // refused if the worker, without a client library, has already ended
+    Present(ToHandle(pPrimary), kFlip);  // refused if the worker, without a client library, has already ended
     EXPECT_EQ(m_Kernel.Calls("pfnEscapeCb"), 0u);
 }
 
@@ -136,18 +136,18 @@ TEST_F(DevicePresent, Present_EachWay_EachLineOfTheDeviceHasItsLevel)
     std::vector<std::string> lines = LevelledTrace(m_Trace, [&] {
         Present(ToHandle(pPrimary), 0);
         Present(ToHandle(pElsewhere), kFlip);
-        Present(ToHandle(pPrimary), kBlt); // without a render target
+        Present(ToHandle(pPrimary), kBlt);  // without a render target
         Device().Flush();
     });
     std::erase_if(lines, [](const std::string& line) { return line.find(" UMDDdiDevice::") == std::string::npos; });
-    EXPECT_THAT(lines,
-        ElementsAre("0x4 >>> UMDDdiDevice::Present FLIP:0 BLT:0 hSrcResource:0x#\n", "0x8 <<< UMDDdiDevice::Present\n",
-            "0x4 >>> UMDDdiDevice::Present FLIP:1 BLT:0 hSrcResource:0x#\n",
-            "0x1 UMDDdiDevice::InternalProcessPresentFLIP failed! VidPnSourceId:6\n",
-            "0x1 UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n",
-            "0x4 >>> UMDDdiDevice::Present FLIP:0 BLT:1 hSrcResource:0x#\n",
-            "0x1 UMDDdiDevice::Present InternalProcessPresentBLT failed! hResult: 0x88760866\n",
-            "0x4 >>> UMDDdiDevice::Flush\n"));
+    EXPECT_THAT(
+        lines, ElementsAre("0x4 >>> UMDDdiDevice::Present FLIP:0 BLT:0 hSrcResource:0x#\n",
+                   "0x8 <<< UMDDdiDevice::Present\n", "0x4 >>> UMDDdiDevice::Present FLIP:1 BLT:0 hSrcResource:0x#\n",
+                   "0x1 UMDDdiDevice::InternalProcessPresentFLIP failed! VidPnSourceId:6\n",
+                   "0x1 UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n",
+                   "0x4 >>> UMDDdiDevice::Present FLIP:0 BLT:1 hSrcResource:0x#\n",
+                   "0x1 UMDDdiDevice::Present InternalProcessPresentBLT failed! hResult: 0x88760866\n",
+                   "0x4 >>> UMDDdiDevice::Flush\n"));
 }
 
 TEST_F(DevicePresent, Present_ThreadsCannotBeStarted_FailsAndRecordsNoPrimary)
@@ -159,10 +159,9 @@ TEST_F(DevicePresent, Present_ThreadsCannotBeStarted_FailsAndRecordsNoPrimary)
     present.hSrcResource = ToHandle(pPrimary);
     present.Flags.Value = kFlip;
     EXPECT_EQ(unstarted.Present(&present), E_FAIL);
-    EXPECT_THAT(ErrorLines(),
-        ElementsAre("UMDThreadFrameBuffer::Start UMDBaseThread::Start failed!\n",
-            "UMDDdiDevice::InterFrameBufferThreadsStart m_ThreadFrameBuffer 0 failed!\n",
-            "UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n"));
+    EXPECT_THAT(ErrorLines(), ElementsAre("UMDThreadFrameBuffer::Start UMDBaseThread::Start failed!\n",
+                                  "UMDDdiDevice::InterFrameBufferThreadsStart m_ThreadFrameBuffer 0 failed!\n",
+                                  "UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n"));
     EXPECT_EQ(m_Kernel.Calls("pfnPresentCb"), 0u);
 
     // Not recorded: the next flip tries to start them again.
@@ -177,9 +176,8 @@ TEST_F(DevicePresent, Present_GetDescFails_FailsBeforeTheKernelHears)
     UMDRscSurface* pPrimary = MakePrimary(0);
     m_Fake.Fail("surface.GetDesc", D3DERR_INVALIDCALL);
     EXPECT_EQ(Present(ToHandle(pPrimary), kFlip), E_FAIL);
-    EXPECT_THAT(ErrorLines(),
-        ElementsAre("UMDDdiDevice::InternalProcessPresentFLIP GetDesc failed!\n",
-            "UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n"));
+    EXPECT_THAT(ErrorLines(), ElementsAre("UMDDdiDevice::InternalProcessPresentFLIP GetDesc failed!\n",
+                                  "UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n"));
     EXPECT_THAT(m_Kernel.LinesContaining("pfnPresentCb"), IsEmpty());
 }
 
@@ -221,21 +219,20 @@ TEST_F(DevicePresent, Present_AfterItsPrimaryDied_RecordsTheNewOneAndFails)
 {
     UMDRscSurface* pFirst = MakePrimary(3);
     ASSERT_EQ(Present(ToHandle(pFirst), kFlip), S_OK);
-    m_Surfaces.back().release(); // deleted by the device
+    m_Surfaces.back().release();  // deleted by the device
     m_Surfaces.pop_back();
     ASSERT_EQ(Device().DestroyResource(ToHandle(pFirst)), E_FAIL);
 
     UMDRscSurface* pSecond = MakePrimary(3);
     EXPECT_EQ(Present(ToHandle(pSecond), kFlip), E_FAIL);
-    EXPECT_THAT(ErrorLines(),
-        ElementsAre("UMDThreadFrameBuffer::FrameBufferAvailable thread has exited!\n",
-            "UMDDdiDevice::InternalProcessPresentFLIP FrameBufferAvailable failed!\n",
-            "UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n"));
-    EXPECT_EQ(m_Kernel.Calls("pfnEscapeCb"), UMD_VIDPN_SOURCE_COUNT); // it tried to start them again
+    EXPECT_THAT(ErrorLines(), ElementsAre("UMDThreadFrameBuffer::FrameBufferAvailable thread has exited!\n",
+                                  "UMDDdiDevice::InternalProcessPresentFLIP FrameBufferAvailable failed!\n",
+                                  "UMDDdiDevice::Present InternalProcessPresentFLIP failed! hResult: 0x80004005\n"));
+    EXPECT_EQ(m_Kernel.Calls("pfnEscapeCb"), UMD_VIDPN_SOURCE_COUNT);  // it tried to start them again
 
     m_Kernel.ClearLines();
     EXPECT_EQ(Present(ToHandle(pSecond), kFlip), E_FAIL);
-    EXPECT_EQ(m_Kernel.Calls("pfnEscapeCb"), 0u); // the new primary is known
+    EXPECT_EQ(m_Kernel.Calls("pfnEscapeCb"), 0u);  // the new primary is known
 }
 
 TEST_F(DevicePresent, Present_Blt_ReadsBackCopiesAndReports)
@@ -246,11 +243,10 @@ TEST_F(DevicePresent, Present_Blt_ReadsBackCopiesAndReports)
     EXPECT_EQ(Present(ToHandle(pPrimary), kBlt), S_OK);
     EXPECT_THAT(ErrorLines(), IsEmpty());
     EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::Present\n"), 1u);
-    EXPECT_THAT(m_Kernel.Lines(),
-        ElementsAre("pfnLockCb(allocation:1 flags:0x10)", "pfnUnlockCb(count:1 first:1)",
-            "pfnPresentCb(src:1 dst:0 context:7000)"));
-    EXPECT_EQ(m_Trace.LinesContaining("FrameBufferAvailable").size(), 0u); // nothing for the virtual monitor
-    pPrimary->GetSurface(0, 0)->Release(); // the reference that each read-back leaves
+    EXPECT_THAT(m_Kernel.Lines(), ElementsAre("pfnLockCb(allocation:1 flags:0x10)", "pfnUnlockCb(count:1 first:1)",
+                                      "pfnPresentCb(src:1 dst:0 context:7000)"));
+    EXPECT_EQ(m_Trace.LinesContaining("FrameBufferAvailable").size(), 0u);  // nothing for the virtual monitor
+    pPrimary->GetSurface(0, 0)->Release();                                  // the reference that each read-back leaves
     m_Fake.SetRenderTarget(0, nullptr);
 }
 
@@ -266,11 +262,10 @@ TEST_F(DevicePresent, Flush_Served_SubmitsTheWholeBufferAndTakesTheNewOne)
 {
     EXPECT_EQ(Device().Flush(), S_OK);
     EXPECT_EQ(Device().Flush(), S_OK);
-    EXPECT_THAT(m_Kernel.Lines(),
-        ElementsAre("pfnRenderCb(length:4096 offset:0 allocations:0 patches:0 context:7000)",
-            "pfnRenderCb(length:4096 offset:0 allocations:0 patches:0 context:7000)"));
+    EXPECT_THAT(m_Kernel.Lines(), ElementsAre("pfnRenderCb(length:4096 offset:0 allocations:0 patches:0 context:7000)",
+                                      "pfnRenderCb(length:4096 offset:0 allocations:0 patches:0 context:7000)"));
     EXPECT_THAT(m_Trace.LinesOfThisThread(),
-        ElementsAre(">>> UMDDdiDevice::Flush\n", ">>> UMDDdiDevice::Flush\n")); // no exit line
+        ElementsAre(">>> UMDDdiDevice::Flush\n", ">>> UMDDdiDevice::Flush\n"));  // no exit line
 }
 
 UINT g_NextCommandBufferSize = 0;
@@ -323,16 +318,15 @@ TEST_F(DevicePresent, SetDisplayMode_NullResource_AnswersOkAndSaysSo)
 {
     const D3DDDIARG_SETDISPLAYMODE mode = {};
     EXPECT_EQ(Device().SetDisplayMode(&mode), S_OK);
-    EXPECT_THAT(m_Trace.LinesOfThisThread(),
-        ElementsAre(">>> UMDDdiDevice::SetDisplayMode\n",
-            "UMDDdiDevice::SetDisplayMode pResourceRenderTarget is NULL\n"));
+    EXPECT_THAT(m_Trace.LinesOfThisThread(), ElementsAre(">>> UMDDdiDevice::SetDisplayMode\n",
+                                                 "UMDDdiDevice::SetDisplayMode pResourceRenderTarget is NULL\n"));
 }
 
 TEST_F(DevicePresent, SetDisplayMode_Primary_PassesItsAllocation)
 {
     D3DDDIARG_SETDISPLAYMODE mode = {};
     mode.hResource = ToHandle(MakePrimary(0));
-    mode.SubResourceIndex = 5; // not used
+    mode.SubResourceIndex = 5;  // not used
     EXPECT_EQ(Device().SetDisplayMode(&mode), S_OK);
     EXPECT_EQ(m_Kernel.Calls("pfnSetDisplayModeCb"), 1u);
     EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::SetDisplayMode\n"), 1u);
@@ -346,5 +340,5 @@ TEST_F(DevicePresent, SetDisplayMode_Refused_PassesTheCodeOn)
     EXPECT_EQ(Device().SetDisplayMode(&mode), E_OUTOFMEMORY);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetDisplayMode failed! 0x8007000e\n"), 1u);
 }
-} // namespace
-} // namespace tesslo::test
+}  // namespace
+}  // namespace tesslo::test

@@ -97,7 +97,7 @@ TEST_F(UMDDdiDeviceShader, Declaration_Life_CreatedSetDeleted)
 TEST_F(UMDDdiDeviceShader, CreateDeclaration_WithOrWithoutEndMarker_DelegatedListHasOne)
 {
     constexpr D3DDDIVERTEXELEMENT end = {0xFF, 0, D3DDECLTYPE_UNUSED, 0, 0, 0};
-    std::vector<D3DDDIVERTEXELEMENT> full(64, kElement); // the longest, and what is behind its end marker counts not
+    std::vector<D3DDDIVERTEXELEMENT> full(64, kElement);  // the longest, and what is behind its end marker counts not
     full.insert(full.end(), {end, kElement});
     const HANDLE handles[] = {CreateDeclaration({kElement, kElement}), CreateDeclaration({kElement, end, kElement}),
         CreateDeclaration({}), CreateDeclaration(std::vector<D3DDDIVERTEXELEMENT>(64, kElement)),
@@ -228,8 +228,8 @@ TEST_F(UMDDdiDeviceShader, VertexConstants_NoData_OkWithoutACall)
 
 TEST_F(UMDDdiDeviceShader, Constants_DelegatedCallFails_OnlyVertexConstantsTraceTheExit)
 {
-    for (const char* pMethod : {"SetVertexShaderConstantF", "SetPixelShaderConstantF", "SetPixelShaderConstantI",
-             "SetPixelShaderConstantB"})
+    for (const char* pMethod :
+        {"SetVertexShaderConstantF", "SetPixelShaderConstantF", "SetPixelShaderConstantI", "SetPixelShaderConstantB"})
         m_Fake.Fail(pMethod, kRefused);
     const float floats[4] = {};
     const INT integers[4] = {};

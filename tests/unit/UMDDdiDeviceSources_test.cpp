@@ -32,7 +32,7 @@ protected:
         UMDClientLibraryLoad();
         for (UINT i = 0; i < UMD_VIDPN_SOURCE_COUNT; ++i)
             m_Kernel.SetVidPnSourceId(i, 100 + i);
-        m_Kernel.Fail("pfnEscapeCb", E_FAIL, 4); // index 3
+        m_Kernel.Fail("pfnEscapeCb", E_FAIL, 4);  // index 3
     }
 
     void TearDown() override
@@ -79,5 +79,5 @@ TEST_F(DeviceSources, FirstFlipOfEachSource_OneEscapeRefused_PlugsTheKernelsIdsA
         EXPECT_EQ(calls[2 * source + 1].m_VidPnSourceId, expected);
     }
 }
-} // namespace
-} // namespace tesslo::test
+}  // namespace
+}  // namespace tesslo::test

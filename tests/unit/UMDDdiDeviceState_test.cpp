@@ -94,8 +94,7 @@ TEST_F(UMDDdiDeviceWithoutDelegated, SetRenderState_AnyState_FailsWithItsText)
         m_Trace.Clear();
         const D3DDDIARG_RENDERSTATE arg = {static_cast<D3DDDIRENDERSTATETYPE>(state), 0};
         EXPECT_EQ(E_FAIL, m_Device.SetRenderState(&arg));
-        EXPECT_EQ(std::vector<std::string>{
-                      ">>> UMDDdiDevice::SetRenderState m_DeviceDelegated.GetDevice() is NULL\n"},
+        EXPECT_EQ(std::vector<std::string>{">>> UMDDdiDevice::SetRenderState m_DeviceDelegated.GetDevice() is NULL\n"},
             m_Trace.Lines());
     }
 }

@@ -220,9 +220,9 @@ TEST_F(UMDDdiDeviceTrace, EveryMethod_DelegatedCallRefused_EntersAndTellsTheErro
         if (!row.m_pDelegatedCall)
             continue;
         const bool ownCode = row.m_pMethod == std::string("TexBlt");
-        const Lines expected = {std::string("0x4 >>> UMDDdiDevice::") + row.m_pMethod + "\n",
-            std::string("0x1 ") + row.m_pError};
-        row.m_Call(); // a stream that is bound stays bound
+        const Lines expected = {
+            std::string("0x4 >>> UMDDdiDevice::") + row.m_pMethod + "\n", std::string("0x1 ") + row.m_pError};
+        row.m_Call();  // a stream that is bound stays bound
         EXPECT_EQ(expected, DeviceTrace([&] {
             m_Fake.ClearScripts();
             m_Fake.Fail(row.m_pDelegatedCall, kRefused);
@@ -279,10 +279,10 @@ TEST_F(UMDDdiDeviceTrace, Shaders_CreatedSetAndDeleted_EnterAndLeave)
             EXPECT_EQ(S_OK, Device().SetVertexShaderFunc(hShader));
             EXPECT_EQ(S_OK, Device().DeleteVertexShaderFunc(hShader));
         }));
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderDecl\n",
-                  "0x8 <<< UMDDdiDevice::CreateVertexShaderDecl 0x#\n", "0x4 >>> UMDDdiDevice::SetVertexShaderDecl\n",
-                  "0x8 <<< UMDDdiDevice::SetVertexShaderDecl\n", "0x4 >>> UMDDdiDevice::DeleteVertexShaderDecl\n",
-                  "0x8 <<< UMDDdiDevice::DeleteVertexShaderDecl\n"}),
+    EXPECT_EQ(
+        (Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderDecl\n", "0x8 <<< UMDDdiDevice::CreateVertexShaderDecl 0x#\n",
+            "0x4 >>> UMDDdiDevice::SetVertexShaderDecl\n", "0x8 <<< UMDDdiDevice::SetVertexShaderDecl\n",
+            "0x4 >>> UMDDdiDevice::DeleteVertexShaderDecl\n", "0x8 <<< UMDDdiDevice::DeleteVertexShaderDecl\n"}),
         DeviceTrace([&] {
             const HANDLE hDeclaration = CreateDeclaration();
             EXPECT_EQ(S_OK, Device().SetVertexShaderDecl(hDeclaration));
@@ -408,15 +408,13 @@ TEST_F(UMDDdiDeviceTrace, WhatAMethodDeclinesItself_IsToldWithoutALeave)
             {"0x4 >>> UMDDdiDevice::SetStreamSourceUM\n",
                 "0x1 UMDDdiDevice::SetStreamSourceUM pSetUMStream | pData is NULL\n"}},
         {E_NOTIMPL, [&] { return device.SetStreamSourceUM(&otherStreamUM, m_Memory); },
-            {"0x4 >>> UMDDdiDevice::SetStreamSourceUM\n",
-                "0x1 UMDDdiDevice::SetStreamSourceUM Steam is not 0 1\n"}},
+            {"0x4 >>> UMDDdiDevice::SetStreamSourceUM\n", "0x1 UMDDdiDevice::SetStreamSourceUM Steam is not 0 1\n"}},
         {S_OK, [&] { return device.SetIndices(nullptr); },
             {"0x4 >>> UMDDdiDevice::SetIndices\n", "0x1 UMDDdiDevice::SetIndices pSetIndices is NULL\n"}},
         {S_OK, [&] { return device.SetIndices(&noIndices); },
             {"0x4 >>> UMDDdiDevice::SetIndices\n", "0x1 UMDDdiDevice::SetIndices pIndexBuffer is NULL\n"}},
         {E_FAIL, [&] { return device.DrawPrimitive(&draw); },
-            {"0x4 >>> UMDDdiDevice::DrawPrimitive\n",
-                "0x1 UMDDdiDevice::DrawPrimitive failed! stream 0 is not set\n"}},
+            {"0x4 >>> UMDDdiDevice::DrawPrimitive\n", "0x1 UMDDdiDevice::DrawPrimitive failed! stream 0 is not set\n"}},
         {E_FAIL, [&] { return device.DrawPrimitive2(&draw2); },
             {"0x4 >>> UMDDdiDevice::DrawPrimitive2\n",
                 "0x1 UMDDdiDevice::DrawPrimitive2 failed! stream 0 is not set\n"}},
@@ -426,8 +424,7 @@ TEST_F(UMDDdiDeviceTrace, WhatAMethodDeclinesItself_IsToldWithoutALeave)
         {E_NOTIMPL, [&] { return device.Blt(&blt); },
             {"0x4 >>> UMDDdiDevice::Blt\n",
                 "0x1 UMDDdiDevice::Blt failed! SHARED RESOURCE unexpected TypeDst:5 TypeSrc:7\n"}},
-        {S_OK, [&] { return device.Blt(&ontoItself); },
-            {"0x4 >>> UMDDdiDevice::Blt\n", "0x4 <<< UMDDdiDevice::Blt\n"}},
+        {S_OK, [&] { return device.Blt(&ontoItself); }, {"0x4 >>> UMDDdiDevice::Blt\n", "0x4 <<< UMDDdiDevice::Blt\n"}},
         {E_FAIL, [&] { return device.ColorFill(&fill); },
             {"0x4 >>> UMDDdiDevice::ColorFill\n",
                 "0x1 UMDDdiDevice::ColorFill pResourceRenderTargetCapable is NULL\n"}},
@@ -439,7 +436,11 @@ TEST_F(UMDDdiDeviceTrace, WhatAMethodDeclinesItself_IsToldWithoutALeave)
                 "0x1 UMDDdiDevice::SetDisplayMode pResourceRenderTarget is NULL\n"}},
         {E_FAIL, [&] { return device.DestroyResource(nullptr); },
             {"0x4 >>> UMDDdiDevice::DestroyResource hSrcResource:0x#\n"}},
-        {E_FAIL, [&] { D3DDDIARG_CREATEQUERY query = {}; return device.CreateQuery(&query); },
+        {E_FAIL,
+            [&] {
+                D3DDDIARG_CREATEQUERY query = {};
+                return device.CreateQuery(&query);
+            },
             {"0x4 >>> UMDDdiDevice::CreateQuery\n", "0x4 >>> UMDDdiDevice::CreateFence\n"}},
         {S_OK, [&] { return device.SetPixelShader(nullptr); }, {"0x4 >>> UMDDdiDevice::SetPixelShader\n"}},
         {S_OK, [&] { return device.SetVertexShaderFunc(nullptr); }, {"0x4 >>> UMDDdiDevice::SetVertexShaderFunc\n"}},
@@ -463,8 +464,8 @@ TEST_F(UMDDdiDeviceTrace, TargetWithoutASurface_SetOrFilled_IsRefused)
     create.SurfCount = 1;
     UMDRscSurface surface(&Device(), nullptr, &create, FALSE, D3DPOOL_DEFAULT, false);
     const D3DDDIARG_SETRENDERTARGET target = {0, ToHandle(&surface), 0};
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::SetRenderTarget\n",
-                  "0x1 UMDDdiDevice::SetRenderTarget pSurface is NULL\n"}),
+    EXPECT_EQ(
+        (Lines{"0x4 >>> UMDDdiDevice::SetRenderTarget\n", "0x1 UMDDdiDevice::SetRenderTarget pSurface is NULL\n"}),
         DeviceTrace([&] { EXPECT_EQ(E_FAIL, Device().SetRenderTarget(&target)); }));
     D3DDDIARG_COLORFILL fill = {};
     fill.hResource = ToHandle(&surface);

@@ -40,11 +40,11 @@ TEST_F(DeviceLife, Initialize_AllWell_TracesContextThenThreads)
 {
     auto pDevice = MakeDevice();
     ASSERT_TRUE(pDevice->Initialize());
-    EXPECT_THAT(m_Trace.LinesOfThisThread(),
-        ElementsAre(">>> UMDDdiDevice::UMDDdiDevice\n", ">>> UMDDdiDevice::Initialize\n",
-            ">>> UMDDdiDevice::CreateContext\n", "<<< UMDDdiDevice::CreateContext\n",
-            ">>> UMDDdiDevice::CreateThreads\n", "<<< UMDDdiDevice::CreateThreads\n",
-            "<<< UMDDdiDevice::Initialize\n"));
+    EXPECT_THAT(
+        m_Trace.LinesOfThisThread(), ElementsAre(">>> UMDDdiDevice::UMDDdiDevice\n", ">>> UMDDdiDevice::Initialize\n",
+                                         ">>> UMDDdiDevice::CreateContext\n", "<<< UMDDdiDevice::CreateContext\n",
+                                         ">>> UMDDdiDevice::CreateThreads\n", "<<< UMDDdiDevice::CreateThreads\n",
+                                         "<<< UMDDdiDevice::Initialize\n"));
     pDevice->DestroyThreads();
 }
 
@@ -52,14 +52,13 @@ TEST_F(DeviceLife, Initialize_AllWell_AsksForTheContextThenForSixSources)
 {
     auto pDevice = MakeDevice();
     ASSERT_TRUE(pDevice->Initialize());
-    EXPECT_THAT(m_Kernel.Lines(),
-        ElementsAre("pfnCreateContextCb(node:0 affinity:0 flags:0x0 data:0)",
-            "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:0)",
-            "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:1)",
-            "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:2)",
-            "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:3)",
-            "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:4)",
-            "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:5)"));
+    EXPECT_THAT(m_Kernel.Lines(), ElementsAre("pfnCreateContextCb(node:0 affinity:0 flags:0x0 data:0)",
+                                      "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:0)",
+                                      "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:1)",
+                                      "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:2)",
+                                      "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:3)",
+                                      "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:4)",
+                                      "pfnEscapeCb(size:40 device:0 flags:0x0 context:0 command:0 index:5)"));
     pDevice->DestroyThreads();
 }
 
@@ -107,16 +106,15 @@ TEST_F(DeviceLife, CreateContext_NoCallback_GoesOnWithoutContext)
     auto pDevice = MakeDevice();
     m_Trace.Clear();
     ASSERT_TRUE(pDevice->CreateContext());
-    EXPECT_THAT(m_Trace.Lines(),
-        ElementsAre(">>> UMDDdiDevice::CreateContext\n",
-            "UMDDdiDevice::CreateContext m_d3dCallbacks.pfnCreateContextCb is NULL!\n",
-            "<<< UMDDdiDevice::CreateContext\n"));
+    EXPECT_THAT(m_Trace.Lines(), ElementsAre(">>> UMDDdiDevice::CreateContext\n",
+                                     "UMDDdiDevice::CreateContext m_d3dCallbacks.pfnCreateContextCb is NULL!\n",
+                                     "<<< UMDDdiDevice::CreateContext\n"));
     m_Trace.Clear();
     pDevice->DestroyContext();
     EXPECT_THAT(m_Kernel.Lines(), ElementsAre("pfnDestroyContextCb(context:0)"));
     EXPECT_THAT(m_Trace.Lines(),
         ElementsAre(">>> UMDDdiDevice::DestroyContext m_hContext:0x0\n",
-            ">>> UMDDdiDevice::DestroyContext failed! hResult:0x80070057\n", // the kernel knows no context 0
+            ">>> UMDDdiDevice::DestroyContext failed! hResult:0x80070057\n",  // the kernel knows no context 0
             "<<< UMDDdiDevice::DestroyContext\n"));
 }
 
@@ -136,10 +134,9 @@ TEST_F(DeviceLife, Initialize_ContextRefused_FailsWithoutThreads)
     auto pDevice = MakeDevice();
     m_Trace.Clear();
     EXPECT_FALSE(pDevice->Initialize());
-    EXPECT_THAT(m_Trace.Lines(),
-        ElementsAre(">>> UMDDdiDevice::Initialize\n", ">>> UMDDdiDevice::CreateContext\n",
-            "UMDDdiDevice::CreateContext pfnCreateContextCb failed! 0x8007000e\n",
-            "UMDDdiDevice::Initialize CreateContext failed!\n"));
+    EXPECT_THAT(m_Trace.Lines(), ElementsAre(">>> UMDDdiDevice::Initialize\n", ">>> UMDDdiDevice::CreateContext\n",
+                                     "UMDDdiDevice::CreateContext pfnCreateContextCb failed! 0x8007000e\n",
+                                     "UMDDdiDevice::Initialize CreateContext failed!\n"));
     EXPECT_EQ(m_Kernel.Calls("pfnEscapeCb"), 0u);
 }
 
@@ -206,8 +203,8 @@ TEST_F(DeviceLife, DestroyThreads_Running_WaitsForEachThreadBeforeTheNext)
     std::vector<std::string> expected;
     for (UINT i = 0; i < UMD_VIDPN_SOURCE_COUNT; ++i)
     {
-        expected.push_back("UMDDdiDevice::InterFrameBufferThreadsStop m_ThreadFrameBuffer[" + std::to_string(i)
-                           + "] RequestExit\n");
+        expected.push_back(
+            "UMDDdiDevice::InterFrameBufferThreadsStop m_ThreadFrameBuffer[" + std::to_string(i) + "] RequestExit\n");
         expected.push_back("UMDThreadFrameBuffer::Run exit\n");
     }
     expected.insert(expected.end(), {"UMDDdiDevice::DestroyThreads m_ThreadGpuD3D9 RequestExit \n",
@@ -224,17 +221,18 @@ TEST_F(DeviceLife, Life_Whole_EachLineHasItsLevel)
         pDevice->DestroyContext();
     });
     std::erase_if(lines, [](const std::string& line) {
-        return line.find(" UMDDdiDevice::") == std::string::npos || line.find("m_ThreadFrameBuffer[") != std::string::npos;
+        return line.find(" UMDDdiDevice::") == std::string::npos ||
+               line.find("m_ThreadFrameBuffer[") != std::string::npos;
     });
-    EXPECT_THAT(lines,
-        ElementsAre("0x4 >>> UMDDdiDevice::UMDDdiDevice\n", "0x4 >>> UMDDdiDevice::Initialize\n",
-            "0x4 >>> UMDDdiDevice::CreateContext\n", "0x200 UMDDdiDevice::CreateContext m_hContext:0x#\n",
-            "0x8 <<< UMDDdiDevice::CreateContext\n", "0x4 >>> UMDDdiDevice::CreateThreads\n",
-            "0x8 <<< UMDDdiDevice::CreateThreads\n", "0x8 <<< UMDDdiDevice::Initialize\n",
-            "0x4 >>> UMDDdiDevice::DestroyThreads m_hContext:0x#\n",
-            "0x200 UMDDdiDevice::DestroyThreads m_ThreadGpuD3D9 RequestExit \n",
-            "0x8 <<< UMDDdiDevice::DestroyThreads\n", "0x4 >>> UMDDdiDevice::DestroyContext m_hContext:0x#\n",
-            "0x8 <<< UMDDdiDevice::DestroyContext\n", "0x4 >>> UMDDdiDevice::~UMDDdiDevice\n"));
+    EXPECT_THAT(
+        lines, ElementsAre("0x4 >>> UMDDdiDevice::UMDDdiDevice\n", "0x4 >>> UMDDdiDevice::Initialize\n",
+                   "0x4 >>> UMDDdiDevice::CreateContext\n", "0x200 UMDDdiDevice::CreateContext m_hContext:0x#\n",
+                   "0x8 <<< UMDDdiDevice::CreateContext\n", "0x4 >>> UMDDdiDevice::CreateThreads\n",
+                   "0x8 <<< UMDDdiDevice::CreateThreads\n", "0x8 <<< UMDDdiDevice::Initialize\n",
+                   "0x4 >>> UMDDdiDevice::DestroyThreads m_hContext:0x#\n",
+                   "0x200 UMDDdiDevice::DestroyThreads m_ThreadGpuD3D9 RequestExit \n",
+                   "0x8 <<< UMDDdiDevice::DestroyThreads\n", "0x4 >>> UMDDdiDevice::DestroyContext m_hContext:0x#\n",
+                   "0x8 <<< UMDDdiDevice::DestroyContext\n", "0x4 >>> UMDDdiDevice::~UMDDdiDevice\n"));
 }
 
 TEST_F(DeviceLife, InterFrameBufferThreadsStart_EachSource_IsToldAtTheDetailLevel)
@@ -309,7 +307,7 @@ HANDLE WINAPI RefuseFourthThread(LPSECURITY_ATTRIBUTES pSecurity, SIZE_T stackSi
 TEST_F(DeviceLife, Delete_AfterThirdSourceFailedToStart_LeavesNoThreadAndNoHandle)
 {
     {
-        auto pFirst = MakeDevice(); // whatever the first use of the system's libraries keeps
+        auto pFirst = MakeDevice();  // whatever the first use of the system's libraries keeps
         ASSERT_TRUE(pFirst->Initialize());
         pFirst->DestroyThreads();
     }
@@ -331,5 +329,5 @@ TEST_F(DeviceLife, Delete_AfterThirdSourceFailedToStart_LeavesNoThreadAndNoHandl
     EXPECT_EQ(after.m_Handles, before.m_Handles);
     EXPECT_THAT(m_Fake.LiveObjects(), IsEmpty());
 }
-} // namespace
-} // namespace tesslo::test
+}  // namespace
+}  // namespace tesslo::test

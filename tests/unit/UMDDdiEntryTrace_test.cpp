@@ -45,12 +45,16 @@ TEST_F(UMDDdiEntryTrace, Blt_BothObjects_WithTypePoolAndKind)
     arg.DstRect = {5, 6, 7, 8};
     arg.ColorKey = 9;
     arg.Flags.Value = 10;
-    EXPECT_EQ((Lines{"=> UMDDdiBlt Color:9 Flags:10 DST l:5 t:6 r:7 b:8 Rsc:target [Type:5 Pool:0] SRC l:1 t:2 r:3 b:4 Rsc:texture [Type:6 Pool:2]\n",
-                  "   RenderTarget\n", "   Texture\n"}),
+    EXPECT_EQ(
+        (Lines{
+            "=> UMDDdiBlt Color:9 Flags:10 DST l:5 t:6 r:7 b:8 Rsc:target [Type:5 Pool:0] SRC l:1 t:2 r:3 b:4 Rsc:texture [Type:6 Pool:2]\n",
+            "   RenderTarget\n", "   Texture\n"}),
         EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiBlt(DeviceHandle(), &arg); }));
     std::swap(arg.hSrcResource, arg.hDstResource);
-    EXPECT_EQ((Lines{"=> UMDDdiBlt Color:9 Flags:10 DST l:5 t:6 r:7 b:8 Rsc:texture [Type:6 Pool:2] SRC l:1 t:2 r:3 b:4 Rsc:target [Type:5 Pool:0]\n",
-                  "   Texture\n", "   RenderTarget\n"}),
+    EXPECT_EQ(
+        (Lines{
+            "=> UMDDdiBlt Color:9 Flags:10 DST l:5 t:6 r:7 b:8 Rsc:texture [Type:6 Pool:2] SRC l:1 t:2 r:3 b:4 Rsc:target [Type:5 Pool:0]\n",
+            "   Texture\n", "   RenderTarget\n"}),
         EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiBlt(DeviceHandle(), &arg); }));
 }
 
@@ -63,12 +67,16 @@ TEST_F(UMDDdiEntryTrace, TexBlt_BothObjects_WithTypePoolAndKind)
     arg.hDstResource = hTarget;
     arg.SrcRect = {1, 2, 3, 4};
     arg.DstPoint = {5, 6};
-    EXPECT_EQ((Lines{"=> UMDDdiTexBlt hSrcResource:texture [Type:6 Pool:2] hDstResource:target [Type:5 Pool:0] SrcRect l:1 t:2 r:3 b:4 DstPoint x:5 y:6\n",
-                  "   Texture\n", "   RenderTarget\n"}),
+    EXPECT_EQ(
+        (Lines{
+            "=> UMDDdiTexBlt hSrcResource:texture [Type:6 Pool:2] hDstResource:target [Type:5 Pool:0] SrcRect l:1 t:2 r:3 b:4 DstPoint x:5 y:6\n",
+            "   Texture\n", "   RenderTarget\n"}),
         EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiTexBlt(DeviceHandle(), &arg); }));
     std::swap(arg.hSrcResource, arg.hDstResource);
-    EXPECT_EQ((Lines{"=> UMDDdiTexBlt hSrcResource:target [Type:5 Pool:0] hDstResource:texture [Type:6 Pool:2] SrcRect l:1 t:2 r:3 b:4 DstPoint x:5 y:6\n",
-                  "   RenderTarget\n", "   Texture\n"}),
+    EXPECT_EQ(
+        (Lines{
+            "=> UMDDdiTexBlt hSrcResource:target [Type:5 Pool:0] hDstResource:texture [Type:6 Pool:2] SrcRect l:1 t:2 r:3 b:4 DstPoint x:5 y:6\n",
+            "   RenderTarget\n", "   Texture\n"}),
         EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiTexBlt(DeviceHandle(), &arg); }));
 }
 
@@ -78,8 +86,10 @@ TEST_F(UMDDdiEntryTrace, BufBlt_BothObjects_WithKind)
     D3DDDIARG_BUFFERBLT arg = {};
     arg.hSrcResource = hVertices;
     arg.hDstResource = hIndices;
-    EXPECT_EQ((Lines{"=> UMDDdiBufBlt hDstResource:indices hSrcResource:vertices Offset:0 SrcRange.Offset:0 SrcRange.Size:0\n",
-                  "   IndexBuffer\n", "   VertexBuffer\n"}),
+    EXPECT_EQ(
+        (Lines{
+            "=> UMDDdiBufBlt hDstResource:indices hSrcResource:vertices Offset:0 SrcRange.Offset:0 SrcRange.Size:0\n",
+            "   IndexBuffer\n", "   VertexBuffer\n"}),
         EntryLines({{"vertices", hVertices}, {"indices", hIndices}}, [&] { UMDDdiBufBlt(DeviceHandle(), &arg); }));
 }
 
@@ -137,15 +147,15 @@ TEST_F(UMDDdiEntryTrace, ShaderAndStreamEntries_Handles_StandWhereTheyBelong)
         }
     }
     std::erase_if(lines, [](const std::string& line) { return !line.starts_with("=> "); });
-    EXPECT_EQ((Lines{"=> UMDDdiCreatePixelShader pShader:code pDDICreateShader:pixelRecord CodeSize:8 ShaderHandle:0x51\n",
-                  "=> UMDDdiCreateVertexShaderFunc pCode:code pDDICreateVSFunc:vertexRecord ShaderHandle:0x51\n",
-                  "=> UMDDdiCreateVertexShaderDecl M:0 O:0 S:0 T:0 U:0 I:0 N:0 S:0x51\n",
-                  "=> UMDDdiSetPixelShader hPixelShader:pixel\n", "=> UMDDdiSetVertexShaderFunc hVSFunc:vertex\n",
-                  "=> UMDDdiSetVertexShaderDecl hVSDecl:declaration\n",
-                  "=> UMDDdiDeletePixelShader hPixelShader:pixel\n", "=> UMDDdiDeleteVertexShaderFunc hVSFunc:vertex\n",
-                  "=> UMDDdiDeleteVertexShaderDecl hVSDecl:declaration\n",
-                  "=> UMDDdiSetIndices pSetIndices:indicesRecord Stride:2 hIndexBuffer:indices\n",
-                  "=> UMDDdiDrawPrimitive pEdgeFlags:edges PrimitiveCount:1 PrimitiveType:1 VStart:0\n"}),
+    EXPECT_EQ(
+        (Lines{"=> UMDDdiCreatePixelShader pShader:code pDDICreateShader:pixelRecord CodeSize:8 ShaderHandle:0x51\n",
+            "=> UMDDdiCreateVertexShaderFunc pCode:code pDDICreateVSFunc:vertexRecord ShaderHandle:0x51\n",
+            "=> UMDDdiCreateVertexShaderDecl M:0 O:0 S:0 T:0 U:0 I:0 N:0 S:0x51\n",
+            "=> UMDDdiSetPixelShader hPixelShader:pixel\n", "=> UMDDdiSetVertexShaderFunc hVSFunc:vertex\n",
+            "=> UMDDdiSetVertexShaderDecl hVSDecl:declaration\n", "=> UMDDdiDeletePixelShader hPixelShader:pixel\n",
+            "=> UMDDdiDeleteVertexShaderFunc hVSFunc:vertex\n", "=> UMDDdiDeleteVertexShaderDecl hVSDecl:declaration\n",
+            "=> UMDDdiSetIndices pSetIndices:indicesRecord Stride:2 hIndexBuffer:indices\n",
+            "=> UMDDdiDrawPrimitive pEdgeFlags:edges PrimitiveCount:1 PrimitiveType:1 VStart:0\n"}),
         lines);
 }
 
@@ -179,8 +189,7 @@ TEST_F(UMDDdiEntryTrace, Create_EveryClass_DumpsTheRequestAndTheRuntimesHandle)
                       "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:" +
                           std::to_string(arg.SurfCount) + " VidPnSourceId:0\n",
                       "   Flags: " + slots + "\n",
-                      "   hResource driver:object (own) <==> hResource OS:0xabcde0 (saved)\n",
-                      "   Handle: object\n"}),
+                      "   hResource driver:object (own) <==> hResource OS:0xabcde0 (saved)\n", "   Handle: object\n"}),
             lines);
         DestroyResource(arg.hResource);
     }
@@ -226,7 +235,8 @@ TEST_F(UMDDdiEntryTrace, LockAndDestroy_EveryClass_TellTheKind)
         HANDLE hResource;
         const char* pLocked;
         const char* pDestroyed;
-    } rows[] = {{CreateTexture(), "TEXTURE | ", "   Texture\n"}, {CreateTarget(), "RENDERTARGET | ", "   RenderTarget\n"},
+    } rows[] = {{CreateTexture(), "TEXTURE | ", "   Texture\n"},
+        {CreateTarget(), "RENDERTARGET | ", "   RenderTarget\n"},
         {CreateVertices(), "VERTEXBUFFER | ", "   VertexBuffer\n"},
         {CreateIndices(), "INDEXBUFFER | ", "   IndexBuffer\n"}, {CreateDepth(), "", "   ZBuffer\n"},
         {CreateCube(), "", "   CubeTexture\n"}};
@@ -236,8 +246,7 @@ TEST_F(UMDDdiEntryTrace, LockAndDestroy_EveryClass_TellTheKind)
         arg.hResource = row.hResource;
         arg.SubResourceIndex = 2;
         arg.Flags.ReadOnly = 1;
-        Lines lines =
-            EntryLines({{"object", row.hResource}}, [&] { UMDDdiLock(DeviceHandle(), &arg); });
+        Lines lines = EntryLines({{"object", row.hResource}}, [&] { UMDDdiLock(DeviceHandle(), &arg); });
         ASSERT_GE(lines.size(), 3u);
         lines.resize(3);
         const std::string kind = row.pLocked;

@@ -12,7 +12,7 @@ namespace
 class UMDDdiLockResourceTest : public ResourceFixture
 {
 };
-}
+}  // namespace
 
 TEST_F(UMDDdiLockResourceTest, EveryFlagAloneAndInPairs_OnlyFourGoOn)
 {

@@ -35,15 +35,15 @@ protected:
 
     UMDRscTexture* m_pOpened = nullptr;
 };
-}
+}  // namespace
 
 TEST_F(UMDDdiOpenResourceTest, SharedTexture_BecomesATextureOfTheRecordsValues)
 {
     EXPECT_EQ(Open(), S_OK);
     m_pOpened = dynamic_cast<UMDRscTexture*>(ToResource(m_Open.hResource));
     ASSERT_NE(m_pOpened, nullptr);
-    EXPECT_EQ(DeviceLines(), (Lines{"CreateTexture(64, 32, 2, 1, 21, 0, out, out)",
-                                 "texture#1.GetSurfaceLevel(0, out)", "texture#1.GetSurfaceLevel(1, out)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"CreateTexture(64, 32, 2, 1, 21, 0, out, out)", "texture#1.GetSurfaceLevel(0, out)",
+                                 "texture#1.GetSurfaceLevel(1, out)"}));
     EXPECT_EQ(KernelLines(), Lines{});
     EXPECT_EQ(m_pOpened->GetType(), UMDRESOURCETYPE_TEXTURE);
     EXPECT_EQ(m_pOpened->GetFormat(), D3DDDIFMT_A8R8G8B8);
@@ -94,7 +94,10 @@ TEST_F(UMDDdiOpenResourceTest, NotTheDriversRecord_AnswersOkWithANullHandle)
         [&] { m_Record.Kind = 5; },
         [&] { m_Record.Kind = 0; },
         [&] { m_Open.NumAllocations = 0; },
-        [&] { m_Open.pOpenAllocationInfo = nullptr; m_Open.NumAllocations = 0; },
+        [&] {
+            m_Open.pOpenAllocationInfo = nullptr;
+            m_Open.NumAllocations = 0;
+        },
     };
     ForEachChange(changes, [&] {
         EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Open(), S_OK); }), Lines{});
@@ -165,8 +168,8 @@ TEST_F(UMDDdiOpenResourceTest, DelegatedCallsFail_AnswersFailAndLeavesNothing)
 TEST_F(UMDDdiOpenResourceTest, WhatCreateWrote_OpensAgain)
 {
     m_Fake.SetSharedHandle(reinterpret_cast<HANDLE>(0x40000042));
-    CreateRequest request(kFlagTexture | kFlagRenderTarget | kFlagSharedResource, D3DDDIPOOL_LOCALVIDMEM,
-        D3DDDIFMT_X8R8G8B8, 128, 64, 4);
+    CreateRequest request(
+        kFlagTexture | kFlagRenderTarget | kFlagSharedResource, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_X8R8G8B8, 128, 64, 4);
     CreateAny(request);
     const std::vector<BYTE> data = m_Kernel.FindAllocation(1).m_PrivateData;
     m_Allocation.pPrivateDriverData = data.data();

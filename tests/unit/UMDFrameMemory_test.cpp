@@ -70,4 +70,4 @@ TEST_F(UMDFrameMemoryTest, Create_NoMemoryForTheBytes_GivesNullAndFreesTheObject
     EXPECT_EQ(pMemory, nullptr);
     EXPECT_EQ(freed, 1);
 }
-} // namespace
+}  // namespace

@@ -29,20 +29,18 @@ TEST_F(UMDGpuTraceTest, Thread_Life_EachLineHasItsLevel)
         thread.Wait(INFINITE);
     });
     // Which messages a window gets is the system's affair.
-    const size_t messages = std::erase_if(lines, [](const std::string& line) {
-        return line.starts_with("0x80 >>> UMDThreadGpuD3D9::InternalGuiWndMsgProc ");
-    });
+    const size_t messages = std::erase_if(lines,
+        [](const std::string& line) { return line.starts_with("0x80 >>> UMDThreadGpuD3D9::InternalGuiWndMsgProc "); });
     EXPECT_GT(messages, 0U);
     std::erase_if(lines, [](const std::string& line) {
         return line.find("UMDThreadGpuD3D9") == std::string::npos ||
                (line.starts_with("0x280 ") && line.ends_with("MSG received\n"));
     });
-    EXPECT_EQ(lines,
-        (Lines{"0x280 UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects m_hEventRequestExit\n",
-            "0x80 <<< UMDThreadGpuD3D9::Run\n", "0x80 >>> UMDThreadGpuD3D9::InternalCreateDevice\n",
-            "0x80 >>> UMDThreadGpuD3D9::InternalDestroyDevice\n", "0x80 >>> UMDThreadGpuD3D9::Run\n",
-            "0x80 >>> UMDThreadGpuD3D9::ThreadGuiRequestExit\n", "0x80 UMDThreadGpuD3D9::ThreadGuiStart\n",
-            "0x80 UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "0x80 UMDThreadGpuD3D9::~UMDThreadGpuD3D9\n"}));
+    EXPECT_EQ(lines, (Lines{"0x280 UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects m_hEventRequestExit\n",
+                         "0x80 <<< UMDThreadGpuD3D9::Run\n", "0x80 >>> UMDThreadGpuD3D9::InternalCreateDevice\n",
+                         "0x80 >>> UMDThreadGpuD3D9::InternalDestroyDevice\n", "0x80 >>> UMDThreadGpuD3D9::Run\n",
+                         "0x80 >>> UMDThreadGpuD3D9::ThreadGuiRequestExit\n", "0x80 UMDThreadGpuD3D9::ThreadGuiStart\n",
+                         "0x80 UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "0x80 UMDThreadGpuD3D9::~UMDThreadGpuD3D9\n"}));
 }
 
 TEST_F(UMDGpuTraceTest, Device_CreatedAndRefused_EachLineHasItsLevel)
@@ -78,4 +76,4 @@ TEST_F(UMDGpuTraceTest, Device_NoFactory_EachLineIsAnError)
             "0x1 UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 126\n",
             "0x1 InitD3D  CreateDevice m_pD3DDevice9Ex failed! hResult:0x80004005\n"}));
 }
-} // namespace
+}  // namespace

@@ -16,12 +16,12 @@ constexpr D3DDDI_POOL kSystem = D3DDDIPOOL_SYSTEMMEM;
 class UMDResourceMemoryTest : public ResourceFixture
 {
 };
-}
+}  // namespace
 
 TEST_F(UMDResourceMemoryTest, ObjectItself_EveryClass_AnswersOutOfMemory)
 {
-    for (UINT flags : {kFlagVertexBuffer, kFlagIndexBuffer, kFlagZBuffer, kFlagCubeMap, kFlagTexture,
-             kFlagRenderTarget, 0U})
+    for (UINT flags :
+        {kFlagVertexBuffer, kFlagIndexBuffer, kFlagZBuffer, kFlagCubeMap, kFlagTexture, kFlagRenderTarget, 0U})
     {
         CreateRequest request(flags, kSystem, D3DDDIFMT_A8R8G8B8, 16, 16);
         ForgetCalls();
@@ -94,7 +94,7 @@ TEST_F(UMDResourceMemoryTest, Open_WithoutMemory_AnswersOkWithANullHandle)
     EXPECT_EQ(open.hResource, nullptr);
     EXPECT_EQ(DeviceLines(), Lines{});
     {
-        const FailNthAllocation fail(2); // the list: the texture opens without it
+        const FailNthAllocation fail(2);  // the list: the texture opens without it
         EXPECT_EQ(UMDDdiOpenResource(DeviceHandle(), &open), S_OK);
     }
     ASSERT_NE(open.hResource, nullptr);

@@ -19,7 +19,7 @@ class UMDResourceNoDeviceTest : public ResourceFixture
 protected:
     void PrepareStart() override { m_Factory.m_hCreateResult = kRefused; }
 };
-}
+}  // namespace
 
 TEST_F(UMDResourceNoDeviceTest, Create_EveryClass_IsRefusedWithItsLine)
 {
@@ -51,8 +51,8 @@ TEST_F(UMDResourceNoDeviceTest, Create_AskedDirectly_AnswersFail)
     EXPECT_EQ(UMDRscIndexBuffer(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT).Create(), E_FAIL);
     EXPECT_EQ(UMDRscZBuffer(pDevice, nullptr, pCreate, FALSE).Create(), E_FAIL);
     EXPECT_EQ(UMDRscCubeTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT).Create(), E_FAIL);
-    EXPECT_EQ(UMDRscTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE).Create(),
-        E_FAIL);
+    EXPECT_EQ(
+        UMDRscTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE).Create(), E_FAIL);
 }
 
 TEST_F(UMDResourceNoDeviceTest, Open_Texture_IsRefusedWithItsLine)

@@ -24,7 +24,7 @@ protected:
     void* m_pData = nullptr;
     UINT m_Pitch = 0;
 };
-}
+}  // namespace
 
 TEST_F(UMDResourceTraceTest, VertexBuffer_Life_EachLineHasItsLevel)
 {
@@ -83,17 +83,17 @@ TEST_F(UMDResourceTraceTest, Surface_Life_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 4);
     request.WithMemory(4, 0).m_Arg.VidPnSourceId = 3;
-    EXPECT_EQ((Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
-                  "0x22    KMode Handle - m_hAllocation:0x# m_hKMResource:0x#\n",
-                  "0x200 UMDRscSurface::Create m_pSurface: 0x# Resource:0x# m_VidPnSourceId:3 m_hAllocation:0x# m_Width:8 m_Height:4\n",
-                  "0x20    Lock: RenderTarget 0x#\n", "0x20    Unlock: RenderTarget 0x#\n",
-                  "0x200 UMDRscSurface::WriteToDelegated 0\n",
-                  "0x20 UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb DeviceContext:0x# Resource:0x# VidPnSourceId:3 m_hAllocation:0x#\n",
-                  "0x200 UMDRscSurface::Destroy() this:0x# m_pSurface:0x# \n",
-                  "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
+    EXPECT_EQ(
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x22    KMode Handle - m_hAllocation:0x# m_hKMResource:0x#\n",
+            "0x200 UMDRscSurface::Create m_pSurface: 0x# Resource:0x# m_VidPnSourceId:3 m_hAllocation:0x# m_Width:8 m_Height:4\n",
+            "0x20    Lock: RenderTarget 0x#\n", "0x20    Unlock: RenderTarget 0x#\n",
+            "0x200 UMDRscSurface::WriteToDelegated 0\n",
+            "0x20 UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb DeviceContext:0x# Resource:0x# VidPnSourceId:3 m_hAllocation:0x#\n",
+            "0x200 UMDRscSurface::Destroy() this:0x# m_pSurface:0x# \n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
         LevelledTrace(m_Trace, [&] {
-            UMDRscSurface surface(
-                &Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DPOOL_DEFAULT, false);
+            UMDRscSurface surface(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DPOOL_DEFAULT, false);
             surface.Create();
             surface.Lock(0, 0, 0, &m_pData, &m_Pitch, 0);
             surface.Unlock();
@@ -120,7 +120,7 @@ TEST_F(UMDResourceTraceTest, Surface_ReadBack_EachLineHasItsLevel)
             D3DSURFACE_DESC desc = {};
             EXPECT_EQ(S_OK, pTarget->RenderTargetDataLock(&pSurface, &locked, &desc));
             pTarget->RenderTargetDataUnlock(&pSurface);
-            pTarget->GetSurface(0, 0)->Release(); // the reference that a read-back leaves
+            pTarget->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
         }));
     EXPECT_EQ((Lines{"0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n",
                   "0x1 UMDRscRenderTargetCapable::RenderTargetDataUnlock *ppRenderTarget is NULL\n"}),
@@ -135,12 +135,13 @@ TEST_F(UMDResourceTraceTest, Texture_Life_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagTexture, kSystem, D3DDDIFMT_X8R8G8B8, 8, 4);
     request.WithMemory(4, 0);
-    EXPECT_EQ((Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
-                  "0x20 UMDRscTexture::Create Resource:0x# m_pTexture 0x# m_bIsRenderTarget 0 m_bIsSharedResource 0 pSharedHandle=0x# *pSharedHandle=0x#\n",
-                  "0x20    Lock: Texture 0x# AreaValid:1\n", "0x20    Unlock: Texture 0x#\n",
-                  "0x200 UMDRscTexture::WriteToDelegated 0\n", "0x200 UMDRscTexture::WriteFromDelegated 0\n",
-                  "0x200 UMDRscTexture::Destroy m_pTexture:0x#\n",
-                  "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
+    EXPECT_EQ(
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x20 UMDRscTexture::Create Resource:0x# m_pTexture 0x# m_bIsRenderTarget 0 m_bIsSharedResource 0 pSharedHandle=0x# *pSharedHandle=0x#\n",
+            "0x20    Lock: Texture 0x# AreaValid:1\n", "0x20    Unlock: Texture 0x#\n",
+            "0x200 UMDRscTexture::WriteToDelegated 0\n", "0x200 UMDRscTexture::WriteFromDelegated 0\n",
+            "0x200 UMDRscTexture::Destroy m_pTexture:0x#\n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
         LevelledTrace(m_Trace, [&] {
             UMDRscTexture texture(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, 0, D3DPOOL_SYSTEMMEM,
                 UMDRESOURCETYPE_TEXTURE);
@@ -166,11 +167,11 @@ TEST_F(UMDResourceTraceTest, CubeTexture_Life_EachLineHasItsLevel)
             size);
         lines.push_back(line);
     }
-    lines.insert(lines.end(),
-        {"0x22    KMode Handle - m_hAllocation:0x# m_hKMResource:0x#\n",
-            "0x200 UMDRscCubeTexture::Create m_pTexture:0x# this:0x#\n", "0x20    Lock: CubeTexture 0x#\n",
-            "0x20    Unlock: CubeTexture 0x#\n", "0x200 UMDRscCubeTexture::Destroy() m_pTexture:0x#\n",
-            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"});
+    lines.insert(
+        lines.end(), {"0x22    KMode Handle - m_hAllocation:0x# m_hKMResource:0x#\n",
+                         "0x200 UMDRscCubeTexture::Create m_pTexture:0x# this:0x#\n", "0x20    Lock: CubeTexture 0x#\n",
+                         "0x20    Unlock: CubeTexture 0x#\n", "0x200 UMDRscCubeTexture::Destroy() m_pTexture:0x#\n",
+                         "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"});
     EXPECT_EQ(lines, LevelledTrace(m_Trace, [&] {
         UMDRscCubeTexture cube(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, 0, D3DPOOL_DEFAULT);
         cube.Create();
@@ -194,13 +195,13 @@ TEST_F(UMDResourceTraceTest, OpenedTexture_Life_EachLineHasItsLevel)
     D3DDDIARG_OPENRESOURCE open = {};
     open.NumAllocations = 1;
     open.pOpenAllocationInfo = &allocation;
-    EXPECT_EQ((Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
-                  "0x20 UMDRscTexture::Open Resource:0x# m_pTexture 0x# Width:16 Height:16 Format:21 SharedHandle:0x# hAllocation:0x#\n",
-                  "0x200 UMDRscTexture::Destroy m_pTexture:0x#\n",
-                  "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
+    EXPECT_EQ(
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x20 UMDRscTexture::Open Resource:0x# m_pTexture 0x# Width:16 Height:16 Format:21 SharedHandle:0x# hAllocation:0x#\n",
+            "0x200 UMDRscTexture::Destroy m_pTexture:0x#\n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
         LevelledTrace(m_Trace, [&] {
-            UMDRscTexture texture(
-                &Device(), open.hResource, &open, TRUE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
+            UMDRscTexture texture(&Device(), open.hResource, &open, TRUE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
             texture.Open();
             texture.Destroy();
         }));
@@ -240,11 +241,13 @@ TEST_F(UMDResourceTraceTest, Blits_EveryPath_IsToldAtTheDetailLevel)
                 "0x200 UMDRscSurface::Blt VIDEO TO VIDEO plain NEW\n"}},
         {pSystem, pVideo,
             {"0x200 UMDRscSurface::Blt DST Resource:0x# Pool:0 SRC Resource:0x# Pool:2\n",
-                "0x200 UMDRscSurface::Blt SYSTEM TO VIDEO\n", "0x200 UMDRscSurface::Blt SYSTEM TO VIDEO similar 22 22\n",
+                "0x200 UMDRscSurface::Blt SYSTEM TO VIDEO\n",
+                "0x200 UMDRscSurface::Blt SYSTEM TO VIDEO similar 22 22\n",
                 "0x200 UMDRscSurface::WriteToDelegated 0\n"}},
         {pSmall, pVideo,
             {"0x200 UMDRscSurface::Blt DST Resource:0x# Pool:0 SRC Resource:0x# Pool:2\n",
-                "0x200 UMDRscSurface::Blt SYSTEM TO VIDEO\n", "0x1 UMDRscSurface::Blt SYSTEM TO VIDEO different 23 22\n"}},
+                "0x200 UMDRscSurface::Blt SYSTEM TO VIDEO\n",
+                "0x1 UMDRscSurface::Blt SYSTEM TO VIDEO different 23 22\n"}},
         {pVideo, pSystem,
             {"0x200 UMDRscSurface::Blt DST Resource:0x# Pool:2 SRC Resource:0x# Pool:0\n",
                 "0x200 UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n"}},
@@ -288,7 +291,8 @@ TEST_F(UMDResourceTraceTest, CubeBlit_IsToldAtTheDetailLevel)
     auto* pSystem = Create<UMDRscCubeTexture>(systemRequest);
     auto* pVideo = Create<UMDRscCubeTexture>(videoRequest);
     EXPECT_EQ(
-        Lines{"0x200 UMDRscCubeTexture::TexBlt DST Resource:0x# Pool:0 IsRenderTarget:1 SRC Resource:0x# Pool:2 IsRenderTarget:0\n"},
+        Lines{
+            "0x200 UMDRscCubeTexture::TexBlt DST Resource:0x# Pool:0 IsRenderTarget:1 SRC Resource:0x# Pool:2 IsRenderTarget:0\n"},
         LevelledTrace(m_Trace, [&] { pSystem->TexBlt(nullptr, pVideo, nullptr); }));
 }
 

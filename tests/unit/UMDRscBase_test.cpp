@@ -18,7 +18,7 @@ std::string Low(const void* pointer)
     snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
     return text;
 }
-}
+}  // namespace
 
 TEST_F(UMDRscBaseTest, Life_BareObject_TracesTheHandlePairTwice)
 {
@@ -29,9 +29,8 @@ TEST_F(UMDRscBaseTest, Life_BareObject_TracesTheHandlePairTwice)
         UMDRscBase object(&Device(), hResourceOS, UMDRESOURCETYPE_UNKNOWN);
         own = Low(&object);
     }
-    EXPECT_EQ(m_Trace.Lines(),
-        (Lines{"   hResource driver:" + own + " (own) <==> hResource OS:0x33221100 (saved)\n",
-            "   ~hResource driver:" + own + " (own) <==> hResource OS:0x33221100 (saved)\n"}));
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"   hResource driver:" + own + " (own) <==> hResource OS:0x33221100 (saved)\n",
+                                   "   ~hResource driver:" + own + " (own) <==> hResource OS:0x33221100 (saved)\n"}));
 }
 
 TEST_F(UMDRscBaseTest, Operations_BareObject_AnswerTheBaseValues)

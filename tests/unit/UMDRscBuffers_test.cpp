@@ -23,7 +23,7 @@ std::string Low(const void* pointer)
     snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
     return text;
 }
-}
+}  // namespace
 
 TEST_F(UMDRscBuffersTest, VertexBuffer_Create_LengthIsWidthTimesHeight)
 {
@@ -32,7 +32,7 @@ TEST_F(UMDRscBuffersTest, VertexBuffer_Create_LengthIsWidthTimesHeight)
     auto* pBuffer = Create<UMDRscVertexBuffer>(request);
     EXPECT_EQ(DeviceLines(), Lines{"CreateVertexBuffer(288, 520, 322, 0, out, null)"});
     EXPECT_EQ(m_Trace.Count("UMDRscVertexBuffer::Create Length=288 Usage=520 Pool=0 IndexBuffer:" +
-                  Low(pBuffer->GetVertexBuffer()) + " this:" + Low(pBuffer) + "\n"),
+                            Low(pBuffer->GetVertexBuffer()) + " this:" + Low(pBuffer) + "\n"),
         1U);
     EXPECT_EQ(pBuffer->GetPool(), D3DPOOL_DEFAULT);
     EXPECT_EQ(pBuffer->GetFormat(), D3DDDIFMT_X8R8G8B8);
@@ -84,7 +84,7 @@ TEST_F(UMDRscBuffersTest, VertexBuffer_WriteToDelegated_CopiesTheStartOfMemoryTo
     request.WithMemory(1, 0);
     auto* pBuffer = Create<UMDRscVertexBuffer>(request);
     auto& bytes = m_Fake.Find<FakeVertexBuffer>("vertexbuffer#1").Bytes();
-    bytes.resize(96); // room behind the length, to see what an offset does
+    bytes.resize(96);  // room behind the length, to see what an offset does
     ForgetCalls();
     EXPECT_EQ(pBuffer->WriteToDelegated(24), S_OK);
     EXPECT_EQ(DeviceLines(), (Lines{"vertexbuffer#1.Lock(24, 64, out, 0)", "vertexbuffer#1.Unlock()"}));
@@ -111,10 +111,12 @@ TEST_F(UMDRscBuffersTest, VertexBuffer_EachFailure_IsTracedAndReturned)
     UMDRscVertexBuffer* pBuffer = nullptr;
     void* pData = nullptr;
     const std::string prefix = "UMDRscVertexBuffer::";
-    ExpectFailures({{"vertexbuffer.Lock", 1, kRefused, {prefix + "Lock Lock failed! 0x8876086a\n"}}},
+    ExpectFailures(
+        {{"vertexbuffer.Lock", 1, kRefused, {prefix + "Lock Lock failed! 0x8876086a\n"}}},
         [&] { pBuffer = Create<UMDRscVertexBuffer>(video); },
         [&] { return pBuffer->Lock(0, 0, 4, &pData, nullptr, 0); });
-    ExpectFailures({{"vertexbuffer.Unlock", 1, kRefused, {prefix + "Unlock Unlock failed! 0x8876086a\n"}}},
+    ExpectFailures(
+        {{"vertexbuffer.Unlock", 1, kRefused, {prefix + "Unlock Unlock failed! 0x8876086a\n"}}},
         [&] {
             pBuffer = Create<UMDRscVertexBuffer>(video);
             pBuffer->Lock(0, 0, 4, &pData, nullptr, 0);
@@ -146,7 +148,7 @@ TEST_F(UMDRscBuffersTest, IndexBuffer_AnyPool_IsLockedOnTheDelegatedDevice)
         EXPECT_EQ(DeviceLines(), Lines{"CreateIndexBuffer(80, 8, 101, " + number + ", out, null)"});
         const std::string low = Low(pBuffer->GetIndexBuffer());
         EXPECT_EQ(m_Trace.Count("UMDRscIndexBuffer::Create Length=80 Usage=8 Format=101 Pool=" + number +
-                      " IndexBuffer:" + low + " this:" + Low(pBuffer) + "\n"),
+                                " IndexBuffer:" + low + " this:" + Low(pBuffer) + "\n"),
             1U);
         ForgetCalls();
         void* pData = nullptr;
@@ -157,7 +159,8 @@ TEST_F(UMDRscBuffersTest, IndexBuffer_AnyPool_IsLockedOnTheDelegatedDevice)
         EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDRscIndexBuffer::Lock " + low + " m_Pool:" + number + "\n",
                                        "UMDRscIndexBuffer::Lock " + low + "\n"}));
         DestroyAll();
-        EXPECT_EQ(m_Trace.Count("UMDRscIndexBuffer::Destroy m_pIndexBuffer:" + low + " this:" + Low(pBuffer) + "\n"), 1U);
+        EXPECT_EQ(
+            m_Trace.Count("UMDRscIndexBuffer::Destroy m_pIndexBuffer:" + low + " this:" + Low(pBuffer) + "\n"), 1U);
     }
 }
 
@@ -166,10 +169,12 @@ TEST_F(UMDRscBuffersTest, IndexBuffer_EachFailure_IsTracedAndReturned)
     CreateRequest request(kFlagIndexBuffer, kVideo, D3DDDIFMT_INDEX32, 64, 1);
     UMDRscIndexBuffer* pBuffer = nullptr;
     void* pData = nullptr;
-    ExpectFailures({{"indexbuffer.Lock", 1, kRefused, {"UMDRscIndexBuffer::Lock Lock failed! 0x8876086a\n"}}},
+    ExpectFailures(
+        {{"indexbuffer.Lock", 1, kRefused, {"UMDRscIndexBuffer::Lock Lock failed! 0x8876086a\n"}}},
         [&] { pBuffer = Create<UMDRscIndexBuffer>(request); },
         [&] { return pBuffer->Lock(0, 0, 4, &pData, nullptr, 0); });
-    ExpectFailures({{"indexbuffer.Unlock", 1, kRefused, {"UMDRscIndexBuffer::Unlock Unlock failed! 0x8876086a\n"}}},
+    ExpectFailures(
+        {{"indexbuffer.Unlock", 1, kRefused, {"UMDRscIndexBuffer::Unlock Unlock failed! 0x8876086a\n"}}},
         [&] {
             pBuffer = Create<UMDRscIndexBuffer>(request);
             pBuffer->Lock(0, 0, 4, &pData, nullptr, 0);
@@ -190,8 +195,8 @@ TEST_F(UMDRscBuffersTest, ZBuffer_Life_CreatesAndReleasesAndIsNeverLocked)
     auto* pBuffer = Create<UMDRscZBuffer>(request);
     EXPECT_EQ(DeviceLines(), Lines{"CreateDepthStencilSurface(40, 30, 75, 2, 1, 0, out, null)"});
     const std::string low = Low(pBuffer->GetSurface());
-    EXPECT_EQ(m_Trace.Count("UMDRscZBuffer::Create Width=40 Height=30 Format=75 Surface:" + low + " this:" +
-                  Low(pBuffer) + "\n"),
+    EXPECT_EQ(m_Trace.Count(
+                  "UMDRscZBuffer::Create Width=40 Height=30 Format=75 Surface:" + low + " this:" + Low(pBuffer) + "\n"),
         1U);
     void* pData = nullptr;
     UINT pitch = 0;

@@ -21,7 +21,7 @@ std::string Low(const void* pointer)
     snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
     return text;
 }
-}
+}  // namespace
 
 TEST_F(UMDRscCubeTextureTest, Create_OneToNineLevels_FetchesAndSelectsEveryFaceAndLevel)
 {
@@ -38,16 +38,19 @@ TEST_F(UMDRscCubeTextureTest, Create_OneToNineLevels_FetchesAndSelectsEveryFaceA
             for (UINT level = 0; level < levels; level++)
             {
                 const std::string place = "[" + std::to_string(face) + "][" + std::to_string(level) + "]";
-                calls.push_back("cube#1.GetCubeMapSurface(" + std::to_string(face) + ", " + std::to_string(level) + ", out)");
+                calls.push_back(
+                    "cube#1.GetCubeMapSurface(" + std::to_string(face) + ", " + std::to_string(level) + ", out)");
                 calls.push_back("cube#1" + place + ".GetDesc(out)");
                 EXPECT_EQ(pCube->GetSurface(face, level), &fake.Level(face, level));
                 char line[120];
-                snprintf(line, sizeof line, "UMDRscCubeTexture::Create %02u Face:%02u Level:%02u 0x%x Width:%u Height:%u\n",
+                snprintf(line, sizeof line,
+                    "UMDRscCubeTexture::Create %02u Face:%02u Level:%02u 0x%x Width:%u Height:%u\n",
                     face * levels + level, face, level, UMDLow32(pCube->GetSurface(face, level)), 256U >> level,
                     256U >> level);
                 traces.push_back(line);
             }
-        traces.push_back("UMDRscCubeTexture::Create m_pTexture:" + Low(pCube->GetCubeTexture()) + " this:" + Low(pCube) + "\n");
+        traces.push_back(
+            "UMDRscCubeTexture::Create m_pTexture:" + Low(pCube->GetCubeTexture()) + " this:" + Low(pCube) + "\n");
         EXPECT_EQ(DeviceLines(), calls);
         EXPECT_EQ(m_Trace.LinesContaining("UMDRscCubeTexture::Create"), traces);
         EXPECT_EQ(KernelLines(), Lines{"pfnAllocateCb(resource:abcde0 count:1)"});
@@ -91,7 +94,7 @@ TEST_F(UMDRscCubeTextureTest, Destroy_AnyNumberOfTimes_ReleasesEveryReferenceOnc
     auto* pCube = Create<UMDRscCubeTexture>(request);
     auto& fake = m_Fake.Find<FakeCubeTexture>("cube#1");
     fake.AddRef();
-    EXPECT_EQ(fake.ReferenceCount(), 20U); // the object's, 18 surfaces', the test's
+    EXPECT_EQ(fake.ReferenceCount(), 20U);  // the object's, 18 surfaces', the test's
     const std::string first = "UMDRscCubeTexture::Destroy() m_pTexture:" + Low(pCube->GetCubeTexture()) + "\n";
     pCube->Destroy();
     pCube->Destroy();
@@ -126,8 +129,8 @@ TEST_F(UMDRscCubeTextureTest, Lock_AllPaths_LockFaceZeroLevelZero)
         Lines{"UMDRscCubeTexture::Lock LockRect failed!\n"});
     ASSERT_EQ(pCube->Lock(1, 0, 0, &pData, &pitch, 0), S_OK);
     m_Fake.Fail("cube.UnlockRect", kRefused, 1);
-    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pCube->Unlock(), S_OK); }),
-        Lines{"UMDRscCubeTexture::Lock UnlockRect failed!\n"});
+    EXPECT_EQ(
+        ErrorsOf([&] { EXPECT_EQ(pCube->Unlock(), S_OK); }), Lines{"UMDRscCubeTexture::Lock UnlockRect failed!\n"});
     ForgetCalls();
     EXPECT_EQ(pCube->Unlock(), S_OK);
     EXPECT_EQ(DeviceLines(), Lines{}) << "it counts as unlocked all the same";

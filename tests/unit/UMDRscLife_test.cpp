@@ -86,7 +86,7 @@ void WINAPI KeepPause(DWORD milliseconds)
 {
     g_Pauses.push_back(milliseconds);
 }
-}
+}  // namespace
 
 TEST_F(UMDRscLifeTest, Create_EveryClassAndDelegatedCall_ReturnsTheCodeItself)
 {
@@ -156,7 +156,7 @@ TEST_F(UMDRscLifeTest, ReadBackSurface_AfterDestroy_IsReleased)
         D3DSURFACE_DESC desc = {};
         ASSERT_EQ(pReader->RenderTargetDataLock(&pSurface, &locked, &desc), S_OK);
         pReader->RenderTargetDataUnlock(&pSurface);
-        pBound->GetSurface(0, 0)->Release(); // the reference that a read-back leaves
+        pBound->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
         EXPECT_NE(m_Fake.LiveObjects(), before);
         pReader->Destroy();
         EXPECT_EQ(m_Fake.LiveObjects(), before) << flags;
@@ -179,7 +179,7 @@ TEST_F(UMDRscLifeTest, BareTarget_NothingSet_HasTheFirstValues)
     BareTarget target(&Device());
     EXPECT_EQ(target.GetSurface(0, 0), nullptr);
     EXPECT_EQ(target.Blt(nullptr, &target, nullptr), E_NOTIMPL);
-    EXPECT_EQ(target.Rotation(), 1U); // identity
+    EXPECT_EQ(target.Rotation(), 1U);  // identity
     EXPECT_EQ(target.VidPnSourceId(), 0U);
     EXPECT_EQ(target.BytesPerPixel(), 4U);
     EXPECT_FALSE(target.AnyFlag());
@@ -201,7 +201,7 @@ TEST_F(UMDRscLifeTest, BltPresent_TargetSmallerThanTheSource_CopiesWhatTheTarget
     EXPECT_NE(probe.m_pSrc, nullptr);
     EXPECT_EQ(probe.m_Arguments, (std::vector<UINT>{6, 3, 2, 20}));
     probe.Destroy();
-    pBound->GetSurface(0, 0)->Release(); // the reference that a read-back leaves
+    pBound->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
     m_Fake.SetRenderTarget(0, nullptr);
 }
 

@@ -42,7 +42,7 @@ protected:
     UMDRscSurface* m_pTarget = nullptr;
     std::string m_TargetName = "surface#1";
 };
-}
+}  // namespace
 
 TEST_F(UMDRscRenderTargetCapableTest, Callbacks_Success_PassTheAllocationAndTheRuntimesHandles)
 {
@@ -154,7 +154,7 @@ TEST_F(UMDRscRenderTargetCapableTest, Destroy_Twice_GivesTheAllocationBackOnceEv
         Lines{"UMDRscRenderTargetCapable::KernelModeDellocateCb pfnDeallocateCb failed! hResult 0x8876086a\n"});
     EXPECT_EQ(ErrorsOf([&] { pSurface->Destroy(); }), Lines{});
     EXPECT_EQ(m_Kernel.Calls("pfnDeallocateCb"), 1U);
-    pSurface->KernelModeDellocateCb(); // what the kernel refused above
+    pSurface->KernelModeDellocateCb();  // what the kernel refused above
 }
 
 TEST_F(UMDRscRenderTargetCapableTest, PresentFlip_AnyResult_PausesTenMilliseconds)
@@ -167,7 +167,8 @@ TEST_F(UMDRscRenderTargetCapableTest, PresentFlip_AnyResult_PausesTenMillisecond
         EXPECT_EQ(m_pTarget->KernelModePresentCbFLIP(kContext), S_OK);
     QueryPerformanceCounter(&end);
     // A sleep may end early by a tick of the system's clock, never by a whole pause.
-    const double milliseconds = 1000.0 * static_cast<double>(end.QuadPart - start.QuadPart) / static_cast<double>(frequency.QuadPart);
+    const double milliseconds =
+        1000.0 * static_cast<double>(end.QuadPart - start.QuadPart) / static_cast<double>(frequency.QuadPart);
     EXPECT_GE(milliseconds, 9.0 * kRounds);
     EXPECT_EQ(m_Kernel.Calls("pfnPresentCb"), static_cast<size_t>(kRounds));
 }
@@ -228,7 +229,7 @@ TEST_F(UMDRscRenderTargetCapableTest, DataLock_OtherSizeOrFormat_MakesTheSurface
         creations = m_Fake.Calls("CreateOffscreenPlainSurface");
         EXPECT_EQ(creations, expectedCreations[i]);
         m_Fake.SetRenderTarget(0, nullptr);
-        EXPECT_EQ(pOther->Release(), 1U); // the one that the read-back left
+        EXPECT_EQ(pOther->Release(), 1U);  // the one that the read-back left
         EXPECT_EQ(pOther->Release(), 0U);
     }
 }
@@ -249,7 +250,8 @@ TEST_F(UMDRscRenderTargetCapableTest, DataLock_Success_TracesEveryStep)
     EXPECT_EQ(m_Trace.Lines(),
         (Lines{prefix + "Lock\n", prefix + "Lock " + target + "\n", prefix + "Lock Width 0x5 Height 0x3\n",
             prefix + "Lock pRenderTarget " + target + "\n",
-            std::string("UMDRscRenderTargetCapable::RenderTargetDataLock LockedRect.pBits ") + bits + "\n", prefix + "Unlock\n"}));
+            std::string("UMDRscRenderTargetCapable::RenderTargetDataLock LockedRect.pBits ") + bits + "\n",
+            prefix + "Unlock\n"}));
     ReleaseLeft(1);
 }
 
@@ -260,7 +262,7 @@ TEST_F(UMDRscRenderTargetCapableTest, DataLock_EachCallFails_ReturnsItsCodeAndLe
     const struct
     {
         const char* pCall;
-        bool SecondRound; // with a read-back surface from before
+        bool SecondRound;  // with a read-back surface from before
         Lines Errors;
         ULONG Left;
     } rows[] = {
@@ -274,7 +276,7 @@ TEST_F(UMDRscRenderTargetCapableTest, DataLock_EachCallFails_ReturnsItsCodeAndLe
                 "INFO: D3DERR_INVALIDCALL == 0x8876086c  D3DERR_WASSTILLDRAWING == 0x8876021c \n"},
             1},
     };
-    UINT surfaces = 1; // made so far: names run on
+    UINT surfaces = 1;  // made so far: names run on
     for (const auto& row : rows)
     {
         SCOPED_TRACE(row.pCall);
@@ -327,7 +329,7 @@ TEST_F(UMDRscRenderTargetCapableTest, DataUnlock_NullOrRefused_IsTraced)
 
 TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_Success_WritesTheTargetIntoTheAllocationAndReports)
 {
-    m_Fake.SetPitchPadding(12); // of the read-back surface
+    m_Fake.SetPitchPadding(12);  // of the read-back surface
     auto& target = m_Fake.Find<FakeSurface>(m_TargetName).Pixels();
     for (size_t i = 0; i < target.Bytes().size(); i++)
         target.Bytes()[i] = static_cast<BYTE>(i * 3 + 1);
@@ -337,7 +339,7 @@ TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_Success_WritesTheTargetIntoTheA
     const std::vector<BYTE>& memory = m_Kernel.FindAllocation(1).m_Memory;
     EXPECT_EQ(memcmp(memory.data(), target.Bytes().data(), target.Bytes().size()), 0);
     EXPECT_EQ(memory[target.Bytes().size()], 0);
-    EXPECT_EQ(TargetReferences(), 3U); // the object's, the device's, and the one left
+    EXPECT_EQ(TargetReferences(), 3U);  // the object's, the device's, and the one left
     ReleaseLeft(1);
 }
 
@@ -380,6 +382,6 @@ TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_EachStepFails_UnlocksAndReturns
         ReleaseLeft(row.Left);
         if (row.Left)
             EXPECT_FALSE(m_Fake.Find<FakeSurface>("surface#2").Pixels().IsLocked());
-        m_Kernel.FindAllocation(1).m_bLocked = false; // the refused unlock's
+        m_Kernel.FindAllocation(1).m_bLocked = false;  // the refused unlock's
     }
 }

@@ -39,7 +39,7 @@ protected:
     UMDRscSurface* m_pSrc = nullptr;
     UMDRscRenderTargetCapable* m_pDst = nullptr;
 };
-}
+}  // namespace
 
 TEST_F(UMDRscSurfaceBltTest, EveryPairOfPools_TakesItsWay)
 {
@@ -75,8 +75,7 @@ TEST_F(UMDRscSurfaceBltTest, EveryPairOfPools_TakesItsWay)
             {"surface#2.GetDesc(out)", "surface#1.GetDesc(out)", "GetRenderTargetData(surface#1, surface#2)"}},
         {kFlagRenderTarget, kVideo, 0, kSystem, 8, {"UMDRscSurface::Blt VIDEO TO SYSTEM different resolution\n"},
             {"surface#2.GetDesc(out)", "surface#1.GetDesc(out)", "CreateRenderTarget(8, 8, 21, 0, 0, 0, out, null)",
-                "StretchRect(surface#1, 1,2,5,6, surface#3, 3,4,7,8, 0)",
-                "GetRenderTargetData(surface#3, surface#2)"}},
+                "StretchRect(surface#1, 1,2,5,6, surface#3, 3,4,7,8, 0)", "GetRenderTargetData(surface#3, surface#2)"}},
         // The destination texture's memory is not refreshed: no lock behind the read-back.
         {kFlagRenderTarget, kVideo, kFlagTexture, kSystem, 16,
             {"UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n"},
@@ -105,8 +104,7 @@ TEST_F(UMDRscSurfaceBltTest, EveryPairOfPools_TakesItsWay)
 TEST_F(UMDRscSurfaceBltTest, SystemToVideo_OtherFormat_IsDroppedAndReportedAsDone)
 {
     Prepare(0, kSystem, kFlagRenderTarget, kVideo, 16, D3DDDIFMT_R5G6B5);
-    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Blt(), S_OK); }),
-        Lines{"UMDRscSurface::Blt SYSTEM TO VIDEO different 21 23\n"});
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Blt(), S_OK); }), Lines{"UMDRscSurface::Blt SYSTEM TO VIDEO different 21 23\n"});
     EXPECT_EQ(DeviceLines(), Lines{});
 }
 
@@ -163,33 +161,37 @@ TEST_F(UMDRscSurfaceBltTest, EveryCallOfEveryWayFails_ReturnsItsCodeAndReleasesT
     const std::string suffix = " failed! 0x8876086a\n";
     auto blt = [&] { return Blt(); };
 
-    ExpectFailures({{"StretchRect", 1, kRefused, {prefix + "StretchRect" + suffix}}},
+    ExpectFailures(
+        {{"StretchRect", 1, kRefused, {prefix + "StretchRect" + suffix}}},
         [&] { Prepare(kFlagRenderTarget, kVideo, kFlagRenderTarget, kVideo); }, blt);
 
-    ExpectFailures({{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
-                       {"CreateOffscreenPlainSurface", 1, kRefused, {prefix + "CreateOffscreenPlainSurface" + suffix}},
-                       {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}},
-                       {"UpdateSurface", 1, kRefused, {prefix + "UpdateSurface" + suffix}}},
+    ExpectFailures(
+        {{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
+            {"CreateOffscreenPlainSurface", 1, kRefused, {prefix + "CreateOffscreenPlainSurface" + suffix}},
+            {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}},
+            {"UpdateSurface", 1, kRefused, {prefix + "UpdateSurface" + suffix}}},
         [&] { Prepare(kFlagRenderTarget, kVideo, 0, kVideo); }, blt);
 
-    ExpectFailures({{"surface.LockRect", 1, kRefused,
-                        {"UMDRscSurface::WriteToDelegated Lock failed! 0x8876086a\n", prefix + "WriteToDelegated" + suffix}},
-                       {"surface.UnlockRect", 1, kRefused,
-                           {"UMDRscSurface::WriteToDelegated Unlock failed! 0x8876086a\n",
-                               prefix + "WriteToDelegated" + suffix}},
-                       {"UpdateSurface", 1, kRefused, {prefix + "UpdateSurface" + suffix}}},
+    ExpectFailures(
+        {{"surface.LockRect", 1, kRefused,
+             {"UMDRscSurface::WriteToDelegated Lock failed! 0x8876086a\n", prefix + "WriteToDelegated" + suffix}},
+            {"surface.UnlockRect", 1, kRefused,
+                {"UMDRscSurface::WriteToDelegated Unlock failed! 0x8876086a\n", prefix + "WriteToDelegated" + suffix}},
+            {"UpdateSurface", 1, kRefused, {prefix + "UpdateSurface" + suffix}}},
         [&] { Prepare(0, kSystem, kFlagRenderTarget, kVideo); }, blt);
 
-    ExpectFailures({{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
-                       {"surface.GetDesc", 2, kRefused, {prefix + "GetDesc" + suffix}},
-                       {"CreateRenderTarget", 1, kRefused, {prefix + "CreateRenderTarget" + suffix}},
-                       {"StretchRect", 1, kRefused, {prefix + "StretchRect" + suffix}},
-                       {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}}},
+    ExpectFailures(
+        {{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
+            {"surface.GetDesc", 2, kRefused, {prefix + "GetDesc" + suffix}},
+            {"CreateRenderTarget", 1, kRefused, {prefix + "CreateRenderTarget" + suffix}},
+            {"StretchRect", 1, kRefused, {prefix + "StretchRect" + suffix}},
+            {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}}},
         [&] { Prepare(kFlagRenderTarget, kVideo, 0, kSystem, 8); }, blt);
 
-    ExpectFailures({{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
-                       {"surface.GetDesc", 2, kRefused, {prefix + "GetDesc" + suffix}},
-                       {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}}},
+    ExpectFailures(
+        {{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
+            {"surface.GetDesc", 2, kRefused, {prefix + "GetDesc" + suffix}},
+            {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}}},
         [&] { Prepare(kFlagRenderTarget, kVideo, 0, kSystem); }, blt);
 }
 

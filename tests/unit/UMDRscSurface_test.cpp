@@ -20,7 +20,7 @@ std::string Low(const void* pointer)
     snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
     return text;
 }
-}
+}  // namespace
 
 TEST_F(UMDRscSurfaceTest, Create_MultisampledTarget_PassesEveryArgument)
 {
@@ -39,7 +39,7 @@ TEST_F(UMDRscSurfaceTest, Create_MultisampledTarget_PassesEveryArgument)
     EXPECT_EQ(pSurface->GetFormat(), D3DDDIFMT_R5G6B5);
     EXPECT_EQ(pSurface->GetPool(), D3DPOOL_DEFAULT);
     EXPECT_EQ(m_Trace.Count("UMDRscSurface::Create m_pSurface: " + Low(pSurface->GetSurface(0, 0)) + " Resource:" +
-                  Low(pSurface) + " m_VidPnSourceId:3 m_hAllocation:0x1 m_Width:640 m_Height:480\n"),
+                            Low(pSurface) + " m_VidPnSourceId:3 m_hAllocation:0x1 m_Width:640 m_Height:480\n"),
         1U);
 }
 
@@ -59,7 +59,8 @@ TEST_F(UMDRscSurfaceTest, Destroy_AnyNumberOfTimes_ReleasesOnce)
     CreateRequest request(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 4, 4);
     auto* pSurface = Create<UMDRscSurface>(request);
     IDirect3DSurface9* pDelegated = pSurface->GetSurface(0, 0);
-    const std::string first = "UMDRscSurface::Destroy() this:" + Low(pSurface) + " m_pSurface:" + Low(pDelegated) + " \n";
+    const std::string first =
+        "UMDRscSurface::Destroy() this:" + Low(pSurface) + " m_pSurface:" + Low(pDelegated) + " \n";
     pDelegated->AddRef();
     pSurface->Destroy();
     pSurface->Destroy();
@@ -184,7 +185,7 @@ TEST_F(UMDRscSurfaceTest, CopyTo_SizesAround_CopiesTheIntersectionOfTheRenderTar
         for (size_t i = size_t{height} * row.Pitch; i < copy.size(); i++)
             ASSERT_EQ(copy[i], 0xEE) << i;
         EXPECT_FALSE(PixelsOf("surface#2").IsLocked());
-        target.Release(); // the reference that a read-back leaves
+        target.Release();  // the reference that a read-back leaves
     }
     m_Fake.Fail("GetRenderTarget", kRefused, 1);
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pSurface->CopyTo(nullptr, 5, 4, 4, 20), kRefused); }),
@@ -249,7 +250,7 @@ TEST_F(UMDRscSurfaceTest, WriteToDelegated_BeyondTheListOrWithoutMemory_TouchesN
     CreateRequest request(0, D3DDDIPOOL_SYSTEMMEM, D3DDDIFMT_A8R8G8B8, 4, 4);
     auto* pSurface = Create<UMDRscSurface>(request);
     ForgetCalls();
-    EXPECT_EQ(pSurface->WriteToDelegated(0, nullptr), S_OK); // no memory of the runtime's to upload
+    EXPECT_EQ(pSurface->WriteToDelegated(0, nullptr), S_OK);  // no memory of the runtime's to upload
     for (UINT index : {1U, 2U, 0xFFFFFFFFU})
         EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pSurface->WriteToDelegated(index, nullptr), E_FAIL); }),
             Lines{"UMDRscSurface::WriteToDelegated failed! m_SurfCount = 1\n"});

@@ -27,7 +27,8 @@ protected:
         m_Fake.RestartNames();
         m_pSrcRequest = std::make_unique<CreateRequest>(srcFlags, srcPool, D3DDDIFMT_A8R8G8B8, 16, 16, srcLevels);
         m_pSrcRequest->WithMemory(4, 4);
-        m_pDstRequest = std::make_unique<CreateRequest>(dstFlags, dstPool, D3DDDIFMT_A8R8G8B8, dstEdge, dstEdge, dstLevels);
+        m_pDstRequest =
+            std::make_unique<CreateRequest>(dstFlags, dstPool, D3DDDIFMT_A8R8G8B8, dstEdge, dstEdge, dstLevels);
         m_pDstRequest->WithMemory(4, 4);
         m_pSrc = Create<UMDRscTexture>(*m_pSrcRequest);
         m_pDst = Create<UMDRscRenderTargetCapable>(*m_pDstRequest);
@@ -41,7 +42,7 @@ protected:
     UMDRscTexture* m_pSrc = nullptr;
     UMDRscRenderTargetCapable* m_pDst = nullptr;
 };
-}
+}  // namespace
 
 TEST_F(UMDRscTextureBltTest, EveryPairOfPools_TakesItsWay)
 {
@@ -95,7 +96,8 @@ TEST_F(UMDRscTextureBltTest, VideoToSystem_OtherSize_GoesThroughATargetOfTheRect
     // The read-back into another size is refused by the fake: what counts is the way there.
     EXPECT_EQ(Blt(), D3DERR_INVALIDCALL);
     EXPECT_EQ(DeviceLines(),
-        (Lines{"texture#1[0].GetDesc(out)", "surface#1.GetDesc(out)", "CreateRenderTarget(4, 5, 21, 0, 0, 0, out, null)",
+        (Lines{"texture#1[0].GetDesc(out)", "surface#1.GetDesc(out)",
+            "CreateRenderTarget(4, 5, 21, 0, 0, 0, out, null)",
             "StretchRect(texture#1[0], 1,2,5,6, surface#2, 0,0,4,5, 0)", "GetRenderTargetData(surface#2, surface#1)"}));
     EXPECT_EQ(m_Trace.Count("UMDRscTexture::Blt VIDEO TO SYSTEM different dimension\n"), 1U);
     EXPECT_EQ(m_Fake.LiveObjects(), (Lines{"texture#1", "surface#1"}));
@@ -104,12 +106,12 @@ TEST_F(UMDRscTextureBltTest, VideoToSystem_OtherSize_GoesThroughATargetOfTheRect
     Prepare(kTarget, kVideo, kFlagTexture, kSystem, 4);
     const RECT fitting = {3, 4, 7, 8};
     EXPECT_EQ(m_pSrc->Blt(&kSrcRect, m_pDst, &fitting), S_OK);
-    EXPECT_EQ(DeviceLines().back(), "texture#2[0].UnlockRect()"); // the texture's memory is refreshed
+    EXPECT_EQ(DeviceLines().back(), "texture#2[0].UnlockRect()");  // the texture's memory is refreshed
 }
 
 TEST_F(UMDRscTextureBltTest, VideoToSystemTexture_Pixels_ReachTheRuntimesMemory)
 {
-    m_Fake.SetPitchPadding(8); // a packed source would be copied as one block, past the memory's own padding
+    m_Fake.SetPitchPadding(8);  // a packed source would be copied as one block, past the memory's own padding
     Prepare(kTarget, kVideo, kFlagTexture, kSystem);
     std::vector<BYTE>& pixels = m_Fake.Find<FakeTexture>("texture#1").Level(0).Pixels().Bytes();
     for (size_t i = 0; i < pixels.size(); i++)
@@ -130,20 +132,22 @@ TEST_F(UMDRscTextureBltTest, VideoToSystemTexture_RefreshFails_TheBlitStillSucce
 TEST_F(UMDRscTextureBltTest, EveryCallOfEveryWayFails_ReturnsItsCodeAndReleasesTheTemporary)
 {
     auto blt = [&] { return Blt(); };
-    ExpectFailures({{"StretchRect", 1, kRefused, {"UMDRscTexture::Blt StretchRect failed! 0x8876086a \n"}}},
+    ExpectFailures(
+        {{"StretchRect", 1, kRefused, {"UMDRscTexture::Blt StretchRect failed! 0x8876086a \n"}}},
         [&] { Prepare(kTarget, kVideo, kTarget, kVideo); }, blt);
     const Lines getDesc = {"UMDRscTexture::Blt GetDesc failed 0x8876086a\n"};
     const Lines readBack = {"UMDRscTexture::Blt GetRenderTargetData failed 0x8876086a\n"};
-    ExpectFailures({{"texture.GetDesc", 1, kRefused, getDesc}, {"surface.GetDesc", 1, kRefused, getDesc},
-                       {"GetRenderTargetData", 1, kRefused, readBack}},
+    ExpectFailures(
+        {{"texture.GetDesc", 1, kRefused, getDesc}, {"surface.GetDesc", 1, kRefused, getDesc},
+            {"GetRenderTargetData", 1, kRefused, readBack}},
         [&] { Prepare(kTarget, kVideo, 0, kSystem); }, blt);
     const RECT fitting = {3, 4, 8, 9};
-    ExpectFailures({{"texture.GetDesc", 1, kRefused, getDesc}, {"surface.GetDesc", 1, kRefused, getDesc},
-                       {"CreateRenderTarget", 1, kRefused, {"UMDRscTexture::Blt CreateRenderTarget failed 0x8876086a\n"}},
-                       {"StretchRect", 1, kRefused, {"UMDRscTexture::Blt StretchRect failed 0x8876086a\n"}},
-                       {"GetRenderTargetData", 1, kRefused, readBack}},
-        [&] { Prepare(kTarget, kVideo, 0, kSystem, 5); },
-        [&] { return m_pSrc->Blt(&kSrcRect, m_pDst, &fitting); });
+    ExpectFailures(
+        {{"texture.GetDesc", 1, kRefused, getDesc}, {"surface.GetDesc", 1, kRefused, getDesc},
+            {"CreateRenderTarget", 1, kRefused, {"UMDRscTexture::Blt CreateRenderTarget failed 0x8876086a\n"}},
+            {"StretchRect", 1, kRefused, {"UMDRscTexture::Blt StretchRect failed 0x8876086a\n"}},
+            {"GetRenderTargetData", 1, kRefused, readBack}},
+        [&] { Prepare(kTarget, kVideo, 0, kSystem, 5); }, [&] { return m_pSrc->Blt(&kSrcRect, m_pDst, &fitting); });
     const std::string texBlt = "UMDRscTexture::Blt TexBlt failed! 0x8876086a\n";
     ExpectFailures(
         {{"texture.LockRect", 1, kRefused, {"UMDRscTexture::WriteToDelegated LockRect failed! 0x8876086a\n", texBlt}},
@@ -171,7 +175,8 @@ TEST_F(UMDRscTextureBltTest, Fallback_NoPixels_LocksUnlocksAndAnswersFail)
     snprintf(first, sizeof first,
         "UMDRscTexture::Blt failed! SRC Resource:0x%x Pool:0 RenderTarget:0 DST Resource:0x%x Pool:2 RenderTarget:0\n",
         UMDLow32(m_pSrc), UMDLow32(m_pDst));
-    const Lines report = {first, "DST Width:16 Height:16 Width:0 Height:0\n", "SRC Width:16 Height:16 Width:4 Height:4\n"};
+    const Lines report = {
+        first, "DST Width:16 Height:16 Width:0 Height:0\n", "SRC Width:16 Height:16 Width:4 Height:4\n"};
     auto fallback = [&] { return m_pSrc->Blt(&kSrcRect, m_pDst, &kNoPixels); };
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(fallback(), E_FAIL); }), report);
     EXPECT_EQ(DeviceLines(),
@@ -199,7 +204,7 @@ TEST_F(UMDRscTextureBltTest, Fallback_NoPixels_LocksUnlocksAndAnswersFail)
             EXPECT_FALSE(m_Fake.Find<FakeSurface>("surface#1").Pixels().IsLocked());
             EXPECT_FALSE(m_Fake.Find<FakeTexture>("texture#1").Level(0).Pixels().IsLocked());
         }
-        m_Fake.Find<FakeSurface>("surface#1").Pixels().Unlock(); // the refused one's
+        m_Fake.Find<FakeSurface>("surface#1").Pixels().Unlock();  // the refused one's
         m_Fake.Find<FakeTexture>("texture#1").Level(0).Pixels().Unlock();
     }
 }
@@ -232,8 +237,9 @@ TEST_F(UMDRscTextureBltTest, TexBlt_EveryNumberOfLevels_RectangleAndPointAreLeve
             const std::string index = "[" + std::to_string(level) + "]";
             expected.push_back("texture#1" + index + ".LockRect(out, null, 0)");
             expected.push_back("texture#1" + index + ".UnlockRect()");
-            expected.push_back(level == 0 ? "UpdateSurface(texture#1[0], 1,2,5,6, texture#2[0], 3,4)"
-                                          : "UpdateSurface(texture#1" + index + ", null, texture#2" + index + ", null)");
+            expected.push_back(level == 0
+                                   ? "UpdateSurface(texture#1[0], 1,2,5,6, texture#2[0], 3,4)"
+                                   : "UpdateSurface(texture#1" + index + ", null, texture#2" + index + ", null)");
         }
         EXPECT_EQ(DeviceLines(), expected);
         char first[200];
@@ -274,9 +280,10 @@ TEST_F(UMDRscTextureBltTest, TexBlt_EachCallFails_ReturnsItsCodeAtOnce)
     const Lines lock = {upload + "LockRect failed! 0x8876086a\n"};
     const Lines unlock = {upload + "UnlockRect failed! 0x8876086a\n"};
     const Lines update = {"UMDRscTexture::TexBlt UpdateSurface failed 0x8876086a\n"};
-    ExpectFailures({{"texture.LockRect", 1, kRefused, lock}, {"texture.UnlockRect", 1, kRefused, unlock},
-                       {"UpdateSurface", 1, kRefused, update}, {"texture.LockRect", 2, kRefused, lock},
-                       {"texture.UnlockRect", 2, kRefused, unlock}, {"UpdateSurface", 2, kRefused, update}},
+    ExpectFailures(
+        {{"texture.LockRect", 1, kRefused, lock}, {"texture.UnlockRect", 1, kRefused, unlock},
+            {"UpdateSurface", 1, kRefused, update}, {"texture.LockRect", 2, kRefused, lock},
+            {"texture.UnlockRect", 2, kRefused, unlock}, {"UpdateSurface", 2, kRefused, update}},
         [&] { Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo, 16, 2, 2); }, [&] { return TexBlt(); });
 }
 
@@ -298,8 +305,7 @@ TEST_F(UMDRscTextureBltTest, VideoToSystem_OneEdgeDiffers_GoesThroughATarget)
 TEST_F(UMDRscTextureBltTest, Blt_SourceNeverCreated_IsRefused)
 {
     Prepare(kFlagTexture, kVideo, kFlagTexture, kVideo);
-    UMDRscTexture source(
-        &Device(), nullptr, &m_pSrcRequest->m_Arg, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
+    UMDRscTexture source(&Device(), nullptr, &m_pSrcRequest->m_Arg, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(source.Blt(&kSrcRect, m_pDst, &kDstRect), E_FAIL); }),
         Lines{"UMDRscTexture::Blt pSurface is NULL\n"});
     EXPECT_EQ(DeviceLines(), Lines{});
@@ -309,8 +315,8 @@ TEST_F(UMDRscTextureBltTest, TexBlt_ToACube_GoesToItsFirstFace)
 {
     Prepare(kFlagTexture, kSystem, kFlagCubeMap, kVideo);
     EXPECT_EQ(TexBlt(), S_OK);
-    EXPECT_EQ(m_Fake.LinesContaining("UpdateSurface"),
-        Lines{"UpdateSurface(texture#1[0], 1,2,5,6, cube#1[0][0], 3,4)"});
+    EXPECT_EQ(
+        m_Fake.LinesContaining("UpdateSurface"), Lines{"UpdateSurface(texture#1[0], 1,2,5,6, cube#1[0][0], 3,4)"});
 }
 
 TEST_F(UMDRscTextureBltTest, TexBlt_LevelZero_UploadsOnlyTheRectangle)
@@ -336,7 +342,7 @@ TEST_F(UMDRscTextureBltTest, TexBlt_LevelZero_UploadsOnlyTheRectangle)
 TEST_F(UMDRscTextureBltTest, Fallback_RectangleThatNamesMemory_CopiesFromThereAndStillFails)
 {
     Prepare(kFlagTexture, kSystem, kFlagTexture, kSystem);
-    const UINT pitch = 64; // 16 pixels of 4 bytes
+    const UINT pitch = 64;  // 16 pixels of 4 bytes
     void* pLow = nullptr;
     for (UINT_PTR address = 0x20000000; !pLow && address < 0x70000000; address += 0x1000000)
         pLow = VirtualAlloc(reinterpret_cast<void*>(address), 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);

@@ -41,7 +41,7 @@ protected:
         m_Allocation.hAllocation = 0x80;
     }
 };
-}
+}  // namespace
 
 TEST_F(UMDRscTextureOpenedTest, DriversRecord_EveryMemberIsTaken)
 {

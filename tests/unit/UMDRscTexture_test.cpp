@@ -13,7 +13,10 @@ namespace
 class UMDRscTextureTest : public ResourceFixture
 {
 protected:
-    FakePixels& Level(UINT level) { return m_Fake.Find<FakeTexture>(m_Fake.LiveObjects().front()).Level(level).Pixels(); }
+    FakePixels& Level(UINT level)
+    {
+        return m_Fake.Find<FakeTexture>(m_Fake.LiveObjects().front()).Level(level).Pixels();
+    }
 };
 
 std::string Low(const void* pointer)
@@ -22,7 +25,7 @@ std::string Low(const void* pointer)
     snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
     return text;
 }
-}
+}  // namespace
 
 TEST_F(UMDRscTextureTest, Create_OneToElevenLevels_FetchesEachAndSelectsByLevel)
 {
@@ -95,27 +98,28 @@ TEST_F(UMDRscTextureTest, Create_NotShared_TracesNullHandles)
 {
     CreateRequest request(kFlagTexture, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 8, 8);
     auto* pTexture = Create<UMDRscTexture>(request);
-    EXPECT_EQ(m_Trace.Count("UMDRscTexture::Create Resource:" + Low(pTexture) + " m_pTexture " +
-                  Low(pTexture->GetTexture()) +
-                  " m_bIsRenderTarget 0 m_bIsSharedResource 0 pSharedHandle=0x0 *pSharedHandle=0x0\n"),
+    EXPECT_EQ(
+        m_Trace.Count("UMDRscTexture::Create Resource:" + Low(pTexture) + " m_pTexture " + Low(pTexture->GetTexture()) +
+                      " m_bIsRenderTarget 0 m_bIsSharedResource 0 pSharedHandle=0x0 *pSharedHandle=0x0\n"),
         1U);
 }
 
 TEST_F(UMDRscTextureTest, Destroy_AnyNumberOfTimes_ReleasesEveryReferenceOnce)
 {
-    CreateRequest request(kFlagTexture | kFlagRenderTarget | kFlagSharedResource, D3DDDIPOOL_LOCALVIDMEM,
-        D3DDDIFMT_A8R8G8B8, 16, 16, 5);
+    CreateRequest request(
+        kFlagTexture | kFlagRenderTarget | kFlagSharedResource, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 16, 16, 5);
     auto* pTexture = Create<UMDRscTexture>(request);
     const std::string name = m_Fake.LiveObjects().front();
     auto& fake = m_Fake.Find<FakeTexture>(name);
     fake.AddRef();
-    EXPECT_EQ(fake.ReferenceCount(), 7U); // the object's, five levels', the test's
+    EXPECT_EQ(fake.ReferenceCount(), 7U);  // the object's, five levels', the test's
     const std::string low = Low(pTexture->GetTexture());
     m_Trace.Clear();
     pTexture->Destroy();
     pTexture->Destroy();
     EXPECT_EQ(fake.ReferenceCount(), 1U);
-    EXPECT_EQ(m_Trace.LinesContaining("UMDRscTexture::Destroy"), Lines{"UMDRscTexture::Destroy m_pTexture:" + low + "\n"});
+    EXPECT_EQ(
+        m_Trace.LinesContaining("UMDRscTexture::Destroy"), Lines{"UMDRscTexture::Destroy m_pTexture:" + low + "\n"});
     EXPECT_EQ(m_Kernel.Calls("pfnDeallocateCb"), 1U);
     EXPECT_EQ(pTexture->GetTexture(), nullptr);
     EXPECT_EQ(pTexture->GetSurface(0, 0), nullptr);
@@ -143,10 +147,9 @@ TEST_F(UMDRscTextureTest, Lock_WithAndWithoutArea_LocksLevelZeroOrNothing)
     EXPECT_EQ(pTexture->Unlock(), S_OK);
     EXPECT_EQ(DeviceLines(), (Lines{"texture#1.LockRect(0, out, null, 0)", "texture#1.UnlockRect(0)"}));
     const std::string low = Low(pTexture->GetTexture());
-    EXPECT_EQ(m_Trace.Lines(),
-        (Lines{"   Lock: Texture " + low + " AreaValid:0\n", "   Unlock: Texture " + low + "\n",
-            "   Lock: Texture " + low + " AreaValid:1\n", "   Unlock: Texture " + low + "\n",
-            "   Unlock: Texture " + low + "\n"}));
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"   Lock: Texture " + low + " AreaValid:0\n", "   Unlock: Texture " + low + "\n",
+                                   "   Lock: Texture " + low + " AreaValid:1\n", "   Unlock: Texture " + low + "\n",
+                                   "   Unlock: Texture " + low + "\n"}));
 }
 
 TEST_F(UMDRscTextureTest, Lock_RefusedOrDestroyed_SaysSo)
@@ -159,14 +162,15 @@ TEST_F(UMDRscTextureTest, Lock_RefusedOrDestroyed_SaysSo)
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pTexture->Lock(1, 0, 0, &pData, &pitch, 0), kRefused); }),
         Lines{"UMDRscTexture::Lock LockRect failed!\n"});
     ForgetCalls();
-    EXPECT_EQ(pTexture->Unlock(), S_OK); // not locked
+    EXPECT_EQ(pTexture->Unlock(), S_OK);  // not locked
     EXPECT_EQ(DeviceLines(), Lines{});
 
     ASSERT_EQ(pTexture->Lock(1, 0, 0, &pData, &pitch, 0), S_OK);
     m_Fake.Fail("texture.UnlockRect", kRefused, 1);
-    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pTexture->Unlock(), S_OK); }), Lines{"UMDRscTexture::Lock UnlockRect failed!\n"});
+    EXPECT_EQ(
+        ErrorsOf([&] { EXPECT_EQ(pTexture->Unlock(), S_OK); }), Lines{"UMDRscTexture::Lock UnlockRect failed!\n"});
     ForgetCalls();
-    EXPECT_EQ(pTexture->Unlock(), S_OK); // forgotten all the same
+    EXPECT_EQ(pTexture->Unlock(), S_OK);  // forgotten all the same
     EXPECT_EQ(DeviceLines(), Lines{});
 
     pTexture->Destroy();
@@ -202,7 +206,8 @@ TEST_F(UMDRscTextureTest, WriteToAndFromDelegated_EveryLevelAndFormat_MoveExactl
                     ASSERT_EQ(Level(level).Bytes()[y * Level(level).Pitch() + x], 0);
             }
             for (UINT other = level + 1; other < 5; other++)
-                ASSERT_EQ(std::ranges::count(Level(other).Bytes(), 0), static_cast<ptrdiff_t>(Level(other).Bytes().size()));
+                ASSERT_EQ(
+                    std::ranges::count(Level(other).Bytes(), 0), static_cast<ptrdiff_t>(Level(other).Bytes().size()));
 
             const std::vector<BYTE> before = memory;
             for (BYTE& byte : Level(level).Bytes())
@@ -268,8 +273,8 @@ TEST_F(UMDRscTextureTest, WriteToAndFromDelegated_EachCallFails_ReturnsItsCode)
 
 TEST_F(UMDRscTextureTest, CopyFrom_SharedTarget_WritesTheAllocationPackedAndEachFailureReturns)
 {
-    CreateRequest request(kFlagTexture | kFlagRenderTarget | kFlagSharedResource, D3DDDIPOOL_LOCALVIDMEM,
-        D3DDDIFMT_A8R8G8B8, 5, 3);
+    CreateRequest request(
+        kFlagTexture | kFlagRenderTarget | kFlagSharedResource, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 5, 3);
     auto* pTexture = Create<UMDRscTexture>(request);
     std::vector<BYTE> source(9 * 4 * 4);
     for (size_t i = 0; i < source.size(); i++)

@@ -22,7 +22,7 @@ protected:
         m_Fake.NameMemory(kCode, sizeof kCode, "code");
     }
 };
-}
+}  // namespace
 
 TEST_F(UMDShaderTest, Types_BothClasses_AreEightAndNine)
 {

@@ -70,7 +70,7 @@ std::vector<Case> AllCases()
     }
     return cases;
 }
-}
+}  // namespace
 
 TEST(UMDSurfaceCopy, ToLocked_EveryFormatPaddingAndRectangle_CopiesThosePixelsAndNoOther)
 {
@@ -80,8 +80,8 @@ TEST(UMDSurfaceCopy, ToLocked_EveryFormatPaddingAndRectangle_CopiesThosePixelsAn
         Image locked(c.Width * c.BytesPerPixel + c.LockedPadding, c.Height);
         memory.Number(1);
         const D3DDDI_SURFACEINFO info = {c.Width, c.Height, 0, memory.Bits(), memory.Pitch, 0};
-        UMDCopyToLocked({static_cast<INT>(locked.Pitch), locked.Bits()}, info, c.WithRect ? &c.Rect : nullptr,
-            c.BytesPerPixel);
+        UMDCopyToLocked(
+            {static_cast<INT>(locked.Pitch), locked.Bits()}, info, c.WithRect ? &c.Rect : nullptr, c.BytesPerPixel);
 
         const RECT area = c.WithRect ? c.Rect : RECT{0, 0, static_cast<LONG>(c.Width), static_cast<LONG>(c.Height)};
         for (UINT row = 0; row < c.Height; ++row)
@@ -155,7 +155,8 @@ TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
         {
             for (LONG x = 0; x < 7; ++x)
             {
-                const bool inside = x >= c.Inside.left && x < c.Inside.right && y >= c.Inside.top && y < c.Inside.bottom;
+                const bool inside =
+                    x >= c.Inside.left && x < c.Inside.right && y >= c.Inside.top && y < c.Inside.bottom;
                 const UINT row = static_cast<UINT>(y);
                 const UINT byte = static_cast<UINT>(x) * 4;
                 ASSERT_EQ(locked.At(row, byte), inside ? memory.At(row, byte) : kGuard) << c.Rect.left << ' ' << x;

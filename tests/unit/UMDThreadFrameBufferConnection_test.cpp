@@ -132,4 +132,4 @@ TEST_F(FrameBufferConnectionTest, UninitializeConnection_UnplugRefused_IsTracedA
     EXPECT_EQ(ErrorLines(), Lines{"UMDThreadFrameBuffer::Run InternalUninitializeConnection() failed!\n"});
     EXPECT_EQ(m_Trace.Count("UMDThreadFrameBuffer::Run exit\n"), 1u);
 }
-} // namespace
+}  // namespace

@@ -188,4 +188,4 @@ TEST_F(FrameBufferFrameTest, FrameBufferAvailable_ManyFrames_AllocatesNothing)
     EXPECT_TRUE(presented);
     EXPECT_EQ(allocations, 0u);
 }
-} // namespace
+}  // namespace

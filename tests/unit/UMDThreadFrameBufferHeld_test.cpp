@@ -128,4 +128,4 @@ TEST_F(HeldFrameTest, DestroyThreads_LibraryHoldsAFrameOfTheDevice_WaitsForItAnd
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
     EXPECT_EQ(m_Fake.ReferenceCount(), 1u);
 }
-} // namespace
+}  // namespace

@@ -164,16 +164,18 @@ TEST_F(UMDThreadFrameBufferTest, Life_WithAndWithoutAFrame_EachLineHasItsLevel)
         Stop();
         m_Thread.reset();
     });
-    std::erase_if(lines, [](const std::string& line) { return line.find("UMDThreadFrameBuffer") == std::string::npos; });
-    EXPECT_EQ(lines,
-        (Lines{"0x204 UMDThreadFrameBuffer::Run exit\n", "0x204 UMDThreadFrameBuffer::Run exiting...\n",
-            "0x40 >>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
-            "0x40 >>> UMDThreadFrameBuffer::InternalInitializeConnection\n",
-            "0x40 >>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n",
-            "0x40 >>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n",
-            "0x40 >>> UMDThreadFrameBuffer::InternalUninitializeConnection\n", "0x40 >>> UMDThreadFrameBuffer::Run\n",
-            "0x40 >>> UMDThreadFrameBuffer::Start\n", "0x40 UMDThreadFrameBuffer::RequestExit\n",
-            "0x40 UMDThreadFrameBuffer::UMDThreadFrameBuffer\n", "0x40 UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n"}));
+    std::erase_if(
+        lines, [](const std::string& line) { return line.find("UMDThreadFrameBuffer") == std::string::npos; });
+    EXPECT_EQ(
+        lines, (Lines{"0x204 UMDThreadFrameBuffer::Run exit\n", "0x204 UMDThreadFrameBuffer::Run exiting...\n",
+                   "0x40 >>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
+                   "0x40 >>> UMDThreadFrameBuffer::InternalInitializeConnection\n",
+                   "0x40 >>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n",
+                   "0x40 >>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n",
+                   "0x40 >>> UMDThreadFrameBuffer::InternalUninitializeConnection\n",
+                   "0x40 >>> UMDThreadFrameBuffer::Run\n", "0x40 >>> UMDThreadFrameBuffer::Start\n",
+                   "0x40 UMDThreadFrameBuffer::RequestExit\n", "0x40 UMDThreadFrameBuffer::UMDThreadFrameBuffer\n",
+                   "0x40 UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n"}));
 }
 
 TEST_F(UMDThreadFrameBufferTest, WhatIsDeclined_EachLine_IsAnError)
@@ -265,4 +267,4 @@ TEST_F(UMDThreadFrameBufferTest, Destructor_WorkerStillRuns_EndsItAndTheRing)
     EXPECT_EQ(m_Trace.Count("UMDThreadFrameBuffer::Run exit\n"), 1u);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
 }
-} // namespace
+}  // namespace

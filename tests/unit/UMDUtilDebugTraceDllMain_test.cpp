@@ -123,4 +123,4 @@ TEST_F(UMDUtilDebugTraceDllMainTest, Reason_MaskOff_PrintsNothing)
         UMDUtilDebugTraceDllMainReason(reason);
     EXPECT_TRUE(m_Trace.Lines().empty());
 }
-} // namespace
+}  // namespace

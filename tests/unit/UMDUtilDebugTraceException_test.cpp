@@ -66,4 +66,4 @@ TEST(UMDUtilDebugTraceException, Code_ErrorsOff_RunsTheHandlerWithoutALine)
         EXPECT_EQ(1, UMDUtilDebugTraceException(row.m_Code));
     EXPECT_TRUE(trace.Lines().empty());
 }
-} // namespace
+}  // namespace

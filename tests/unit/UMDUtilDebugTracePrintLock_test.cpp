@@ -40,9 +40,10 @@ TEST(UMDUtilDebugTracePrintLock, Request_EachField_StandsInItsPlace)
         TraceMask mask(level);
         TraceCapture trace;
         UMDUtilDebugTracePrintLock(&lock, UMDRESOURCETYPE_TEXTURE);
-        EXPECT_EQ((std::vector<std::string>{
-                      "   Lock: hResource:0x9abcdef0 SubResourceIndex:2 Offset:3 Size:4 left:3 right:5 top:4 bottom:-6\n",
-                      "   Flags: TEXTURE |           \n"}),
+        EXPECT_EQ(
+            (std::vector<std::string>{
+                "   Lock: hResource:0x9abcdef0 SubResourceIndex:2 Offset:3 Size:4 left:3 right:5 top:4 bottom:-6\n",
+                "   Flags: TEXTURE |           \n"}),
             trace.Lines());
     }
 }
@@ -53,9 +54,9 @@ TEST(UMDUtilDebugTracePrintLock, Kind_Each_FillsTheFirstSlotOrNone)
     EXPECT_EQ(FlagsLine({"RENDERTARGET | "}), PrintedFlags(0, UMDRESOURCETYPE_RENDERTARGET));
     EXPECT_EQ(FlagsLine({"VERTEXBUFFER | "}), PrintedFlags(0, UMDRESOURCETYPE_VERTEXBUFFER));
     EXPECT_EQ(FlagsLine({"INDEXBUFFER | "}), PrintedFlags(0, UMDRESOURCETYPE_INDEXBUFFER));
-    for (const UMDRESOURCETYPE type : {UMDRESOURCETYPE_UNKNOWN, UMDRESOURCETYPE_SHARED, UMDRESOURCETYPE_ZBUFFER,
-             UMDRESOURCETYPE_CUBETEXTURE, UMDRESOURCETYPE_PIXELSHADER, UMDRESOURCETYPE_VERTEXSHADER,
-             UMDRESOURCETYPE_NONE})
+    for (const UMDRESOURCETYPE type :
+        {UMDRESOURCETYPE_UNKNOWN, UMDRESOURCETYPE_SHARED, UMDRESOURCETYPE_ZBUFFER, UMDRESOURCETYPE_CUBETEXTURE,
+            UMDRESOURCETYPE_PIXELSHADER, UMDRESOURCETYPE_VERTEXSHADER, UMDRESOURCETYPE_NONE})
         EXPECT_EQ("   Flags:           \n", PrintedFlags(0, type));
 }
 
@@ -86,4 +87,4 @@ TEST(UMDUtilDebugTracePrintLock, Level_NotInTheMask_PrintsNothing)
     UMDUtilDebugTracePrintLock(&lock, UMDRESOURCETYPE_TEXTURE);
     EXPECT_TRUE(trace.Lines().empty());
 }
-} // namespace
+}  // namespace

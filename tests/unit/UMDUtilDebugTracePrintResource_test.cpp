@@ -142,8 +142,7 @@ TEST(UMDUtilDebugTracePrintCreateResource, Surfaces_Each_HasALineBetweenRecordAn
     create.SurfCount = 2;
     create.Flags.Value = 0x8001;
     EXPECT_EQ(
-        (Lines{
-            "   D3DDDIPOOL_SYSTEMMEM Format:0 MultisampleType:0 MultisampleQuality:0 SurfCount:2 VidPnSourceId:0\n",
+        (Lines{"   D3DDDIPOOL_SYSTEMMEM Format:0 MultisampleType:0 MultisampleQuality:0 SurfCount:2 VidPnSourceId:0\n",
             "   - Surface 0: width=1 height=2 depth=3 pSysMem=0x22222222 SysMemPitch=4 SysMemSlicePitch=5\n",
             "   - Surface 1: width=6 height=7 depth=8 pSysMem=0x0 SysMemPitch=9 SysMemSlicePitch=10\n",
             "   Flags: RenderTarget |  Primary | " + std::string(30, ' ') + "\n"}),
@@ -158,8 +157,8 @@ TEST(UMDUtilDebugTracePrintCreateResource, Flags_None_PrintsThirtyOneBlanks)
 TEST(UMDUtilDebugTracePrintCreateResource, Flag_EachAlone_HasItsNameInTheFirstSlot)
 {
     for (UINT bit = 0; bit < 32; ++bit)
-        EXPECT_EQ(Lines{"   Flags: " + std::string(kFlagNames[bit]) + std::string(31, ' ') + "\n"},
-            PrintedFlags(1u << bit))
+        EXPECT_EQ(
+            Lines{"   Flags: " + std::string(kFlagNames[bit]) + std::string(31, ' ') + "\n"}, PrintedFlags(1u << bit))
             << "bit " << bit;
 }
 
@@ -192,12 +191,12 @@ TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Request_EachField_StandsInItsPlac
 
 TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Allocation_WithAStoredDescription_PrintsIt)
 {
-    EXPECT_EQ((Lines{"   - Allocation 0: hAllocation:0xc0de PrivateDriverDataSize:76\n",
-                  "   ResourceHandle: 0xabcd1234\n",
-                  "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:2\n",
-                  "   - Surface 0: width=320 height=200 depth=2 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
-                  "   - Surface 1: width=320 height=200 depth=2 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
-                  "   Flags: RenderTarget |  Texture | \n"}),
+    EXPECT_EQ(
+        (Lines{"   - Allocation 0: hAllocation:0xc0de PrivateDriverDataSize:76\n", "   ResourceHandle: 0xabcd1234\n",
+            "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:2\n",
+            "   - Surface 0: width=320 height=200 depth=2 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
+            "   - Surface 1: width=320 height=200 depth=2 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
+            "   Flags: RenderTarget |  Texture | \n"}),
         PrintedAllocations());
 }
 
@@ -241,4 +240,4 @@ TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Allocations_Several_EachHasItsLin
                   "   - Allocation 1: hAllocation:0xb PrivateDriverDataSize:0\n"}),
         PrintedAllocations());
 }
-} // namespace
+}  // namespace

@@ -93,4 +93,4 @@ TEST(UMDUtilDebugTracePrintTextureStageState, Level_NotInTheMask_PrintsNothing)
     UMDUtilDebugTracePrintTextureStageState(UMDTRACE_GPU, &unknown);
     EXPECT_TRUE(trace.Lines().empty());
 }
-} // namespace
+}  // namespace

@@ -201,4 +201,4 @@ TEST(UMDUtilDebugTracePrintVideoSample, Record_EachGroup_HasItsLineAndThePalette
               }),
         Printed(UMDTRACE_DETAIL, UMDUtilDebugTracePrintVideoSample, Sample()));
 }
-} // namespace
+}  // namespace

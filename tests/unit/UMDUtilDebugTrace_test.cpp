@@ -327,4 +327,4 @@ TEST_F(UMDUtilDebugTraceTest, Low32_AddressAboveFourGigabytes_KeepsItsLowHalf)
     EXPECT_EQ(0x9ABCDEF0u, UMDLow32(reinterpret_cast<void*>(0x123456789ABCDEF0)));
     EXPECT_EQ(0u, UMDLow32(nullptr));
 }
-} // namespace
+}  // namespace

@@ -23,7 +23,7 @@ constexpr wchar_t kKey[] = L"Software\\Zembrilo\\Test";
 constexpr wchar_t kMissingKey[] = L"Software\\Zembrilo\\Missing";
 
 REGSAM s_Access;
-int s_Open; ///< keys that the driver has opened and not closed
+int s_Open;  ///< keys that the driver has opened and not closed
 LSTATUS(WINAPI* s_pCloseKey)(HKEY);
 
 LSTATUS WINAPI CreateKey(HKEY hRoot, const wchar_t* pPath, DWORD reserved, wchar_t* pClass, DWORD options,
@@ -88,8 +88,8 @@ TEST_F(UMDUtilRegistryTest, Get_Text_IsReadAndTracedWithData)
     wchar_t text[8] = {};
     EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text)));
     EXPECT_STREQ(L"abc", text);
-    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Text Data: abc\n"},
-        m_Trace.Lines());
+    EXPECT_EQ(
+        Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Text Data: abc\n"}, m_Trace.Lines());
 }
 
 TEST_F(UMDUtilRegistryTest, EachLine_OfReadsAndWrites_HasItsLevel)
@@ -136,7 +136,8 @@ TEST_F(UMDUtilRegistryTest, Get_MissingValue_HasItsOwnLineAndLeavesTheBuffer)
     DWORD value = 77;
     EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Nothing", &value, sizeof(value)));
     EXPECT_EQ(77u, value);
-    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Nothing ERROR_FILE_NOT_FOUND\n"}, m_Trace.Lines());
+    EXPECT_EQ(
+        Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Nothing ERROR_FILE_NOT_FOUND\n"}, m_Trace.Lines());
 }
 
 TEST_F(UMDUtilRegistryTest, Get_MissingKey_IsCreatedEmpty)
@@ -171,8 +172,7 @@ TEST_F(UMDUtilRegistryTest, Set_Number_IsWrittenAndTracedWithoutData)
     EXPECT_TRUE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &number, sizeof(number)));
     EXPECT_EQ(Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n"}, m_Trace.Lines());
     DWORD value = 0, size = sizeof(value), type = 0;
-    EXPECT_EQ(ERROR_SUCCESS,
-        RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"Number", RRF_RT_ANY, &type, &value, &size));
+    EXPECT_EQ(ERROR_SUCCESS, RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"Number", RRF_RT_ANY, &type, &value, &size));
     EXPECT_EQ(9u, value);
     EXPECT_EQ(DWORD{REG_DWORD}, type);
 }
@@ -180,11 +180,12 @@ TEST_F(UMDUtilRegistryTest, Set_Number_IsWrittenAndTracedWithoutData)
 TEST_F(UMDUtilRegistryTest, Set_TextUnderAMissingKey_CreatesTheKeyAndTracesTheData)
 {
     EXPECT_TRUE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kMissingKey, L"Text", REG_SZ, L"xy", 3 * sizeof(wchar_t)));
-    EXPECT_EQ(Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Missing Value: Text Data: xy\n"}, m_Trace.Lines());
+    EXPECT_EQ(
+        Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Missing Value: Text Data: xy\n"}, m_Trace.Lines());
     wchar_t text[8] = {};
     DWORD size = sizeof(text);
-    EXPECT_EQ(ERROR_SUCCESS,
-        RegGetValueW(HKEY_LOCAL_MACHINE, kMissingKey, L"Text", RRF_RT_REG_SZ, nullptr, text, &size));
+    EXPECT_EQ(
+        ERROR_SUCCESS, RegGetValueW(HKEY_LOCAL_MACHINE, kMissingKey, L"Text", RRF_RT_REG_SZ, nullptr, text, &size));
     EXPECT_STREQ(L"xy", text);
     EXPECT_EQ(3 * sizeof(wchar_t), size);
 }
@@ -226,4 +227,4 @@ TEST_F(UMDUtilRegistryTest, Access_ReadAndWrite_AskForNoMoreAndCloseTheKey)
     }
     EXPECT_EQ(0, s_Open) << "every opened key is closed";
 }
-} // namespace
+}  // namespace

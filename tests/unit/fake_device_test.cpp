@@ -32,10 +32,10 @@ TEST(FakeDeviceTest, Arguments_RecordsAndArrays_PrintTheirContent)
     device.SetTexture(0, nullptr);
     device.CreateVertexDeclaration(elements, &pDeclaration);
 
-    EXPECT_EQ(device.Lines(), (Lines{"Clear(2, [1,2,3,4 5,6,7,8], 1, 0xff00ff00, 1, 0)",
-                                  "SetPixelShaderConstantF(3, [1 2.5 0 -4], 1)", "SetScissorRect(10,20,30,40)",
-                                  "SetViewport([1 2 3 4 0 0.5])", "SetTexture(0, null)",
-                                  "CreateVertexDeclaration([0,0,2,0,0,0], out)"}));
+    EXPECT_EQ(device.Lines(),
+        (Lines{"Clear(2, [1,2,3,4 5,6,7,8], 1, 0xff00ff00, 1, 0)", "SetPixelShaderConstantF(3, [1 2.5 0 -4], 1)",
+            "SetScissorRect(10,20,30,40)", "SetViewport([1 2 3 4 0 0.5])", "SetTexture(0, null)",
+            "CreateVertexDeclaration([0,0,2,0,0,0], out)"}));
 }
 
 TEST(FakeDeviceTest, NameMemory_PointerInside_PrintsNameAndOffset)
@@ -57,8 +57,8 @@ TEST(FakeDeviceTest, Fail_NthCall_FailsThatCallOnlyAndMakesNothing)
     IDirect3DSurface9* surfaces[3]{};
     HRESULT results[3];
     for (int i = 0; i < 3; i++)
-        results[i] = device.CreateOffscreenPlainSurface(
-            4, 4, D3DFMT_A8R8G8B8, D3DPOOL_SYSTEMMEM, &surfaces[i], nullptr);
+        results[i] =
+            device.CreateOffscreenPlainSurface(4, 4, D3DFMT_A8R8G8B8, D3DPOOL_SYSTEMMEM, &surfaces[i], nullptr);
     EXPECT_EQ(results[0], S_OK);
     EXPECT_EQ(results[1], D3DERR_OUTOFVIDEOMEMORY);
     EXPECT_EQ(results[2], S_OK);

@@ -68,7 +68,7 @@ void CheckAtBothEdges(const Copy& c)
     Check(c, GuardedBytes::Edge::Front);
     Check(c, GuardedBytes::Edge::Back);
 }
-} // namespace
+}  // namespace
 
 TEST(ImageCopy, SmallSizes_AnyPitch_SameBytesAsTheLoop)
 {
@@ -151,8 +151,7 @@ TEST(ImageCopy, RandomSizes_SameBytesAsTheLoop)
         const UINT height = random() % 100;
         const UINT row = width * (1 + random() % 8);
         const UINT bytesPerPixel = width == 0 ? 4 : row / width;
-        ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges(
-            {width, height, bytesPerPixel, row + static_cast<UINT>(random() % 70),
-                row + (random() % 2 == 0 ? 0 : static_cast<UINT>(random() % 70))}));
+        ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({width, height, bytesPerPixel, row + static_cast<UINT>(random() % 70),
+            row + (random() % 2 == 0 ? 0 : static_cast<UINT>(random() % 70))}));
     }
 }

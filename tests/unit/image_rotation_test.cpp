@@ -102,7 +102,7 @@ void CheckAtBothEdges(const Turn& t)
     ASSERT_NO_FATAL_FAILURE(Check(t, GuardedBytes::Edge::Front));
     ASSERT_NO_FATAL_FAILURE(Check(t, GuardedBytes::Edge::Back));
 }
-} // namespace
+}  // namespace
 
 class ImageRotation : public testing::TestWithParam<UINT>
 {
@@ -179,8 +179,7 @@ TEST_P(ImageRotation, PixelsOfOtherSizes_WordsMovedInOrder)
             for (UINT height : {1u, 2u, 7u, 32u})
             {
                 for (UINT padding : {0u, 3u})
-                    ASSERT_NO_FATAL_FAILURE(
-                        CheckAtBothEdges({GetParam(), width, height, padding, bytesPerPixel}));
+                    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), width, height, padding, bytesPerPixel}));
             }
         }
     }
@@ -192,8 +191,8 @@ TEST_P(ImageRotation, NoWidthOrNoHeight_TouchesNothing)
     for (const auto& [width, height] : {std::pair{0u, 9u}, std::pair{9u, 0u}, std::pair{0u, 0u}})
     {
         UINT outPitch = 36, outWidth = width, outHeight = height;
-        EXPECT_EQ(UMDImgProcRotation(
-                      nothing.Get(), nothing.Get(), &outPitch, &outWidth, &outHeight, 4, GetParam()), S_OK);
+        EXPECT_EQ(
+            UMDImgProcRotation(nothing.Get(), nothing.Get(), &outPitch, &outWidth, &outHeight, 4, GetParam()), S_OK);
     }
 }
 
@@ -207,7 +206,8 @@ TEST(ImageRotationTwoPixels, EachTurn_OrderOfThePixels)
         UINT dst[2] = {};
         UINT pitch = 8, width = 2, height = 1;
         EXPECT_EQ(UMDImgProcRotation(reinterpret_cast<BYTE*>(dst), reinterpret_cast<const BYTE*>(src), &pitch, &width,
-                      &height, 4, rotation), S_OK);
+                      &height, 4, rotation),
+            S_OK);
         EXPECT_EQ(dst[0], first) << rotation;
         EXPECT_EQ(dst[1], second) << rotation;
         EXPECT_EQ(width, rotation == D3DDDI_ROTATION_180 ? 2u : 1u) << rotation;
@@ -225,8 +225,9 @@ TEST(ImageRotationUnknown, TracedAndRefused_OutputsAndImageUntouched)
         BYTE dst[8] = {};
         UINT pitch = 8, width = 2, height = 1;
         EXPECT_EQ(UMDImgProcRotation(dst, src, &pitch, &width, &height, 4, rotation), E_FAIL);
-        EXPECT_EQ(trace.Lines(), (std::vector<std::string>{"UMDThreadFrameBuffer::InternalCopyData failded no rotation " +
-                                     std::to_string(rotation) + "\n"}));
+        EXPECT_EQ(trace.Lines(),
+            (std::vector<std::string>{
+                "UMDThreadFrameBuffer::InternalCopyData failded no rotation " + std::to_string(rotation) + "\n"}));
         EXPECT_EQ(pitch, 8u);
         EXPECT_EQ(width, 2u);
         EXPECT_EQ(height, 1u);
