@@ -1,6 +1,6 @@
 #include "HostKernel.h"
 
-#include "util/UMDEscape.h"
+#include "kernel/UMDEscape.h"
 
 #include <algorithm>
 #include <cstring>

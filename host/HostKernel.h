@@ -6,7 +6,7 @@
 #pragma once
 
 #include "ddi/ddi.h"
-#include "util/UMDAllocationPrivateData.h"
+#include "kernel/UMDAllocationPrivateData.h"
 
 #include <map>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "util/UMDClientLibrary.h"
+#include "output/UMDClientLibrary.h"
 #include "util/UMDUtilDebugTrace.h"
 
 extern "C" BOOL APIENTRY DllMain(HINSTANCE, DWORD reason, LPVOID)

@@ -2,7 +2,7 @@
 
 #include "adapter/UMDAdapterCapsTrace.h"
 #include "device/UMDDdiDevice.h"
-#include "device/UMDDdiDeviceFuncs.h"
+#include "device/entries/UMDDdiDeviceFuncs.h"
 #include "util/UMDUtilDebugTrace.h"
 
 #include <new>

@@ -1,7 +1,7 @@
 #include "device/UMDDdiDevice.h"
 
-#include "util/UMDClientLibrary.h"
-#include "util/UMDEscape.h"
+#include "kernel/UMDEscape.h"
+#include "output/UMDClientLibrary.h"
 #include "util/UMDUtilDebugTrace.h"
 
 UMDDdiDevice::UMDDdiDevice(

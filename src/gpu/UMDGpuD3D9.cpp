@@ -1,6 +1,6 @@
 #include "gpu/UMDGpuD3D9.h"
 
-#include "util/UMDClientLibrary.h"
+#include "output/UMDClientLibrary.h"
 #include "util/UMDUtilDebugTrace.h"
 
 #include <string.h>

@@ -1,6 +1,6 @@
 #include "gpu/UMDThreadGpuD3D9.h"
 
-#include "util/UMDClientLibrary.h"
+#include "output/UMDClientLibrary.h"
 #include "util/UMDUtilDebugTrace.h"
 
 #include <new>

@@ -1,7 +1,7 @@
 #include "output/UMDThreadFrameBuffer.h"
 
+#include "output/UMDClientLibrary.h"
 #include "output/UMDImgProc.h"
-#include "util/UMDClientLibrary.h"
 #include "util/UMDUtilDebugTrace.h"
 
 #include <new>

@@ -4,8 +4,8 @@
 // target back into system memory. Runtime's thread only.
 #pragma once
 
+#include "kernel/UMDAllocationPrivateData.h"
 #include "resources/UMDRscBase.h"
-#include "util/UMDAllocationPrivateData.h"
 #include "util/UMDComPtr.h"
 
 class UMDRscRenderTargetCapable : public UMDRscBase

@@ -1,4 +1,4 @@
-#include "util/UMDAllocationPrivateData.h"
+#include "kernel/UMDAllocationPrivateData.h"
 #include "util/UMDUtilDebugTrace.h"
 #include "util/UMDUtilDebugTracePrint.h"
 

@@ -1,6 +1,6 @@
 // The host's kernel-mode half keeps the driver to the contract.
 #include "HostKernel.h"
-#include "util/UMDEscape.h"
+#include "kernel/UMDEscape.h"
 
 #include <gtest/gtest.h>
 

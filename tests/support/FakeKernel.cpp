@@ -2,7 +2,7 @@
 
 #include "FailNthAllocation.h"
 
-#include "util/UMDEscape.h"
+#include "kernel/UMDEscape.h"
 
 #include <cstdarg>
 #include <cstdio>

@@ -3,7 +3,7 @@
 
 #include "ResourceFixture.h"
 
-#include "util/UMDAllocationPrivateData.h"
+#include "kernel/UMDAllocationPrivateData.h"
 
 #include <functional>
 #include <span>

@@ -3,7 +3,7 @@
 
 #include "DeviceFixture.h"
 
-#include "device/UMDDdiEntries.h"
+#include "device/entries/UMDDdiEntries.h"
 #include "resources/UMDRscBase.h"
 
 #include <functional>

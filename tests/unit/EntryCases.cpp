@@ -1,7 +1,7 @@
 // One row an entry, in slot order.
 #include "EntryCases.h"
 
-#include "device/UMDDdiEntries.h"
+#include "device/entries/UMDDdiEntries.h"
 #include "util/UMDUtilDebugTrace.h"
 
 #include <cstdarg>

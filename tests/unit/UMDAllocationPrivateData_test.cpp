@@ -1,7 +1,7 @@
 // The private record of kernel-mode allocations, byte by byte, as each class writes it and as it is read back.
 #include "ResourceFixture.h"
 
-#include "util/UMDAllocationPrivateData.h"
+#include "kernel/UMDAllocationPrivateData.h"
 
 #include <cstring>
 

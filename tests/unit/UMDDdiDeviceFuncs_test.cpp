@@ -1,11 +1,11 @@
 // The device's function table: every slot, its entry's trace line and result, and the guard of every entry.
-#include "device/UMDDdiDeviceFuncs.h"
+#include "device/entries/UMDDdiDeviceFuncs.h"
 
 #include "DeviceFixture.h"
 #include "EntryCases.h"
 #include "Faults.h"
 
-#include "device/UMDDdiEntries.h"
+#include "device/entries/UMDDdiEntries.h"
 #include "video/UMDDdiDeviceVideo.h"
 
 #include <gtest/gtest.h>

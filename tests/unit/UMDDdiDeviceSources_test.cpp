@@ -4,8 +4,8 @@
 #include "ImportPatch.h"
 #include "RegistryOverride.h"
 
+#include "output/UMDClientLibrary.h"
 #include "resources/UMDRscSurface.h"
-#include "util/UMDClientLibrary.h"
 
 namespace tesslo::test
 {

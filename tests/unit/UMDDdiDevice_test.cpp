@@ -4,7 +4,7 @@
 #include "ResourceCounts.h"
 #include "TraceLevels.h"
 
-#include "device/UMDDdiEntries.h"
+#include "device/entries/UMDDdiEntries.h"
 
 #include <gmock/gmock.h>
 

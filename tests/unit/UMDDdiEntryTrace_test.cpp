@@ -1,8 +1,8 @@
 // What the entries trace of real resources: which handle stands where, with its type and pool, and the dumps behind it.
 #include "DeviceObjects.h"
 
+#include "kernel/UMDAllocationPrivateData.h"
 #include "resources/UMDRscTexture.h"
-#include "util/UMDAllocationPrivateData.h"
 
 namespace
 {

@@ -2,9 +2,9 @@
 #include "FailNthAllocation.h"
 #include "ResourceFixture.h"
 
+#include "kernel/UMDAllocationPrivateData.h"
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscTexture.h"
-#include "util/UMDAllocationPrivateData.h"
 
 using namespace tesslo::test;
 using Lines = std::vector<std::string>;

@@ -1,4 +1,4 @@
-#include "device/UMDGuard.h"
+#include "device/entries/UMDGuard.h"
 
 HRESULT UMDGuardAnswerFault(const char* pEntryName)
 {

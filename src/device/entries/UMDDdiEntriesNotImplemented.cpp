@@ -1,5 +1,5 @@
 // The entries that are not served, in slot order. Each says so and answers E_NOTIMPL without touching the device.
-#include "device/UMDDdiEntries.h"
+#include "device/entries/UMDDdiEntries.h"
 #include "util/UMDUtilDebugTrace.h"
 
 #define UMD_WIDE(text) L##text

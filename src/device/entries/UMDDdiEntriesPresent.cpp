@@ -1,7 +1,7 @@
 // Entries that end a frame or the device, and what the runtime asks of it: information, queries, residency.
 #include "device/UMDDdiDevice.h"
-#include "device/UMDDdiEntries.h"
-#include "device/UMDGuard.h"
+#include "device/entries/UMDDdiEntries.h"
+#include "device/entries/UMDGuard.h"
 #include "util/UMDUtilDebugTrace.h"
 
 HRESULT APIENTRY UMDDdiGetInfo(HANDLE hDevice, UINT infoId, void* pInfo, UINT infoSize)

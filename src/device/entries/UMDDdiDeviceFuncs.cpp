@@ -1,6 +1,6 @@
-#include "device/UMDDdiDeviceFuncs.h"
+#include "device/entries/UMDDdiDeviceFuncs.h"
 
-#include "device/UMDDdiEntries.h"
+#include "device/entries/UMDDdiEntries.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "util/UMDClientLibrary.h"
+#include "output/UMDClientLibrary.h"
 
 #include "tesslo/client.h"
 #include "util/UMDUtilDebugTrace.h"

@@ -1,7 +1,7 @@
 // Entries that bind vertex and index data, and the draws.
 #include "device/UMDDdiDevice.h"
-#include "device/UMDDdiEntries.h"
-#include "device/UMDGuard.h"
+#include "device/entries/UMDDdiEntries.h"
+#include "device/entries/UMDGuard.h"
 #include "util/UMDUtilDebugTrace.h"
 
 HRESULT APIENTRY UMDDdiSetStreamSourceUM(

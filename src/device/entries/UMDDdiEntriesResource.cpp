@@ -1,6 +1,6 @@
 #include "device/UMDDdiDevice.h"
-#include "device/UMDDdiEntries.h"
-#include "device/UMDGuard.h"
+#include "device/entries/UMDDdiEntries.h"
+#include "device/entries/UMDGuard.h"
 #include "resources/UMDRscCubeTexture.h"
 #include "resources/UMDRscIndexBuffer.h"
 #include "resources/UMDRscSurface.h"

@@ -1,8 +1,8 @@
 // The video-process entries: slots 76 to 81. Each is a name, what it prints, and one call.
 
 #include "device/UMDDdiDevice.h"
-#include "device/UMDDdiEntries.h"
-#include "device/UMDGuard.h"
+#include "device/entries/UMDDdiEntries.h"
+#include "device/entries/UMDGuard.h"
 #include "util/UMDUtilDebugTrace.h"
 #include "video/UMDDdiDeviceVideo.h"
 

@@ -1,7 +1,7 @@
 // Entries for blits, fills and clears.
 #include "device/UMDDdiDevice.h"
-#include "device/UMDDdiEntries.h"
-#include "device/UMDGuard.h"
+#include "device/entries/UMDDdiEntries.h"
+#include "device/entries/UMDGuard.h"
 #include "resources/UMDRscBase.h"
 #include "util/UMDUtilDebugTrace.h"
 #include "util/UMDUtilDebugTracePrint.h"

@@ -1,7 +1,7 @@
 // Entries for shaders, vertex declarations and shader constants.
 #include "device/UMDDdiDevice.h"
-#include "device/UMDDdiEntries.h"
-#include "device/UMDGuard.h"
+#include "device/entries/UMDDdiEntries.h"
+#include "device/entries/UMDGuard.h"
 #include "util/UMDUtilDebugTrace.h"
 
 HRESULT APIENTRY UMDDdiSetPixelShader(HANDLE hDevice, HANDLE hPixelShader)
