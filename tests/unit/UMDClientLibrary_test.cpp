@@ -154,11 +154,4 @@ TEST_F(UMDClientLibraryTest, Free_NothingLoaded_FreesNothing)
     UMDClientLibraryFree();
     EXPECT_EQ(0, s_Freed);
 }
-
-TEST_F(UMDClientLibraryTest, Export_NoLibrary_IsNullWithALastError)
-{
-    SetLastError(0);
-    EXPECT_EQ(nullptr, UMDClientLibraryExport<FARPROC>(nullptr, "TessloVirtualMonitorPlug"));
-    EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError());
-}
 }  // namespace
