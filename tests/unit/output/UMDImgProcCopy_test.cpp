@@ -1,7 +1,7 @@
 // UMDImgProcCopy, byte for byte, beside a loop over single bytes.
 #include "output/UMDImgProc.h"
 
-#include "image_memory.h"
+#include "ImageMemory.h"
 
 #include <gtest/gtest.h>
 

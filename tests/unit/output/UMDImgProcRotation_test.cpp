@@ -1,10 +1,10 @@
 // UMDImgProcRotation, byte for byte, beside a loop that puts one pixel after the other where it belongs.
 #include "output/UMDImgProc.h"
 
+#include "ImageMemory.h"
+#include "TraceCapture.h"
+#include "TraceMask.h"
 #include "ddi/ddi.h"
-#include "image_memory.h"
-#include "support/TraceCapture.h"
-#include "support/TraceMask.h"
 
 #include <gtest/gtest.h>
 

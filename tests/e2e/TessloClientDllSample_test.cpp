@@ -1,9 +1,9 @@
 // The sample client library, called as the driver calls it.
+#include "ImportPatch.h"
 #include "PngImage.h"
 #include "SamePixels.h"
 #include "SampleClient.h"
 #include "TemporaryFolder.h"
-#include "support/ImportPatch.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,7 +1,7 @@
 #include "util/UMDFormatBytes.h"
 
-#include "support/TraceCapture.h"
-#include "support/TraceMask.h"
+#include "TraceCapture.h"
+#include "TraceMask.h"
 
 #include <gtest/gtest.h>
 
