@@ -3,8 +3,8 @@
 #pragma once
 
 #include "DifferentialPainter.h"
-#include "HostGeometry.h"
-#include "HostMatrix.h"
+#include "host/scenes/HostGeometry.h"
+#include "host/scenes/HostMatrix.h"
 
 class BenchTurningScene
 {

@@ -3,7 +3,7 @@
 
 #include "DifferentialPainter.h"
 
-#include "HostSession.h"
+#include "host/runtime/HostSession.h"
 
 class DifferentialDriverPainter : public Painter
 {

@@ -1,6 +1,6 @@
 #include "DifferentialPlainPainter.h"
 
-#include "HostError.h"
+#include "host/runtime/HostError.h"
 
 #include <algorithm>
 #include <cstring>

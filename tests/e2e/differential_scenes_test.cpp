@@ -2,7 +2,7 @@
 #include "DifferentialDriverPainter.h"
 #include "DifferentialPlainPainter.h"
 #include "DifferentialScenes.h"
-#include "HostError.h"
+#include "host/runtime/HostError.h"
 
 #include <gtest/gtest.h>
 
