@@ -2,7 +2,7 @@
 
 #include "BenchNullDevice.h"
 #include "BenchTimer.h"
-#include "clients/TestClientTable.h"
+#include "client/test/TestClientTable.h"
 #include "host/runtime/HostError.h"
 #include "host/runtime/HostSession.h"
 
