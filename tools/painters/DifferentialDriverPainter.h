@@ -1,7 +1,7 @@
 // The painter that calls the driver's entries as the runtime does.
 #pragma once
 
-#include "DifferentialPainter.h"
+#include "tools/painters/DifferentialPainter.h"
 
 #include "host/runtime/HostSession.h"
 
@@ -20,7 +20,7 @@ public:
     static HANDLE Handle(PainterObject& object);
 
 #define PAINTER_OPERATION(...) __VA_ARGS__ override;
-#include "DifferentialPainterOperations.inc"
+#include "tools/painters/DifferentialPainterOperations.inc"
 
 private:
     struct Resource;

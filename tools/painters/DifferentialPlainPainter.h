@@ -2,7 +2,7 @@
 // driver takes part.
 #pragma once
 
-#include "DifferentialPainter.h"
+#include "tools/painters/DifferentialPainter.h"
 
 #include "util/UMDComPtr.h"
 
@@ -20,7 +20,7 @@ public:
     static IDirect3DVertexBuffer9* VertexBuffer(PainterObject& object);
 
 #define PAINTER_OPERATION(...) __VA_ARGS__ override;
-#include "DifferentialPainterOperations.inc"
+#include "tools/painters/DifferentialPainterOperations.inc"
 
 private:
     struct Object;

@@ -4,7 +4,7 @@
 // Operations have the meaning that they have in Direct3D 9. A failure throws HostError with the operation's name.
 #pragma once
 
-#include "DifferentialPicture.h"
+#include "tools/painters/DifferentialPicture.h"
 
 #include <memory>
 #include <span>
@@ -38,7 +38,7 @@ public:
     virtual ~Painter() = default;
 
 #define PAINTER_OPERATION(...) virtual __VA_ARGS__ = 0;
-#include "DifferentialPainterOperations.inc"
+#include "tools/painters/DifferentialPainterOperations.inc"
 
     /// Takes the object's picture as the next frame of the scene.
     void Frame(PainterObject& object) { m_Frames.push_back(ReadBack(object)); }

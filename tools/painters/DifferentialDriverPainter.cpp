@@ -1,4 +1,4 @@
-#include "DifferentialDriverPainter.h"
+#include "tools/painters/DifferentialDriverPainter.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "DifferentialPlainPainter.h"
+#include "tools/painters/DifferentialPlainPainter.h"
 
 #include "host/runtime/HostError.h"
 

@@ -1,4 +1,4 @@
-#include "DifferentialPicture.h"
+#include "tools/painters/DifferentialPicture.h"
 
 #include <windows.h>
 
