@@ -48,29 +48,11 @@ void HostKernel::SetResult(const std::string& callback, HRESULT hResult)
     m_Results[callback] = hResult;
 }
 
-std::vector<std::string> HostKernel::Violations() const
-{
-    std::lock_guard lock(m_Mutex);
-    return m_Violations;
-}
-
 UINT HostKernel::Calls(const std::string& callback) const
 {
     std::lock_guard lock(m_Mutex);
     const auto found = m_Calls.find(callback);
     return found != m_Calls.end() ? found->second : 0;
-}
-
-size_t HostKernel::ContextCount() const
-{
-    std::lock_guard lock(m_Mutex);
-    return m_Contexts.size();
-}
-
-size_t HostKernel::AllocationCount() const
-{
-    std::lock_guard lock(m_Mutex);
-    return m_Allocations.size();
 }
 
 std::optional<HostAllocation> HostKernel::FindAllocation(HANDLE hResource) const
@@ -82,22 +64,10 @@ std::optional<HostAllocation> HostKernel::FindAllocation(HANDLE hResource) const
     return std::nullopt;
 }
 
-size_t HostKernel::PresentCount() const
-{
-    std::lock_guard lock(m_Mutex);
-    return m_Presents.size();
-}
-
 HostPresentCall HostKernel::LastPresent() const
 {
     std::lock_guard lock(m_Mutex);
     return m_Presents.back();
-}
-
-D3DKMT_HANDLE HostKernel::DisplayModeAllocation() const
-{
-    std::lock_guard lock(m_Mutex);
-    return m_hDisplayMode;
 }
 
 HRESULT HostKernel::Enter(const Tag& handle, const Tag& expected, const char* pCallback)

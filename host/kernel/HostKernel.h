@@ -55,17 +55,17 @@ public:
     /// From now on the callback of this name ("pfnAllocateCb") answers this result; S_OK makes it work again.
     void SetResult(const std::string& callback, HRESULT hResult);
 
-    std::vector<std::string> Violations() const;
+    std::vector<std::string> Violations() const { return Read(m_Violations); }
     /// How often the callback of this name was called, refused calls included.
     UINT Calls(const std::string& callback) const;
-    size_t ContextCount() const;
-    size_t AllocationCount() const;
+    size_t ContextCount() const { return Count(m_Contexts); }
+    size_t AllocationCount() const { return Count(m_Allocations); }
     std::optional<HostAllocation> FindAllocation(HANDLE hResource) const;
-    size_t PresentCount() const;
+    size_t PresentCount() const { return Count(m_Presents); }
     /// Only after a present.
     HostPresentCall LastPresent() const;
     /// The allocation that pfnSetDisplayModeCb named last, 0 before.
-    D3DKMT_HANDLE DisplayModeAllocation() const;
+    D3DKMT_HANDLE DisplayModeAllocation() const { return Read(m_hDisplayMode); }
 
 private:
     friend struct HostKernelCallbacks;
@@ -92,6 +92,21 @@ private:
         Buffers m_Buffers[2];
         UINT m_Current = 0;
     };
+
+    /// A copy of a member, taken under the mutex.
+    template <typename Member>
+    Member Read(const Member& member) const
+    {
+        std::lock_guard lock(m_Mutex);
+        return member;
+    }
+    /// How many a container holds, asked under the mutex.
+    template <typename Container>
+    size_t Count(const Container& container) const
+    {
+        std::lock_guard lock(m_Mutex);
+        return container.size();
+    }
 
     HRESULT Allocate(D3DDDICB_ALLOCATE* pArg);
     HRESULT Deallocate(const D3DDDICB_DEALLOCATE* pArg);

@@ -22,30 +22,23 @@ HostDevice::~HostDevice()
 std::unique_ptr<HostResource> HostDevice::CreatePrimary(
     UINT width, UINT height, UINT sourceId, D3DDDI_ROTATION rotation)
 {
-    HostResourceDescription description;
-    description.m_Width = width;
-    description.m_Height = height;
+    HostResourceDescription description{
+        .m_Width = width, .m_Height = height, .m_VidPnSourceId = sourceId, .m_Rotation = rotation};
     description.m_Flags.RenderTarget = 1;
     description.m_Flags.Primary = 1;
-    description.m_VidPnSourceId = sourceId;
-    description.m_Rotation = rotation;
     return std::make_unique<HostResource>(*this, description);
 }
 
 std::unique_ptr<HostResource> HostDevice::CreateRenderTarget(UINT width, UINT height)
 {
-    HostResourceDescription description;
-    description.m_Width = width;
-    description.m_Height = height;
+    HostResourceDescription description{.m_Width = width, .m_Height = height};
     description.m_Flags.RenderTarget = 1;
     return std::make_unique<HostResource>(*this, description);
 }
 
 std::unique_ptr<HostResource> HostDevice::CreateRenderTargetTexture(UINT width, UINT height)
 {
-    HostResourceDescription description;
-    description.m_Width = width;
-    description.m_Height = height;
+    HostResourceDescription description{.m_Width = width, .m_Height = height};
     description.m_Flags.RenderTarget = 1;
     description.m_Flags.Texture = 1;
     return std::make_unique<HostResource>(*this, description);
@@ -53,9 +46,7 @@ std::unique_ptr<HostResource> HostDevice::CreateRenderTargetTexture(UINT width, 
 
 std::unique_ptr<HostResource> HostDevice::CreateTexture(const HostImage& image)
 {
-    HostResourceDescription description;
-    description.m_Width = image.m_Width;
-    description.m_Height = image.m_Height;
+    HostResourceDescription description{.m_Width = image.m_Width, .m_Height = image.m_Height};
     description.m_Flags.Texture = 1;
     auto pTexture = std::make_unique<HostResource>(*this, description);
     description.m_Pool = D3DDDIPOOL_SYSTEMMEM;
@@ -72,10 +63,7 @@ std::unique_ptr<HostResource> HostDevice::CreateTexture(const HostImage& image)
 
 std::unique_ptr<HostResource> HostDevice::CreateDepthStencil(UINT width, UINT height)
 {
-    HostResourceDescription description;
-    description.m_Width = width;
-    description.m_Height = height;
-    description.m_Format = D3DFMT_D24S8;
+    HostResourceDescription description{.m_Width = width, .m_Height = height, .m_Format = D3DFMT_D24S8};
     description.m_Flags.ZBuffer = 1;
     return std::make_unique<HostResource>(*this, description);
 }
@@ -135,17 +123,22 @@ void HostDevice::Blt(const HostResource& source, const RECT& from, const HostRes
     HostCheck(m_Functions.pfnBlt(m_hDevice, &arg), "pfnBlt");
 }
 
+void HostDevice::WithLock(D3DDDIARG_LOCK lock, const std::function<void(const D3DDDIARG_LOCK&)>& work)
+{
+    HostCheck(m_Functions.pfnLock(m_hDevice, &lock), "pfnLock");
+    work(lock);
+    D3DDDIARG_UNLOCK unlock{};
+    unlock.hResource = lock.hResource;
+    HostCheck(m_Functions.pfnUnlock(m_hDevice, &unlock), "pfnUnlock");
+}
+
 void HostDevice::WriteBuffer(const HostResource& buffer, const void* pData, UINT bytes)
 {
     D3DDDIARG_LOCK lock{};
     lock.hResource = buffer.Handle();
     lock.Range = {0, bytes};
     lock.Flags.RangeValid = 1;
-    HostCheck(m_Functions.pfnLock(m_hDevice, &lock), "pfnLock");
-    std::memcpy(lock.pSurfData, pData, bytes);
-    D3DDDIARG_UNLOCK unlock{};
-    unlock.hResource = buffer.Handle();
-    HostCheck(m_Functions.pfnUnlock(m_hDevice, &unlock), "pfnUnlock");
+    WithLock(lock, [&](const D3DDDIARG_LOCK& locked) { std::memcpy(locked.pSurfData, pData, bytes); });
 }
 
 void HostDevice::Flush()
@@ -193,13 +186,11 @@ HostImage HostDevice::ReadBack(const HostResource& target)
     D3DDDIARG_LOCK lock{};
     lock.hResource = copy.Handle();
     lock.Flags.ReadOnly = 1;
-    HostCheck(m_Functions.pfnLock(m_hDevice, &lock), "pfnLock");
-    for (UINT y = 0; y < image.m_Height; ++y)
-        std::memcpy(&image.m_Pixels[size_t{y} * image.m_Width],
-            static_cast<const BYTE*>(lock.pSurfData) + size_t{y} * lock.Pitch, size_t{image.m_Width} * 4);
-    D3DDDIARG_UNLOCK unlock{};
-    unlock.hResource = copy.Handle();
-    HostCheck(m_Functions.pfnUnlock(m_hDevice, &unlock), "pfnUnlock");
+    WithLock(lock, [&image](const D3DDDIARG_LOCK& locked) {
+        for (UINT y = 0; y < image.m_Height; ++y)
+            std::memcpy(&image.m_Pixels[size_t{y} * image.m_Width],
+                static_cast<const BYTE*>(locked.pSurfData) + size_t{y} * locked.Pitch, size_t{image.m_Width} * 4);
+    });
     for (UINT& pixel : image.m_Pixels)
         pixel &= 0xFFFFFF;
     return image;

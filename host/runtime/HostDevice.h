@@ -8,6 +8,7 @@
 #include "host/runtime/HostImage.h"
 #include "host/runtime/HostResource.h"
 
+#include <functional>
 #include <memory>
 #include <span>
 
@@ -48,7 +49,10 @@ public:
     void ClearAll(UINT color, float depth);
     void ColorFill(const HostResource& target, const RECT& rect, UINT color);
     void Blt(const HostResource& source, const RECT& from, const HostResource& target, const RECT& to);
-    /// Fills a vertex or index buffer from its start, through a lock.
+    /// Locks, lets the work at the memory, unlocks.
+    /// @param lock what is locked, and how; the work gets it with the driver's answer in it.
+    void WithLock(D3DDDIARG_LOCK lock, const std::function<void(const D3DDDIARG_LOCK&)>& work);
+    /// Fills a vertex or index buffer from its start.
     void WriteBuffer(const HostResource& buffer, const void* pData, UINT bytes);
     void Flush();
     void SetDisplayMode(const HostResource& primary);

@@ -1,4 +1,4 @@
-// The whole of it in one object: driver, kernel-mode half, adapter, device and outputs, taken down in the right order.
+// The whole of it in one object: driver, kernel-mode half, adapter and device, taken down in the right order.
 #pragma once
 
 #include "host/kernel/HostKernel.h"

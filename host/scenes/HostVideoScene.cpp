@@ -38,6 +38,19 @@ Yuv ColorAt(UINT x, UINT y, UINT frame)
     return bBlock ? kWhite : kBlack;
 }
 
+// Pairs of pixels in YUY2: two lumas and the chroma that they share.
+void WriteLine(BYTE* pPair, UINT y, UINT frame)
+{
+    for (UINT x = 0; x < HostVideoScene::kWidth; x += 2, pPair += 4)
+    {
+        const Yuv left = ColorAt(x, y, frame);
+        pPair[0] = left.m_Y;
+        pPair[1] = left.m_U;
+        pPair[2] = ColorAt(x + 1, y, frame).m_Y;
+        pPair[3] = left.m_V;
+    }
+}
+
 }  // namespace
 
 HostVideoScene::HostVideoScene() = default;
@@ -73,10 +86,7 @@ void HostVideoScene::Draw(HostDevice& device, const HostResource& primary, UINT 
 void HostVideoScene::Prepare(HostDevice& device)
 {
     m_pDevice = &device;
-    HostResourceDescription description;
-    description.m_Width = kWidth;
-    description.m_Height = kHeight;
-    description.m_Format = D3DFMT_YUY2;
+    HostResourceDescription description{.m_Width = kWidth, .m_Height = kHeight, .m_Format = D3DFMT_YUY2};
     description.m_Flags.DecodeRenderTarget = 1;
     m_pSample = std::make_unique<HostResource>(device, description);
 
@@ -97,22 +107,10 @@ void HostVideoScene::WriteFrame(HostDevice& device, UINT frame)
 {
     D3DDDIARG_LOCK lock{};
     lock.hResource = m_pSample->Handle();
-    HostCheck(device.Functions().pfnLock(device.Handle(), &lock), "pfnLock");
-    for (UINT y = 0; y < kHeight; ++y)
-    {
-        BYTE* pPair = static_cast<BYTE*>(lock.pSurfData) + size_t{y} * lock.Pitch;
-        for (UINT x = 0; x < kWidth; x += 2, pPair += 4)
-        {
-            const Yuv left = ColorAt(x, y, frame);
-            pPair[0] = left.m_Y;
-            pPair[1] = left.m_U;
-            pPair[2] = ColorAt(x + 1, y, frame).m_Y;
-            pPair[3] = left.m_V;
-        }
-    }
-    D3DDDIARG_UNLOCK unlock{};
-    unlock.hResource = m_pSample->Handle();
-    HostCheck(device.Functions().pfnUnlock(device.Handle(), &unlock), "pfnUnlock");
+    device.WithLock(lock, [frame](const D3DDDIARG_LOCK& locked) {
+        for (UINT y = 0; y < kHeight; ++y)
+            WriteLine(static_cast<BYTE*>(locked.pSurfData) + size_t{y} * locked.Pitch, y, frame);
+    });
 }
 
 void HostVideoScene::Blt(HostDevice& device, const HostResource& primary, UINT frame)
