@@ -66,15 +66,22 @@ HostSceneKind ParseScene(const std::string& text)
     throw HostError("--scene " + text + ": expected turning, fill or video");
 }
 
-// The texts of options that may be given once for each source.
-struct SourceTexts
+// What the user typed, or what stands in its place. Checked when all of it is known.
+struct Texts
 {
-    std::vector<std::string> m_Sizes;
+    // Of options that may be given once for each source.
+    std::vector<std::string> m_Sizes = {"1280x720"};
     std::vector<std::string> m_Rotations;
     std::vector<std::string> m_Scenes;
+    // Of options with one value.
+    std::string m_Frames = "120";
+    std::string m_Output;
+    std::string m_Mask = "0";
+    std::string m_Client = "TessloClientDllSample.dll";
+    std::string m_Driver = "TessloWddmUmode.dll";
 };
 
-std::vector<HostSource> MakeSources(const SourceTexts& texts)
+std::vector<HostSource> MakeSources(const Texts& texts)
 {
     std::vector<HostSource> sources;
     for (const std::string& size : texts.m_Sizes)
@@ -92,18 +99,17 @@ std::vector<HostSource> MakeSources(const SourceTexts& texts)
     return sources;
 }
 
-}  // namespace
-
-HostOptions HostParseOptions(std::vector<std::string> arguments)
+UINT ParseFrames(const std::string& text)
 {
-    CLI::App app("Runs the TessloWddmUmode display driver without its kernel-mode half: renders moving pictures on\n"
-                 "virtual monitors, presents them, and tells what reached the client library.",
-        "tesslo_host");
-    app.get_formatter()->column_width(34);
-    SourceTexts texts = {{"1280x720"}, {}, {}};
-    std::string driver = "TessloWddmUmode.dll", client = "TessloClientDllSample.dll", output, mask = "0",
-                frames = "120";
-    HostOptions options;
+    const std::string what = "--frames " + text + ": expected 1 to 1000000";
+    const UINT frames = ParseNumber(text, 10, what);
+    if (frames < 1 || frames > 1'000'000)
+        throw HostError(what);
+    return frames;
+}
+
+void AddOptions(CLI::App& app, Texts& texts, bool& bEveryFrame)
+{
     app.add_option("--source", texts.m_Sizes, "A virtual monitor's size; once for each, six at most (1280x720)")
         ->type_name("WxH")
         ->allow_extra_args(false);
@@ -116,15 +122,21 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
         ->allow_extra_args(false);
     // Where one value is wanted, the last one given wins: a script's own stand before those of its user.
     app.option_defaults()->take_last();
-    app.add_option("--frames", frames, "Frames for each source (120)")->type_name("N");
-    app.add_flag("--every-frame", options.m_bEveryFrame,
-        "Present the next frame of a source when the client library has the one before");
-    app.add_option("--out", output, "Folder that the sample client library records pictures to (none)")
+    app.add_option("--frames", texts.m_Frames, "Frames for each source (120)")->type_name("N");
+    app.add_flag(
+        "--every-frame", bEveryFrame, "Present the next frame of a source when the client library has the one before");
+    app.add_option("--out", texts.m_Output, "Folder that the sample client library records pictures to (none)")
         ->type_name("FOLDER");
-    app.add_option("--trace", mask, "The driver's trace mask; lines go to trace.log in the output folder (0)")
+    app.add_option("--trace", texts.m_Mask, "The driver's trace mask; lines go to trace.log in the output folder (0)")
         ->type_name("MASK");
-    app.add_option("--client", client, "Client library, up to 127 characters (" + client + ")")->type_name("DLL");
-    app.add_option("--driver", driver, "The driver (" + driver + ", beside this program)")->type_name("DLL");
+    app.add_option("--client", texts.m_Client, "Client library, up to 127 characters (" + texts.m_Client + ")")
+        ->type_name("DLL");
+    app.add_option("--driver", texts.m_Driver, "The driver (" + texts.m_Driver + ", beside this program)")
+        ->type_name("DLL");
+}
+
+void Parse(CLI::App& app, std::vector<std::string> arguments)
+{
     try
     {
         std::ranges::reverse(arguments);  // as the parser wants them
@@ -138,16 +150,27 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
     {
         throw HostError(error.what());
     }
+}
+
+}  // namespace
+
+HostOptions HostParseOptions(std::vector<std::string> arguments)
+{
+    CLI::App app("Runs the TessloWddmUmode display driver without its kernel-mode half: renders moving pictures on\n"
+                 "virtual monitors, presents them, and tells what reached the client library.",
+        "tesslo_host");
+    app.get_formatter()->column_width(34);
+    Texts texts;
+    HostOptions options;
+    AddOptions(app, texts, options.m_bEveryFrame);
+    Parse(app, std::move(arguments));
     options.m_Sources = MakeSources(texts);
-    const std::string framesWhat = "--frames " + frames + ": expected 1 to 1000000";
-    options.m_Frames = ParseNumber(frames, 10, framesWhat);
-    if (options.m_Frames < 1 || options.m_Frames > 1'000'000)
-        throw HostError(framesWhat);
-    options.m_Driver.m_TraceMask = ParseMask(mask);
-    options.m_Driver.m_Path = HostWide(driver);
-    options.m_Driver.m_ClientLibrary = HostWide(client);
-    options.m_Output = HostWide(output);
-    if (options.m_Driver.m_TraceMask != 0 && output.empty())
+    options.m_Frames = ParseFrames(texts.m_Frames);
+    options.m_Driver.m_TraceMask = ParseMask(texts.m_Mask);
+    options.m_Driver.m_Path = HostWide(texts.m_Driver);
+    options.m_Driver.m_ClientLibrary = HostWide(texts.m_Client);
+    options.m_Output = HostWide(texts.m_Output);
+    if (options.m_Driver.m_TraceMask != 0 && texts.m_Output.empty())
         throw HostError("--trace needs --out: the trace is written there");
     return options;
 }
