@@ -88,58 +88,58 @@ std::string FirstGuidText(const Answer& answer)
     std::copy_n(answer.Data.begin(), sizeof(guid), reinterpret_cast<BYTE*>(&guid));
     return GuidText(guid);
 }
+
+constexpr struct
+{
+    UINT Type;
+    const char* pName;
+    const char* pAnswer;                              ///< null where the bytes written say it
+    std::string (*pText)(const Answer&) = ValueText;  ///< says it
+} kQueries[] = {
+#define QUERY(name) {D3DDDICAPS_##name, #name, nullptr}
+#define QUERY_WITH(name, answer) {D3DDDICAPS_##name, #name, answer}
+    QUERY(DDRAW),
+    QUERY(DDRAW_MODE_SPECIFIC),
+    QUERY(GETFORMATCOUNT),
+    QUERY_WITH(GETFORMATDATA, "the formats below"),
+    QUERY_WITH(GETMULTISAMPLEQUALITYLEVELS, "the format as given, then zero"),
+    QUERY(GETD3DQUERYCOUNT),
+    {D3DDDICAPS_GETD3DQUERYDATA, "GETD3DQUERYDATA", nullptr, WordsText},
+    QUERY(GETD3D3CAPS),
+    QUERY(GETD3D5CAPS),
+    QUERY(GETD3D6CAPS),
+    QUERY(GETD3D7CAPS),
+    QUERY(GETD3D8CAPS),
+    QUERY_WITH(GETD3D9CAPS, "the record below"),
+    QUERY(GETDECODEGUIDCOUNT),
+    {D3DDDICAPS_GETDECODEGUIDS, "GETDECODEGUIDS", nullptr, FirstGuidText},
+    QUERY(GETDECODERTFORMATCOUNT),
+    QUERY(GETDECODERTFORMATS),
+    QUERY(GETDECODECOMPRESSEDBUFFERINFOCOUNT),
+    QUERY(GETDECODECOMPRESSEDBUFFERINFO),
+    QUERY(GETDECODECONFIGURATIONCOUNT),
+    QUERY(GETDECODECONFIGURATIONS),
+    QUERY(GETVIDEOPROCESSORDEVICEGUIDCOUNT),
+    QUERY_WITH(GETVIDEOPROCESSORDEVICEGUIDS, "the processor below"),
+    QUERY(GETVIDEOPROCESSORRTFORMATCOUNT),
+    QUERY_WITH(GETVIDEOPROCESSORRTFORMATS, "its render target formats"),
+    QUERY(GETVIDEOPROCESSORRTSUBSTREAMFORMATCOUNT),
+    QUERY_WITH(GETVIDEOPROCESSORRTSUBSTREAMFORMATS, "its substream formats"),
+    QUERY_WITH(GETVIDEOPROCESSORCAPS, "its capabilities"),
+    QUERY_WITH(GETPROCAMPRANGE, "the next of its control ranges"),
+    QUERY(FILTERPROPERTYRANGE),
+    QUERY(GETEXTENSIONGUIDCOUNT),
+    QUERY(GETEXTENSIONGUIDS),
+    QUERY(GETEXTENSIONCAPS),
+    QUERY(GETGAMMARAMPCAPS),
+    {D3DDDICAPS_GETGAMMARAMPCAPS + 1, "and every other", nullptr},
+#undef QUERY
+#undef QUERY_WITH
+};
 }  // namespace
 
 std::string QueryTable()
 {
-    static constexpr struct
-    {
-        UINT Type;
-        const char* pName;
-        const char* pAnswer;                              ///< null where the bytes written say it
-        std::string (*pText)(const Answer&) = ValueText;  ///< says it
-    } kQueries[] = {
-#define QUERY(name) {D3DDDICAPS_##name, #name, nullptr}
-#define QUERY_WITH(name, answer) {D3DDDICAPS_##name, #name, answer}
-        QUERY(DDRAW),
-        QUERY(DDRAW_MODE_SPECIFIC),
-        QUERY(GETFORMATCOUNT),
-        QUERY_WITH(GETFORMATDATA, "the formats below"),
-        QUERY_WITH(GETMULTISAMPLEQUALITYLEVELS, "the format as given, then zero"),
-        QUERY(GETD3DQUERYCOUNT),
-        {D3DDDICAPS_GETD3DQUERYDATA, "GETD3DQUERYDATA", nullptr, WordsText},
-        QUERY(GETD3D3CAPS),
-        QUERY(GETD3D5CAPS),
-        QUERY(GETD3D6CAPS),
-        QUERY(GETD3D7CAPS),
-        QUERY(GETD3D8CAPS),
-        QUERY_WITH(GETD3D9CAPS, "the record below"),
-        QUERY(GETDECODEGUIDCOUNT),
-        {D3DDDICAPS_GETDECODEGUIDS, "GETDECODEGUIDS", nullptr, FirstGuidText},
-        QUERY(GETDECODERTFORMATCOUNT),
-        QUERY(GETDECODERTFORMATS),
-        QUERY(GETDECODECOMPRESSEDBUFFERINFOCOUNT),
-        QUERY(GETDECODECOMPRESSEDBUFFERINFO),
-        QUERY(GETDECODECONFIGURATIONCOUNT),
-        QUERY(GETDECODECONFIGURATIONS),
-        QUERY(GETVIDEOPROCESSORDEVICEGUIDCOUNT),
-        QUERY_WITH(GETVIDEOPROCESSORDEVICEGUIDS, "the processor below"),
-        QUERY(GETVIDEOPROCESSORRTFORMATCOUNT),
-        QUERY_WITH(GETVIDEOPROCESSORRTFORMATS, "its render target formats"),
-        QUERY(GETVIDEOPROCESSORRTSUBSTREAMFORMATCOUNT),
-        QUERY_WITH(GETVIDEOPROCESSORRTSUBSTREAMFORMATS, "its substream formats"),
-        QUERY_WITH(GETVIDEOPROCESSORCAPS, "its capabilities"),
-        QUERY_WITH(GETPROCAMPRANGE, "the next of its control ranges"),
-        QUERY(FILTERPROPERTYRANGE),
-        QUERY(GETEXTENSIONGUIDCOUNT),
-        QUERY(GETEXTENSIONGUIDS),
-        QUERY(GETEXTENSIONCAPS),
-        QUERY(GETGAMMARAMPCAPS),
-        {D3DDDICAPS_GETGAMMARAMPCAPS + 1, "and every other", nullptr},
-#undef QUERY
-#undef QUERY_WITH
-    };
-
     const D3DDDI_ADAPTERCALLBACKS callbacks = {};
     UMDAdapter adapter(nullptr, 0, &callbacks);
     std::string table = "| type | name | result | written | answer |\n|---|---|---|---|---|\n";
