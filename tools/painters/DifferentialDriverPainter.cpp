@@ -1,25 +1,11 @@
 #include "tools/painters/DifferentialDriverPainter.h"
 
-#include <algorithm>
+#include "tools/painters/DifferentialDriverResource.h"
+
 #include <cstring>
 
 // HostCheck with the name of the entry.
 #define CALL(member, ...) HostCheck(Functions().member(Device(), __VA_ARGS__), #member)
-
-struct DifferentialDriverPainter::Resource : PainterObject
-{
-    Resource(DifferentialDriverPainter& painter, Request request);
-    ~Resource() override
-    {
-        // Answers E_FAIL, always.
-        m_Painter.Functions().pfnDestroyResource(m_Painter.Device(), m_Handle);
-    }
-
-    DifferentialDriverPainter& m_Painter;
-    Request m_Request;
-    std::vector<BYTE> m_BufferMemory;  ///< the runtime's memory of a buffer
-    HANDLE m_Handle = nullptr;
-};
 
 struct DifferentialDriverPainter::Shader : PainterObject
 {
@@ -35,41 +21,6 @@ struct DifferentialDriverPainter::Shader : PainterObject
     DeleteEntry m_pDelete;
 };
 
-DifferentialDriverPainter::Resource::Resource(DifferentialDriverPainter& painter, Request request)
-    : m_Painter(painter), m_Request(std::move(request))
-{
-    std::vector<D3DDDI_SURFACEINFO> surfaces(m_Request.m_Levels);
-    for (UINT level = 0; level < m_Request.m_Levels; ++level)
-    {
-        surfaces[level].Width = std::max(1u, m_Request.m_Width >> level);
-        surfaces[level].Height = std::max(1u, m_Request.m_Height >> level);
-        surfaces[level].Depth = 1;
-        if (level < m_Request.m_Memory.size())
-        {
-            surfaces[level].pSysMem = m_Request.m_Memory[level].m_Bytes.data();
-            surfaces[level].SysMemPitch = m_Request.m_Memory[level].Pitch();
-        }
-    }
-    const bool bBuffer = m_Request.m_Flags.VertexBuffer || m_Request.m_Flags.IndexBuffer;
-    if (bBuffer && m_Request.m_Pool == D3DDDIPOOL_SYSTEMMEM)
-    {
-        m_BufferMemory.resize(m_Request.m_Width);
-        surfaces[0].pSysMem = m_BufferMemory.data();
-        surfaces[0].SysMemPitch = m_Request.m_Width;
-    }
-    D3DDDIARG_CREATERESOURCE arg{};
-    arg.Format = static_cast<D3DDDIFORMAT>(m_Request.m_Format);
-    arg.Pool = m_Request.m_Pool;
-    arg.pSurfList = surfaces.data();
-    arg.SurfCount = m_Request.m_Levels;
-    arg.MipLevels = m_Request.m_Levels;
-    arg.hResource = this;
-    arg.Flags = m_Request.m_Flags;
-    arg.Rotation = D3DDDI_ROTATION_IDENTITY;
-    HostCheck(painter.Functions().pfnCreateResource(painter.Device(), &arg), "pfnCreateResource");
-    m_Handle = arg.hResource;
-}
-
 DifferentialDriverPainter::DifferentialDriverPainter()
     : m_Session({L"TessloWddmUmode.dll", L"TessloClientDllSample.dll", 0})
 {
@@ -77,20 +28,20 @@ DifferentialDriverPainter::DifferentialDriverPainter()
 
 HANDLE DifferentialDriverPainter::Handle(PainterObject& object)
 {
-    if (auto* pResource = dynamic_cast<Resource*>(&object))
+    if (auto* pResource = dynamic_cast<DifferentialDriverResource*>(&object))
         return pResource->m_Handle;
     return dynamic_cast<Shader&>(object).m_Handle;
 }
 
-PainterHandle DifferentialDriverPainter::Create(Request request)
+PainterHandle DifferentialDriverPainter::Create(DifferentialDriverRequest request)
 {
-    return std::make_unique<Resource>(*this, std::move(request));
+    return std::make_unique<DifferentialDriverResource>(Host(), std::move(request));
 }
 
 PainterHandle DifferentialDriverPainter::CreateSurface(
     PainterSurface kind, UINT width, UINT height, D3DFORMAT format, UINT levels)
 {
-    Request request;
+    DifferentialDriverRequest request;
     request.m_Width = width;
     request.m_Height = height;
     request.m_Format = format;
@@ -102,7 +53,7 @@ PainterHandle DifferentialDriverPainter::CreateSurface(
 
 PainterHandle DifferentialDriverPainter::CreatePrimary(UINT width, UINT height)
 {
-    Request request;
+    DifferentialDriverRequest request;
     request.m_Width = width;
     request.m_Height = height;
     request.m_Format = D3DFMT_X8R8G8B8;
@@ -113,7 +64,7 @@ PainterHandle DifferentialDriverPainter::CreatePrimary(UINT width, UINT height)
 
 PainterHandle DifferentialDriverPainter::CreateDepth(UINT width, UINT height, D3DFORMAT format)
 {
-    Request request;
+    DifferentialDriverRequest request;
     request.m_Width = width;
     request.m_Height = height;
     request.m_Format = format;
@@ -123,7 +74,7 @@ PainterHandle DifferentialDriverPainter::CreateDepth(UINT width, UINT height, D3
 
 PainterHandle DifferentialDriverPainter::CreateMemorySurface(const DifferentialPicture& picture)
 {
-    Request request;
+    DifferentialDriverRequest request;
     request.m_Width = picture.m_Width;
     request.m_Height = picture.m_Height;
     request.m_Format = picture.m_Format;
@@ -134,7 +85,7 @@ PainterHandle DifferentialDriverPainter::CreateMemorySurface(const DifferentialP
 
 PainterHandle DifferentialDriverPainter::CreateMemoryTexture(std::span<const DifferentialPicture> levels)
 {
-    Request request;
+    DifferentialDriverRequest request;
     request.m_Width = levels[0].m_Width;
     request.m_Height = levels[0].m_Height;
     request.m_Format = levels[0].m_Format;
@@ -145,7 +96,7 @@ PainterHandle DifferentialDriverPainter::CreateMemoryTexture(std::span<const Dif
     return Create(std::move(request));
 }
 
-PainterHandle DifferentialDriverPainter::CreateBuffer(Request request, std::span<const BYTE> content)
+PainterHandle DifferentialDriverPainter::CreateBuffer(DifferentialDriverRequest request, std::span<const BYTE> content)
 {
     request.m_Width = static_cast<UINT>(content.size());
     PainterHandle pBuffer = Create(std::move(request));
@@ -153,17 +104,14 @@ PainterHandle DifferentialDriverPainter::CreateBuffer(Request request, std::span
     lock.hResource = Handle(*pBuffer);
     lock.Range = {0, static_cast<UINT>(content.size())};
     lock.Flags.RangeValid = 1;
-    CALL(pfnLock, &lock);
-    std::memcpy(lock.pSurfData, content.data(), content.size());
-    D3DDDIARG_UNLOCK unlock{};
-    unlock.hResource = lock.hResource;
-    CALL(pfnUnlock, &unlock);
+    Host().WithLock(lock,
+        [content](const D3DDDIARG_LOCK& locked) { std::memcpy(locked.pSurfData, content.data(), content.size()); });
     return pBuffer;
 }
 
 PainterHandle DifferentialDriverPainter::CreateVertexBuffer(PainterMemory memory, std::span<const BYTE> content)
 {
-    Request request;
+    DifferentialDriverRequest request;
     request.m_Format = D3DFMT_VERTEXDATA;
     request.m_Pool = memory == PainterMemory::System ? D3DDDIPOOL_SYSTEMMEM : D3DDDIPOOL_VIDEOMEMORY;
     request.m_Flags.VertexBuffer = 1;
@@ -172,7 +120,7 @@ PainterHandle DifferentialDriverPainter::CreateVertexBuffer(PainterMemory memory
 
 PainterHandle DifferentialDriverPainter::CreateIndexBuffer(D3DFORMAT format, std::span<const BYTE> content)
 {
-    Request request;
+    DifferentialDriverRequest request;
     request.m_Format = format;
     request.m_Flags.IndexBuffer = 1;
     return CreateBuffer(std::move(request), content);
@@ -323,7 +271,7 @@ void DifferentialDriverPainter::SetStreamBuffer(PainterObject& buffer, UINT offs
 
 void DifferentialDriverPainter::SetIndices(PainterObject& buffer)
 {
-    const UINT stride = static_cast<Resource&>(buffer).m_Request.m_Format == D3DFMT_INDEX16 ? 2 : 4;
+    const UINT stride = static_cast<DifferentialDriverResource&>(buffer).m_Request.m_Format == D3DFMT_INDEX16 ? 2 : 4;
     const D3DDDIARG_SETINDICES arg = {Handle(buffer), stride};
     CALL(pfnSetIndices, &arg);
 }
@@ -397,8 +345,8 @@ void DifferentialDriverPainter::Clear(
 
 DifferentialPicture DifferentialDriverPainter::ReadBack(PainterObject& object)
 {
-    auto& resource = static_cast<Resource&>(object);
-    const Request& request = resource.m_Request;
+    auto& resource = static_cast<DifferentialDriverResource&>(object);
+    const DifferentialDriverRequest& request = resource.m_Request;
     // The driver writes a texture of system memory back into the runtime's memory.
     if (request.m_Pool == D3DDDIPOOL_SYSTEMMEM && request.m_Flags.Texture)
         return request.m_Memory[0];
@@ -415,11 +363,10 @@ DifferentialPicture DifferentialDriverPainter::ReadBack(PainterObject& object)
         lock.hResource = Handle(*pCopy);
     }
     lock.Flags.ReadOnly = 1;
-    CALL(pfnLock, &lock);
-    for (UINT y = 0; y < picture.m_Height; ++y)
-        std::memcpy(picture.Row(y), static_cast<const BYTE*>(lock.pSurfData) + size_t{y} * lock.Pitch, picture.Pitch());
-    D3DDDIARG_UNLOCK unlock{};
-    unlock.hResource = lock.hResource;
-    CALL(pfnUnlock, &unlock);
+    Host().WithLock(lock, [&picture](const D3DDDIARG_LOCK& locked) {
+        for (UINT y = 0; y < picture.m_Height; ++y)
+            std::memcpy(
+                picture.Row(y), static_cast<const BYTE*>(locked.pSurfData) + size_t{y} * locked.Pitch, picture.Pitch());
+    });
     return picture;
 }

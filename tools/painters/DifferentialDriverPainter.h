@@ -5,6 +5,8 @@
 
 #include "host/runtime/HostSession.h"
 
+struct DifferentialDriverRequest;
+
 class DifferentialDriverPainter : public Painter
 {
 public:
@@ -23,23 +25,10 @@ public:
 #include "tools/painters/DifferentialPainterOperations.inc"
 
 private:
-    struct Resource;
     struct Shader;
 
-    /// What a resource is made from; like the runtime's record, with the memory of the sub-resources.
-    struct Request
-    {
-        UINT m_Width = 0;
-        UINT m_Height = 1;
-        UINT m_Format = D3DFMT_UNKNOWN;
-        UINT m_Levels = 1;
-        D3DDDI_POOL m_Pool = D3DDDIPOOL_VIDEOMEMORY;
-        D3DDDI_RESOURCEFLAGS m_Flags{};
-        std::vector<DifferentialPicture> m_Memory;  ///< one a level of what lies in system memory
-    };
-
-    PainterHandle Create(Request request);
-    PainterHandle CreateBuffer(Request request, std::span<const BYTE> content);
+    PainterHandle Create(DifferentialDriverRequest request);
+    PainterHandle CreateBuffer(DifferentialDriverRequest request, std::span<const BYTE> content);
 
     HostSession m_Session;
 };
