@@ -1,8 +1,8 @@
 // Video-processing blits through the six entries, on the platform's own service: pictures against pictures.
 
-#include "HostSession.h"
 #include "PlainVideo.h"
 #include "VideoCalls.h"
+#include "host/runtime/HostSession.h"
 
 #include <gtest/gtest.h>
 

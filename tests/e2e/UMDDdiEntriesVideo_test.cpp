@@ -1,10 +1,10 @@
 // The six video-process entries of the DLL, on a stand-in for the platform's video service.
 
 #include "FakeDxva2.h"
-#include "HostSession.h"
 #include "ImportPatch.h"
 #include "TraceLines.h"
 #include "VideoCalls.h"
+#include "host/runtime/HostSession.h"
 
 #include <gtest/gtest.h>
 
