@@ -5,6 +5,20 @@
 #include "util/UMDModuleExport.h"
 #include "util/UMDUtilDebugTrace.h"
 
+namespace
+{
+/// Looks up one export of the client library. @param pFailed takes the last error.
+template <typename Function>
+bool LookUp(HMODULE hClientDll, const char* pName, Function* ppFunction, const wchar_t* pFailed)
+{
+    *ppFunction = UMDModuleExport<Function>(hClientDll, pName);
+    if (*ppFunction)
+        return true;
+    UMD_TRACE(UMDTRACE_ERROR, pFailed, GetLastError());
+    return false;
+}
+}  // namespace
+
 UMDThreadFrameBuffer::UMDThreadFrameBuffer()
     : m_hEventFrameBufferAvailable(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_bInit(false), m_bExit(false),
@@ -176,29 +190,13 @@ bool UMDThreadFrameBuffer::InternalProcessNewestFrame(void** ppConnection, bool*
 bool UMDThreadFrameBuffer::InternalInitializeConnection(void** ppConnection, UINT VidPnSourceId)
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::InternalInitializeConnection\n");
-    m_TessloVirtualMonitorPlug = UMDModuleExport<TessloVirtualMonitorPlugFunction>(m_hClientDll, TESSLO_CLIENT_PLUG);
-    if (!m_TessloVirtualMonitorPlug)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! %d\n",
-            GetLastError());
+    if (!LookUp(m_hClientDll, TESSLO_CLIENT_PLUG, &m_TessloVirtualMonitorPlug,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! %d\n") ||
+        !LookUp(m_hClientDll, TESSLO_CLIENT_UNPLUG, &m_TessloVirtualMonitorUnplug,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! %d\n") ||
+        !LookUp(m_hClientDll, TESSLO_CLIENT_UPDATE, &m_TessloVirtualMonitorUpdate,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! %d\n"))
         return false;
-    }
-    m_TessloVirtualMonitorUnplug =
-        UMDModuleExport<TessloVirtualMonitorUnplugFunction>(m_hClientDll, TESSLO_CLIENT_UNPLUG);
-    if (!m_TessloVirtualMonitorUnplug)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! %d\n",
-            GetLastError());
-        return false;
-    }
-    m_TessloVirtualMonitorUpdate =
-        UMDModuleExport<TessloVirtualMonitorUpdateFunction>(m_hClientDll, TESSLO_CLIENT_UPDATE);
-    if (!m_TessloVirtualMonitorUpdate)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! %d\n",
-            GetLastError());
-        return false;
-    }
     if (!m_TessloVirtualMonitorPlug(ppConnection, VidPnSourceId))
     {
         UMD_TRACE(UMDTRACE_ERROR,

@@ -3,6 +3,7 @@
 #include "device/UMDDdiDevice.h"
 #include "output/UMDImgProc.h"
 #include "resources/UMDSurfaceCopy.h"
+#include "resources/UMDSurfaceList.h"
 #include "util/UMDUtilDebugTrace.h"
 
 #include <algorithm>
@@ -25,6 +26,29 @@ IDirect3DSurface9* UMDRscRenderTargetCapable::GetSurface(UINT, UINT)
 HRESULT UMDRscRenderTargetCapable::Blt(const RECT*, UMDRscBase*, const RECT*)
 {
     return E_NOTIMPL;
+}
+
+void UMDRscRenderTargetCapable::InternalTakeCreate(const D3DDDIARG_CREATERESOURCE* pCreate, D3DPOOL pool)
+{
+    const D3DDDI_SURFACEINFO surface = UMDFirstSurface(pCreate);
+    m_bIsRenderTarget = pCreate->Flags.RenderTarget;
+    m_bIsPrimary = pCreate->Flags.Primary;
+    m_bIsSharedResource = pCreate->Flags.SharedResource;
+    m_Width = surface.Width;
+    m_Height = surface.Height;
+    m_Format = pCreate->Format;
+    m_Pool = pool;
+}
+
+HRESULT UMDRscRenderTargetCapable::InternalDescribe(IDirect3DSurface9* pFirst, D3DSURFACE_DESC* pFirstDesc,
+    IDirect3DSurface9* pSecond, D3DSURFACE_DESC* pSecondDesc, const wchar_t* pFailed)
+{
+    HRESULT hr = pFirst->GetDesc(pFirstDesc);
+    if (SUCCEEDED(hr))
+        hr = pSecond->GetDesc(pSecondDesc);
+    if (FAILED(hr))
+        return UMDFail(hr, pFailed, hr);
+    return S_OK;
 }
 
 HRESULT UMDRscRenderTargetCapable::InternalCopyFrom(

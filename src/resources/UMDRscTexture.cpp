@@ -10,15 +10,7 @@ UMDRscTexture::UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3
       m_Levels(UMDSurfaceCount(pCreate)), m_Usage(traits.Usage), m_pSurfList(UMDCopySurfaceList(pCreate)),
       m_SurfCount(UMDSurfaceCount(pCreate)), m_bLocked(false), m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
 {
-    m_bIsRenderTarget = pCreate->Flags.RenderTarget;
-    m_bIsPrimary = pCreate->Flags.Primary;
-    m_bIsSharedResource = pCreate->Flags.SharedResource;
-
-    const D3DDDI_SURFACEINFO surface = UMDFirstSurface(pCreate);
-    m_Width = surface.Width;
-    m_Height = surface.Height;
-    m_Format = pCreate->Format;
-    m_Pool = traits.Pool;
+    InternalTakeCreate(pCreate, traits.Pool);
 }
 
 UMDRscTexture::UMDRscTexture(
@@ -222,14 +214,11 @@ HRESULT UMDRscTexture::WriteToDelegated(UINT level, const RECT* pRect)
     if (!memory.pSysMem)
         return S_OK;
 
-    IDirect3DSurface9* pSurface = GetSurface(0, level);
-    D3DLOCKED_RECT locked = {};
-    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::WriteToDelegated LockRect failed! 0x%x\n", hr);
-    UMDCopyToLocked(locked, memory, level == 0 ? pRect : nullptr, m_BytesPerPixel);
-    if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::WriteToDelegated UnlockRect failed! 0x%x\n", hr);
-    return S_OK;
+    static constexpr UMDLockTexts kTexts = {L"UMDRscTexture::WriteToDelegated LockRect failed! 0x%x\n",
+        L"UMDRscTexture::WriteToDelegated UnlockRect failed! 0x%x\n"};
+    return UMDCopyLocked(GetSurface(0, level), kTexts, [&](const D3DLOCKED_RECT& locked) {
+        UMDCopyToLocked(locked, memory, level == 0 ? pRect : nullptr, m_BytesPerPixel);
+    });
 }
 
 HRESULT UMDRscTexture::WriteFromDelegated(UINT level)
@@ -241,12 +230,8 @@ HRESULT UMDRscTexture::WriteFromDelegated(UINT level)
     if (!memory.pSysMem)
         return S_OK;
 
-    IDirect3DSurface9* pSurface = GetSurface(0, level);
-    D3DLOCKED_RECT locked = {};
-    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::WriteFromDelegated LockRect failed! 0x%x\n", hr);
-    UMDCopyFromLocked(memory, locked, m_BytesPerPixel);
-    if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::WriteFromDelegated UnlockRect failed! 0x%x\n", hr);
-    return S_OK;
+    static constexpr UMDLockTexts kTexts = {L"UMDRscTexture::WriteFromDelegated LockRect failed! 0x%x\n",
+        L"UMDRscTexture::WriteFromDelegated UnlockRect failed! 0x%x\n"};
+    return UMDCopyLocked(GetSurface(0, level), kTexts,
+        [&](const D3DLOCKED_RECT& locked) { UMDCopyFromLocked(memory, locked, m_BytesPerPixel); });
 }

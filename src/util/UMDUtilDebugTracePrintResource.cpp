@@ -43,6 +43,19 @@ constexpr const wchar_t* kResourceFlagNames[32] = {
     L"RestrictSharedAccess",
 };
 
+/// Lines of the types that have a name here, UMDRESOURCETYPE_UNKNOWN first.
+constexpr const wchar_t* kTypeTexts[] = {
+    L"   Unknown\n",
+    L"   Shared\n",
+    L"   ZBuffer\n",
+    L"   IndexBuffer\n",
+    L"   VertexBuffer\n",
+    L"   RenderTarget\n",
+    L"   Texture\n",
+    L"   CubeTexture\n",
+};
+static_assert(ARRAYSIZE(kTypeTexts) == UMDRESOURCETYPE_CUBETEXTURE + 1);
+
 const wchar_t* PoolName(D3DDDI_POOL pool)
 {
     switch (pool)
@@ -90,35 +103,8 @@ void UMDUtilDebugTracePrintSurface(UINT index, const D3DDDI_SURFACEINFO& surface
 
 void UMDUtilDebugTracePrintResourceType(UMDRESOURCETYPE type)
 {
-    switch (type)
-    {
-    case UMDRESOURCETYPE_UNKNOWN:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   Unknown\n");
-        break;
-    case UMDRESOURCETYPE_SHARED:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   Shared\n");
-        break;
-    case UMDRESOURCETYPE_ZBUFFER:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   ZBuffer\n");
-        break;
-    case UMDRESOURCETYPE_INDEXBUFFER:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   IndexBuffer\n");
-        break;
-    case UMDRESOURCETYPE_VERTEXBUFFER:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   VertexBuffer\n");
-        break;
-    case UMDRESOURCETYPE_RENDERTARGET:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   RenderTarget\n");
-        break;
-    case UMDRESOURCETYPE_TEXTURE:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   Texture\n");
-        break;
-    case UMDRESOURCETYPE_CUBETEXTURE:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   CubeTexture\n");
-        break;
-    default:
-        break;
-    }
+    if (type < ARRAYSIZE(kTypeTexts))
+        UMD_TRACE(UMDTRACE_RESOURCE, kTypeTexts[type]);
 }
 
 void UMDUtilDebugTracePrintCreateResource(const D3DDDIARG_CREATERESOURCE* pCreateResource)

@@ -5,7 +5,18 @@
 
 namespace
 {
-constexpr UINT kHandleLevel = UMDTRACE_DDI | UMDTRACE_RESOURCE;
+/// Has an object made for a request and gives the runtime its handle. @param pText takes the handle's low 32 bits.
+template <typename Request>
+HRESULT HandOut(UMDDdiDevice* pDevice, Request* pRequest,
+    HRESULT (*pMake)(UMDDdiDevice*, const Request*, std::unique_ptr<UMDRscBase>*), const wchar_t* pText)
+{
+    std::unique_ptr<UMDRscBase> pResource;
+    if (HRESULT hr = pMake(pDevice, pRequest, &pResource); FAILED(hr))
+        return hr;
+    pRequest->hResource = ToHandle(pResource.release());
+    UMD_TRACE(UMDTRACE_DDI | UMDTRACE_RESOURCE, pText, UMDLow32(pRequest->hResource));
+    return S_OK;
+}
 
 /// The D3DLOCK flags of a lock; the other flags have no counterpart on the delegated device.
 DWORD DelegatedLockFlags(D3DDDI_LOCKFLAGS flags)
@@ -17,22 +28,12 @@ DWORD DelegatedLockFlags(D3DDDI_LOCKFLAGS flags)
 
 HRESULT UMDDdiDevice::CreateResource(D3DDDIARG_CREATERESOURCE* pCreate)
 {
-    std::unique_ptr<UMDRscBase> pResource;
-    if (HRESULT hr = UMDRscFactoryCreate(this, pCreate, &pResource); FAILED(hr))
-        return hr;
-    pCreate->hResource = ToHandle(pResource.release());
-    UMD_TRACE(kHandleLevel, L"   Handle: 0x%x\n", UMDLow32(pCreate->hResource));
-    return S_OK;
+    return HandOut(this, pCreate, UMDRscFactoryCreate, L"   Handle: 0x%x\n");
 }
 
 HRESULT UMDDdiDevice::OpenResource(D3DDDIARG_OPENRESOURCE* pOpen)
 {
-    std::unique_ptr<UMDRscBase> pResource;
-    if (HRESULT hr = UMDRscFactoryOpen(this, pOpen, &pResource); FAILED(hr))
-        return hr;
-    pOpen->hResource = ToHandle(pResource.release());
-    UMD_TRACE(kHandleLevel, L"   Handle:0x%x\n", UMDLow32(pOpen->hResource));
-    return S_OK;
+    return HandOut(this, pOpen, UMDRscFactoryOpen, L"   Handle:0x%x\n");
 }
 
 HRESULT UMDDdiDevice::Lock(D3DDDIARG_LOCK* pLock)

@@ -81,22 +81,36 @@ HRESULT CreateShader(UMDDdiDevice* pDevice, HANDLE* phShader, const CreateTexts&
     return S_OK;
 }
 
-/// Releases what the object holds, and frees it. Null is nothing to delete.
+/// Releases what the object holds, and frees it. Null is nothing to delete. @return S_OK, always.
 template <typename Shader>
-void DeleteShader(Shader* pFreed, void (Shader::*pDelete)())
+HRESULT DeleteShader(Shader* pFreed, void (Shader::*pDelete)(), const wchar_t* pLeave)
 {
     if (const std::unique_ptr<Shader> pShader{pFreed})
         (pShader.get()->*pDelete)();
+    UMD_TRACE(UMDTRACE_LEAVE, pLeave);
+    return S_OK;
 }
 
-/// Binds a vertex shader or declaration. One that cannot be bound is freed: the runtime does not use it again.
-HRESULT SetOrFree(UMDShaderVertex* pShader, HRESULT (UMDShaderVertex::*pSet)(), const wchar_t* pFailed)
+/// What binding a vertex shader or declaration prints.
+struct SetTexts
 {
-    const HRESULT hr = (pShader->*pSet)();
-    if (SUCCEEDED(hr))
-        return hr;
-    const std::unique_ptr<UMDShaderVertex> pFreed(pShader);
-    return UMDFail(hr, pFailed, hr);
+    const wchar_t* pFailed;  ///< takes the result
+    const wchar_t* pLeave;
+};
+
+/// Binds a vertex shader or declaration; null leaves what is bound. One that cannot be bound is freed: the runtime does
+/// not use it again.
+HRESULT SetOrFree(UMDShaderVertex* pShader, HRESULT (UMDShaderVertex::*pSet)(), const SetTexts& texts)
+{
+    if (!pShader)
+        return S_OK;
+    if (HRESULT hr = (pShader->*pSet)(); FAILED(hr))
+    {
+        const std::unique_ptr<UMDShaderVertex> pFreed(pShader);
+        return UMDFail(hr, texts.pFailed, hr);
+    }
+    UMD_TRACE(UMDTRACE_LEAVE, texts.pLeave);
+    return S_OK;
 }
 }  // namespace
 
@@ -112,9 +126,7 @@ HRESULT UMDDdiDevice::CreatePixelShader(D3DDDIARG_CREATEPIXELSHADER* pCreate, co
 HRESULT UMDDdiDevice::DeletePixelShader(HANDLE hPixelShader)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DeletePixelShader\n");
-    DeleteShader(ToShaderPixel(hPixelShader), &UMDShaderPixel::Delete);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::DeletePixelShader\n");
-    return S_OK;
+    return DeleteShader(ToShaderPixel(hPixelShader), &UMDShaderPixel::Delete, L"<<< UMDDdiDevice::DeletePixelShader\n");
 }
 
 HRESULT UMDDdiDevice::SetPixelShader(HANDLE hPixelShader)
@@ -163,22 +175,16 @@ HRESULT UMDDdiDevice::CreateVertexShaderFunc(D3DDDIARG_CREATEVERTEXSHADERFUNC* p
 HRESULT UMDDdiDevice::DeleteVertexShaderFunc(HANDLE hVertexShaderFunc)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DeleteVertexShaderFunc\n");
-    DeleteShader(ToShaderVertex(hVertexShaderFunc), &UMDShaderVertex::Delete);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::DeleteVertexShaderFunc\n");
-    return S_OK;
+    return DeleteShader(
+        ToShaderVertex(hVertexShaderFunc), &UMDShaderVertex::Delete, L"<<< UMDDdiDevice::DeleteVertexShaderFunc\n");
 }
 
 HRESULT UMDDdiDevice::SetVertexShaderFunc(HANDLE hVertexShaderFunc)
 {
+    static constexpr SetTexts kTexts = {
+        L"UMDDdiDevice::SetVertexShaderFunc Set failed! 0x%x\n", L"<<< UMDDdiDevice::SetVertexShaderFunc\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetVertexShaderFunc\n");
-    if (!hVertexShaderFunc)
-        return S_OK;
-    if (HRESULT hr = SetOrFree(ToShaderVertex(hVertexShaderFunc), &UMDShaderVertex::Set,
-            L"UMDDdiDevice::SetVertexShaderFunc Set failed! 0x%x\n");
-        FAILED(hr))
-        return hr;
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetVertexShaderFunc\n");
-    return S_OK;
+    return SetOrFree(ToShaderVertex(hVertexShaderFunc), &UMDShaderVertex::Set, kTexts);
 }
 
 HRESULT UMDDdiDevice::CreateVertexShaderDecl(
@@ -201,23 +207,17 @@ HRESULT UMDDdiDevice::CreateVertexShaderDecl(
 HRESULT UMDDdiDevice::DeleteVertexShaderDecl(HANDLE hVertexShaderDecl)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DeleteVertexShaderDecl\n");
-    DeleteShader(ToShaderVertex(hVertexShaderDecl), &UMDShaderVertex::DeleteDecl);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::DeleteVertexShaderDecl\n");
-    return S_OK;
+    return DeleteShader(
+        ToShaderVertex(hVertexShaderDecl), &UMDShaderVertex::DeleteDecl, L"<<< UMDDdiDevice::DeleteVertexShaderDecl\n");
 }
 
 HRESULT UMDDdiDevice::SetVertexShaderDecl(HANDLE hVertexShaderDecl)
 {
+    // The first text names the function's setter.
+    static constexpr SetTexts kTexts = {
+        L"UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x%x\n", L"<<< UMDDdiDevice::SetVertexShaderDecl\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetVertexShaderDecl\n");
-    if (!hVertexShaderDecl)
-        return S_OK;
-    // The text names the function's setter.
-    if (HRESULT hr = SetOrFree(ToShaderVertex(hVertexShaderDecl), &UMDShaderVertex::SetDecl,
-            L"UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x%x\n");
-        FAILED(hr))
-        return hr;
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetVertexShaderDecl\n");
-    return S_OK;
+    return SetOrFree(ToShaderVertex(hVertexShaderDecl), &UMDShaderVertex::SetDecl, kTexts);
 }
 
 HRESULT UMDDdiDevice::SetVertexShaderConst(const D3DDDIARG_SETVERTEXSHADERCONST* pSetConst, const void* pData)
