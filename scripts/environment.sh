@@ -98,6 +98,15 @@ build_all()
     run_logged build cmake --build --preset "$TESSLO_PRESET"
 }
 
+# What needs no Windows, for this machine and under the sanitizers: ./test alone asks for it.
+build_native()
+{
+    say "building (native)"
+    cd "$TESSLO_ROOT"
+    run_logged configure-native cmake --preset native
+    run_logged build-native cmake --build --preset native
+}
+
 stop_environment()
 {
     if [[ -n ${WINEPREFIX:-} ]]; then
