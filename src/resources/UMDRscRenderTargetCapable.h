@@ -50,6 +50,17 @@ public:
     bool IsRenderTarget() const { return m_bIsRenderTarget; }
 
 protected:
+    /// What a class says when its pixels do not reach the allocation.
+    struct CopyFromTexts
+    {
+        const wchar_t* pNoAllocation;
+        const wchar_t* pLockFailed;    ///< takes the result
+        const wchar_t* pUnlockFailed;  ///< takes the result
+    };
+    /// CopyFrom for every class.
+    HRESULT InternalCopyFrom(
+        const CopyFromTexts& texts, const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch);
+
     /// Gives the kernel-mode allocation back, once, if it was ever asked for.
     void InternalReleaseAllocation();
 

@@ -123,19 +123,10 @@ IDirect3DSurface9* UMDRscSurface::GetSurface(UINT, UINT)
 
 HRESULT UMDRscSurface::CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch)
 {
-    if (!m_hAllocation)
-        return UMDFail(E_FAIL, L"UMDRscSurface::CopyFrom m_hAllocation is NULL\n");
-    void* pData = nullptr;
-    if (HRESULT hr = KernelModeLockCb(&pData); FAILED(hr))
-        return UMDFail(hr, L"UMDRscSurface::CopyFrom KernelModeLockCb failed! 0x%x\n", hr);
-
-    UMDImgProcCopy(static_cast<BYTE*>(pData), m_Width * bytesPerPixel, pSrc, srcPitch,
-        UMDFittingPixels(std::min(width, m_Width), srcPitch, bytesPerPixel), std::min(height, m_Height), bytesPerPixel);
-
-    const HRESULT hr = KernelModeUnlockCb();
-    if (FAILED(hr))
-        UMDFail(hr, L"UMDRscSurface::CopyFrom KernelModeUnlockCb failed! 0x%x\n", hr);
-    return hr;
+    static constexpr CopyFromTexts kTexts = {L"UMDRscSurface::CopyFrom m_hAllocation is NULL\n",
+        L"UMDRscSurface::CopyFrom KernelModeLockCb failed! 0x%x\n",
+        L"UMDRscSurface::CopyFrom KernelModeUnlockCb failed! 0x%x\n"};
+    return InternalCopyFrom(kTexts, pSrc, width, height, bytesPerPixel, srcPitch);
 }
 
 HRESULT UMDRscSurface::CopyTo(BYTE* pDst, UINT width, UINT height, UINT bytesPerPixel, UINT dstPitch)

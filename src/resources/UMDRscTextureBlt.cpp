@@ -133,9 +133,9 @@ HRESULT UMDRscTexture::InternalBltFallback(const RECT* pSrcRect, IDirect3DSurfac
         reinterpret_cast<const BYTE*>(srcAddress), static_cast<UINT>(src.Pitch), width, height, m_BytesPerPixel);
 
     if (HRESULT hr = pSrcSurface->UnlockRect(); FAILED(hr))
-        UMDFail(hr, L"UMDRscTexture::Blt UnlockRect SRC failed! 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscTexture::Blt UnlockRect SRC failed! 0x%x\n", hr);
     if (HRESULT hr = pDstSurface->UnlockRect(); FAILED(hr))
-        UMDFail(hr, L"UMDRscTexture::Blt UnlockRect DST failed! 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscTexture::Blt UnlockRect DST failed! 0x%x\n", hr);
     return E_FAIL;
 }
 

@@ -1,18 +1,62 @@
 #include "device/UMDDdiDevice.h"
+#include "resources/UMDRscFactory.h"
 #include "resources/UMDRscVertexBuffer.h"
 #include "util/UMDUtilDebugTrace.h"
+
+namespace
+{
+constexpr UINT kHandleLevel = UMDTRACE_DDI | UMDTRACE_RESOURCE;
+
+/// The D3DLOCK flags of a lock; the other flags have no counterpart on the delegated device.
+DWORD DelegatedLockFlags(D3DDDI_LOCKFLAGS flags)
+{
+    return (flags.ReadOnly ? D3DLOCK_READONLY : 0) | (flags.NoOverwrite ? D3DLOCK_NOOVERWRITE : 0) |
+           (flags.Discard ? D3DLOCK_DISCARD : 0) | (flags.DoNotWait ? D3DLOCK_DONOTWAIT : 0);
+}
+}  // namespace
+
+HRESULT UMDDdiDevice::CreateResource(D3DDDIARG_CREATERESOURCE* pCreate)
+{
+    std::unique_ptr<UMDRscBase> pResource;
+    if (HRESULT hr = UMDRscFactoryCreate(this, pCreate, &pResource); FAILED(hr))
+        return hr;
+    pCreate->hResource = ToHandle(pResource.release());
+    UMD_TRACE(kHandleLevel, L"   Handle: 0x%x\n", UMDLow32(pCreate->hResource));
+    return S_OK;
+}
+
+HRESULT UMDDdiDevice::OpenResource(D3DDDIARG_OPENRESOURCE* pOpen)
+{
+    std::unique_ptr<UMDRscBase> pResource;
+    if (HRESULT hr = UMDRscFactoryOpen(this, pOpen, &pResource); FAILED(hr))
+        return hr;
+    pOpen->hResource = ToHandle(pResource.release());
+    UMD_TRACE(kHandleLevel, L"   Handle:0x%x\n", UMDLow32(pOpen->hResource));
+    return S_OK;
+}
+
+HRESULT UMDDdiDevice::Lock(D3DDDIARG_LOCK* pLock)
+{
+    return ToResource(pLock->hResource)
+        ->Lock(pLock->Flags.AreaValid, pLock->Range.Offset, pLock->Range.Size, &pLock->pSurfData, &pLock->Pitch,
+            DelegatedLockFlags(pLock->Flags));
+}
+
+HRESULT UMDDdiDevice::Unlock(const D3DDDIARG_UNLOCK* pUnlock)
+{
+    return ToResource(pUnlock->hResource)->Unlock();
+}
 
 HRESULT UMDDdiDevice::DestroyResource(HANDLE hResource)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DestroyResource hSrcResource:0x%x\n", UMDLow32(hResource));
-    UMDRscBase* pResource = ToResource(hResource);
+    const std::unique_ptr<UMDRscBase> pResource(ToResource(hResource));
     if (!pResource)
         return E_FAIL;
     if (pResource->GetType() == UMDRESOURCETYPE_RENDERTARGET)
         InternalForgetPrimary(hResource);
-    InternalForgetStreamSource0(pResource);
+    InternalForgetStreamSource0(pResource.get());
     pResource->Destroy();
-    delete pResource;
     // The runtime is told of a failure always, and does not mind.
     return E_FAIL;
 }

@@ -1,0 +1,333 @@
+// The sample client library, called as the driver calls it.
+#include "ImportPatch.h"
+#include "PngImage.h"
+#include "SamePixels.h"
+#include "SampleClient.h"
+#include "TemporaryFolder.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <thread>
+
+#include "host/program/HostTraceFile.h"
+#include <gtest/gtest.h>
+#include <tlhelp32.h>
+
+namespace
+{
+
+/// A picture in which no two pixels of a small neighbourhood are alike.
+HostImage Pattern(UINT width, UINT height, UINT seed)
+{
+    HostImage image(width, height);
+    for (UINT i = 0; i < image.m_Pixels.size(); ++i)
+        image.m_Pixels[i] = (i * 2654435761u + seed * 40503u) >> 8;
+    return image;
+}
+
+UINT ThreadCount()
+{
+    const HANDLE hSnapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof(entry);
+    UINT count = 0;
+    for (BOOL bMore = Thread32First(hSnapshot, &entry); bMore; bMore = Thread32Next(hSnapshot, &entry))
+        count += entry.th32OwnerProcessID == GetCurrentProcessId();
+    CloseHandle(hSnapshot);
+    return count;
+}
+
+using WriteFileFunction = BOOL(WINAPI*)(HANDLE, LPCVOID, DWORD, LPDWORD, LPOVERLAPPED);
+WriteFileFunction g_pWriteFile;
+HANDLE g_hGate;     // the disk answers while it is set
+HANDLE g_hEntered;  // somebody waits for the disk
+
+BOOL WINAPI WriteFileBehindGate(HANDLE hFile, LPCVOID pData, DWORD size, LPDWORD pWritten, LPOVERLAPPED pOverlapped)
+{
+    SetEvent(g_hEntered);
+    WaitForSingleObject(g_hGate, INFINITE);
+    return g_pWriteFile(hFile, pData, size, pWritten, pOverlapped);
+}
+
+// Waits for something that another thread is about to do; 30 s at most.
+template <typename Condition>
+void WaitFor(Condition condition)
+{
+    for (UINT i = 0; i < 30'000 && !condition(); ++i)
+        Sleep(1);
+}
+
+class SampleClientTest : public testing::Test
+{
+protected:
+    SampleClientTest() { SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, nullptr); }
+    ~SampleClientTest() override { SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, nullptr); }
+
+    void RecordTo(const std::filesystem::path& folder)
+    {
+        SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, folder.c_str());
+    }
+
+    size_t FileCount() const
+    {
+        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(m_Folder.Path()), {}));
+    }
+
+    TemporaryFolder m_Folder;
+    SampleClient m_Client;
+};
+
+}  // namespace
+
+TEST_F(SampleClientTest, Plug_NoFolderNamed_CountsWithoutRecording)
+{
+    SampleClientConnection connection(m_Client, 3);
+    for (UINT i = 0; i < 5; ++i)
+        EXPECT_TRUE(connection.Send(Pattern(8, 8, i)));
+    connection.Close();
+    const TessloSampleCounters counters = m_Client.Counters(3);
+    EXPECT_EQ(1u, counters.Connections);
+    EXPECT_EQ(5u, counters.Received);
+    EXPECT_EQ(0u, counters.Recorded);
+    EXPECT_EQ(0u, counters.Dropped);
+    EXPECT_EQ(0u, counters.Failed);
+    EXPECT_EQ(0u, m_Client.Counters(2).Received);
+    EXPECT_EQ(0u, FileCount());
+}
+
+TEST_F(SampleClientTest, Plug_SourceBeyondTheLast_IsRefused)
+{
+    void* pSlot = nullptr;
+    EXPECT_FALSE(m_Client.Plug(&pSlot, TESSLO_SAMPLE_SOURCES));
+    EXPECT_FALSE(m_Client.Plug(nullptr, 0));
+    EXPECT_EQ(nullptr, pSlot);
+}
+
+TEST_F(SampleClientTest, Update_NothingToShow_IsRefused)
+{
+    void* pSlot = nullptr;
+    ASSERT_TRUE(m_Client.Plug(&pSlot, 0));
+    const TessloVirtualMonitorFrame noBits = {0, 0, 4, 4, 16, 0, nullptr};
+    EXPECT_FALSE(m_Client.Update(&pSlot, nullptr));
+    EXPECT_FALSE(m_Client.Update(&pSlot, &noBits));
+    EXPECT_TRUE(m_Client.Unplug(&pSlot, 0));
+    EXPECT_FALSE(m_Client.Unplug(&pSlot, 0)) << "the slot is empty again";
+    EXPECT_EQ(0u, m_Client.Counters(0).Received);
+}
+
+TEST_F(SampleClientTest, Recording_PaddedRowsAndGarbageAlpha_PictureEqualsThePixels)
+{
+    RecordTo(m_Folder.Path());
+    const HostImage image = Pattern(37, 21, 1);
+    SampleClientConnection connection(m_Client, 2);
+    ASSERT_TRUE(connection.Send(image));
+    connection.Close();
+    EXPECT_TRUE(SamePixels(image, ReadPng(m_Folder.Path() / "source2-frame000000.png")));
+    EXPECT_EQ(1u, m_Client.Counters(2).Recorded);
+}
+
+TEST_F(SampleClientTest, Recording_SizeChanges_EveryPictureHasItsOwn)
+{
+    RecordTo(m_Folder.Path());
+    SampleClientConnection connection(m_Client, 0);
+    // Three rounds of the queue, so that every slot serves a small, a large and a small picture.
+    for (UINT i = 0; i < 24; ++i)
+    {
+        const HostImage image = i / 8 == 1 ? Pattern(200 + i, 300, i) : Pattern(1 + i, 2, i);
+        ASSERT_TRUE(connection.Send(image));
+        WaitFor([&] { return m_Client.Counters(0).Recorded == i + 1; });
+        char name[32];
+        std::snprintf(name, sizeof(name), "source0-frame%06u.png", i);
+        EXPECT_TRUE(SamePixels(image, ReadPng(m_Folder.Path() / name))) << i;
+    }
+}
+
+TEST_F(SampleClientTest, Recording_FourSourcesAtOnce_NobodyTakesAnothersFrames)
+{
+    RecordTo(m_Folder.Path());
+    std::vector<std::thread> workers;
+    for (UINT source = 0; source < 4; ++source)
+        workers.emplace_back([this, source] {
+            SampleClientConnection connection(m_Client, source);
+            for (UINT i = 0; i < 8; ++i)
+                connection.Send(Pattern(20 + source, 20, source * 100 + i));
+        });
+    for (std::thread& worker : workers)
+        worker.join();
+    for (UINT source = 0; source < 4; ++source)
+        for (UINT i = 0; i < 8; ++i)
+            EXPECT_TRUE(SamePixels(Pattern(20 + source, 20, source * 100 + i),
+                ReadPng(m_Folder.Path() /
+                        ("source" + std::to_string(source) + "-frame00000" + std::to_string(i) + ".png"))))
+                << "source " << source << " frame " << i;
+}
+
+TEST_F(SampleClientTest, Recording_SecondConnection_GoesOnNumbering)
+{
+    RecordTo(m_Folder.Path());
+    for (UINT i = 0; i < 2; ++i)
+    {
+        SampleClientConnection connection(m_Client, 0);
+        ASSERT_TRUE(connection.Send(Pattern(8, 8, i)));
+    }
+    EXPECT_TRUE(SamePixels(Pattern(8, 8, 1), ReadPng(m_Folder.Path() / "source0-frame000001.png")));
+    EXPECT_EQ(2u, m_Client.Counters(0).Connections);
+}
+
+TEST_F(SampleClientTest, Recording_FolderMissing_OneLineAndFailuresCounted)
+{
+    RecordTo(m_Folder.Path() / "nowhere");
+    std::optional<HostTraceFile> trace(std::in_place, (m_Folder.Path() / "lines").wstring());
+    SampleClientConnection connection(m_Client, 1);
+    for (UINT i = 0; i < 3; ++i)
+        EXPECT_TRUE(connection.Send(Pattern(8, 8, i)));
+    connection.Close();
+    trace.reset();
+    EXPECT_EQ(3u, m_Client.Counters(1).Failed);
+    EXPECT_EQ(0u, m_Client.Counters(1).Recorded);
+    std::ifstream file(m_Folder.Path() / "lines");
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    EXPECT_TRUE(text.starts_with("TessloClientDllSample: cannot write ")) << text;
+    EXPECT_TRUE(text.ends_with("nowhere\\source1-frame000000.png (error 3); further failures of source 1 are only "
+                               "counted\n"))
+        << text;
+    EXPECT_EQ(1, std::ranges::count(text, '\n')) << text;
+}
+
+TEST_F(SampleClientTest, Recording_OneFileCannotBeMade_TheOthersAreWritten)
+{
+    RecordTo(m_Folder.Path());
+    std::filesystem::create_directory(m_Folder.Path() / "source0-frame000000.png");
+    SampleClientConnection connection(m_Client, 0);
+    EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
+    EXPECT_TRUE(connection.Send(Pattern(8, 8, 1)));
+    connection.Close();
+    EXPECT_EQ(1u, m_Client.Counters(0).Failed);
+    EXPECT_EQ(1u, m_Client.Counters(0).Recorded);
+    EXPECT_TRUE(SamePixels(Pattern(8, 8, 1), ReadPng(m_Folder.Path() / "source0-frame000001.png")));
+}
+
+TEST_F(SampleClientTest, Recording_DiskFull_NoHalfPictureIsLeftAndTheNextIsTried)
+{
+    RecordTo(m_Folder.Path());
+    SampleClientConnection connection(m_Client, 0);
+    {
+        const tesslo::test::FailingImport full(m_Client.Module(), "kernel32.dll", "WriteFile", FALSE, ERROR_DISK_FULL);
+        EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
+        WaitFor([this] { return m_Client.Counters(0).Failed == 1; });
+    }
+    EXPECT_EQ(0u, FileCount());
+    EXPECT_TRUE(connection.Send(Pattern(8, 8, 1)));
+    connection.Close();
+    EXPECT_EQ(1u, m_Client.Counters(0).Failed);
+    EXPECT_TRUE(SamePixels(Pattern(8, 8, 1), ReadPng(m_Folder.Path() / "source0-frame000001.png")));
+}
+
+TEST_F(SampleClientTest, Recording_WriterStuck_UpdateDoesNotWaitAndDropsAreCounted)
+{
+    RecordTo(m_Folder.Path());
+    g_hGate = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    g_hEntered = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    tesslo::test::ImportPatch patch(
+        m_Client.Module(), "kernel32.dll", "WriteFile", reinterpret_cast<void*>(WriteFileBehindGate));
+    g_pWriteFile = patch.Original<WriteFileFunction>();
+    SampleClientConnection connection(m_Client, 0);
+    EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
+    ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(g_hEntered, 30'000));
+    // The writer holds the first frame's slot; seven more fit behind it.
+    for (UINT i = 1; i < 12; ++i)
+        EXPECT_TRUE(connection.Send(Pattern(8, 8, i)));
+    EXPECT_EQ(12u, m_Client.Counters(0).Received);
+    EXPECT_EQ(4u, m_Client.Counters(0).Dropped);
+    EXPECT_EQ(0u, m_Client.Counters(0).Recorded);
+    SetEvent(g_hGate);
+    connection.Close();
+    EXPECT_EQ(8u, m_Client.Counters(0).Recorded);
+    EXPECT_TRUE(SamePixels(Pattern(8, 8, 7), ReadPng(m_Folder.Path() / "source0-frame000007.png")));
+    EXPECT_FALSE(std::filesystem::exists(m_Folder.Path() / "source0-frame000008.png"));
+    CloseHandle(g_hEntered);
+    CloseHandle(g_hGate);
+}
+
+TEST_F(SampleClientTest, Plug_ThreadRefused_IsRefused)
+{
+    RecordTo(m_Folder.Path());
+    const tesslo::test::FailingImport none(
+        m_Client.Module(), "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
+    void* pSlot = nullptr;
+    EXPECT_FALSE(m_Client.Plug(&pSlot, 0));
+    EXPECT_EQ(nullptr, pSlot);
+    EXPECT_EQ(0u, m_Client.Counters(0).Connections);
+}
+
+TEST_F(SampleClientTest, Recording_PitchShorterThanTheRow_CountsAFailure)
+{
+    RecordTo(m_Folder.Path());
+    void* pSlot = nullptr;
+    ASSERT_TRUE(m_Client.Plug(&pSlot, 0));
+    const UINT bits[16] = {};
+    const TessloVirtualMonitorFrame frame = {0, 0, 4, 4, 12, 0, bits};
+    EXPECT_TRUE(m_Client.Update(&pSlot, &frame));
+    EXPECT_TRUE(m_Client.Unplug(&pSlot, 0));
+    EXPECT_EQ(1u, m_Client.Counters(0).Failed);
+    EXPECT_EQ(0u, FileCount());
+}
+
+TEST_F(SampleClientTest, Recording_FasterThanTheWriter_EveryFrameIsAccountedFor)
+{
+    RecordTo(m_Folder.Path());
+    SampleClientConnection connection(m_Client, 0);
+    const HostImage image = Pattern(640, 480, 0);
+    for (UINT i = 0; i < 40; ++i)
+        EXPECT_TRUE(connection.Send(image));
+    connection.Close();
+    const TessloSampleCounters counters = m_Client.Counters(0);
+    EXPECT_EQ(40u, counters.Received);
+    EXPECT_EQ(40u, counters.Recorded + counters.Dropped);
+    EXPECT_GE(counters.Recorded, 8u) << "what was queued is written before the connection is closed";
+    EXPECT_EQ(counters.Recorded, FileCount());
+}
+
+TEST_F(SampleClientTest, Unplug_LastConnection_LeavesNoThread)
+{
+    RecordTo(m_Folder.Path());
+    const UINT before = ThreadCount();
+    {
+        SampleClientConnection first(m_Client, 0);
+        SampleClientConnection second(m_Client, 1);
+        EXPECT_EQ(before + 2, ThreadCount()) << "one writer each";
+        first.Send(Pattern(8, 8, 0));
+    }
+    EXPECT_EQ(before, ThreadCount());
+}
+
+TEST_F(SampleClientTest, WaitReceived_FrameMissing_TimesOut)
+{
+    const HostDelivery delivery(m_Client.Module());
+    SampleClientConnection connection(m_Client, 0);
+    connection.Send(Pattern(8, 8, 0));
+    EXPECT_TRUE(delivery.WaitReceived(0, 1, 0));
+    EXPECT_FALSE(delivery.WaitReceived(0, 2, 20));
+    // The pause lets the wait begin first. Without it the test would still hold, and see less.
+    std::thread late([&] {
+        Sleep(50);
+        connection.Send(Pattern(8, 8, 1));
+    });
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_TRUE(delivery.WaitReceived(0, 2, 60'000));
+    EXPECT_LT(GetTickCount64() - start, 30'000u) << "woken by the frame, not by the end of the time";
+    late.join();
+}
+
+TEST(SampleClientLoad, ManyRounds_StillLoads)
+{
+    // A library that leaks one thread-local index a load would end this process on the way.
+    for (UINT i = 0; i < 1500; ++i)
+    {
+        const HMODULE hModule = LoadLibraryW(TESSLO_CLIENT_DEFAULT_DLL);
+        ASSERT_NE(nullptr, hModule) << "round " << i;
+        FreeLibrary(hModule);
+    }
+}

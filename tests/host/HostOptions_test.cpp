@@ -1,0 +1,126 @@
+// The host program's command line.
+#include "host/program/HostOptions.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+struct BadInput
+{
+    const char* m_pName;
+    std::vector<std::string> m_Arguments;
+    const char* m_pMessage;
+};
+
+void PrintTo(const BadInput& input, std::ostream* pStream)
+{
+    *pStream << input.m_pName;
+}
+
+class HostOptionsBadInput : public testing::TestWithParam<BadInput>
+{
+};
+
+const BadInput kBadInputs[] = {
+    {"UnknownOption", {"--bogus"}, "The following argument was not expected: --bogus"},
+    {"LooseWord", {"extra"}, "The following argument was not expected: extra"},
+    {"SourceWithoutValue", {"--source"}, "--source: 1 required WxH missing"},
+    {"SourceWithoutHeight", {"--source", "640"}, "--source 640: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
+    {"SourceOfNothing", {"--source", "x"}, "--source x: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
+    {"SourceTooLow", {"--source", "640x63"}, "--source 640x63: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
+    {"SourceNegative", {"--source", "640x-480"}, "--source 640x-480: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
+    {"SourceTooWide", {"--source", "8193x480"}, "--source 8193x480: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
+    {"SourceBeyondAllNumbers", {"--source", "99999999999x1"},
+        "--source 99999999999x1: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
+    {"SourceWithTail", {"--source", "640x480x32"},
+        "--source 640x480x32: expected WIDTHxHEIGHT, each 64 to 8192 pixels"},
+    {"SevenSources",
+        {"--source", "64x64", "--source", "64x64", "--source", "64x64", "--source", "64x64", "--source", "64x64",
+            "--source", "64x64", "--source", "64x64"},
+        "more than 6 sources"},
+    {"RotationOfAnotherAngle", {"--rotation", "45"}, "--rotation 45: expected 0, 90, 180 or 270"},
+    {"RotationWithoutSource", {"--rotation", "0", "--rotation", "90"}, "more --rotation than --source"},
+    {"SceneOfAnotherName", {"--scene", "still"}, "--scene still: expected turning, fill or video"},
+    {"SceneWithoutSource", {"--scene", "fill", "--scene", "fill"}, "more --scene than --source"},
+    {"FramesOfZero", {"--frames", "0"}, "--frames 0: expected 1 to 1000000"},
+    {"FramesOfWords", {"--frames", "many"}, "--frames many: expected 1 to 1000000"},
+    {"TraceOfWords", {"--trace", "all", "--out", "x"}, "--trace all: expected a bit mask, for example 0x1 or 255"},
+    {"TraceWithoutFolder", {"--trace", "1"}, "--trace needs --out: the trace is written there"},
+};
+
+}  // namespace
+
+TEST_P(HostOptionsBadInput, Parse_Fails_WithOneLine)
+{
+    try
+    {
+        HostParseOptions(GetParam().m_Arguments);
+        FAIL() << "accepted";
+    }
+    catch (const HostError& error)
+    {
+        EXPECT_STREQ(GetParam().m_pMessage, error.what());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, HostOptionsBadInput, testing::ValuesIn(kBadInputs),
+    [](const auto& info) { return std::string(info.param.m_pName); });
+
+TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
+{
+    const HostOptions options = HostParseOptions({});
+    ASSERT_EQ(1u, options.m_Sources.size());
+    EXPECT_EQ(1280u, options.m_Sources[0].m_Width);
+    EXPECT_EQ(720u, options.m_Sources[0].m_Height);
+    EXPECT_EQ(0u, options.m_Sources[0].m_Degrees);
+    EXPECT_EQ(HostSceneKind::Turning, options.m_Sources[0].m_Scene);
+    EXPECT_EQ(120u, options.m_Frames);
+    EXPECT_EQ(L"", options.m_Output);
+    EXPECT_FALSE(options.m_bEveryFrame);
+    EXPECT_EQ(0u, options.m_Driver.m_TraceMask);
+    EXPECT_EQ(L"TessloWddmUmode.dll", options.m_Driver.m_Path);
+    EXPECT_EQ(L"TessloClientDllSample.dll", options.m_Driver.m_ClientLibrary);
+}
+
+TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
+{
+    const HostOptions options = HostParseOptions({"--source", "640x480", "--source", "800x600", "--rotation", "180",
+        "--rotation", "270", "--scene", "fill", "--scene", "video", "--frames", "7", "--every-frame", "--out",
+        "B\xC3\xBC"
+        "cher",
+        "--trace", "0x201", "--client", "c.dll", "--driver", "d.dll"});
+    ASSERT_EQ(2u, options.m_Sources.size());
+    EXPECT_EQ(480u, options.m_Sources[0].m_Height);
+    EXPECT_EQ(180u, options.m_Sources[0].m_Degrees);
+    EXPECT_EQ(HostSceneKind::Fill, options.m_Sources[0].m_Scene);
+    EXPECT_EQ(HostSceneKind::Video, options.m_Sources[1].m_Scene);
+    EXPECT_EQ(800u, options.m_Sources[1].m_Width);
+    EXPECT_EQ(270u, options.m_Sources[1].m_Degrees);
+    EXPECT_EQ(7u, options.m_Frames);
+    EXPECT_TRUE(options.m_bEveryFrame);
+    EXPECT_EQ(L"B\u00FCcher", options.m_Output);
+    EXPECT_EQ(0x201u, options.m_Driver.m_TraceMask);
+    EXPECT_EQ(L"c.dll", options.m_Driver.m_ClientLibrary);
+    EXPECT_EQ(L"d.dll", options.m_Driver.m_Path);
+}
+
+TEST(HostOptions, Parse_OneValueGivenTwice_TheLastWins)
+{
+    EXPECT_EQ(9u, HostParseOptions({"--frames", "5", "--frames", "9"}).m_Frames);
+}
+
+TEST(HostOptions, Parse_Help_NamesEveryOption)
+{
+    try
+    {
+        HostParseOptions({"--help"});
+        FAIL() << "no help";
+    }
+    catch (const HostHelp& help)
+    {
+        for (const char* pOption : {"--source", "--rotation", "--scene", "--frames", "--every-frame", "--out",
+                 "--trace", "--client", "--driver"})
+            EXPECT_NE(std::string::npos, std::string(help.what()).find(pOption)) << pOption;
+    }
+}

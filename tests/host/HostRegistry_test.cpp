@@ -1,0 +1,75 @@
+// The driver's registry keys as the host sets them, seen as the driver sees them.
+#include "host/runtime/HostError.h"
+#include "host/runtime/HostRegistry.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+constexpr wchar_t kService[] = L"System\\CurrentControlSet\\Services\\TessloWddmKmode";
+constexpr wchar_t kClient[] = L"Software\\Zembrilo\\Tesslo";
+
+DWORD ReadMask(DWORD missing)
+{
+    DWORD mask = 0, bytes = sizeof(mask);
+    const LSTATUS error =
+        RegGetValueW(HKEY_LOCAL_MACHINE, kService, L"DebugLevelUMD", RRF_RT_REG_DWORD, nullptr, &mask, &bytes);
+    return error == ERROR_SUCCESS ? mask : missing;
+}
+
+}  // namespace
+
+TEST(HostRegistry, SetTraceMask_WhileItLives_IsWhatTheProcessReads)
+{
+    const DWORD before = ReadMask(0xDEAD);
+    {
+        HostRegistry registry;
+        EXPECT_EQ(0xDEADu, ReadMask(0xDEAD)) << "the private key is empty at first";
+        registry.SetTraceMask(0x2FF);
+        EXPECT_EQ(0x2FFu, ReadMask(0xDEAD));
+    }
+    EXPECT_EQ(before, ReadMask(0xDEAD)) << "the machine's own value is untouched";
+}
+
+TEST(HostRegistry, ClientLibrary_DriverWritesIt_IsReadBack)
+{
+    HostRegistry registry;
+    EXPECT_EQ(L"", registry.ClientLibrary());
+    const wchar_t name[] = L"written.dll";
+    ASSERT_EQ(
+        ERROR_SUCCESS, RegSetKeyValueW(HKEY_LOCAL_MACHINE, kClient, L"DllNameInterface", REG_SZ, name, sizeof(name)));
+    EXPECT_EQ(L"written.dll", registry.ClientLibrary());
+}
+
+TEST(HostRegistry, SetClientLibrary_LongestName_PassesOneMoreDoesNot)
+{
+    HostRegistry registry;
+    const std::wstring longest(127, L'n');
+    registry.SetClientLibrary(longest);
+    EXPECT_EQ(longest, registry.ClientLibrary());
+    EXPECT_THROW(registry.SetClientLibrary(longest + L"n"), HostError);
+}
+
+TEST(HostRegistry, Destructor_PrivateKey_IsDeleted)
+{
+    {
+        HostRegistry registry;
+        registry.SetTraceMask(1);
+    }
+    DWORD keys = 0xFFFF;
+    HKEY hKey = nullptr;
+    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Zembrilo\\TessloHost", 0, KEY_READ, &hKey));
+    std::wstring mine = std::to_wstring(GetCurrentProcessId()) + L"-";
+    keys = 0;
+    for (DWORD i = 0;; ++i)
+    {
+        wchar_t name[64];
+        DWORD length = ARRAYSIZE(name);
+        if (RegEnumKeyExW(hKey, i, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+            break;
+        keys += std::wstring(name).starts_with(mine);
+    }
+    RegCloseKey(hKey);
+    EXPECT_EQ(0u, keys);
+}

@@ -1,0 +1,246 @@
+// The built driver between the host and the sample client library, on a real Direct3D 9Ex device.
+#include "PngImage.h"
+#include "SamePixels.h"
+#include "TemporaryFolder.h"
+#include "host/runtime/HostSession.h"
+#include "host/scenes/HostFillScene.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+constexpr DWORD kWait = 60'000;
+
+// The picture that an output turned by `rotation` shows: what the driver makes of the presented one.
+HostImage Rotated(const HostImage& image, D3DDDI_ROTATION rotation)
+{
+    const UINT width = image.m_Width, height = image.m_Height;
+    const bool bTurned = rotation == D3DDDI_ROTATION_90 || rotation == D3DDDI_ROTATION_270;
+    HostImage result(bTurned ? height : width, bTurned ? width : height);
+    for (UINT y = 0; y < height; ++y)
+        for (UINT x = 0; x < width; ++x)
+        {
+            UINT toX = x, toY = y;
+            if (rotation == D3DDDI_ROTATION_90)
+                toX = y, toY = width - 1 - x;
+            else if (rotation == D3DDDI_ROTATION_180)
+                toX = width - 1 - x, toY = height - 1 - y;
+            else if (rotation == D3DDDI_ROTATION_270)
+                toX = height - 1 - y, toY = x;
+            result.m_Pixels[size_t{toY} * result.m_Width + toX] = image.At(x, y);
+        }
+    return result;
+}
+
+HostDriverSettings Settings()
+{
+    return {L"TessloWddmUmode.dll", L"TessloClientDllSample.dll", 0};
+}
+
+class HostSessionTest : public testing::Test
+{
+protected:
+    HostSessionTest() { SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, m_Folder.Path().c_str()); }
+    ~HostSessionTest() override { SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, nullptr); }
+
+    std::filesystem::path Picture(UINT source, UINT frame) const
+    {
+        char name[64];
+        std::snprintf(name, sizeof(name), "source%u-frame%06u.png", source, frame);
+        return m_Folder.Path() / name;
+    }
+
+    TemporaryFolder m_Folder;
+};
+
+class HostSessionRotation : public HostSessionTest, public testing::WithParamInterface<D3DDDI_ROTATION>
+{
+};
+
+}  // namespace
+
+TEST_P(HostSessionRotation, Flip_FillScene_RecordedPictureIsThePresentedOneTurned)
+{
+    HostSession session(Settings());
+    {
+        const auto pPrimary = session.Device().CreatePrimary(160, 96, 0, GetParam());
+        HostFillScene scene;
+        for (UINT frame = 0; frame < 3; ++frame)
+        {
+            scene.Draw(session.Device(), *pPrimary, frame);
+            session.Device().Flip(*pPrimary);
+            ASSERT_TRUE(session.Delivery().WaitReceived(0, frame + 1, kWait));
+        }
+    }
+    session.Close();
+    for (UINT frame = 0; frame < 3; ++frame)
+        EXPECT_TRUE(
+            SamePixels(Rotated(HostFillScene::Expected(160, 96, 0, frame), GetParam()), ReadPng(Picture(0, frame))))
+            << frame;
+    EXPECT_EQ(3u, session.Delivery().Counters(0)->Recorded);
+    EXPECT_TRUE(session.Kernel().Violations().empty()) << session.Kernel().Violations()[0];
+}
+
+INSTANTIATE_TEST_SUITE_P(All, HostSessionRotation,
+    testing::Values(D3DDDI_ROTATION_IDENTITY, D3DDDI_ROTATION_90, D3DDDI_ROTATION_180, D3DDDI_ROTATION_270),
+    [](const auto& info) { return std::to_string((info.param - D3DDDI_ROTATION_IDENTITY) * 90); });
+
+TEST_F(HostSessionTest, ReadBack_FillScene_GivesThePresentedPixels)
+{
+    HostSession session(Settings());
+    const auto pPrimary = session.Device().CreatePrimary(97, 61, 0, D3DDDI_ROTATION_IDENTITY);
+    HostFillScene scene;
+    scene.Draw(session.Device(), *pPrimary, 5);
+    EXPECT_TRUE(SamePixels(HostFillScene::Expected(97, 61, 0, 5), session.Device().ReadBack(*pPrimary)));
+}
+
+TEST_F(HostSessionTest, Flip_SixSourcesOfDifferentSize_EachShowsItsOwn)
+{
+    HostSession session(Settings());
+    {
+        HostFillScene scene;
+        std::vector<std::unique_ptr<HostResource>> primaries;
+        for (UINT source = 0; source < 6; ++source)
+            primaries.push_back(
+                session.Device().CreatePrimary(64 + 16 * source, 100 - 8 * source, source, D3DDDI_ROTATION_IDENTITY));
+        for (UINT source = 0; source < 6; ++source)
+        {
+            scene.Draw(session.Device(), *primaries[source], 9);
+            session.Device().Flip(*primaries[source]);
+        }
+        for (UINT source = 0; source < 6; ++source)
+            ASSERT_TRUE(session.Delivery().WaitReceived(source, 1, kWait)) << source;
+    }
+    session.Close();
+    for (UINT source = 0; source < 6; ++source)
+        EXPECT_TRUE(SamePixels(
+            HostFillScene::Expected(64 + 16 * source, 100 - 8 * source, source, 9), ReadPng(Picture(source, 0))))
+            << source;
+}
+
+TEST_F(HostSessionTest, Flip_KernelModeNamesOtherSources_FramesCarryThem)
+{
+    SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, nullptr);
+    HostDriver driver(Settings());
+    HostDelivery delivery(driver.ClientLibrary());
+    HostKernel kernel;
+    kernel.SetSourceId(1, 11);
+    HostAdapter adapter(driver, kernel);
+    HostDevice device(adapter);
+    const auto pPrimary = device.CreatePrimary(32, 32, 1, D3DDDI_ROTATION_IDENTITY);
+    device.SetRenderTarget(*pPrimary);
+    device.Clear(0x123456);
+    device.Flip(*pPrimary);
+    EXPECT_TRUE(delivery.WaitReceived(11, 1, kWait));
+    EXPECT_EQ(0u, delivery.Counters(1)->Received);
+}
+
+TEST_F(HostSessionTest, Flip_EveryFrame_IsToldToTheKernelModeDriverAndPausesTenMilliseconds)
+{
+    HostSession session(Settings());
+    const auto pPrimary = session.Device().CreatePrimary(32, 32, 0, D3DDDI_ROTATION_IDENTITY);
+    session.Device().SetRenderTarget(*pPrimary);
+    session.Device().Clear(0);
+    for (UINT frame = 0; frame < 3; ++frame)
+        EXPECT_GE(session.Device().Flip(*pPrimary).m_Pause, 9.0);
+    EXPECT_EQ(3u, session.Kernel().PresentCount());
+    EXPECT_EQ(session.Kernel().FindAllocation(pPrimary->RuntimeHandle())->m_hAllocation,
+        session.Kernel().LastPresent().m_hSrcAllocation);
+}
+
+TEST_F(HostSessionTest, CreatePrimary_PrivateRecord_TellsTheKernelModeDriverAll)
+{
+    HostSession session(Settings());
+    const auto pPrimary = session.Device().CreatePrimary(640, 480, 3, D3DDDI_ROTATION_270);
+    const auto allocation = session.Kernel().FindAllocation(pPrimary->RuntimeHandle());
+    ASSERT_TRUE(allocation.has_value());
+    EXPECT_TRUE(allocation->m_bPrimary);
+    EXPECT_EQ(3u, allocation->m_VidPnSourceId);
+    const UMDAllocationPrivateData& data = allocation->m_PrivateData;
+    EXPECT_EQ(UMDALLOCATIONKIND_PRIMARY, data.Kind);
+    EXPECT_EQ(640u, data.Width);
+    EXPECT_EQ(480u, data.Height);
+    EXPECT_EQ(UINT{D3DFMT_X8R8G8B8}, data.Format);
+    EXPECT_EQ(1u, data.MipLevels);
+    EXPECT_EQ(3u, data.VidPnSourceId);
+    EXPECT_EQ(60u, data.RefreshNumerator);
+    EXPECT_EQ(1u, data.RefreshDenominator);
+    EXPECT_EQ(0x8001u, data.ResourceFlags);
+    EXPECT_EQ(UINT{D3DDDI_ROTATION_270}, data.Rotation);
+}
+
+TEST_F(HostSessionTest, SetDisplayMode_Primary_NamesItsAllocation)
+{
+    HostSession session(Settings());
+    const auto pPrimary = session.Device().CreatePrimary(32, 32, 0, D3DDDI_ROTATION_IDENTITY);
+    session.Device().SetDisplayMode(*pPrimary);
+    EXPECT_EQ(session.Kernel().FindAllocation(pPrimary->RuntimeHandle())->m_hAllocation,
+        session.Kernel().DisplayModeAllocation());
+}
+
+TEST_F(HostSessionTest, Flush_ManyTimes_TakesOverTheNewBuffers)
+{
+    HostSession session(Settings());
+    for (UINT i = 0; i < 5; ++i)
+        session.Device().Flush();
+    EXPECT_EQ(5u, session.Kernel().Calls("pfnRenderCb"));
+    EXPECT_TRUE(session.Kernel().Violations().empty());
+}
+
+TEST_F(HostSessionTest, Close_AfterWork_LeavesNoContextAndNoAllocation)
+{
+    HostSession session(Settings());
+    {
+        const auto pPrimary = session.Device().CreatePrimary(32, 32, 0, D3DDDI_ROTATION_IDENTITY);
+        HostFillScene scene;
+        scene.Draw(session.Device(), *pPrimary, 0);
+        session.Device().Flip(*pPrimary);
+    }
+    session.Close();
+    EXPECT_EQ(0u, session.Kernel().ContextCount());
+    EXPECT_EQ(0u, session.Kernel().AllocationCount());
+    EXPECT_TRUE(session.Kernel().Violations().empty());
+}
+
+TEST_F(HostSessionTest, OpenAdapter_ReportsWindows7Interface)
+{
+    HostSession session(Settings());
+    EXPECT_EQ(0x2003u, session.Adapter().DriverVersion());
+    const D3DCAPS9 caps = session.Adapter().Caps<D3DCAPS9>(D3DDDICAPS_GETD3D9CAPS);
+    EXPECT_EQ(D3DPS_VERSION(2, 0), caps.PixelShaderVersion);
+}
+
+TEST_F(HostSessionTest, Driver_NoClientLibraryNamed_TakesAndWritesTheDefault)
+{
+    HostDriver driver({L"TessloWddmUmode.dll", std::nullopt, 0});
+    EXPECT_EQ(GetModuleHandleW(L"TessloClientDllSample.dll"), driver.ClientLibrary());
+    EXPECT_NE(nullptr, driver.ClientLibrary());
+}
+
+TEST_F(HostSessionTest, Driver_ClientLibraryMissing_IsTold)
+{
+    try
+    {
+        HostDriver driver({L"TessloWddmUmode.dll", L"nosuch.dll", 0});
+        FAIL() << "loaded";
+    }
+    catch (const HostError& error)
+    {
+        EXPECT_STREQ("the driver could not load the client library nosuch.dll", error.what());
+    }
+    EXPECT_EQ(nullptr, GetModuleHandleW(L"TessloWddmUmode.dll")) << "unloaded again";
+}
+
+TEST_F(HostSessionTest, Driver_NotADriver_IsTold)
+{
+    try
+    {
+        HostDriver driver({L"TessloClientDllSample.dll", std::nullopt, 0});
+        FAIL() << "loaded";
+    }
+    catch (const HostError& error)
+    {
+        EXPECT_STREQ("TessloClientDllSample.dll does not export OpenAdapter: it is no display driver", error.what());
+    }
+}

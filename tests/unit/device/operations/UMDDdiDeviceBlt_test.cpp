@@ -1,0 +1,274 @@
+// Blits, fills and clears: which objects take part, and what reaches the delegated device.
+#include "DeviceObjects.h"
+
+#include "resources/UMDRscTexture.h"
+
+namespace
+{
+
+constexpr HRESULT kRefused = static_cast<HRESULT>(0x8876086C);
+
+class UMDDdiDeviceBlt : public DeviceObjects
+{
+protected:
+    HRESULT Blt(HANDLE hSrc, HANDLE hDst)
+    {
+        D3DDDIARG_BLT arg{};
+        arg.hSrcResource = hSrc;
+        arg.SrcRect = {1, 2, 5, 6};
+        arg.hDstResource = hDst;
+        arg.DstRect = {3, 4, 11, 8};
+        return UMDDdiBlt(DeviceHandle(), &arg);
+    }
+    HRESULT TexBlt(HANDLE hSrc, HANDLE hDst)
+    {
+        D3DDDIARG_TEXBLT arg{};
+        arg.hSrcResource = hSrc;
+        arg.hDstResource = hDst;
+        arg.SrcRect = {1, 2, 5, 6};
+        arg.DstPoint = {7, 1};
+        return UMDDdiTexBlt(DeviceHandle(), &arg);
+    }
+    HRESULT BufBlt(HANDLE hSrc, HANDLE hDst)
+    {
+        D3DDDIARG_BUFFERBLT arg{};
+        arg.hSrcResource = hSrc;
+        arg.hDstResource = hDst;
+        return UMDDdiBufBlt(DeviceHandle(), &arg);
+    }
+    HRESULT ColorFill(HANDLE hResource)
+    {
+        D3DDDIARG_COLORFILL arg{};
+        arg.hResource = hResource;
+        arg.SubResourceIndex = 3;
+        arg.DstRect = {1, 2, 3, 4};
+        arg.Color = 0x80102030;
+        return UMDDdiColorFill(DeviceHandle(), &arg);
+    }
+    HRESULT Clear(UINT flags, std::vector<RECT> rects = {})
+    {
+        const D3DDDIARG_CLEAR arg = {flags, 0xFF102030, 0.5f, 0x77};
+        return UMDDdiClear(DeviceHandle(), &arg, static_cast<UINT>(rects.size()), rects.data());
+    }
+};
+
+}  // namespace
+
+TEST_F(UMDDdiDeviceBlt, Blt_OntoItself_DoesNothingAndLeavesAtTheEntryLevel)
+{
+    const HANDLE hTarget = CreateTarget(), hCube = CreateCube();
+    for (HANDLE hResource : {hTarget, hCube})
+    {
+        ForgetCalls();
+        tesslo::test::TraceMask mask(UMDTRACE_ENTER);
+        EXPECT_EQ(S_OK, Blt(hResource, hResource));
+        EXPECT_EQ((Lines{">>> UMDDdiDevice::Blt\n", "<<< UMDDdiDevice::Blt\n"}), Trace());
+    }
+    EXPECT_EQ(Lines{}, Calls());
+}
+
+TEST_F(UMDDdiDeviceBlt, Blt_SurfacesAndTextures_SourceBlits)
+{
+    const HANDLE hFrom = CreateTarget(), hTo = CreateTarget(), hTexture = CreateTexture();
+    EXPECT_EQ(S_OK, Blt(hFrom, hTo));
+    EXPECT_EQ(S_OK, Blt(hTexture, hTo));
+    EXPECT_EQ((Lines{"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,11,8, 0)",
+                  "StretchRect(texture#1[0], null, surface#2, null, 0)"}),
+        m_Fake.LinesContaining("StretchRect"));
+    tesslo::test::TraceMask mask(UMDTRACE_LEAVE);
+    m_Trace.Clear();
+    EXPECT_EQ(S_OK, Blt(hFrom, hTo));
+    EXPECT_EQ(Lines{"<<< UMDDdiDevice::Blt\n"}, Trace());
+}
+
+TEST_F(UMDDdiDeviceBlt, Blt_Traced_PrintsBothSides)
+{
+    const HANDLE hFrom = CreateTexture(), hTo = CreateTarget();
+    tesslo::test::TraceMask mask(UMDTRACE_DDI);
+    D3DDDIARG_BLT arg{};
+    arg.hSrcResource = hFrom;
+    arg.SrcRect = {1, 2, 5, 6};
+    arg.hDstResource = hTo;
+    arg.DstRect = {3, 4, 11, 8};
+    arg.ColorKey = 9;
+    arg.Flags.Value = 2;
+    EXPECT_EQ(S_OK, UMDDdiBlt(DeviceHandle(), &arg));
+    char entry[240];
+    snprintf(entry, sizeof(entry),
+        "=> UMDDdiBlt Color:9 Flags:2 DST l:3 t:4 r:11 b:8 Rsc:0x%x [Type:5 Pool:0] SRC l:1 t:2 r:5 b:6 Rsc:0x%x "
+        "[Type:6 Pool:0]\n",
+        UMDLow32(hTo), UMDLow32(hFrom));
+    ASSERT_FALSE(Trace().empty());
+    EXPECT_EQ(entry, Trace()[0]);
+}
+
+TEST_F(UMDDdiDeviceBlt, Blt_OtherTypes_AreRefusedWithTheirTypes)
+{
+    const HANDLE hTarget = CreateTarget(), hCube = CreateCube(), hVertices = CreateVertices();
+    UMDRscBase shared(&Device(), nullptr, UMDRESOURCETYPE_SHARED);
+    const std::tuple<HANDLE, HANDLE, const char*> rows[] = {{hTarget, hCube, "TypeDst:7 TypeSrc:5\n"},
+        {hCube, hTarget, "TypeDst:5 TypeSrc:7\n"}, {hVertices, hTarget, "TypeDst:5 TypeSrc:4\n"},
+        {hTarget, ToHandle(&shared), "TypeDst:1 TypeSrc:5\n"}};
+    for (const auto& [hSrc, hDst, pTypes] : rows)
+    {
+        m_Trace.Clear();
+        EXPECT_EQ(E_NOTIMPL, Blt(hSrc, hDst));
+        EXPECT_EQ(1u, m_Trace.Count(std::string("UMDDdiDevice::Blt failed! SHARED RESOURCE unexpected ") + pTypes));
+    }
+    EXPECT_EQ(Lines{}, Calls());
+}
+
+TEST_F(UMDDdiDeviceBlt, Blt_SourceFails_ReturnsItsCode)
+{
+    const HANDLE hFrom = CreateTarget(), hTo = CreateTarget();
+    m_Fake.Fail("StretchRect", kRefused);
+    EXPECT_EQ(kRefused, Blt(hFrom, hTo));
+    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::Blt Blt failed! 0x8876086c\n"));
+    EXPECT_EQ(0u, m_Trace.Count("<<< UMDDdiDevice::Blt\n"));
+}
+
+TEST_F(UMDDdiDeviceBlt, TexBlt_SystemToVideo_UpdatesTheRectangleAtThePoint)
+{
+    std::vector<BYTE> pixels(16 * 8 * 4);
+    const HANDLE hFrom = CreateResource({.Texture = 1}, D3DDDIPOOL_SYSTEMMEM, pixels.data());
+    const HANDLE hTo = CreateTexture();
+    EXPECT_EQ(S_OK, TexBlt(hFrom, hTo));
+    EXPECT_EQ(
+        Lines{"UpdateSurface(texture#1[0], 1,2,5,6, texture#2[0], 7,1)"}, m_Fake.LinesContaining("UpdateSurface"));
+    EXPECT_EQ(1u, m_Trace.Count("<<< UMDDdiDevice::TexBlt\n"));
+}
+
+TEST_F(UMDDdiDeviceBlt, TexBlt_AnyFailure_AnswersEFail)
+{
+    std::vector<BYTE> pixels(16 * 8 * 4);
+    const HANDLE hFrom = CreateResource({.Texture = 1}, D3DDDIPOOL_SYSTEMMEM, pixels.data());
+    const HANDLE hTo = CreateTexture(), hTarget = CreateTarget();
+    m_Fake.Fail("UpdateSurface", kRefused);
+    EXPECT_EQ(E_FAIL, TexBlt(hFrom, hTo));
+    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x8876086c\n"));
+    EXPECT_EQ(E_FAIL, TexBlt(hTo, hFrom));
+    EXPECT_EQ(E_FAIL, TexBlt(hTarget, hTo));
+    EXPECT_EQ(2u, m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x80004005\n"));
+    EXPECT_EQ(0u, m_Trace.Count("<<< UMDDdiDevice::TexBlt\n"));
+}
+
+TEST_F(UMDDdiDeviceBlt, BufBlt_AnyTypes_IsReportedAndNeverDone)
+{
+    const HANDLE hVertices = CreateVertices(), hOther = CreateVertices(), hIndices = CreateIndices();
+    const std::tuple<HANDLE, HANDLE, const char*> rows[] = {
+        {hVertices, hOther,
+            "UMDDdiDevice::BufBlt UMDRESOURCETYPE_VERTEXBUFFER == TypeDst && UMDRESOURCETYPE_VERTEXBUFFER == TypeSrc\n"},
+        {hIndices, hIndices,
+            "UMDDdiDevice::BufBlt UMDRESOURCETYPE_INDEXBUFFER == TypeDst && UMDRESOURCETYPE_INDEXBUFFER == TypeSrc\n"},
+        {hVertices, hIndices, "UMDDdiDevice::BufBlt unexpected condition\n"}};
+    for (const auto& [hSrc, hDst, pText] : rows)
+    {
+        m_Trace.Clear();
+        EXPECT_EQ(E_NOTIMPL, BufBlt(hSrc, hDst));
+        EXPECT_EQ(1u, m_Trace.Count(pText));
+        EXPECT_EQ(1u, m_Trace.Count("<<< UMDDdiDevice::BufBlt\n"));
+    }
+    EXPECT_EQ(Lines{}, Calls());
+}
+
+TEST_F(UMDDdiDeviceBlt, ColorFill_SurfaceAndTexture_FillsTheFirstSurface)
+{
+    const HANDLE hTarget = CreateTarget(), hTexture = CreateTexture();
+    EXPECT_EQ(S_OK, ColorFill(hTarget));
+    EXPECT_EQ(S_OK, ColorFill(hTexture));
+    EXPECT_EQ(
+        (Lines{"ColorFill(surface#1, 1,2,3,4, 0x80102030)", "ColorFill(texture#1[0], 1,2,3,4, 0x80102030)"}), Calls());
+    char entry[140];
+    snprintf(entry, sizeof(entry),
+        "=> UMDDdiColorFill hResource:0x%x SubResourceIndex:0x3 Color:0x80102030 l:1 r:3  t:2 b:4\n",
+        UMDLow32(hTarget));
+    EXPECT_EQ(1u, m_Trace.Count(entry));
+}
+
+TEST_F(UMDDdiDeviceBlt, ColorFill_NoTargetOrRefused_FailsWithItsText)
+{
+    for (HANDLE hResource : {HANDLE{nullptr}, CreateVertices()})
+    {
+        ForgetCalls();
+        EXPECT_EQ(E_FAIL, ColorFill(hResource));
+        EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::ColorFill pResourceRenderTargetCapable is NULL\n"));
+    }
+    const HANDLE hTarget = CreateTarget();
+    m_Fake.Fail("ColorFill", kRefused);
+    EXPECT_EQ(kRefused, ColorFill(hTarget));
+    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::ColorFill ColorFill failed! 0x8876086c\n"));
+}
+
+TEST_F(UMDDdiDeviceBlt, Clear_EveryFlag_DepthAndStencilOnlyWithTheirs)
+{
+    for (UINT flags = 0; flags < 8; ++flags)
+    {
+        m_Fake.ClearLines();
+        EXPECT_EQ(S_OK, Clear(flags));
+        EXPECT_EQ(1u, Calls().size());
+        const std::string depth = flags & D3DCLEAR_ZBUFFER ? "0.5" : "0";
+        const std::string stencil = flags & D3DCLEAR_STENCIL ? "119" : "0";
+        EXPECT_NE(std::string::npos,
+            Calls()[0].find(", " + std::to_string(flags) + ", 0xff102030, " + depth + ", " + stencil + ")"))
+            << Calls()[0];
+    }
+}
+
+TEST_F(UMDDdiDeviceBlt, Clear_Rectangles_AreForwardedAndTraced)
+{
+    EXPECT_EQ(S_OK, Clear(D3DCLEAR_TARGET, {{1, 2, 3, 4}, {5, 6, 7, 8}}));
+    EXPECT_EQ(Lines{"Clear(2, [1,2,3,4 5,6,7,8], 1, 0xff102030, 0, 0)"}, Calls());
+    EXPECT_EQ(
+        (Lines{"=> UMDDdiClear ClrCount: 2 Flags:1 FillColor:ff102030 FillDepth:3f000000 FillStencil:77 \n",
+            "Rectangle index:0 left:1 top:2 right:3 bottom:4\n", "Rectangle index:1 left:5 top:6 right:7 bottom:8\n",
+            ">>> UMDDdiDevice::Clear\n", "<<< UMDDdiDevice::Clear\n"}),
+        Trace());
+}
+
+TEST_F(UMDDdiDeviceBlt, Clear_DelegatedCallFails_TracesTheExitToo)
+{
+    m_Fake.Fail("Clear", kRefused);
+    EXPECT_EQ(kRefused, Clear(D3DCLEAR_TARGET));
+    const Lines lines = Trace();
+    ASSERT_EQ(4u, lines.size());
+    EXPECT_EQ("UMDDdiDevice::Clear failed! 0x8876086c\n", lines[2]);
+    EXPECT_EQ("<<< UMDDdiDevice::Clear\n", lines[3]);
+}
+
+namespace
+{
+/// A texture that keeps what it is asked to upload.
+class TexBltProbe : public UMDRscTexture
+{
+public:
+    TexBltProbe(UMDDdiDevice* pDevice, const D3DDDIARG_CREATERESOURCE* pCreate)
+        : UMDRscTexture(
+              pDevice, nullptr, pCreate, UMDRscTextureTraits{FALSE, 0, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE})
+    {
+    }
+
+    HRESULT TexBlt(const RECT* pSrcRect, UMDRscBase* pDst, const RECT* pDstPoint) override
+    {
+        m_SrcRect = *pSrcRect;
+        m_pDst = pDst;
+        m_DstRect = *pDstPoint;
+        return S_OK;
+    }
+
+    RECT m_SrcRect{};
+    RECT m_DstRect{};
+    UMDRscBase* m_pDst = nullptr;
+};
+}  // namespace
+
+TEST_F(UMDDdiDeviceBlt, TexBlt_AnyRectangle_DestinationIsOfItsSizeAtThePoint)
+{
+    const D3DDDIARG_CREATERESOURCE create = {};
+    TexBltProbe probe(&Device(), &create);
+    const HANDLE hTarget = CreateTarget();
+    EXPECT_EQ(S_OK, TexBlt(ToHandle(&probe), hTarget));
+    EXPECT_EQ(hTarget, ToHandle(probe.m_pDst));
+    const RECT srcRect = {1, 2, 5, 6}, dstRect = {7, 1, 11, 5};
+    EXPECT_TRUE(EqualRect(&probe.m_SrcRect, &srcRect));
+    EXPECT_TRUE(EqualRect(&probe.m_DstRect, &dstRect));
+}

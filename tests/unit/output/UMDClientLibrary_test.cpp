@@ -1,0 +1,157 @@
+#include "output/UMDClientLibrary.h"
+
+#include "ImportPatch.h"
+#include "RegistryOverride.h"
+#include "TraceCapture.h"
+#include "TraceMask.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+using tesslo::test::FailingImport;
+using tesslo::test::ImportPatch;
+using tesslo::test::RegistryOverride;
+using tesslo::test::TraceCapture;
+using tesslo::test::TraceMask;
+
+using Lines = std::vector<std::string>;
+
+constexpr wchar_t kKey[] = L"Software\\Zembrilo\\Tesslo";
+
+std::wstring s_Asked;  ///< the name that the loader was asked for
+HMODULE s_Loaded;      ///< what it answers
+int s_Freed;
+
+HMODULE WINAPI TakeName(const wchar_t* pName)
+{
+    s_Asked = pName;
+    SetLastError(ERROR_MOD_NOT_FOUND);
+    return s_Loaded;
+}
+
+BOOL WINAPI TakeFree(HMODULE hModule)
+{
+    EXPECT_EQ(s_Loaded, hModule);
+    ++s_Freed;
+    return TRUE;
+}
+
+class UMDClientLibraryTest : public testing::Test
+{
+protected:
+    UMDClientLibraryTest()
+    {
+        s_Asked = L"nothing asked";
+        s_Loaded = nullptr;
+        s_Freed = 0;
+    }
+
+    ~UMDClientLibraryTest() override { UMDClientLibraryFree(); }
+
+    static void Store(DWORD type, const void* pData, size_t size)
+    {
+        ASSERT_EQ(ERROR_SUCCESS,
+            RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, L"DllNameInterface", type, pData, static_cast<DWORD>(size)));
+    }
+
+    RegistryOverride m_Registry;
+    TraceMask m_Mask{UMDTRACE_ERROR};
+    TraceCapture m_Trace;
+    ImportPatch m_Load{nullptr, "kernel32.dll", "LoadLibraryW", reinterpret_cast<void*>(TakeName)};
+    ImportPatch m_Free{nullptr, "kernel32.dll", "FreeLibrary", reinterpret_cast<void*>(TakeFree)};
+};
+
+TEST_F(UMDClientLibraryTest, Load_NoName_WritesTheDefaultBackAndLoadsIt)
+{
+    UMDClientLibraryLoad();
+    EXPECT_EQ(L"TessloClientDllSample.dll", s_Asked);
+    wchar_t text[64] = {};
+    DWORD size = sizeof(text), type = 0;
+    EXPECT_EQ(
+        ERROR_SUCCESS, RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"DllNameInterface", RRF_RT_ANY, &type, text, &size));
+    EXPECT_EQ(DWORD{REG_SZ}, type);
+    EXPECT_EQ(sizeof(L"TessloClientDllSample.dll"), size);
+    EXPECT_STREQ(L"TessloClientDllSample.dll", text);
+    EXPECT_EQ((Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! DllNameInterface ERROR_FILE_NOT_FOUND\n",
+                  "UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"}),
+        m_Trace.Lines());
+}
+
+TEST_F(UMDClientLibraryTest, Load_DefaultCannotBeWritten_TracesItAndStillLoadsIt)
+{
+    FailingImport refused(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_ACCESS_DENIED, 4711);
+    UMDClientLibraryLoad();
+    EXPECT_EQ(L"TessloClientDllSample.dll", s_Asked);
+    EXPECT_EQ(1u, m_Trace.Count("UMDUtilRegistryValueSet RegSetValueExW failed! DllNameInterface 5\n"));
+    EXPECT_EQ(1u, m_Trace.LinesContaining("UMDUtilDebugTraceDllMain UMDUtilRegistryValueSet failed! ").size());
+}
+
+TEST_F(UMDClientLibraryTest, Load_BareNameOrPath_IsPassedOnAsItIs)
+{
+    for (const std::wstring name : {L"Other.dll", L"C:\\Some folder\\Other.dll", L"..\\Other"})
+    {
+        m_Registry.SetClientDllName(name);
+        UMDClientLibraryLoad();
+        EXPECT_EQ(name, s_Asked);
+        EXPECT_EQ(name, m_Registry.ClientDllName()) << "a name that is there is not rewritten";
+    }
+}
+
+TEST_F(UMDClientLibraryTest, Load_LongestName_IsPassedOnWhole)
+{
+    const std::wstring name(127, L'n');
+    m_Registry.SetClientDllName(name);
+    UMDClientLibraryLoad();
+    EXPECT_EQ(name, s_Asked);
+}
+
+TEST_F(UMDClientLibraryTest, Load_NameWithoutTerminatingNull_EndsWhereItsBytesEnd)
+{
+    const std::wstring name(128, L'n');
+    Store(REG_BINARY, name.data(), name.size() * sizeof(wchar_t));
+    UMDClientLibraryLoad();
+    EXPECT_EQ(name, s_Asked);
+    Store(REG_BINARY, name.data(), 3 * sizeof(wchar_t));
+    UMDClientLibraryLoad();
+    EXPECT_EQ(L"nnn", s_Asked);
+}
+
+TEST_F(UMDClientLibraryTest, Load_NameTooLong_IsReplacedByTheDefault)
+{
+    m_Registry.SetClientDllName(std::wstring(128, L'n'));
+    UMDClientLibraryLoad();
+    EXPECT_EQ(L"TessloClientDllSample.dll", s_Asked);
+    EXPECT_EQ(L"TessloClientDllSample.dll", m_Registry.ClientDllName());
+    EXPECT_EQ(1u, m_Trace.Count("UMDUtilRegistryValueGet RegQueryValueExW failed! DllNameInterface 234\n"));
+}
+
+TEST_F(UMDClientLibraryTest, Load_EmptyName_IsTakenForANameAndFails)
+{
+    m_Registry.SetClientDllName(L"");
+    UMDClientLibraryLoad();
+    EXPECT_EQ(L"", s_Asked);
+    EXPECT_EQ(Lines{"UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"}, m_Trace.Lines());
+    EXPECT_EQ(nullptr, UMDClientLibraryModule());
+}
+
+TEST_F(UMDClientLibraryTest, Free_Loaded_FreesOnceAndForgets)
+{
+    s_Loaded = reinterpret_cast<HMODULE>(0x10000);
+    m_Registry.SetClientDllName(L"Other.dll");
+    UMDClientLibraryLoad();
+    EXPECT_EQ(s_Loaded, UMDClientLibraryModule());
+    UMDClientLibraryFree();
+    EXPECT_EQ(nullptr, UMDClientLibraryModule());
+    UMDClientLibraryFree();
+    EXPECT_EQ(1, s_Freed);
+    EXPECT_TRUE(m_Trace.Lines().empty());
+}
+
+TEST_F(UMDClientLibraryTest, Free_NothingLoaded_FreesNothing)
+{
+    UMDClientLibraryLoad();
+    UMDClientLibraryFree();
+    EXPECT_EQ(0, s_Freed);
+}
+}  // namespace
