@@ -2,9 +2,9 @@
 
 #include "BenchNullDevice.h"
 #include "BenchTimer.h"
-#include "HostError.h"
-#include "HostSession.h"
-#include "clients/TestClientTable.h"
+#include "client/test/TestClientTable.h"
+#include "host/runtime/HostError.h"
+#include "host/runtime/HostSession.h"
 
 #include <functional>
 #include <string>

@@ -1,8 +1,8 @@
 // The driver's painter and a plain device's, to be measured side by side in one process.
 #pragma once
 
-#include "DifferentialDriverPainter.h"
-#include "DifferentialPlainPainter.h"
+#include "tools/painters/DifferentialDriverPainter.h"
+#include "tools/painters/DifferentialPlainPainter.h"
 
 /// Lives until the process ends, which must end without clean-up (TerminateProcess): Wine 8 lends each thread one GL
 /// context, and to end one of two devices that a thread has used in turn was seen to hang in Mesa 22.3 or to crash.

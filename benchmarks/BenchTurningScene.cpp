@@ -1,6 +1,6 @@
 #include "BenchTurningScene.h"
 
-#include "HostShaderCode.h"
+#include "host/scenes/HostShaderCode.h"
 
 #include <algorithm>
 #include <bit>

@@ -2,9 +2,9 @@
 // a plain device's are the same work.
 #pragma once
 
-#include "DifferentialPainter.h"
-#include "HostGeometry.h"
-#include "HostMatrix.h"
+#include "host/scenes/HostGeometry.h"
+#include "host/scenes/HostMatrix.h"
+#include "tools/painters/DifferentialPainter.h"
 
 class BenchTurningScene
 {

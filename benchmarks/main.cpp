@@ -2,7 +2,7 @@
 #include "BenchDriver.h"
 #include "BenchImage.h"
 #include "BenchOptions.h"
-#include "HostError.h"
+#include "host/runtime/HostError.h"
 
 #include <CLI/CLI.hpp>
 

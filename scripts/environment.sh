@@ -73,7 +73,7 @@ install_packages()
     # The password is asked here, where the terminal still is.
     as_root true
     run_logged apt-update as_root apt-get -q update
-    # shellcheck disable=SC2086 - one word a package
+    # shellcheck disable=SC2086 # one word a package
     run_logged apt-install as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get -q -y --no-install-recommends -o DPkg::Lock::Timeout=300 install $missing
 }
@@ -89,18 +89,33 @@ lock_build()
     fi
 }
 
-build_all()
+configure()
 {
     say "configuring ($TESSLO_PRESET)"
     cd "$TESSLO_ROOT"
     run_logged configure cmake --preset "$TESSLO_PRESET"
+}
+
+build_all()
+{
+    configure
     say "building"
     run_logged build cmake --build --preset "$TESSLO_PRESET"
 }
 
+# What needs no Windows, for this machine and under the sanitizers: ./test alone asks for it.
+build_native()
+{
+    say "building (native)"
+    cd "$TESSLO_ROOT"
+    run_logged configure-native cmake --preset native
+    run_logged build-native cmake --build --preset native
+}
+
 stop_environment()
 {
-    if [[ -n ${WINEPREFIX:-} ]]; then
+    # Never the server of a prefix that whoever calls us works with.
+    if [[ ${WINEPREFIX:-} == "$TESSLO_BUILD/wine" ]]; then
         wineserver -k </dev/null >/dev/null 2>&1 || true
     fi
     if [[ -n ${TESSLO_XVFB:-} ]]; then
@@ -139,13 +154,18 @@ start_wine()
     wine wineboot -u </dev/null >/dev/null 2>&1 9>&- || die "Wine did not start in $WINEPREFIX"
 }
 
-# Everything up to a built tree and a running Wine.
-start_environment()
+# build/ is ours and the packages are there.
+prepare_environment()
 {
     lock_build
     trap stop_environment EXIT
     trap 'exit 130' INT TERM
     install_packages
+}
+
+# Everything from there to a built tree and a running Wine.
+start_environment()
+{
     build_all
     start_display
     start_wine

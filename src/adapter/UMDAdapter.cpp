@@ -3,9 +3,8 @@
 #include "adapter/UMDAdapterCapsTrace.h"
 #include "device/UMDDdiDevice.h"
 #include "device/entries/UMDDdiDeviceFuncs.h"
+#include "util/UMDMakeUnique.h"
 #include "util/UMDUtilDebugTrace.h"
-
-#include <new>
 
 namespace
 {
@@ -19,7 +18,7 @@ UMDAdapter& ToAdapter(HANDLE hAdapter)
 }  // namespace
 
 UMDAdapter::UMDAdapter(HANDLE hRTAdapter, UINT version, const D3DDDI_ADAPTERCALLBACKS* pCallbacks)
-    : m_hRTAdapter(hRTAdapter), m_pDevice(nullptr), m_Version(version), m_AdapterCallbacks(*pCallbacks),
+    : m_hRTAdapter(hRTAdapter), m_Version(version), m_AdapterCallbacks(*pCallbacks),
       m_InstanceNumber(InterlockedIncrement(&g_AdapterInstanceCount))
 {
     UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDAdapter::UMDAdapter %d 0x%x\n", m_InstanceNumber, UMDLow32(this));
@@ -28,11 +27,6 @@ UMDAdapter::UMDAdapter(HANDLE hRTAdapter, UINT version, const D3DDDI_ADAPTERCALL
 UMDAdapter::~UMDAdapter()
 {
     UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDAdapter::~UMDAdapter %d\n", m_InstanceNumber);
-}
-
-HANDLE UMDRuntimeAdapter(const UMDAdapter* pAdapter)
-{
-    return pAdapter->RuntimeAdapter();
 }
 
 HRESULT APIENTRY UMDAdapter::DdiGetCaps(HANDLE hAdapter, const D3DDDIARG_GETCAPS* pGetCaps)
@@ -51,31 +45,37 @@ HRESULT APIENTRY UMDAdapter::DdiCreateDevice(HANDLE hAdapter, D3DDDIARG_CREATEDE
 
 HRESULT UMDAdapter::CreateDevice(D3DDDIARG_CREATEDEVICE* pCreateDevice)
 {
-    auto* pDevice = new (std::nothrow)
-        UMDDdiDevice(pCreateDevice->hDevice, pCreateDevice->Interface, m_Version, this, pCreateDevice->pCallbacks);
+    auto pDevice = UMDMakeUnique<UMDDdiDevice>(
+        pCreateDevice->hDevice, pCreateDevice->Interface, m_Version, this, m_hRTAdapter, pCreateDevice->pCallbacks);
     if (!pDevice)
         return UMDFail(E_FAIL, L"UMDAdapter::CreateDevice new UMDDdiDevice failed!\n");
     if (!pDevice->Initialize())
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDAdapter::CreateDevice pCtxt->Initialize failed!\n");
-        delete pDevice;
-        return E_FAIL;
-    }
-    pCreateDevice->hDevice = pDevice;
-    m_pDevice = pDevice;
+        return UMDFail(E_FAIL, L"UMDAdapter::CreateDevice pCtxt->Initialize failed!\n");
+    pCreateDevice->hDevice = pDevice.get();
+    // An earlier device stays the runtime's, which may hold its handle still: nobody frees it.
+    static_cast<void>(m_pDevice.release());
+    m_pDevice = std::move(pDevice);
     UMDDdiFillDeviceFuncs(pCreateDevice->pDeviceFuncs);
     return S_OK;
+}
+
+void UMDAdapter::CloseDevice()
+{
+    if (!m_pDevice)
+        return;
+    m_pDevice->DestroyThreads();
+    m_pDevice.reset();
 }
 
 HRESULT APIENTRY OpenAdapter(D3DDDIARG_OPENADAPTER* pOpenAdapter)
 {
     UMD_TRACE(UMDTRACE_DDI | UMDTRACE_ENTER, L">>> OpenAdapter Interface: %d Version: %d Driver Version: %d\n",
         pOpenAdapter->Interface, pOpenAdapter->Version, pOpenAdapter->DriverVersion);
-    auto* pAdapter =
-        new (std::nothrow) UMDAdapter(pOpenAdapter->hAdapter, pOpenAdapter->Version, pOpenAdapter->pAdapterCallbacks);
+    auto pAdapter =
+        UMDMakeUnique<UMDAdapter>(pOpenAdapter->hAdapter, pOpenAdapter->Version, pOpenAdapter->pAdapterCallbacks);
     if (!pAdapter)
         return E_FAIL;
-    pOpenAdapter->hAdapter = pAdapter;
+    pOpenAdapter->hAdapter = pAdapter.release();
     pOpenAdapter->DriverVersion = D3D_UMD_INTERFACE_VERSION_WIN7;
     *pOpenAdapter->pAdapterFuncs = {
         .pfnGetCaps = UMDAdapter::DdiGetCaps,
@@ -90,12 +90,7 @@ HRESULT APIENTRY CloseAdapter(HANDLE hAdapter)
     UMD_TRACE(UMDTRACE_DDI | UMDTRACE_ENTER, L">>> CloseAdapter\n");
     if (!hAdapter)
         return S_OK;
-    UMDAdapter* pAdapter = &ToAdapter(hAdapter);
-    if (UMDDdiDevice* pDevice = pAdapter->Device())
-    {
-        pDevice->DestroyThreads();
-        delete pDevice;
-    }
-    delete pAdapter;
+    const std::unique_ptr<UMDAdapter> pAdapter(&ToAdapter(hAdapter));
+    pAdapter->CloseDevice();
     return S_OK;
 }

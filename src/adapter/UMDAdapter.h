@@ -7,6 +7,8 @@
 
 #include "ddi/ddi.h"
 
+#include <memory>
+
 class UMDDdiDevice;
 
 class UMDAdapter
@@ -28,15 +30,15 @@ public:
     /// Answers one capability query: UMDAdapterGetCaps.cpp.
     HRESULT GetCaps(const D3DDDIARG_GETCAPS* pGetCaps);
     HRESULT CreateDevice(D3DDDIARG_CREATEDEVICE* pCreateDevice);
+    /// Stops the threads of the device created last and frees it.
+    void CloseDevice();
 
     /// The device created last, null before the first. Owned by the adapter.
-    UMDDdiDevice* Device() const { return m_pDevice; }
-    /// The runtime's handle of this adapter.
-    HANDLE RuntimeAdapter() const { return m_hRTAdapter; }
+    UMDDdiDevice* Device() const { return m_pDevice.get(); }
 
 private:
     HANDLE m_hRTAdapter;
-    UMDDdiDevice* m_pDevice;
+    std::unique_ptr<UMDDdiDevice> m_pDevice;
     UINT m_Version;
     D3DDDI_ADAPTERCALLBACKS m_AdapterCallbacks;  ///< never called
     LONG m_InstanceNumber;                       ///< 1 for the first adapter of the process

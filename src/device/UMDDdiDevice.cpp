@@ -4,12 +4,12 @@
 #include "output/UMDClientLibrary.h"
 #include "util/UMDUtilDebugTrace.h"
 
-UMDDdiDevice::UMDDdiDevice(
-    HANDLE hDevice, UINT, UINT version, UMDAdapter* pAdapter, const D3DDDI_DEVICECALLBACKS* pCallbacks)
+UMDDdiDevice::UMDDdiDevice(HANDLE hDevice, UINT, UINT version, UMDAdapter* pAdapter, HANDLE hRTAdapter,
+    const D3DDDI_DEVICECALLBACKS* pCallbacks)
     : m_hDevice(hDevice), m_Kind(5), m_Version(version), m_d3dCallbacks(*pCallbacks), m_pAdapter(pAdapter),
-      m_hContext(nullptr), m_pCommandBuffer(nullptr), m_CommandBufferSize(0), m_pAllocationList(nullptr),
-      m_AllocationListSize(0), m_pPatchLocationList(nullptr), m_PatchLocationListSize(0), m_StreamSource0Offset(0),
-      m_StreamSource0Stride(0), m_pStreamSource0VertexBufferPointer(nullptr),
+      m_hRTAdapter(hRTAdapter), m_hContext(nullptr), m_pCommandBuffer(nullptr), m_CommandBufferSize(0),
+      m_pAllocationList(nullptr), m_AllocationListSize(0), m_pPatchLocationList(nullptr), m_PatchLocationListSize(0),
+      m_StreamSource0Offset(0), m_StreamSource0Stride(0), m_pStreamSource0VertexBufferPointer(nullptr),
       m_pStreamSource0VertexBufferResource(nullptr)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::UMDDdiDevice\n");
@@ -88,8 +88,8 @@ void UMDDdiDevice::DestroyContext()
 bool UMDDdiDevice::CreateThreads()
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreateThreads\n");
-    // Without a delegated device the start goes on: every later operation finds it missing and says so.
-    m_ThreadGpuD3D9.ThreadGuiStart();
+    // Without a delegated device the start goes on: operations that need one later fail, or fault and are guarded.
+    m_ThreadGpuD3D9.ThreadGuiStart(UMDClientLibraryModule());
     if (FAILED(InterFrameBufferThreadsStart()))
         return false;
     UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreateThreads\n");
@@ -112,7 +112,7 @@ HRESULT UMDDdiDevice::InterFrameBufferThreadsStart()
     {
         UMD_TRACE(UMDTRACE_DETAIL, L"UMDDdiDevice::InterFrameBufferThreadsStart m_ThreadFrameBuffer[%d]\n", i);
         const UINT sourceId = InternalQueryVidPnSourceId(i);
-        if (!m_ThreadFrameBuffer[i].Start(this, sourceId, UMDClientLibraryModule()))
+        if (!m_ThreadFrameBuffer[i].Start(this, sourceId, UMDClientLibraryModule(), GetDevice()))
             return UMDFail(E_FAIL, L"UMDDdiDevice::InterFrameBufferThreadsStart m_ThreadFrameBuffer %d failed!\n", i);
     }
     return S_OK;
@@ -126,7 +126,7 @@ UINT UMDDdiDevice::InternalQueryVidPnSourceId(UINT index)
     escape.pPrivateDriverData = &query;
     escape.PrivateDriverDataSize = sizeof(query);
     const auto pfnEscapeCb = m_d3dCallbacks.pfnEscapeCb;
-    if (!pfnEscapeCb || FAILED(pfnEscapeCb(UMDRuntimeAdapter(m_pAdapter), &escape)))
+    if (!pfnEscapeCb || FAILED(pfnEscapeCb(m_hRTAdapter, &escape)))
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDevice::InterFrameBufferThreadsStart pfnEscapeCb %d failed!\n", index);
         return index;
@@ -144,9 +144,4 @@ HRESULT UMDDdiDevice::InterFrameBufferThreadsStop()
             m_ThreadFrameBuffer[i].Wait(INFINITE);
     }
     return S_OK;
-}
-
-IDirect3DDevice9Ex* UMDDelegatedDevice(UMDDdiDevice* pDevice)
-{
-    return pDevice->GetDevice();
 }

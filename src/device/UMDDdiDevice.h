@@ -23,9 +23,11 @@ public:
     /// @param hDevice    the runtime's handle, first argument of every callback.
     /// @param interface_ accepted and not kept.
     /// @param version    the interface version that the adapter was opened with.
+    /// @param pAdapter   the owner; only its address is kept.
+    /// @param hRTAdapter the runtime's handle of the adapter, first argument of an escape.
     /// @param pCallbacks copied whole.
-    UMDDdiDevice(
-        HANDLE hDevice, UINT interface_, UINT version, UMDAdapter* pAdapter, const D3DDDI_DEVICECALLBACKS* pCallbacks);
+    UMDDdiDevice(HANDLE hDevice, UINT interface_, UINT version, UMDAdapter* pAdapter, HANDLE hRTAdapter,
+        const D3DDDI_DEVICECALLBACKS* pCallbacks);
     ~UMDDdiDevice();
 
     UMDDdiDevice(const UMDDdiDevice&) = delete;
@@ -45,7 +47,6 @@ public:
     /// The runtime's handle of this device.
     HANDLE RuntimeDevice() const { return m_hDevice; }
     const D3DDDI_DEVICECALLBACKS& Callbacks() const { return m_d3dCallbacks; }
-    UMDAdapter* Adapter() const { return m_pAdapter; }
 
     // Pipeline state: UMDDdiDeviceState.cpp, UMDDdiDeviceStream.cpp, UMDDdiDeviceShader.cpp.
     HRESULT SetRenderState(const D3DDDIARG_RENDERSTATE* pRenderState);
@@ -75,7 +76,7 @@ public:
     HRESULT SetVertexShaderDecl(HANDLE hVertexShaderDecl);
     HRESULT SetVertexShaderConst(const D3DDDIARG_SETVERTEXSHADERCONST* pSetConst, const void* pData);
 
-    // Operations with a fixed answer, and queries, which are all refused: UMDDdiDeviceFixed.cpp.
+    // Operations with a fixed answer: UMDDdiDeviceFixed.cpp.
     HRESULT UpdateWInfo(const D3DDDIARG_WINFO* pWInfo);
     HRESULT SetZRange(const D3DDDIARG_ZRANGE* pZRange);
     HRESULT SetStreamSourceFreq(const D3DDDIARG_SETSTREAMSOURCEFREQ* pFreq);
@@ -90,6 +91,8 @@ public:
     HRESULT GenerateMipSubLevels(const D3DDDIARG_GENERATEMIPSUBLEVELS* pGenerate);
     HRESULT DepthFill(const D3DDDIARG_DEPTHFILL* pDepthFill);
     HRESULT QueryResourceResidency(const D3DDDIARG_QUERYRESOURCERESIDENCY* pQuery);
+
+    // Queries, which are all refused: UMDDdiDeviceQuery.cpp.
     HRESULT CreateFence();
     HRESULT CreateQuery(D3DDDIARG_CREATEQUERY* pCreateQuery);
     HRESULT DeleteQuery(HANDLE hQuery);
@@ -115,10 +118,20 @@ public:
     HRESULT SetDisplayMode(const D3DDDIARG_SETDISPLAYMODE* pSetDisplayMode);
 
     // Resources: UMDDdiDeviceResource.cpp. DestroyResource answers E_FAIL even when it succeeded.
+    HRESULT CreateResource(D3DDDIARG_CREATERESOURCE* pCreate);
+    HRESULT OpenResource(D3DDDIARG_OPENRESOURCE* pOpen);
+    HRESULT Lock(D3DDDIARG_LOCK* pLock);
+    HRESULT Unlock(const D3DDDIARG_UNLOCK* pUnlock);
     HRESULT DestroyResource(HANDLE hResource);
 
-    // Video: UMDDdiEntriesVideo.cpp. Releases the video process device's DXVA2 objects and frees it.
+    // Video process devices: UMDDdiDeviceVideoProcess.cpp. E_FAIL for a null handle.
+    HRESULT DeviceVideoProcessCreate(D3DDDIARG_CREATEVIDEOPROCESSDEVICE* pCreate);
+    /// Releases the video process device's DXVA2 objects and frees it.
     HRESULT DeviceVideoProcessDestroy(HANDLE hVideoProcess);
+    HRESULT VideoProcessBeginFrame(HANDLE hVideoProcess);
+    HRESULT VideoProcessEndFrame(const D3DDDIARG_VIDEOPROCESSENDFRAME* pEndFrame);
+    HRESULT VideoProcessSetRenderTarget(const D3DDDIARG_SETVIDEOPROCESSRENDERTARGET* pSetRT);
+    HRESULT VideoProcessBlt(const D3DDDIARG_VIDEOPROCESSBLT* pBlt);
 
 private:
     /// Asks the kernel-mode driver which video-present source belongs to an index; the index itself if it refuses.
@@ -139,11 +152,12 @@ private:
     UINT m_Kind;  ///< always 5
     UINT m_Version;
     D3DDDI_DEVICECALLBACKS m_d3dCallbacks;
-    UMDAdapter* m_pAdapter;  ///< borrowed
+    UMDAdapter* m_pAdapter;  ///< borrowed; tells who looks at a device in a debugger whose it is
+    HANDLE m_hRTAdapter;     ///< the runtime's handle of the adapter
     UMDThreadGpuD3D9 m_ThreadGpuD3D9;
     HANDLE m_hContext;  ///< kernel-mode context, null when there is none
 
-    // The current command buffer and its lists, the runtime's memory; unset until CreateContext.
+    // The current command buffer and its lists, the runtime's memory; null until CreateContext.
     void* m_pCommandBuffer;
     UINT m_CommandBufferSize;  ///< bytes
     D3DDDI_ALLOCATIONLIST* m_pAllocationList;
@@ -163,10 +177,6 @@ private:
     UMDThreadFrameBuffer m_ThreadFrameBuffer[UMD_VIDPN_SOURCE_COUNT];
     UINT m_SourceRotation[UMD_VIDPN_SOURCE_COUNT];  ///< D3DDDI_ROTATION of the source's newest flip
 };
-
-/// The runtime's handle of an adapter, first argument of an escape. Defined with the adapter, which lies above this
-/// layer.
-HANDLE UMDRuntimeAdapter(const UMDAdapter* pAdapter);
 
 /// Device handles become devices here and nowhere else.
 inline UMDDdiDevice& ToDevice(HANDLE hDevice)

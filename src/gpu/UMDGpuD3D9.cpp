@@ -1,6 +1,6 @@
 #include "gpu/UMDGpuD3D9.h"
 
-#include "output/UMDClientLibrary.h"
+#include "util/UMDModuleExport.h"
 #include "util/UMDUtilDebugTrace.h"
 
 #include <string.h>
@@ -63,13 +63,12 @@ void UMDGpuD3D9::PresentNotification(IDirect3DSurface9* pSurface)
 
 HRESULT UMDGpuD3D9::InternalDeviceRetrieveFromClientDll(HMODULE hClientDll, IDirect3DDevice9Ex** ppDevice)
 {
-    const auto pReserved1 =
-        UMDClientLibraryExport<TessloVirtualMonitorReserved1Function>(hClientDll, TESSLO_CLIENT_RESERVED1);
+    const auto pReserved1 = UMDModuleExport<TessloVirtualMonitorReserved1Function>(hClientDll, TESSLO_CLIENT_RESERVED1);
     if (!pReserved1)
         return UMDFail(
             E_FAIL, L"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! %d\n", GetLastError());
     m_TessloVirtualMonitorReserved2 =
-        UMDClientLibraryExport<TessloVirtualMonitorReserved2Function>(hClientDll, TESSLO_CLIENT_RESERVED2);
+        UMDModuleExport<TessloVirtualMonitorReserved2Function>(hClientDll, TESSLO_CLIENT_RESERVED2);
     // What a library that declines leaves behind is not ours to release; one that promises a device and stores none
     // has failed all the same.
     IDirect3DDevice9Ex* pDevice = nullptr;

@@ -1,9 +1,7 @@
 #include "gpu/UMDThreadGpuD3D9.h"
 
-#include "output/UMDClientLibrary.h"
+#include "util/UMDMakeUnique.h"
 #include "util/UMDUtilDebugTrace.h"
-
-#include <new>
 
 namespace
 {
@@ -14,7 +12,7 @@ UMDThreadGpuD3D9::UMDThreadGpuD3D9()
     : m_hEventCreateFailed(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       m_hEventCreated(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       m_hEventExecuteFunction(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
-      m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_pGpu(nullptr)
+      m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_hClientDll(nullptr)
 {
     UMD_TRACE(UMDTRACE_GPU, L"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n");
 }
@@ -35,9 +33,10 @@ UMDThreadGpuD3D9::~UMDThreadGpuD3D9()
     CloseHandle(m_hEventRequestExit);
 }
 
-void UMDThreadGpuD3D9::ThreadGuiStart()
+void UMDThreadGpuD3D9::ThreadGuiStart(HMODULE hClientDll)
 {
     UMD_TRACE(UMDTRACE_GPU, L"UMDThreadGpuD3D9::ThreadGuiStart\n");
+    m_hClientDll = hClientDll;
     if (!UMDThreadBase::Start())
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Start UMDBaseThread::Start failed! %d\n", GetLastError());
@@ -154,14 +153,14 @@ void UMDThreadGpuD3D9::InternalDispatchMessage()
 HRESULT UMDThreadGpuD3D9::InternalCreateDevice(HWND hWnd)
 {
     UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::InternalCreateDevice\n");
-    m_pGpu = new (std::nothrow) UMDGpuD3D9(hWnd);
+    m_pGpu = UMDMakeUnique<UMDGpuD3D9>(hWnd);
     if (!m_pGpu)
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::InternalCreateDevice failed!\n");
         SetEvent(m_hEventCreateFailed);
         return E_FAIL;
     }
-    if (FAILED(m_pGpu->Create(UMDClientLibraryModule())))
+    if (FAILED(m_pGpu->Create(m_hClientDll)))
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::InternalCreateDevice Create failed!\n");
         SetEvent(m_hEventCreateFailed);
@@ -177,8 +176,7 @@ void UMDThreadGpuD3D9::InternalDestroyDevice()
     if (m_pGpu)
     {
         m_pGpu->Destroy();
-        delete m_pGpu;
-        m_pGpu = nullptr;
+        m_pGpu.reset();
     }
 }
 

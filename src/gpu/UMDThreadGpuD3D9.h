@@ -7,6 +7,8 @@
 #include "gpu/UMDGpuD3D9.h"
 #include "gpu/UMDThreadBase.h"
 
+#include <memory>
+
 class UMDThreadGpuD3D9 : public UMDThreadBase
 {
 public:
@@ -15,7 +17,8 @@ public:
 
     /// Starts the thread and blocks until the delegated device exists or could not be made, which shows only in
     /// GetDevice. Owner's thread.
-    void ThreadGuiStart();
+    /// @param hClientDll the client library, null for none; borrowed.
+    void ThreadGuiStart(HMODULE hClientDll);
 
     /// Asks the thread to destroy device and window and to end; Wait then waits for it. Owner's thread.
     void ThreadGuiRequestExit();
@@ -36,9 +39,10 @@ private:
     void InternalDestroyDevice();
     static LRESULT CALLBACK InternalGuiWndMsgProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
 
-    HANDLE m_hEventCreateFailed;     ///< set by the thread: there will be no device
-    HANDLE m_hEventCreated;          ///< set by the thread: the device exists
-    HANDLE m_hEventExecuteFunction;  ///< set by nobody; ends the thread like an exit request
-    HANDLE m_hEventRequestExit;      ///< set by ThreadGuiRequestExit
-    UMDGpuD3D9* m_pGpu;              ///< owned; written by the thread before it reports and after the exit request
+    HANDLE m_hEventCreateFailed;         ///< set by the thread: there will be no device
+    HANDLE m_hEventCreated;              ///< set by the thread: the device exists
+    HANDLE m_hEventExecuteFunction;      ///< set by nobody; ends the thread like an exit request
+    HANDLE m_hEventRequestExit;          ///< set by ThreadGuiRequestExit
+    HMODULE m_hClientDll;                ///< borrowed
+    std::unique_ptr<UMDGpuD3D9> m_pGpu;  ///< written by the thread before it reports and after the exit request
 };

@@ -12,16 +12,3 @@ void UMDClientLibraryFree();
 
 /// The library's module, null while none is loaded. Borrowed: it lives from attach to detach.
 HMODULE UMDClientLibraryModule();
-
-/// Looks up one export. Null, with the last error set, when it is missing or there is no library: a null module would
-/// otherwise stand for the program that loaded the driver.
-template <typename Function>
-Function UMDClientLibraryExport(HMODULE hClientDll, const char* pName)
-{
-    if (!hClientDll)
-    {
-        SetLastError(ERROR_MOD_NOT_FOUND);
-        return nullptr;
-    }
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(hClientDll, pName)));
-}

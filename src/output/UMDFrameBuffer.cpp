@@ -38,14 +38,20 @@ HRESULT UMDFrameBuffer::DuplicateFrameBuffer(IDirect3DSurface9* pSrcSurface, UIN
     return S_OK;
 }
 
-IDirect3DSurface9* UMDFrameBuffer::GetDuplicateFrameBuffer()
+void UMDFrameBuffer::ShareNewest(UMDFrame* pFrame) const
 {
-    UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDFrameBuffer::GetDuplicateFrameBuffer\n");
-    return m_pSurface[m_nIndexReady];
+    pFrame->m_pSurface.Share(m_pSurface[m_nIndexReady]);
+    pFrame->m_pMemory.Share(m_pSurfaceMalloc[m_nIndexReady]);
 }
 
-UMDFrameMemory* UMDFrameBuffer::GetDuplicateFrameBufferMalloc()
+IDirect3DSurface9* UMDFrameBuffer::GetDuplicateFrameBuffer(const UMDFrame& frame)
+{
+    UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDFrameBuffer::GetDuplicateFrameBuffer\n");
+    return frame.m_pSurface.Get();
+}
+
+BYTE* UMDFrameBuffer::GetDuplicateFrameBufferMalloc(const UMDFrame& frame)
 {
     UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDFrameBuffer::GetDuplicateFrameBufferMalloc\n");
-    return m_pSurfaceMalloc[m_nIndexReady];
+    return frame.m_pMemory->Bits();
 }

@@ -1,9 +1,10 @@
 // A ring of three system-memory copies of an output's presented frames, and which of them is the newest.
 //
-// Belongs to the presenting thread. What the worker reads it holds by references of its own (UMDFrameHandoff), so the
-// ring may be deleted or re-make a slot at any time.
+// Belongs to the presenting thread. What the worker reads is held by references of its own (UMDFrame), so the ring may
+// be deleted or re-make a slot at any time.
 #pragma once
 
+#include "output/UMDFrame.h"
 #include "output/UMDGpuDx9Surface.h"
 
 /// Slots of the ring: one being written, one newest, one still being read.
@@ -22,16 +23,23 @@ public:
     /// Copies a render target into the next slot. The slot is used up even when the copy fails.
     HRESULT DuplicateFrameBuffer(IDirect3DSurface9* pSrcSurface, UINT width, UINT height, D3DFORMAT format);
 
-    /// The newest complete copy; only after a successful DuplicateFrameBuffer. Borrowed.
-    IDirect3DSurface9* GetDuplicateFrameBuffer();
-    /// The buffer that belongs to the newest complete copy. Borrowed.
-    UMDFrameMemory* GetDuplicateFrameBufferMalloc();
+    /// Gives a frame references on the newest complete copy and its buffer; only after a successful
+    /// DuplicateFrameBuffer.
+    void ShareNewest(UMDFrame* pFrame) const;
+
+    // What the worker reads of the frame that it took. Not of the ring: that may be gone by then. Worker's thread.
+
+    /// The frame's copy. Borrowed, as long as the frame holds it.
+    static IDirect3DSurface9* GetDuplicateFrameBuffer(const UMDFrame& frame);
+    /// The buffer for the frame's rotated image. Borrowed, as long as the frame holds it.
+    static BYTE* GetDuplicateFrameBufferMalloc(const UMDFrame& frame);
 
 private:
     IDirect3DDevice9Ex* m_pDevice;  ///< borrowed
     UMDGpuDx9Surface m_Surface;
-    IDirect3DSurface9* m_pSurface[UMD_FRAMEBUFFER_SLOT_COUNT];     ///< owned; made when first needed
-    UMDFrameMemory* m_pSurfaceMalloc[UMD_FRAMEBUFFER_SLOT_COUNT];  ///< owned; there exactly when the surface is
-    UINT m_nIndex;                                                 ///< slot last written
-    UINT m_nIndexReady;  ///< slot of the newest complete copy; unset before the first
+    IDirect3DSurface9* m_pSurface[UMD_FRAMEBUFFER_SLOT_COUNT];  ///< owned; made when first needed
+    UMDFrameMemory*
+        m_pSurfaceMalloc[UMD_FRAMEBUFFER_SLOT_COUNT];  ///< owned; missing beside a surface when memory was short
+    UINT m_nIndex;                                     ///< slot last written
+    UINT m_nIndexReady;  ///< slot of the newest complete copy; means nothing before the first
 };

@@ -1,11 +1,5 @@
 #include "output/UMDFrameHandoff.h"
 
-void UMDFrame::Clear()
-{
-    m_pSurface.Reset();
-    m_pMemory.Reset();
-}
-
 UMDFrame& UMDFrameHandoff::Prepare()
 {
     UMDFrame& frame = m_Frames[m_Presenter];

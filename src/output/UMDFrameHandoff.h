@@ -5,26 +5,9 @@
 // reading outlives the ring it came from. Frames that are not taken in time are replaced, never queued.
 #pragma once
 
-#include "output/UMDFrameMemory.h"
-#include "util/UMDComPtr.h"
-
-#include <d3d9.h>
+#include "output/UMDFrame.h"
 
 #include <atomic>
-
-/// One presented frame: its copy, the buffer for its rotated image, and its geometry.
-struct UMDFrame
-{
-    UMDComPtr<IDirect3DSurface9> m_pSurface;
-    UMDComPtr<UMDFrameMemory> m_pMemory;
-    UINT m_Width = 0;          ///< pixels, before rotation
-    UINT m_Height = 0;         ///< pixels, before rotation
-    UINT m_Pitch = 0;          ///< bytes per row: width * 4
-    UINT m_BytesPerPixel = 0;  ///< 4
-    UINT m_Rotation = 0;       ///< D3DDDI_ROTATION
-
-    void Clear();
-};
 
 class UMDFrameHandoff
 {

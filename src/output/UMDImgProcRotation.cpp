@@ -61,7 +61,7 @@ void Rotate270(BYTE* pDst, const Source& src)
 {
     const UINT row = src.Height * src.BytesPerPixel;
     if (HasFastWalk(pDst, src))
-        UMDImgProcTranspose(pDst, row, src.pBits + (src.Height - 1) * src.Pitch,
+        UMDImgProcTranspose(pDst, row, src.pBits + std::size_t{src.Height - 1} * src.Pitch,
             -static_cast<std::ptrdiff_t>(src.Pitch), src.Width, src.Height);
     else
         RotatePixels(pDst, src, {row - src.BytesPerPixel, row, 0 - src.BytesPerPixel});
@@ -78,7 +78,8 @@ void Rotate180(BYTE* pDst, const Source& src)
     if (src.Pitch == row)
         return UMDImgProcReverse(pDst, src.pBits, pixels, bStream);
     for (UINT y = 0; y < src.Height; ++y)
-        UMDImgProcReverse(pDst + lastRow - y * row, src.pBits + y * src.Pitch, src.Width, bStream);
+        UMDImgProcReverse(
+            pDst + lastRow - std::size_t{y} * row, src.pBits + std::size_t{y} * src.Pitch, src.Width, bStream);
 }
 }  // namespace
 

@@ -1,16 +1,29 @@
 #include "output/UMDThreadFrameBuffer.h"
 
-#include "output/UMDClientLibrary.h"
 #include "output/UMDImgProc.h"
+#include "util/UMDMakeUnique.h"
+#include "util/UMDModuleExport.h"
 #include "util/UMDUtilDebugTrace.h"
 
-#include <new>
+namespace
+{
+/// Looks up one export of the client library. @param pFailed takes the last error.
+template <typename Function>
+bool LookUp(HMODULE hClientDll, const char* pName, Function* ppFunction, const wchar_t* pFailed)
+{
+    *ppFunction = UMDModuleExport<Function>(hClientDll, pName);
+    if (*ppFunction)
+        return true;
+    UMD_TRACE(UMDTRACE_ERROR, pFailed, GetLastError());
+    return false;
+}
+}  // namespace
 
 UMDThreadFrameBuffer::UMDThreadFrameBuffer()
     : m_hEventFrameBufferAvailable(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_bInit(false), m_bExit(false),
-      m_pDeviceContext(nullptr), m_pFrameBuffer(nullptr), m_VidPnSourceId(0), m_hClientDll(nullptr),
-      m_TessloVirtualMonitorPlug(nullptr), m_TessloVirtualMonitorUnplug(nullptr), m_TessloVirtualMonitorUpdate(nullptr)
+      m_pDeviceContext(nullptr), m_VidPnSourceId(0), m_hClientDll(nullptr), m_TessloVirtualMonitorPlug(nullptr),
+      m_TessloVirtualMonitorUnplug(nullptr), m_TessloVirtualMonitorUpdate(nullptr)
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L"UMDThreadFrameBuffer::UMDThreadFrameBuffer\n");
 }
@@ -26,12 +39,13 @@ UMDThreadFrameBuffer::~UMDThreadFrameBuffer()
         SetEvent(m_hEventRequestExit);
         Wait(INFINITE);
     }
-    delete m_pFrameBuffer;
+    m_pFrameBuffer.reset();
     CloseHandle(m_hEventFrameBufferAvailable);
     CloseHandle(m_hEventRequestExit);
 }
 
-bool UMDThreadFrameBuffer::Start(UMDDdiDevice* pDeviceContext, UINT VidPnSourceId, HMODULE hClientDll)
+bool UMDThreadFrameBuffer::Start(
+    UMDDdiDevice* pDeviceContext, UINT VidPnSourceId, HMODULE hClientDll, IDirect3DDevice9Ex* pDeviceDelegated)
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::Start\n");
     if (m_bInit)
@@ -44,7 +58,7 @@ bool UMDThreadFrameBuffer::Start(UMDDdiDevice* pDeviceContext, UINT VidPnSourceI
     m_pDeviceContext = pDeviceContext;
     m_bInit = true;
     m_VidPnSourceId = VidPnSourceId;
-    m_pFrameBuffer = new (std::nothrow) UMDFrameBuffer(UMDDelegatedDevice(pDeviceContext));
+    m_pFrameBuffer = UMDMakeUnique<UMDFrameBuffer>(pDeviceDelegated);
     if (!m_pFrameBuffer)
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Start FrameBuffer is NULL\n");
@@ -65,8 +79,7 @@ bool UMDThreadFrameBuffer::RequestExit()
     if (!m_bInit)
         return false;
     // The ring goes first. A frame that the worker is on lives on by the worker's own references.
-    delete m_pFrameBuffer;
-    m_pFrameBuffer = nullptr;
+    m_pFrameBuffer.reset();
     m_Handoff.Discard();
     if (!m_bExit.exchange(true))
         SetEvent(m_hEventRequestExit);
@@ -106,8 +119,7 @@ bool UMDThreadFrameBuffer::FrameBufferAvailable(
 void UMDThreadFrameBuffer::InternalPublishFrame(UINT width, UINT height, UINT rotation)
 {
     UMDFrame& frame = m_Handoff.Prepare();
-    frame.m_pMemory.Share(m_pFrameBuffer->GetDuplicateFrameBufferMalloc());
-    frame.m_pSurface.Share(m_pFrameBuffer->GetDuplicateFrameBuffer());
+    m_pFrameBuffer->ShareNewest(&frame);
     frame.m_Width = width;
     frame.m_Height = height;
     frame.m_BytesPerPixel = 4;
@@ -165,9 +177,10 @@ bool UMDThreadFrameBuffer::InternalProcessNewestFrame(void** ppConnection, bool*
     UMDFrame* pFrame = m_Handoff.Take();
     if (!pFrame)
         return true;  // taken on an earlier wake-up, or withdrawn by an exit request
-    const bool processed =
-        InternalProcessFrameBuffer(ppConnection, pFrame->m_pMemory->Bits(), pFrame->m_pSurface.Get(), pFrame->m_Width,
-            pFrame->m_Height, pFrame->m_BytesPerPixel, pFrame->m_Pitch, m_VidPnSourceId, pFrame->m_Rotation);
+    BYTE* pBuffer = UMDFrameBuffer::GetDuplicateFrameBufferMalloc(*pFrame);
+    IDirect3DSurface9* pSurface = UMDFrameBuffer::GetDuplicateFrameBuffer(*pFrame);
+    const bool processed = InternalProcessFrameBuffer(ppConnection, pBuffer, pSurface, pFrame->m_Width,
+        pFrame->m_Height, pFrame->m_BytesPerPixel, pFrame->m_Pitch, m_VidPnSourceId, pFrame->m_Rotation);
     m_Handoff.Done();
     if (!processed)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n");
@@ -177,30 +190,13 @@ bool UMDThreadFrameBuffer::InternalProcessNewestFrame(void** ppConnection, bool*
 bool UMDThreadFrameBuffer::InternalInitializeConnection(void** ppConnection, UINT VidPnSourceId)
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::InternalInitializeConnection\n");
-    m_TessloVirtualMonitorPlug =
-        UMDClientLibraryExport<TessloVirtualMonitorPlugFunction>(m_hClientDll, TESSLO_CLIENT_PLUG);
-    if (!m_TessloVirtualMonitorPlug)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! %d\n",
-            GetLastError());
+    if (!LookUp(m_hClientDll, TESSLO_CLIENT_PLUG, &m_TessloVirtualMonitorPlug,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! %d\n") ||
+        !LookUp(m_hClientDll, TESSLO_CLIENT_UNPLUG, &m_TessloVirtualMonitorUnplug,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! %d\n") ||
+        !LookUp(m_hClientDll, TESSLO_CLIENT_UPDATE, &m_TessloVirtualMonitorUpdate,
+            L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! %d\n"))
         return false;
-    }
-    m_TessloVirtualMonitorUnplug =
-        UMDClientLibraryExport<TessloVirtualMonitorUnplugFunction>(m_hClientDll, TESSLO_CLIENT_UNPLUG);
-    if (!m_TessloVirtualMonitorUnplug)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! %d\n",
-            GetLastError());
-        return false;
-    }
-    m_TessloVirtualMonitorUpdate =
-        UMDClientLibraryExport<TessloVirtualMonitorUpdateFunction>(m_hClientDll, TESSLO_CLIENT_UPDATE);
-    if (!m_TessloVirtualMonitorUpdate)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! %d\n",
-            GetLastError());
-        return false;
-    }
     if (!m_TessloVirtualMonitorPlug(ppConnection, VidPnSourceId))
     {
         UMD_TRACE(UMDTRACE_ERROR,

@@ -12,6 +12,7 @@
 #include "tesslo/client.h"
 
 #include <atomic>
+#include <memory>
 
 class UMDDdiDevice;
 
@@ -23,8 +24,11 @@ public:
 
     /// Makes the ring and starts the worker. A second call, even after the worker has ended, answers true and does
     /// nothing. Owner's thread.
-    /// @param hClientDll the client library, borrowed; null ends the worker at its first frame.
-    bool Start(UMDDdiDevice* pDeviceContext, UINT VidPnSourceId, HMODULE hClientDll);
+    /// @param pDeviceContext   borrowed; null is refused.
+    /// @param hClientDll       the client library, borrowed; null ends the worker at its first frame.
+    /// @param pDeviceDelegated the device that frames are copied on, borrowed; null lets every frame fail.
+    bool Start(
+        UMDDdiDevice* pDeviceContext, UINT VidPnSourceId, HMODULE hClientDll, IDirect3DDevice9Ex* pDeviceDelegated);
 
     /// Deletes the ring, then tells the worker to end. Owner's thread.
     /// @return false when it was never started: there is nothing to wait for.
@@ -51,10 +55,10 @@ private:
 
     HANDLE m_hEventFrameBufferAvailable;
     HANDLE m_hEventRequestExit;
-    bool m_bInit;                    ///< set by the first Start and never cleared; owner's thread
-    std::atomic<bool> m_bExit;       ///< exit requested, or the worker has ended
-    UMDDdiDevice* m_pDeviceContext;  ///< borrowed
-    UMDFrameBuffer* m_pFrameBuffer;  ///< owned; presenting thread
+    bool m_bInit;                                    ///< set by the first Start and never cleared; owner's thread
+    std::atomic<bool> m_bExit;                       ///< exit requested, or the worker has ended
+    UMDDdiDevice* m_pDeviceContext;                  ///< borrowed
+    std::unique_ptr<UMDFrameBuffer> m_pFrameBuffer;  ///< presenting thread
     UMDFrameHandoff m_Handoff;
     UINT m_VidPnSourceId;
     HMODULE m_hClientDll;  ///< borrowed
@@ -62,7 +66,3 @@ private:
     TessloVirtualMonitorUnplugFunction m_TessloVirtualMonitorUnplug;
     TessloVirtualMonitorUpdateFunction m_TessloVirtualMonitorUpdate;
 };
-
-/// The delegated device of a device object, null while there is none. Borrowed. Defined with the device object, which
-/// lies above this layer.
-IDirect3DDevice9Ex* UMDDelegatedDevice(UMDDdiDevice* pDevice);

@@ -7,7 +7,7 @@
 
 UMDRscCubeTexture::UMDRscCubeTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
     BOOL openResource, DWORD usage, D3DPOOL pool)
-    : UMDRscTexture(pDevice, hResourceOS, pCreate, openResource, usage, pool, UMDRESOURCETYPE_CUBETEXTURE),
+    : UMDRscTexture(pDevice, hResourceOS, pCreate, {openResource, usage, pool, UMDRESOURCETYPE_CUBETEXTURE}),
       m_CubePool(pool), m_LevelsPerFace(m_SurfCount / kFaces), m_CubeUsage(usage), m_CubeSharedHandle(nullptr)
 {
 }
@@ -28,7 +28,7 @@ HRESULT UMDRscCubeTexture::Create()
     UMDGetFormatBytes(m_Format, &m_BytesPerPixel);
     if (HRESULT hrFaces = InternalGetFaces(); FAILED(hrFaces))
         return hrFaces;
-    InternalAllocate();
+    InternalAllocate({UMDRESOURCETYPE_CUBETEXTURE, m_CubePool, m_CubeUsage, m_LevelsPerFace, m_CubeSharedHandle});
     UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscCubeTexture::Create m_pTexture:0x%x this:0x%x\n", UMDLow32(m_pCubeTexture.Get()),
         UMDLow32(this));
     return S_OK;
@@ -51,27 +51,6 @@ HRESULT UMDRscCubeTexture::InternalGetFaces()
             face, level, UMDLow32(pSurface.Get()), desc.Width, desc.Height);
     }
     return S_OK;
-}
-
-void UMDRscCubeTexture::InternalAllocate()
-{
-    D3DDDI_RESOURCEFLAGS flags = {};
-    flags.RenderTarget = m_bIsRenderTarget;
-    flags.SharedResource = m_bIsSharedResource;
-
-    UMDAllocationPrivateData record = {};
-    record.Kind = UMDALLOCATIONKIND_OTHER;
-    record.Width = m_Width;
-    record.Height = m_Height;
-    record.Format = m_Format;
-    record.Pool = m_CubePool;
-    record.Usage = m_CubeUsage;
-    record.Levels = m_LevelsPerFace;
-    record.ResourceFlags = flags.Value;
-    record.TextureKind = UMDRESOURCETYPE_CUBETEXTURE;
-    record.DriverHandle = UMDLow32(this);
-    record.SharedHandle = UMDLow32(m_CubeSharedHandle);
-    KernelModeAllocateCb(&record);
 }
 
 void UMDRscCubeTexture::Destroy()
@@ -110,7 +89,7 @@ HRESULT UMDRscCubeTexture::Unlock()
     if (!m_bLocked)
         return S_OK;
     if (HRESULT hr = m_pCubeTexture->UnlockRect(D3DCUBEMAP_FACE_POSITIVE_X, 0); FAILED(hr))
-        UMDFail(hr, L"UMDRscCubeTexture::Lock UnlockRect failed!\n");
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscCubeTexture::Lock UnlockRect failed!\n");
     m_bLocked = false;
     return S_OK;
 }

@@ -31,7 +31,6 @@ private:
     static constexpr UINT kMaxLevelsPerFace = 9;  ///< a largest edge of 256 pixels down to 1
 
     HRESULT InternalGetFaces();
-    void InternalAllocate();
 
     D3DPOOL m_CubePool;
     UINT m_LevelsPerFace;

@@ -1,8 +1,12 @@
 #include "resources/UMDRscRenderTargetCapable.h"
 
 #include "device/UMDDdiDevice.h"
+#include "output/UMDImgProc.h"
+#include "resources/UMDSurfaceCopy.h"
+#include "resources/UMDSurfaceList.h"
 #include "util/UMDUtilDebugTrace.h"
 
+#include <algorithm>
 #include <utility>
 
 UMDRscRenderTargetCapable::UMDRscRenderTargetCapable(
@@ -22,6 +26,47 @@ IDirect3DSurface9* UMDRscRenderTargetCapable::GetSurface(UINT, UINT)
 HRESULT UMDRscRenderTargetCapable::Blt(const RECT*, UMDRscBase*, const RECT*)
 {
     return E_NOTIMPL;
+}
+
+void UMDRscRenderTargetCapable::InternalTakeCreate(const D3DDDIARG_CREATERESOURCE* pCreate, D3DPOOL pool)
+{
+    const D3DDDI_SURFACEINFO surface = UMDFirstSurface(pCreate);
+    m_bIsRenderTarget = pCreate->Flags.RenderTarget;
+    m_bIsPrimary = pCreate->Flags.Primary;
+    m_bIsSharedResource = pCreate->Flags.SharedResource;
+    m_Width = surface.Width;
+    m_Height = surface.Height;
+    m_Format = pCreate->Format;
+    m_Pool = pool;
+}
+
+HRESULT UMDRscRenderTargetCapable::InternalDescribe(IDirect3DSurface9* pFirst, D3DSURFACE_DESC* pFirstDesc,
+    IDirect3DSurface9* pSecond, D3DSURFACE_DESC* pSecondDesc, const wchar_t* pFailed)
+{
+    HRESULT hr = pFirst->GetDesc(pFirstDesc);
+    if (SUCCEEDED(hr))
+        hr = pSecond->GetDesc(pSecondDesc);
+    if (FAILED(hr))
+        return UMDFail(hr, pFailed, hr);
+    return S_OK;
+}
+
+HRESULT UMDRscRenderTargetCapable::InternalCopyFrom(
+    const CopyFromTexts& texts, const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch)
+{
+    if (!m_hAllocation)
+        return UMDFail(E_FAIL, texts.pNoAllocation);
+    void* pData = nullptr;
+    if (HRESULT hr = KernelModeLockCb(&pData); FAILED(hr))
+        return UMDFail(hr, texts.pLockFailed, hr);
+
+    UMDImgProcCopy(static_cast<BYTE*>(pData), m_Width * bytesPerPixel, pSrc, srcPitch,
+        UMDFittingPixels(std::min(width, m_Width), srcPitch, bytesPerPixel), std::min(height, m_Height), bytesPerPixel);
+
+    const HRESULT hr = KernelModeUnlockCb();
+    if (FAILED(hr))
+        return UMDFail(hr, texts.pUnlockFailed, hr);
+    return hr;
 }
 
 void UMDRscRenderTargetCapable::KernelModeAllocateCb(UMDAllocationPrivateData* pPrivateData)
@@ -63,7 +108,8 @@ void UMDRscRenderTargetCapable::KernelModeDellocateCb()
     deallocate.NumAllocations = 1;
     deallocate.HandleList = &m_hAllocation;
     if (HRESULT hr = m_pDevice->Callbacks().pfnDeallocateCb(m_pDevice->RuntimeDevice(), &deallocate); FAILED(hr))
-        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModeDellocateCb pfnDeallocateCb failed! hResult 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDRscRenderTargetCapable::KernelModeDellocateCb pfnDeallocateCb failed! hResult 0x%x\n", hr);
 }
 
 void UMDRscRenderTargetCapable::InternalReleaseAllocation()
@@ -81,7 +127,8 @@ HRESULT UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb()
     displayMode.hPrimaryAllocation = m_hAllocation;
     const HRESULT hr = m_pDevice->Callbacks().pfnSetDisplayModeCb(m_pDevice->RuntimeDevice(), &displayMode);
     if (FAILED(hr))
-        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb pfnSetDisplayModeCb failed! 0x%x %s\n", hr,
+        return UMDFail(hr,
+            L"UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb pfnSetDisplayModeCb failed! 0x%x %s\n", hr,
             hr == E_OUTOFMEMORY ? L"OUT OF MEMORY!!!" : L"");
     return hr;
 }
@@ -105,7 +152,7 @@ HRESULT UMDRscRenderTargetCapable::KernelModeUnlockCb()
     unlock.phAllocations = &m_hAllocation;
     const HRESULT hr = m_pDevice->Callbacks().pfnUnlockCb(m_pDevice->RuntimeDevice(), &unlock);
     if (FAILED(hr))
-        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModeUnlockCb pfnUnlockCb failed! 0x%x\n", hr);
+        return UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModeUnlockCb pfnUnlockCb failed! 0x%x\n", hr);
     return hr;
 }
 
@@ -115,7 +162,7 @@ HRESULT UMDRscRenderTargetCapable::KernelModePresentCb(HANDLE hContext)
     present.hSrcAllocation = m_hAllocation;
     present.hContext = hContext;
     if (HRESULT hr = m_pDevice->Callbacks().pfnPresentCb(m_pDevice->RuntimeDevice(), &present); FAILED(hr))
-        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModePresentCb pfnPresentCb failed! 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscRenderTargetCapable::KernelModePresentCb pfnPresentCb failed! 0x%x\n", hr);
     return S_OK;
 }
 
@@ -132,12 +179,14 @@ HRESULT UMDRscRenderTargetCapable::KernelModePresentCbBLT(HANDLE hContext)
         static_cast<UINT>(locked.Pitch));
     if (FAILED(hrCopy))
     {
-        UMDFail(hrCopy, L"UMDRscRenderTargetCapable::KernelModePresentCbBLT CopyFrom failed! hResult: 0x%x\n", hrCopy);
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscRenderTargetCapable::KernelModePresentCbBLT CopyFrom failed! hResult: 0x%x\n",
+            hrCopy);
         RenderTargetDataUnlock(&pSurface);
         return hrCopy;
     }
     if (HRESULT hr = KernelModePresentCb(hContext); FAILED(hr))
-        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModePresentCbBLT KernelModePresentCb failed! 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDRscRenderTargetCapable::KernelModePresentCbBLT KernelModePresentCb failed! 0x%x\n", hr);
     RenderTargetDataUnlock(&pSurface);
     return S_OK;
 }
@@ -145,7 +194,8 @@ HRESULT UMDRscRenderTargetCapable::KernelModePresentCbBLT(HANDLE hContext)
 HRESULT UMDRscRenderTargetCapable::KernelModePresentCbFLIP(HANDLE hContext)
 {
     if (HRESULT hr = KernelModePresentCb(hContext); FAILED(hr))
-        UMDFail(hr, L"UMDRscRenderTargetCapable::KernelModePresentCbFLIP KernelModePresentCb failed! 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDRscRenderTargetCapable::KernelModePresentCbFLIP KernelModePresentCb failed! 0x%x\n", hr);
     constexpr DWORD kFlipPauseMilliseconds = 10;
     Sleep(kFlipPauseMilliseconds);
     return S_OK;
@@ -181,7 +231,8 @@ HRESULT UMDRscRenderTargetCapable::RenderTargetDataLock(
 
     if (HRESULT hr = m_pSysMemSurface->LockRect(pLockedRect, nullptr, 0); FAILED(hr))
     {
-        UMDFail(hr, L"UMDRscRenderTargetCapable::RenderTargetDataLock LockRect failed! hResult: 0x%x\n", hr);
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"UMDRscRenderTargetCapable::RenderTargetDataLock LockRect failed! hResult: 0x%x\n", hr);
         return UMDFail(hr, L"INFO: D3DERR_INVALIDCALL == 0x%x  D3DERR_WASSTILLDRAWING == 0x%x \n", D3DERR_INVALIDCALL,
             D3DERR_WASSTILLDRAWING);
     }
@@ -219,5 +270,6 @@ void UMDRscRenderTargetCapable::RenderTargetDataUnlock(IDirect3DSurface9** ppSur
         return;
     }
     if (HRESULT hr = (*ppSurface)->UnlockRect(); FAILED(hr))
-        UMDFail(hr, L"UMDRscRenderTargetCapable::RenderTargetDataUnlock UnlockRect failed! hResult: 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR,
+            L"UMDRscRenderTargetCapable::RenderTargetDataUnlock UnlockRect failed! hResult: 0x%x\n", hr);
 }

@@ -50,6 +50,25 @@ public:
     bool IsRenderTarget() const { return m_bIsRenderTarget; }
 
 protected:
+    /// Takes what create arguments say to every class.
+    void InternalTakeCreate(const D3DDDIARG_CREATERESOURCE* pCreate, D3DPOOL pool);
+
+    /// Describes two delegated surfaces, in this order.
+    /// @param pFailed what to trace when one refuses; takes the result.
+    static HRESULT InternalDescribe(IDirect3DSurface9* pFirst, D3DSURFACE_DESC* pFirstDesc, IDirect3DSurface9* pSecond,
+        D3DSURFACE_DESC* pSecondDesc, const wchar_t* pFailed);
+
+    /// What a class says when its pixels do not reach the allocation.
+    struct CopyFromTexts
+    {
+        const wchar_t* pNoAllocation;
+        const wchar_t* pLockFailed;    ///< takes the result
+        const wchar_t* pUnlockFailed;  ///< takes the result
+    };
+    /// CopyFrom for every class.
+    HRESULT InternalCopyFrom(
+        const CopyFromTexts& texts, const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch);
+
     /// Gives the kernel-mode allocation back, once, if it was ever asked for.
     void InternalReleaseAllocation();
 

@@ -15,16 +15,8 @@ UMDRscSurface::UMDRscSurface(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3
 {
     if (openResource)
         return;
-    m_bIsRenderTarget = pCreate->Flags.RenderTarget;
-    m_bIsPrimary = pCreate->Flags.Primary;
-    m_bIsSharedResource = pCreate->Flags.SharedResource;
+    InternalTakeCreate(pCreate, pool);
     m_bIsVideoProcessRenderTarget = pCreate->Flags.VideoProcessRenderTarget;
-
-    const D3DDDI_SURFACEINFO surface = UMDFirstSurface(pCreate);
-    m_Width = surface.Width;
-    m_Height = surface.Height;
-    m_Format = pCreate->Format;
-    m_Pool = pool;
     m_MultisampleType = static_cast<D3DMULTISAMPLE_TYPE>(pCreate->MultisampleType);
     m_MultisampleQuality = pCreate->MultisampleQuality;
     m_Rotation = pCreate->Rotation;
@@ -123,19 +115,10 @@ IDirect3DSurface9* UMDRscSurface::GetSurface(UINT, UINT)
 
 HRESULT UMDRscSurface::CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch)
 {
-    if (!m_hAllocation)
-        return UMDFail(E_FAIL, L"UMDRscSurface::CopyFrom m_hAllocation is NULL\n");
-    void* pData = nullptr;
-    if (HRESULT hr = KernelModeLockCb(&pData); FAILED(hr))
-        return UMDFail(hr, L"UMDRscSurface::CopyFrom KernelModeLockCb failed! 0x%x\n", hr);
-
-    UMDImgProcCopy(static_cast<BYTE*>(pData), m_Width * bytesPerPixel, pSrc, srcPitch,
-        UMDFittingPixels(std::min(width, m_Width), srcPitch, bytesPerPixel), std::min(height, m_Height), bytesPerPixel);
-
-    const HRESULT hr = KernelModeUnlockCb();
-    if (FAILED(hr))
-        UMDFail(hr, L"UMDRscSurface::CopyFrom KernelModeUnlockCb failed! 0x%x\n", hr);
-    return hr;
+    static constexpr CopyFromTexts kTexts = {L"UMDRscSurface::CopyFrom m_hAllocation is NULL\n",
+        L"UMDRscSurface::CopyFrom KernelModeLockCb failed! 0x%x\n",
+        L"UMDRscSurface::CopyFrom KernelModeUnlockCb failed! 0x%x\n"};
+    return InternalCopyFrom(kTexts, pSrc, width, height, bytesPerPixel, srcPitch);
 }
 
 HRESULT UMDRscSurface::CopyTo(BYTE* pDst, UINT width, UINT height, UINT bytesPerPixel, UINT dstPitch)
@@ -163,11 +146,9 @@ HRESULT UMDRscSurface::WriteToDelegated(UINT index, const RECT* pRect)
     if (!memory.pSysMem)
         return S_OK;
 
-    D3DLOCKED_RECT locked = {};
-    if (HRESULT hr = m_pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
-        return UMDFail(hr, L"UMDRscSurface::WriteToDelegated Lock failed! 0x%x\n", hr);
-    UMDCopyToLocked(locked, memory, index == 0 ? pRect : nullptr, m_BytesPerPixel);
-    if (HRESULT hr = m_pSurface->UnlockRect(); FAILED(hr))
-        return UMDFail(hr, L"UMDRscSurface::WriteToDelegated Unlock failed! 0x%x\n", hr);
-    return S_OK;
+    static constexpr UMDLockTexts kTexts = {L"UMDRscSurface::WriteToDelegated Lock failed! 0x%x\n",
+        L"UMDRscSurface::WriteToDelegated Unlock failed! 0x%x\n"};
+    return UMDCopyLocked(m_pSurface.Get(), kTexts, [&](const D3DLOCKED_RECT& locked) {
+        UMDCopyToLocked(locked, memory, index == 0 ? pRect : nullptr, m_BytesPerPixel);
+    });
 }

@@ -89,12 +89,10 @@ HRESULT UMDRscSurface::InternalBltVideoToSystem(
 {
     D3DSURFACE_DESC dstDesc = {};
     D3DSURFACE_DESC srcDesc = {};
-    if (HRESULT hr = pDstSurface->GetDesc(&dstDesc); FAILED(hr))
-        return UMDFail(hr, L"UMDRscSurface::Blt GetDesc failed! 0x%x\n", hr);
-    if (HRESULT hr = m_pSurface->GetDesc(&srcDesc); FAILED(hr))
-        return UMDFail(hr, L"UMDRscSurface::Blt GetDesc failed! 0x%x\n", hr);
-
-    HRESULT hr;
+    HRESULT hr = InternalDescribe(
+        pDstSurface, &dstDesc, m_pSurface.Get(), &srcDesc, L"UMDRscSurface::Blt GetDesc failed! 0x%x\n");
+    if (FAILED(hr))
+        return hr;
     if (dstDesc.Width == srcDesc.Width && dstDesc.Height == srcDesc.Height)
     {
         UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n");

@@ -1,35 +1,24 @@
 #include "resources/UMDRscTexture.h"
 
-#include "output/UMDImgProc.h"
 #include "resources/UMDSurfaceCopy.h"
 #include "util/UMDFormatBytes.h"
 #include "util/UMDUtilDebugTrace.h"
 
-#include <algorithm>
-
 UMDRscTexture::UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
-    BOOL openResource, DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type)
-    : UMDRscRenderTargetCapable(pDevice, hResourceOS, type, openResource), m_Levels(UMDSurfaceCount(pCreate)),
-      m_Usage(usage), m_pSurfList(UMDCopySurfaceList(pCreate)), m_SurfCount(UMDSurfaceCount(pCreate)), m_bLocked(false),
-      m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
+    const UMDRscTextureTraits& traits)
+    : UMDRscRenderTargetCapable(pDevice, hResourceOS, traits.Type, traits.OpenResource),
+      m_Levels(UMDSurfaceCount(pCreate)), m_Usage(traits.Usage), m_pSurfList(UMDCopySurfaceList(pCreate)),
+      m_SurfCount(UMDSurfaceCount(pCreate)), m_bLocked(false), m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
 {
-    m_bIsRenderTarget = pCreate->Flags.RenderTarget;
-    m_bIsPrimary = pCreate->Flags.Primary;
-    m_bIsSharedResource = pCreate->Flags.SharedResource;
-
-    const D3DDDI_SURFACEINFO surface = UMDFirstSurface(pCreate);
-    m_Width = surface.Width;
-    m_Height = surface.Height;
-    m_Format = pCreate->Format;
-    m_Pool = pool;
+    InternalTakeCreate(pCreate, traits.Pool);
 }
 
-UMDRscTexture::UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_OPENRESOURCE* pOpen,
-    BOOL openResource, DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type)
-    : UMDRscRenderTargetCapable(pDevice, hResourceOS, type, openResource), m_Levels(0), m_Usage(usage), m_SurfCount(0),
-      m_bLocked(false), m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
+UMDRscTexture::UMDRscTexture(
+    UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_OPENRESOURCE* pOpen, const UMDRscTextureTraits& traits)
+    : UMDRscRenderTargetCapable(pDevice, hResourceOS, traits.Type, traits.OpenResource), m_Levels(0),
+      m_Usage(traits.Usage), m_SurfCount(0), m_bLocked(false), m_pCurrentSurface(nullptr), m_SharedHandle(nullptr)
 {
-    m_Pool = pool;
+    m_Pool = traits.Pool;
     if (pOpen->NumAllocations && pOpen->pOpenAllocationInfo)
         InternalTakeOpened(pOpen->pOpenAllocationInfo[0]);
 }
@@ -96,7 +85,7 @@ HRESULT UMDRscTexture::Create()
     if (HRESULT hrLevels = InternalGetLevels(); FAILED(hrLevels))
         return hrLevels;
     if (m_bIsRenderTarget && m_bIsSharedResource)
-        InternalAllocate();
+        InternalAllocate({UMDRESOURCETYPE_TEXTURE, m_Pool, m_Usage, m_Levels, m_SharedHandle});
     return S_OK;
 }
 
@@ -131,10 +120,10 @@ HRESULT UMDRscTexture::InternalGetLevels()
     return S_OK;
 }
 
-void UMDRscTexture::InternalAllocate()
+void UMDRscTexture::InternalAllocate(const Shared& shared)
 {
     D3DDDI_RESOURCEFLAGS flags = {};
-    flags.Texture = 1;
+    flags.Texture = shared.Type == UMDRESOURCETYPE_TEXTURE;  // a cube's record has no flag that says texture
     flags.RenderTarget = m_bIsRenderTarget;
     flags.SharedResource = m_bIsSharedResource;
 
@@ -143,13 +132,13 @@ void UMDRscTexture::InternalAllocate()
     record.Width = m_Width;
     record.Height = m_Height;
     record.Format = m_Format;
-    record.Pool = m_Pool;
-    record.Usage = m_Usage;
-    record.Levels = m_Levels;
+    record.Pool = shared.Pool;
+    record.Usage = shared.Usage;
+    record.Levels = shared.Levels;
     record.ResourceFlags = flags.Value;
-    record.TextureKind = UMDRESOURCETYPE_TEXTURE;
+    record.TextureKind = shared.Type;
     record.DriverHandle = UMDLow32(this);
-    record.SharedHandle = UMDLow32(m_SharedHandle);
+    record.SharedHandle = UMDLow32(shared.SharedHandle);
     KernelModeAllocateCb(&record);
 }
 
@@ -192,7 +181,7 @@ HRESULT UMDRscTexture::Unlock()
     if (!m_bLocked)
         return S_OK;
     if (HRESULT hr = m_pTexture->UnlockRect(0); FAILED(hr))
-        UMDFail(hr, L"UMDRscTexture::Lock UnlockRect failed!\n");
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscTexture::Lock UnlockRect failed!\n");
     m_bLocked = false;
     return S_OK;
 }
@@ -205,19 +194,10 @@ IDirect3DSurface9* UMDRscTexture::GetSurface(UINT, UINT level)
 
 HRESULT UMDRscTexture::CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch)
 {
-    if (!m_hAllocation)
-        return UMDFail(E_FAIL, L"UMDRscTexture::CopyFrom m_hAllocation is NULL\n");
-    void* pData = nullptr;
-    if (HRESULT hr = KernelModeLockCb(&pData); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::CopyFrom KernelModeLockCb failed! 0x%x\n", hr);
-
-    UMDImgProcCopy(static_cast<BYTE*>(pData), m_Width * bytesPerPixel, pSrc, srcPitch,
-        UMDFittingPixels(std::min(width, m_Width), srcPitch, bytesPerPixel), std::min(height, m_Height), bytesPerPixel);
-
-    const HRESULT hr = KernelModeUnlockCb();
-    if (FAILED(hr))
-        UMDFail(hr, L"UMDRscTexture::CopyFrom KernelModeUnlockCb failed! 0x%x\n", hr);
-    return hr;
+    static constexpr CopyFromTexts kTexts = {L"UMDRscTexture::CopyFrom m_hAllocation is NULL\n",
+        L"UMDRscTexture::CopyFrom KernelModeLockCb failed! 0x%x\n",
+        L"UMDRscTexture::CopyFrom KernelModeUnlockCb failed! 0x%x\n"};
+    return InternalCopyFrom(kTexts, pSrc, width, height, bytesPerPixel, srcPitch);
 }
 
 HRESULT UMDRscTexture::CopyTo(BYTE*, UINT, UINT, UINT, UINT)
@@ -234,14 +214,11 @@ HRESULT UMDRscTexture::WriteToDelegated(UINT level, const RECT* pRect)
     if (!memory.pSysMem)
         return S_OK;
 
-    IDirect3DSurface9* pSurface = GetSurface(0, level);
-    D3DLOCKED_RECT locked = {};
-    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::WriteToDelegated LockRect failed! 0x%x\n", hr);
-    UMDCopyToLocked(locked, memory, level == 0 ? pRect : nullptr, m_BytesPerPixel);
-    if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::WriteToDelegated UnlockRect failed! 0x%x\n", hr);
-    return S_OK;
+    static constexpr UMDLockTexts kTexts = {L"UMDRscTexture::WriteToDelegated LockRect failed! 0x%x\n",
+        L"UMDRscTexture::WriteToDelegated UnlockRect failed! 0x%x\n"};
+    return UMDCopyLocked(GetSurface(0, level), kTexts, [&](const D3DLOCKED_RECT& locked) {
+        UMDCopyToLocked(locked, memory, level == 0 ? pRect : nullptr, m_BytesPerPixel);
+    });
 }
 
 HRESULT UMDRscTexture::WriteFromDelegated(UINT level)
@@ -253,12 +230,8 @@ HRESULT UMDRscTexture::WriteFromDelegated(UINT level)
     if (!memory.pSysMem)
         return S_OK;
 
-    IDirect3DSurface9* pSurface = GetSurface(0, level);
-    D3DLOCKED_RECT locked = {};
-    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::WriteFromDelegated LockRect failed! 0x%x\n", hr);
-    UMDCopyFromLocked(memory, locked, m_BytesPerPixel);
-    if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::WriteFromDelegated UnlockRect failed! 0x%x\n", hr);
-    return S_OK;
+    static constexpr UMDLockTexts kTexts = {L"UMDRscTexture::WriteFromDelegated LockRect failed! 0x%x\n",
+        L"UMDRscTexture::WriteFromDelegated UnlockRect failed! 0x%x\n"};
+    return UMDCopyLocked(GetSurface(0, level), kTexts,
+        [&](const D3DLOCKED_RECT& locked) { UMDCopyFromLocked(memory, locked, m_BytesPerPixel); });
 }

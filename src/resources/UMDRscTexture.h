@@ -7,16 +7,25 @@
 #include "resources/UMDRscRenderTargetCapable.h"
 #include "resources/UMDSurfaceList.h"
 
+/// What whoever makes a texture decides for the delegated one.
+struct UMDRscTextureTraits
+{
+    BOOL OpenResource;  ///< non-zero: the object mirrors a texture that another process shares
+    DWORD Usage;        ///< D3DUSAGE
+    D3DPOOL Pool;
+    UMDRESOURCETYPE Type;  ///< UMDRESOURCETYPE_TEXTURE, or the derived class's
+};
+
 class UMDRscTexture : public UMDRscRenderTargetCapable
 {
 public:
-    /// A new texture. @param type UMDRESOURCETYPE_TEXTURE, or the derived class's.
-    UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate, BOOL openResource,
-        DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type);
+    /// A new texture.
+    UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
+        const UMDRscTextureTraits& traits);
     /// The mirror of a texture that another process shares. Everything is read from the first allocation's private
     /// record; usage and pool stand only while there is no record of ours.
-    UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_OPENRESOURCE* pOpen, BOOL openResource,
-        DWORD usage, D3DPOOL pool, UMDRESOURCETYPE type);
+    UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_OPENRESOURCE* pOpen,
+        const UMDRscTextureTraits& traits);
     ~UMDRscTexture() override;
 
     /// Locks level 0 whole, but only when areaValid is set; else nothing is locked and nothing is written.
@@ -48,6 +57,18 @@ public:
     IDirect3DTexture9* GetTexture() const { return m_pTexture.Get(); }
 
 protected:
+    /// What the private record says of the delegated object.
+    struct Shared
+    {
+        UMDRESOURCETYPE Type;
+        D3DPOOL Pool;
+        DWORD Usage;  ///< D3DUSAGE
+        UINT Levels;  ///< of one face
+        HANDLE SharedHandle;
+    };
+    /// Asks for the kernel-mode allocation, whose record tells another process how to open the object.
+    void InternalAllocate(const Shared& shared);
+
     UINT m_Levels;                         ///< sub-resources of the create arguments
     DWORD m_Usage;                         ///< D3DUSAGE
     UMDSurfaceList m_pSurfList;            ///< null when memory was short
@@ -60,7 +81,6 @@ private:
 
     void InternalTakeOpened(const D3DDDI_OPENALLOCATIONINFO& allocation);
     HRESULT InternalGetLevels();
-    void InternalAllocate();
     HRESULT InternalBltVideoToVideo(IDirect3DSurface9* pSrcSurface, IDirect3DSurface9* pDstSurface);
     HRESULT InternalBltVideoToSystem(const RECT* pSrcRect, IDirect3DSurface9* pSrcSurface, UMDRscBase* pDst,
         IDirect3DSurface9* pDstSurface, const RECT* pDstRect);

@@ -44,12 +44,10 @@ HRESULT UMDRscTexture::InternalBltVideoToSystem(const RECT* pSrcRect, IDirect3DS
 {
     D3DSURFACE_DESC srcDesc = {};
     D3DSURFACE_DESC dstDesc = {};
-    if (HRESULT hr = pSrcSurface->GetDesc(&srcDesc); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::Blt GetDesc failed 0x%x\n", hr);
-    if (HRESULT hr = pDstSurface->GetDesc(&dstDesc); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::Blt GetDesc failed 0x%x\n", hr);
-
-    HRESULT hr;
+    HRESULT hr =
+        InternalDescribe(pSrcSurface, &srcDesc, pDstSurface, &dstDesc, L"UMDRscTexture::Blt GetDesc failed 0x%x\n");
+    if (FAILED(hr))
+        return hr;
     if (srcDesc.Width == dstDesc.Width && srcDesc.Height == dstDesc.Height)
     {
         UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscTexture::Blt VIDEO TO SYSTEM same dimension\n");
@@ -133,9 +131,9 @@ HRESULT UMDRscTexture::InternalBltFallback(const RECT* pSrcRect, IDirect3DSurfac
         reinterpret_cast<const BYTE*>(srcAddress), static_cast<UINT>(src.Pitch), width, height, m_BytesPerPixel);
 
     if (HRESULT hr = pSrcSurface->UnlockRect(); FAILED(hr))
-        UMDFail(hr, L"UMDRscTexture::Blt UnlockRect SRC failed! 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscTexture::Blt UnlockRect SRC failed! 0x%x\n", hr);
     if (HRESULT hr = pDstSurface->UnlockRect(); FAILED(hr))
-        UMDFail(hr, L"UMDRscTexture::Blt UnlockRect DST failed! 0x%x\n", hr);
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscTexture::Blt UnlockRect DST failed! 0x%x\n", hr);
     return E_FAIL;
 }
 

@@ -3,6 +3,19 @@
 #include "device/UMDDdiDevice.h"
 #include "util/UMDUtilDebugTrace.h"
 
+namespace
+{
+/// Sets the registers of one kind. @param pFailed takes the result.
+template <auto Setter, typename Argument, typename Data>
+HRESULT SetConstants(UMDDdiDevice* pDevice, const Argument* pSetConst, const Data* pData, const wchar_t* pFailed)
+{
+    const HRESULT hr = (pDevice->GetDevice()->*Setter)(pSetConst->Register, pData, pSetConst->Count);
+    if (FAILED(hr))
+        return UMDFail(hr, pFailed, hr);
+    return S_OK;
+}
+}  // namespace
+
 UMDShaderPixel::UMDShaderPixel(UMDDdiDevice* pDevice) : UMDRscBase(pDevice, nullptr, UMDRESOURCETYPE_PIXELSHADER) {}
 
 UMDShaderPixel::~UMDShaderPixel() = default;
@@ -36,28 +49,22 @@ HRESULT UMDShaderPixel::SetConst(
     UMDDdiDevice* pDevice, const D3DDDIARG_SETPIXELSHADERCONST* pSetConst, const FLOAT* pData)
 {
     UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDShaderPixel::SetConst\n");
-    const HRESULT hr = pDevice->GetDevice()->SetPixelShaderConstantF(pSetConst->Register, pData, pSetConst->Count);
-    if (FAILED(hr))
-        return UMDFail(hr, L"UMDShaderPixel::SetConst SetPixelShaderConstantF failed! 0x%x\n", hr);
-    return S_OK;
+    return SetConstants<&IDirect3DDevice9Ex::SetPixelShaderConstantF>(
+        pDevice, pSetConst, pData, L"UMDShaderPixel::SetConst SetPixelShaderConstantF failed! 0x%x\n");
 }
 
 HRESULT UMDShaderPixel::SetConstI(
     UMDDdiDevice* pDevice, const D3DDDIARG_SETPIXELSHADERCONSTI* pSetConst, const INT* pData)
 {
     UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDShaderPixel::SetConstI\n");
-    const HRESULT hr = pDevice->GetDevice()->SetPixelShaderConstantI(pSetConst->Register, pData, pSetConst->Count);
-    if (FAILED(hr))
-        return UMDFail(hr, L"UMDShaderPixel::SetConstI SetPixelShaderConstantI failed! 0x%x\n", hr);
-    return S_OK;
+    return SetConstants<&IDirect3DDevice9Ex::SetPixelShaderConstantI>(
+        pDevice, pSetConst, pData, L"UMDShaderPixel::SetConstI SetPixelShaderConstantI failed! 0x%x\n");
 }
 
 HRESULT UMDShaderPixel::SetConstB(
     UMDDdiDevice* pDevice, const D3DDDIARG_SETPIXELSHADERCONSTB* pSetConst, const BOOL* pData)
 {
     UMD_TRACE(UMDTRACE_DETAIL, L">>> UMDShaderPixel::SetConstB\n");
-    const HRESULT hr = pDevice->GetDevice()->SetPixelShaderConstantB(pSetConst->Register, pData, pSetConst->Count);
-    if (FAILED(hr))
-        return UMDFail(hr, L"UMDShaderPixel::SetConstB SetPixelShaderConstantB failed! 0x%x\n", hr);
-    return S_OK;
+    return SetConstants<&IDirect3DDevice9Ex::SetPixelShaderConstantB>(
+        pDevice, pSetConst, pData, L"UMDShaderPixel::SetConstB SetPixelShaderConstantB failed! 0x%x\n");
 }

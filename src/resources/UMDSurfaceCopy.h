@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ddi/ddi.h"
+#include "util/UMDUtilDebugTrace.h"
 
 /// Copies the runtime's pixels into a locked surface.
 /// @param pRect pixels to copy, at the same place on both sides; null for all.
@@ -11,6 +12,27 @@ void UMDCopyToLocked(
 
 /// Copies a whole locked surface into the runtime's pixels.
 void UMDCopyFromLocked(const D3DDDI_SURFACEINFO& memory, const D3DLOCKED_RECT& locked, UINT bytesPerPixel);
+
+/// What a copy prints when its surface cannot be locked or unlocked. Both take the result.
+struct UMDLockTexts
+{
+    const wchar_t* pLockFailed;
+    const wchar_t* pUnlockFailed;
+};
+
+/// Runs a copy while a whole surface of the delegated device is locked.
+/// @param copy called with the D3DLOCKED_RECT.
+template <typename Copy>
+HRESULT UMDCopyLocked(IDirect3DSurface9* pSurface, const UMDLockTexts& texts, Copy copy)
+{
+    D3DLOCKED_RECT locked = {};
+    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
+        return UMDFail(hr, texts.pLockFailed, hr);
+    copy(locked);
+    if (HRESULT hr = pSurface->UnlockRect(); FAILED(hr))
+        return UMDFail(hr, texts.pUnlockFailed, hr);
+    return S_OK;
+}
 
 /// The pixels of a row that fit into its pitch. A format of unknown size counts as four bytes a pixel, which can be
 /// more than its rows hold: a copy must stop at the row's end.

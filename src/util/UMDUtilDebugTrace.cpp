@@ -2,7 +2,7 @@
 // meaning, in which %s takes a narrow string.
 #include "util/UMDUtilDebugTrace.h"
 
-#include "util/UMDUtilRegistry.h"
+#include "util/UMDUtilDebugTraceDirectives.h"
 
 #include <stdarg.h>
 #include <stdio.h>
@@ -28,40 +28,6 @@ int FormatBounded(wchar_t* pBuffer, const wchar_t* pFormat, ...)
     return length;
 }
 
-/// True for a format directive that must not be interpreted without an argument of its own: %n, which writes to memory,
-/// and widths and precisions that no line of ours has, which would fill the disk.
-/// @param length characters of the directive but its last, the conversion.
-bool IsHarmfulDirective(const wchar_t* pDirective, size_t length)
-{
-    size_t digits = 0;
-    for (size_t i = 0; i < length; ++i)
-    {
-        digits = iswdigit(pDirective[i]) ? digits + 1 : 0;
-        if (digits > 3)
-            return true;
-    }
-    return pDirective[length] == L'n';
-}
-
-/// Takes the harmful directives out of a line that is about to be a format.
-void DropHarmfulDirectives(wchar_t* pLine)
-{
-    wchar_t* pKept = pLine;
-    for (const wchar_t* pNext = pLine; *pNext;)
-    {
-        // Flags, width, precision and size stand between the % and the conversion.
-        const size_t length = *pNext == L'%' ? 1 + wcsspn(pNext + 1, L"-+ #0123456789.*hlLwIFN") : 0;
-        const size_t whole = pNext[length] ? length + 1 : length;
-        if (!length || !IsHarmfulDirective(pNext, length))
-        {
-            wmemmove(pKept, pNext, whole);
-            pKept += whole;
-        }
-        pNext += whole;
-    }
-    *pKept = L'\0';
-}
-
 /// Appends one line to the log file, which consumes it; a file that cannot be found or opened is skipped silently.
 void AppendToLogFile(wchar_t* pLine)
 {
@@ -76,7 +42,7 @@ void AppendToLogFile(wchar_t* pLine)
     // The line is the format: a % that the message produced is interpreted once more. It reads zeros, one for each
     // character at the most.
     static const UINT64 zeros[kLineLength] = {};
-    DropHarmfulDirectives(pLine);
+    UMDUtilDebugTraceDropHarmfulDirectives(pLine);
     vfwprintf(pFile, pLine, reinterpret_cast<va_list>(const_cast<UINT64*>(zeros)));
     fclose(pFile);
 }

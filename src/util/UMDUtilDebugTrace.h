@@ -36,7 +36,7 @@ extern UINT g_DebugLevelUMD;
 void UMDUtilDebugTrace(UINT level, const wchar_t* pFormat, ...);
 
 /// Traces a failure at UMDTRACE_ERROR and gives back the result, so that a check is one line.
-HRESULT UMDFail(HRESULT hResult, const wchar_t* pFormat, ...);
+[[nodiscard]] HRESULT UMDFail(HRESULT hResult, const wchar_t* pFormat, ...);
 
 /// Told by DllMain, first thing, of every reason; at process attach it reads the mask and prints the banner.
 void UMDUtilDebugTraceDllMainReason(DWORD reason);

@@ -12,7 +12,8 @@ void UMDUtilDebugTracePrintTextureStageState(UINT level, const D3DDDIARG_TEXTURE
 void UMDUtilDebugTracePrintResourceType(UMDRESOURCETYPE type);
 
 void UMDUtilDebugTracePrintCreateResource(const D3DDDIARG_CREATERESOURCE* pCreateResource);
-void UMDUtilDebugTracePrintOpenResource(const D3DDDIARG_OPENRESOURCE* pOpenResource);
+/// One line of a surface list.
+void UMDUtilDebugTracePrintSurface(UINT index, const D3DDDI_SURFACEINFO& surface);
 /// @param type the kind of the locked resource.
 void UMDUtilDebugTracePrintLock(const D3DDDIARG_LOCK* pLock, UMDRESOURCETYPE type);
 

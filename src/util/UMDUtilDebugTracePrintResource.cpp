@@ -1,4 +1,3 @@
-#include "kernel/UMDAllocationPrivateData.h"
 #include "util/UMDUtilDebugTrace.h"
 #include "util/UMDUtilDebugTracePrint.h"
 
@@ -44,6 +43,19 @@ constexpr const wchar_t* kResourceFlagNames[32] = {
     L"RestrictSharedAccess",
 };
 
+/// Lines of the types that have a name here, UMDRESOURCETYPE_UNKNOWN first.
+constexpr const wchar_t* kTypeTexts[] = {
+    L"   Unknown\n",
+    L"   Shared\n",
+    L"   ZBuffer\n",
+    L"   IndexBuffer\n",
+    L"   VertexBuffer\n",
+    L"   RenderTarget\n",
+    L"   Texture\n",
+    L"   CubeTexture\n",
+};
+static_assert(ARRAYSIZE(kTypeTexts) == UMDRESOURCETYPE_CUBETEXTURE + 1);
+
 const wchar_t* PoolName(D3DDDI_POOL pool)
 {
     switch (pool)
@@ -59,12 +71,6 @@ const wchar_t* PoolName(D3DDDI_POOL pool)
     default:
         return L"D3DDDIPOOL_ invalid value!";
     }
-}
-
-void PrintSurface(UINT index, UINT width, UINT height, UINT depth, UINT sysMem, UINT pitch, UINT slicePitch)
-{
-    UMD_TRACE(kLevel, L"   - Surface %d: width=%d height=%d depth=%d pSysMem=0x%x SysMemPitch=%d SysMemSlicePitch=%d\n",
-        index, width, height, depth, sysMem, pitch, slicePitch);
 }
 
 // 32 slots, filled from the front by the flags that are set, with a blank between two slots.
@@ -86,59 +92,19 @@ void PrintResourceFlags(UINT flags)
     UMD_TRACE(kLevel, L"   Flags: %s\n", slots);
 }
 
-const UMDAllocationPrivateData* PrivateDescription(const D3DDDI_OPENALLOCATIONINFO& allocation)
-{
-    const auto* pData = static_cast<const UMDAllocationPrivateData*>(allocation.pPrivateDriverData);
-    if (!pData || allocation.PrivateDriverDataSize != sizeof(*pData) || pData->Kind != UMDRESOURCETYPE_TEXTURE)
-        return nullptr;
-    return pData;
-}
-
-// What the creating process stored; it keeps nothing of single surfaces.
-void PrintPrivateDescription(const UMDAllocationPrivateData& data)
-{
-    UMD_TRACE(kLevel, L"   ResourceHandle: 0x%x\n", data.DriverHandle);
-    UMD_TRACE(kLevel, L"   %s Format:%d MultisampleType:%d MultisampleQuality:%d SurfCount:%d\n",
-        L"D3DDDIPOOL_VIDEOMEMORY", data.Format, 0, 0, data.Levels);
-    for (UINT i = 0; i < data.Levels; ++i)
-        PrintSurface(i, data.Width, data.Height, data.Levels, 0, 0, 0);
-    const D3DDDI_RESOURCEFLAGS flags = {.Value = data.ResourceFlags};
-    UMD_TRACE(kLevel, L"   Flags: %s %s\n", flags.RenderTarget ? L"RenderTarget | " : L"",
-        flags.Texture ? L"Texture | " : L"");
-}
 }  // namespace
+
+void UMDUtilDebugTracePrintSurface(UINT index, const D3DDDI_SURFACEINFO& surface)
+{
+    UMD_TRACE(kLevel, L"   - Surface %d: width=%d height=%d depth=%d pSysMem=0x%x SysMemPitch=%d SysMemSlicePitch=%d\n",
+        index, surface.Width, surface.Height, surface.Depth, UMDLow32(surface.pSysMem), surface.SysMemPitch,
+        surface.SysMemSlicePitch);
+}
 
 void UMDUtilDebugTracePrintResourceType(UMDRESOURCETYPE type)
 {
-    switch (type)
-    {
-    case UMDRESOURCETYPE_UNKNOWN:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   Unknown\n");
-        break;
-    case UMDRESOURCETYPE_SHARED:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   Shared\n");
-        break;
-    case UMDRESOURCETYPE_ZBUFFER:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   ZBuffer\n");
-        break;
-    case UMDRESOURCETYPE_INDEXBUFFER:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   IndexBuffer\n");
-        break;
-    case UMDRESOURCETYPE_VERTEXBUFFER:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   VertexBuffer\n");
-        break;
-    case UMDRESOURCETYPE_RENDERTARGET:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   RenderTarget\n");
-        break;
-    case UMDRESOURCETYPE_TEXTURE:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   Texture\n");
-        break;
-    case UMDRESOURCETYPE_CUBETEXTURE:
-        UMD_TRACE(UMDTRACE_RESOURCE, L"   CubeTexture\n");
-        break;
-    default:
-        break;
-    }
+    if (type < ARRAYSIZE(kTypeTexts))
+        UMD_TRACE(UMDTRACE_RESOURCE, kTypeTexts[type]);
 }
 
 void UMDUtilDebugTracePrintCreateResource(const D3DDDIARG_CREATERESOURCE* pCreateResource)
@@ -149,31 +115,6 @@ void UMDUtilDebugTracePrintCreateResource(const D3DDDIARG_CREATERESOURCE* pCreat
         PoolName(pCreateResource->Pool), pCreateResource->Format, pCreateResource->MultisampleType,
         pCreateResource->MultisampleQuality, pCreateResource->SurfCount, pCreateResource->VidPnSourceId);
     for (UINT i = 0; i < pCreateResource->SurfCount; ++i)
-    {
-        const D3DDDI_SURFACEINFO& surface = pCreateResource->pSurfList[i];
-        PrintSurface(i, surface.Width, surface.Height, surface.Depth, UMDLow32(surface.pSysMem), surface.SysMemPitch,
-            surface.SysMemSlicePitch);
-    }
+        UMDUtilDebugTracePrintSurface(i, pCreateResource->pSurfList[i]);
     PrintResourceFlags(pCreateResource->Flags.Value);
-}
-
-void UMDUtilDebugTracePrintOpenResource(const D3DDDIARG_OPENRESOURCE* pOpenResource)
-{
-    if (!(g_DebugLevelUMD & kLevel))
-        return;
-    UMD_TRACE(kLevel, L"   OpenResource hResource: 0x%x hKMResource: 0x%x PrivateDriverDataSize: %d Flags: 0x%x\n",
-        UMDLow32(pOpenResource->hResource), pOpenResource->hKMResource, pOpenResource->PrivateDriverDataSize,
-        pOpenResource->Flags.Value);
-    if (pOpenResource->Flags.Fullscreen)
-        UMD_TRACE(kLevel, L"   Fullscreen\n");
-    if (pOpenResource->Flags.AlphaOverride)
-        UMD_TRACE(kLevel, L"   AlphaOverride\n");
-    for (UINT i = 0; i < pOpenResource->NumAllocations; ++i)
-    {
-        const D3DDDI_OPENALLOCATIONINFO& allocation = pOpenResource->pOpenAllocationInfo[i];
-        UMD_TRACE(kLevel, L"   - Allocation %d: hAllocation:0x%x PrivateDriverDataSize:%d\n", i, allocation.hAllocation,
-            allocation.PrivateDriverDataSize);
-        if (const UMDAllocationPrivateData* pData = PrivateDescription(allocation))
-            PrintPrivateDescription(*pData);
-    }
 }

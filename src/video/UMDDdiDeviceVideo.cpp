@@ -1,11 +1,10 @@
 #include "video/UMDDdiDeviceVideo.h"
 
+#include "util/UMDMakeUnique.h"
 #include "util/UMDUtilDebugTrace.h"
 #include "video/UMDGpuDXVA.h"
 
-#include <new>
-
-UMDDdiDeviceVideo::UMDDdiDeviceVideo(UMDDdiDevice* pDevice) : m_pGpuDXVA(new(std::nothrow) UMDGpuDXVA(pDevice))
+UMDDdiDeviceVideo::UMDDdiDeviceVideo(UMDDdiDevice* pDevice) : m_pGpuDXVA(UMDMakeUnique<UMDGpuDXVA>(pDevice))
 {
     if (!m_pGpuDXVA)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDeviceVideo::UMDDdiDeviceVideo failed!\n");

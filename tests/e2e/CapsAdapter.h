@@ -1,9 +1,9 @@
 // An adapter of the driver's DLL, asked as the runtime asks: with a buffer that has guards around it.
 #pragma once
 
-#include "HostAdapter.h"
-#include "HostDriver.h"
-#include "HostKernel.h"
+#include "host/kernel/HostKernel.h"
+#include "host/runtime/HostAdapter.h"
+#include "host/runtime/HostDriver.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // A target with what the scenes draw on it.
 #pragma once
 
-#include "DifferentialPainter.h"
+#include "tools/painters/DifferentialPainter.h"
 
 #include <array>
 

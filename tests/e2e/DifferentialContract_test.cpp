@@ -1,8 +1,8 @@
 // Where the driver shows something else than a plain device would, on purpose: each test has the plain picture that the
 // driver's equals, and the one that it does not.
 #include "DifferentialCanvas.h"
-#include "DifferentialDriverPainter.h"
-#include "DifferentialPlainPainter.h"
+#include "tools/painters/DifferentialDriverPainter.h"
+#include "tools/painters/DifferentialPlainPainter.h"
 
 #include <gtest/gtest.h>
 

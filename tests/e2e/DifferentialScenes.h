@@ -1,7 +1,7 @@
 // The scenes that both painters draw.
 #pragma once
 
-#include "DifferentialPainter.h"
+#include "tools/painters/DifferentialPainter.h"
 
 #include <functional>
 #include <ostream>

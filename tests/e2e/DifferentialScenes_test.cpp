@@ -1,8 +1,8 @@
 // Scenes that the driver must show exactly as a plain device of the same adapter does.
-#include "DifferentialDriverPainter.h"
-#include "DifferentialPlainPainter.h"
 #include "DifferentialScenes.h"
-#include "HostError.h"
+#include "host/runtime/HostError.h"
+#include "tools/painters/DifferentialDriverPainter.h"
+#include "tools/painters/DifferentialPlainPainter.h"
 
 #include <gtest/gtest.h>
 

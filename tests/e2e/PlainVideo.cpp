@@ -1,6 +1,6 @@
 #include "PlainVideo.h"
 
-#include "HostError.h"
+#include "host/runtime/HostError.h"
 #include "util/UMDComPtr.h"
 
 #include <cstring>

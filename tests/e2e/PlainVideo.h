@@ -1,7 +1,7 @@
 // The platform's video service without the driver: the same blit on a device of its own, to compare with.
 #pragma once
 
-#include "HostImage.h"
+#include "host/runtime/HostImage.h"
 
 #include <d3d9.h>
 #include <dxva2api.h>

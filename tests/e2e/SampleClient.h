@@ -1,8 +1,8 @@
 // The sample client library, loaded and called as the driver calls it.
 #pragma once
 
-#include "HostDelivery.h"
-#include "HostImage.h"
+#include "host/runtime/HostDelivery.h"
+#include "host/runtime/HostImage.h"
 
 #include <tesslo/client.h>
 

@@ -11,7 +11,7 @@
 #include <optional>
 #include <thread>
 
-#include "HostTraceFile.h"
+#include "host/program/HostTraceFile.h"
 #include <gtest/gtest.h>
 #include <tlhelp32.h>
 

@@ -8,7 +8,7 @@
 #include "ResourceCounts.h"
 #include "TestClient.h"
 #include "TraceCapture.h"
-#include "clients/TestClientTable.h"
+#include "client/test/TestClientTable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The runtime's six video-process calls, with records that hold a different number in every field.
 #pragma once
 
-#include "HostDevice.h"
+#include "host/runtime/HostDevice.h"
 
 class VideoCalls
 {

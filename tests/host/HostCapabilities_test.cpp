@@ -1,9 +1,9 @@
 // The capability queries that the host asks before it creates a device.
-#include "HostAdapter.h"
-#include "HostCapabilities.h"
-#include "HostDriver.h"
-#include "HostKernel.h"
 #include "TraceLines.h"
+#include "host/kernel/HostKernel.h"
+#include "host/runtime/HostAdapter.h"
+#include "host/runtime/HostCapabilities.h"
+#include "host/runtime/HostDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The host's kernel-mode half keeps the driver to the contract.
-#include "HostKernel.h"
+#include "host/kernel/HostKernel.h"
 #include "kernel/UMDEscape.h"
 
 #include <gtest/gtest.h>

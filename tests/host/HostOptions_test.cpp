@@ -1,5 +1,5 @@
 // The host program's command line.
-#include "HostOptions.h"
+#include "host/program/HostOptions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The driver's registry keys as the host sets them, seen as the driver sees them.
-#include "HostError.h"
-#include "HostRegistry.h"
+#include "host/runtime/HostError.h"
+#include "host/runtime/HostRegistry.h"
 
 #include <gtest/gtest.h>
 

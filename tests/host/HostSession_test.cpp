@@ -1,9 +1,9 @@
 // The built driver between the host and the sample client library, on a real Direct3D 9Ex device.
-#include "HostFillScene.h"
-#include "HostSession.h"
 #include "PngImage.h"
 #include "SamePixels.h"
 #include "TemporaryFolder.h"
+#include "host/runtime/HostSession.h"
+#include "host/scenes/HostFillScene.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "HostStatistics.h"
+#include "host/program/HostStatistics.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // Triangles through the built driver on a real Direct3D 9Ex device: every way to draw shows the same picture.
-#include "HostMesh.h"
-#include "HostSession.h"
-#include "HostShading.h"
-#include "HostTurningScene.h"
 #include "SamePixels.h"
+#include "host/runtime/HostSession.h"
+#include "host/scenes/HostMesh.h"
+#include "host/scenes/HostShading.h"
+#include "host/scenes/HostTurningScene.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // A film through the driver's video processor onto an output.
-#include "HostSession.h"
-#include "HostVideoScene.h"
 #include "SamePixels.h"
+#include "host/runtime/HostSession.h"
+#include "host/scenes/HostVideoScene.h"
 
 #include <cstdlib>
 

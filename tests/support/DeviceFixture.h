@@ -33,7 +33,8 @@ protected:
         m_Callbacks = FakeKernel::Callbacks();
         PrepareStart();
         m_pAdapter = std::make_unique<UMDAdapter>(m_Kernel.RuntimeHandle(), 0x2003, &m_AdapterCallbacks);
-        m_pDevice = std::make_unique<UMDDdiDevice>(m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), &m_Callbacks);
+        m_pDevice = std::make_unique<UMDDdiDevice>(
+            m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), m_Kernel.RuntimeHandle(), &m_Callbacks);
         ASSERT_TRUE(m_pDevice->Initialize());
         WaitForWorkers();
         ForgetCalls();

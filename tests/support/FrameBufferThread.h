@@ -42,7 +42,7 @@ protected:
         DeviceFixture::TearDown();
     }
 
-    void Start() { ASSERT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module())); }
+    void Start() { ASSERT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice())); }
 
     /// Presents a render target whose pixels count up from the first one.
     bool Present(UINT width, UINT height, UINT firstPixel = 0, UINT rotation = D3DDDI_ROTATION_IDENTITY)

@@ -1,7 +1,7 @@
 // Reads a recorded picture.
 #pragma once
 
-#include "HostImage.h"
+#include "host/runtime/HostImage.h"
 
 #include <filesystem>
 

@@ -1,7 +1,7 @@
 // Compares pictures and tells where they differ.
 #pragma once
 
-#include "HostImage.h"
+#include "host/runtime/HostImage.h"
 
 #include <cstdio>
 #include <string>

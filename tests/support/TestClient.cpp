@@ -2,7 +2,7 @@
 
 #include "FailNthAllocation.h"
 
-#include "../clients/TestClientTable.h"
+#include "client/test/TestClientTable.h"
 
 #include <d3d9.h>
 

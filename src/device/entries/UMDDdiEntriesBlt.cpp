@@ -81,19 +81,3 @@ HRESULT APIENTRY UMDDdiColorFill(HANDLE hDevice, const D3DDDIARG_COLORFILL* pCol
         return ToDevice(hDevice).ColorFill(pColorFill);
     });
 }
-
-HRESULT APIENTRY UMDDdiDepthFill(HANDLE hDevice, const D3DDDIARG_DEPTHFILL* pDepthFill)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDepthFill\n");
-        return ToDevice(hDevice).DepthFill(pDepthFill);
-    });
-}
-
-HRESULT APIENTRY UMDDdiComposeRects(HANDLE hDevice, const D3DDDIARG_COMPOSERECTS* pComposeRects)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiComposeRects\n");
-        return ToDevice(hDevice).ComposeRects(pComposeRects);
-    });
-}

@@ -1,16 +1,8 @@
-// Entries that end a frame or the device, and what the runtime asks of it: information, queries, residency.
+// Entries that end a frame, and the one that sets the display mode.
 #include "device/UMDDdiDevice.h"
 #include "device/entries/UMDDdiEntries.h"
 #include "device/entries/UMDGuard.h"
 #include "util/UMDUtilDebugTrace.h"
-
-HRESULT APIENTRY UMDDdiGetInfo(HANDLE hDevice, UINT infoId, void* pInfo, UINT infoSize)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiGetInfo\n");
-        return ToDevice(hDevice).GetInfo(infoId, pInfo, infoSize);
-    });
-}
 
 HRESULT APIENTRY UMDDdiSetDisplayMode(HANDLE hDevice, const D3DDDIARG_SETDISPLAYMODE* pSetDisplayMode)
 {
@@ -37,56 +29,5 @@ HRESULT APIENTRY UMDDdiFlush(HANDLE hDevice)
     return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiFlush\n");
         return ToDevice(hDevice).Flush();
-    });
-}
-
-HRESULT APIENTRY UMDDdiCreateQuery(HANDLE hDevice, D3DDDIARG_CREATEQUERY* pCreateQuery)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiCreateQuery\n");
-        return ToDevice(hDevice).CreateQuery(pCreateQuery);
-    });
-}
-
-HRESULT APIENTRY UMDDdiDeleteQuery(HANDLE hDevice, const HANDLE hQuery)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDeleteQuery\n");
-        return ToDevice(hDevice).DeleteQuery(hQuery);
-    });
-}
-
-HRESULT APIENTRY UMDDdiIssueQuery(HANDLE hDevice, const D3DDDIARG_ISSUEQUERY* pIssueQuery)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiIssueQuery\n");
-        return ToDevice(hDevice).IssueQuery(pIssueQuery);
-    });
-}
-
-HRESULT APIENTRY UMDDdiGetQueryData(HANDLE hDevice, const D3DDDIARG_GETQUERYDATA* pGetQueryData)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiGetQueryData\n");
-        return ToDevice(hDevice).GetQueryData(pGetQueryData);
-    });
-}
-
-// Only the kernel-mode context goes: the adapter ends the threads and frees the object when it is closed.
-HRESULT APIENTRY UMDDdiDestroyDevice(HANDLE hDevice)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDestroyDevice\n");
-        if (hDevice)
-            ToDevice(hDevice).DestroyContext();
-        return S_OK;
-    });
-}
-
-HRESULT APIENTRY UMDDdiQueryResourceResidency(HANDLE hDevice, const D3DDDIARG_QUERYRESOURCERESIDENCY* pQuery)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiQueryResourceResidency %d\n", pQuery->NumResources);
-        return ToDevice(hDevice).QueryResourceResidency(pQuery);
     });
 }

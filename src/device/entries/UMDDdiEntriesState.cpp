@@ -16,14 +16,6 @@ HRESULT APIENTRY UMDDdiSetTextureStageState(HANDLE hDevice, const D3DDDIARG_TEXT
     return UMDGuard(__func__, [=] { return ToDevice(hDevice).SetTextureStageState(pTextureStageState); });
 }
 
-HRESULT APIENTRY UMDDdiUpdateWInfo(HANDLE hDevice, const D3DDDIARG_WINFO* pWInfo)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiUpdateWInfo\n");
-        return ToDevice(hDevice).UpdateWInfo(pWInfo);
-    });
-}
-
 HRESULT APIENTRY UMDDdiValidateDevice(HANDLE hDevice, D3DDDIARG_VALIDATETEXTURESTAGESTATE* pValidate)
 {
     return UMDGuard(__func__, [=] {
@@ -41,14 +33,6 @@ HRESULT APIENTRY UMDDdiSetTexture(HANDLE hDevice, UINT stage, HANDLE hTexture)
     });
 }
 
-HRESULT APIENTRY UMDDdiMultiplyTransform(HANDLE hDevice, const D3DDDIARG_MULTIPLYTRANSFORM* pTransform)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiMultiplyTransform\n");
-        return ToDevice(hDevice).MultiplyTransform(pTransform);
-    });
-}
-
 HRESULT APIENTRY UMDDdiSetTransform(HANDLE hDevice, const D3DDDIARG_SETTRANSFORM* pTransform)
 {
     return UMDGuard(__func__, [=] {
@@ -63,48 +47,6 @@ HRESULT APIENTRY UMDDdiSetViewport(HANDLE hDevice, const D3DDDIARG_VIEWPORTINFO*
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetViewport Width:%d Height:%d X:%d Y:%d\n", pViewport->Width,
             pViewport->Height, pViewport->X, pViewport->Y);
         return ToDevice(hDevice).SetViewport(pViewport);
-    });
-}
-
-HRESULT APIENTRY UMDDdiSetZRange(HANDLE hDevice, const D3DDDIARG_ZRANGE* pZRange)
-{
-    return UMDGuard(__func__, [=] {
-        // Whole numbers: the range's ends are 0 and 1 in all but rare cases.
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetZRange MinZ:%d MaxZ:%d\n", static_cast<int>(pZRange->MinZ),
-            static_cast<int>(pZRange->MaxZ));
-        return ToDevice(hDevice).SetZRange(pZRange);
-    });
-}
-
-HRESULT APIENTRY UMDDdiSetMaterial(HANDLE hDevice, const D3DDDIARG_SETMATERIAL* pMaterial)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetMaterial\n");
-        return ToDevice(hDevice).SetMaterial(pMaterial);
-    });
-}
-
-HRESULT APIENTRY UMDDdiSetLight(HANDLE hDevice, const D3DDDIARG_SETLIGHT* pSetLight, const D3DDDI_LIGHT* pLight)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetLight\n");
-        return ToDevice(hDevice).SetLight(pSetLight, pLight);
-    });
-}
-
-HRESULT APIENTRY UMDDdiCreateLight(HANDLE hDevice, const D3DDDIARG_CREATELIGHT* pCreateLight)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiCreateLight\n");
-        return ToDevice(hDevice).CreateLight(pCreateLight);
-    });
-}
-
-HRESULT APIENTRY UMDDdiDestroyLight(HANDLE hDevice, const D3DDDIARG_DESTROYLIGHT* pDestroyLight)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiDestroyLight\n");
-        return ToDevice(hDevice).DestroyLight(pDestroyLight);
     });
 }
 
@@ -127,14 +69,6 @@ HRESULT APIENTRY UMDDdiSetScissorRect(HANDLE hDevice, const RECT* pRect)
     });
 }
 
-HRESULT APIENTRY UMDDdiSetConvolutionKernelMono(HANDLE hDevice, const D3DDDIARG_SETCONVOLUTIONKERNELMONO* pKernel)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetConvolutionKernelMono\n");
-        return ToDevice(hDevice).SetConvolutionKernelMono(pKernel);
-    });
-}
-
 HRESULT APIENTRY UMDDdiSetRenderTarget(HANDLE hDevice, const D3DDDIARG_SETRENDERTARGET* pSetRT)
 {
     return UMDGuard(__func__, [=] {
@@ -152,13 +86,5 @@ HRESULT APIENTRY UMDDdiSetDepthStencil(HANDLE hDevice, const D3DDDIARG_SETDEPTHS
     return UMDGuard(__func__, [=] {
         UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiSetDepthStencil hZBuffer:0x%x\n", UMDLow32(pSetDepthStencil->hZBuffer));
         return ToDevice(hDevice).SetDepthStencil(pSetDepthStencil);
-    });
-}
-
-HRESULT APIENTRY UMDDdiGenerateMipSubLevels(HANDLE hDevice, const D3DDDIARG_GENERATEMIPSUBLEVELS* pGenerate)
-{
-    return UMDGuard(__func__, [=] {
-        UMD_TRACE(UMDTRACE_DDI, L"=> UMDDdiGenerateMipSubLevels\n");
-        return ToDevice(hDevice).GenerateMipSubLevels(pGenerate);
     });
 }

@@ -18,7 +18,7 @@ HRESULT UMDDdiDevice::Blt(const D3DDDIARG_BLT* pBlt)
     UMDRscBase* pDst = ToResource(pBlt->hDstResource);
     if (pSrc == pDst)
     {
-        UMD_TRACE(UMDTRACE_ENTER, L"<<< UMDDdiDevice::Blt\n");  // at the entry's level, as it always has been
+        UMD_TRACE(UMDTRACE_ENTER, L"<<< UMDDdiDevice::Blt\n");  // at the entry's level: nothing was done
         return S_OK;
     }
     const UMDRESOURCETYPE typeDst = pDst->GetType();

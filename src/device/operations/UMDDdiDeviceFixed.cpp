@@ -1,8 +1,6 @@
-// Operations that trace their entry and give a fixed answer, and queries, which are all refused.
+// Operations that trace their entry and give a fixed answer.
 #include "device/UMDDdiDevice.h"
 #include "util/UMDUtilDebugTrace.h"
-
-#include <new>
 
 HRESULT UMDDdiDevice::UpdateWInfo(const D3DDDIARG_WINFO*)
 {
@@ -82,48 +80,8 @@ HRESULT UMDDdiDevice::DepthFill(const D3DDDIARG_DEPTHFILL*)
     return E_NOTIMPL;
 }
 
-HRESULT UMDDdiDevice::CreateFence()
-{
-    UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreateFence\n");
-    return E_NOTIMPL;
-}
-
-HRESULT UMDDdiDevice::IssueQuery(const D3DDDIARG_ISSUEQUERY*)
-{
-    UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::IssueQuery\n");
-    return E_NOTIMPL;
-}
-
-HRESULT UMDDdiDevice::GetQueryData(const D3DDDIARG_GETQUERYDATA*)
-{
-    UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::GetQueryData\n");
-    return E_NOTIMPL;
-}
-
 HRESULT UMDDdiDevice::QueryResourceResidency(const D3DDDIARG_QUERYRESOURCERESIDENCY*)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::QueryResourceResidency\n");
     return E_NOTIMPL;
-}
-
-HRESULT UMDDdiDevice::CreateQuery(D3DDDIARG_CREATEQUERY* pCreateQuery)
-{
-    UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreateQuery\n");
-    // There is no fence behind a query, so every query is refused here.
-    if (CreateFence() != S_OK)
-        return E_FAIL;
-    auto* pQuery = new (std::nothrow) UINT(0xDEADBEEF);
-    if (!pQuery)
-        return E_OUTOFMEMORY;
-    pCreateQuery->hQuery = pQuery;
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreateQuery\n");
-    return S_OK;
-}
-
-HRESULT UMDDdiDevice::DeleteQuery(HANDLE hQuery)
-{
-    UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DeleteQuery\n");
-    delete static_cast<UINT*>(hQuery);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::DeleteQuery\n");
-    return S_OK;
 }

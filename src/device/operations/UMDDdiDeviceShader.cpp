@@ -1,10 +1,8 @@
 #include "device/UMDDdiDevice.h"
 #include "resources/UMDShaderPixel.h"
 #include "resources/UMDShaderVertex.h"
+#include "util/UMDMakeUnique.h"
 #include "util/UMDUtilDebugTrace.h"
-
-#include <memory>
-#include <new>
 
 namespace
 {
@@ -40,32 +38,95 @@ bool CopyElements(D3DVERTEXELEMENT9 (&copy)[MAXD3DDECLLENGTH + 1], const D3DDDIV
     copy[i] = end;
     return true;
 }
+
+/// What the creation of one kind of object prints.
+struct CreateTexts
+{
+    const wchar_t* pNoMemory;
+    const wchar_t* pFailed;   ///< takes the result
+    const wchar_t* pCreated;  ///< takes the handle's low 32 bits
+};
+
+/// What setting one kind of pixel shader constant prints.
+struct ConstTexts
+{
+    const wchar_t* pEnter;
+    const wchar_t* pFailed;  ///< takes the result
+    const wchar_t* pLeave;
+};
+
+template <typename Argument, typename Data>
+HRESULT SetPixelConst(UMDDdiDevice* pDevice, const ConstTexts& texts,
+    HRESULT (*pSet)(UMDDdiDevice*, const Argument*, const Data*), const Argument* pSetConst, const Data* pData)
+{
+    UMD_TRACE(UMDTRACE_ENTER, texts.pEnter);
+    if (HRESULT hr = pSet(pDevice, pSetConst, pData); FAILED(hr))
+        return UMDFail(hr, texts.pFailed, hr);
+    UMD_TRACE(UMDTRACE_LEAVE, texts.pLeave);
+    return S_OK;
+}
+
+/// Makes an object, lets it create its delegated one from the data, and hands it out.
+template <typename Shader, typename Data>
+HRESULT CreateShader(UMDDdiDevice* pDevice, HANDLE* phShader, const CreateTexts& texts,
+    HRESULT (Shader::*pCreate)(const Data*), const Data* pData)
+{
+    auto pShader = UMDMakeUnique<Shader>(pDevice);
+    if (!pShader)
+        return UMDFail(E_FAIL, texts.pNoMemory);
+    if (HRESULT hr = (pShader.get()->*pCreate)(pData); FAILED(hr))
+        return UMDFail(hr, texts.pFailed, hr);
+    *phShader = ToHandle(pShader.release());
+    UMD_TRACE(UMDTRACE_LEAVE, texts.pCreated, UMDLow32(*phShader));
+    return S_OK;
+}
+
+/// Releases what the object holds, and frees it. Null is nothing to delete. @return S_OK, always.
+template <typename Shader>
+HRESULT DeleteShader(Shader* pFreed, void (Shader::*pDelete)(), const wchar_t* pLeave)
+{
+    if (const std::unique_ptr<Shader> pShader{pFreed})
+        (pShader.get()->*pDelete)();
+    UMD_TRACE(UMDTRACE_LEAVE, pLeave);
+    return S_OK;
+}
+
+/// What binding a vertex shader or declaration prints.
+struct SetTexts
+{
+    const wchar_t* pFailed;  ///< takes the result
+    const wchar_t* pLeave;
+};
+
+/// Binds a vertex shader or declaration; null leaves what is bound. One that cannot be bound is freed: the runtime does
+/// not use it again.
+HRESULT SetOrFree(UMDShaderVertex* pShader, HRESULT (UMDShaderVertex::*pSet)(), const SetTexts& texts)
+{
+    if (!pShader)
+        return S_OK;
+    if (HRESULT hr = (pShader->*pSet)(); FAILED(hr))
+    {
+        const std::unique_ptr<UMDShaderVertex> pFreed(pShader);
+        return UMDFail(hr, texts.pFailed, hr);
+    }
+    UMD_TRACE(UMDTRACE_LEAVE, texts.pLeave);
+    return S_OK;
+}
 }  // namespace
 
 HRESULT UMDDdiDevice::CreatePixelShader(D3DDDIARG_CREATEPIXELSHADER* pCreate, const UINT* pCode)
 {
+    static constexpr CreateTexts kTexts = {L"UMDDdiDevice::CreatePixelShader NULL == pPixelShader\n",
+        L"UMDDdiDevice::CreatePixelShader Create failed! 0x%x\n",
+        L"<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreatePixelShader\n");
-    std::unique_ptr<UMDShaderPixel> pPixelShader(new (std::nothrow) UMDShaderPixel(this));
-    if (!pPixelShader)
-        return UMDFail(E_FAIL, L"UMDDdiDevice::CreatePixelShader NULL == pPixelShader\n");
-    if (HRESULT hr = pPixelShader->Create(pCode); FAILED(hr))
-        return UMDFail(hr, L"UMDDdiDevice::CreatePixelShader Create failed! 0x%x\n", hr);
-    pCreate->ShaderHandle = ToHandle(pPixelShader.release());
-    UMD_TRACE(
-        UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n", UMDLow32(pCreate->ShaderHandle));
-    return S_OK;
+    return CreateShader<UMDShaderPixel>(this, &pCreate->ShaderHandle, kTexts, &UMDShaderPixel::Create, pCode);
 }
 
 HRESULT UMDDdiDevice::DeletePixelShader(HANDLE hPixelShader)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DeletePixelShader\n");
-    if (UMDShaderPixel* pPixelShader = ToShaderPixel(hPixelShader))
-    {
-        pPixelShader->Delete();
-        delete pPixelShader;
-    }
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::DeletePixelShader\n");
-    return S_OK;
+    return DeleteShader(ToShaderPixel(hPixelShader), &UMDShaderPixel::Delete, L"<<< UMDDdiDevice::DeletePixelShader\n");
 }
 
 HRESULT UMDDdiDevice::SetPixelShader(HANDLE hPixelShader)
@@ -81,78 +142,57 @@ HRESULT UMDDdiDevice::SetPixelShader(HANDLE hPixelShader)
 
 HRESULT UMDDdiDevice::SetPixelShaderConst(const D3DDDIARG_SETPIXELSHADERCONST* pSetConst, const FLOAT* pData)
 {
-    UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetPixelShaderConst\n");
-    if (HRESULT hr = UMDShaderPixel::SetConst(this, pSetConst, pData); FAILED(hr))
-        return UMDFail(hr, L"UMDDdiDevice::SetPixelShaderConst SetConst failed! 0x%x\n", hr);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetPixelShaderConst\n");
-    return S_OK;
+    static constexpr ConstTexts kTexts = {L">>> UMDDdiDevice::SetPixelShaderConst\n",
+        L"UMDDdiDevice::SetPixelShaderConst SetConst failed! 0x%x\n", L"<<< UMDDdiDevice::SetPixelShaderConst\n"};
+    return SetPixelConst(this, kTexts, &UMDShaderPixel::SetConst, pSetConst, pData);
 }
 
 HRESULT UMDDdiDevice::SetPixelShaderConstI(const D3DDDIARG_SETPIXELSHADERCONSTI* pSetConst, const INT* pData)
 {
-    UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetPixelShaderConstI\n");
-    if (HRESULT hr = UMDShaderPixel::SetConstI(this, pSetConst, pData); FAILED(hr))
-        return UMDFail(hr, L"UMDDdiDevice::SetPixelShaderConstI SetConstI failed! 0x%x\n", hr);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetPixelShaderConstI\n");
-    return S_OK;
+    static constexpr ConstTexts kTexts = {L">>> UMDDdiDevice::SetPixelShaderConstI\n",
+        L"UMDDdiDevice::SetPixelShaderConstI SetConstI failed! 0x%x\n", L"<<< UMDDdiDevice::SetPixelShaderConstI\n"};
+    return SetPixelConst(this, kTexts, &UMDShaderPixel::SetConstI, pSetConst, pData);
 }
 
 HRESULT UMDDdiDevice::SetPixelShaderConstB(const D3DDDIARG_SETPIXELSHADERCONSTB* pSetConst, const BOOL* pData)
 {
-    UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetPixelShaderConstB\n");
-    if (HRESULT hr = UMDShaderPixel::SetConstB(this, pSetConst, pData); FAILED(hr))
-        return UMDFail(hr, L"UMDDdiDevice::SetPixelShaderConstB SetConstB failed! 0x%x\n", hr);
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetPixelShaderConstB\n");
-    return S_OK;
+    static constexpr ConstTexts kTexts = {L">>> UMDDdiDevice::SetPixelShaderConstB\n",
+        L"UMDDdiDevice::SetPixelShaderConstB SetConstB failed! 0x%x\n", L"<<< UMDDdiDevice::SetPixelShaderConstB\n"};
+    return SetPixelConst(this, kTexts, &UMDShaderPixel::SetConstB, pSetConst, pData);
 }
 
 HRESULT UMDDdiDevice::CreateVertexShaderFunc(D3DDDIARG_CREATEVERTEXSHADERFUNC* pCreate, const UINT* pCode)
 {
+    static constexpr CreateTexts kTexts = {L"UMDDdiDevice::CreateVertexShaderFunc NULL == pShader\n",
+        L"UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x%x\n",
+        L"<<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x%x\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreateVertexShaderFunc\n");
     if (!pCreate)
         return S_OK;
-    std::unique_ptr<UMDShaderVertex> pShader(new (std::nothrow) UMDShaderVertex(this));
-    if (!pShader)
-        return UMDFail(E_FAIL, L"UMDDdiDevice::CreateVertexShaderFunc NULL == pShader\n");
-    if (HRESULT hr = pShader->Create(pCode); FAILED(hr))
-        return UMDFail(hr, L"UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x%x\n", hr);
-    pCreate->ShaderHandle = ToHandle(pShader.release());
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x%x\n",
-        UMDLow32(pCreate->ShaderHandle));
-    return S_OK;
+    return CreateShader<UMDShaderVertex>(this, &pCreate->ShaderHandle, kTexts, &UMDShaderVertex::Create, pCode);
 }
 
 HRESULT UMDDdiDevice::DeleteVertexShaderFunc(HANDLE hVertexShaderFunc)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DeleteVertexShaderFunc\n");
-    if (UMDShaderVertex* pShader = ToShaderVertex(hVertexShaderFunc))
-    {
-        pShader->Delete();
-        delete pShader;
-    }
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::DeleteVertexShaderFunc\n");
-    return S_OK;
+    return DeleteShader(
+        ToShaderVertex(hVertexShaderFunc), &UMDShaderVertex::Delete, L"<<< UMDDdiDevice::DeleteVertexShaderFunc\n");
 }
 
 HRESULT UMDDdiDevice::SetVertexShaderFunc(HANDLE hVertexShaderFunc)
 {
+    static constexpr SetTexts kTexts = {
+        L"UMDDdiDevice::SetVertexShaderFunc Set failed! 0x%x\n", L"<<< UMDDdiDevice::SetVertexShaderFunc\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetVertexShaderFunc\n");
-    if (!hVertexShaderFunc)
-        return S_OK;
-    UMDShaderVertex* pShader = ToShaderVertex(hVertexShaderFunc);
-    if (HRESULT hr = pShader->Set(); FAILED(hr))
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDevice::SetVertexShaderFunc Set failed! 0x%x\n", hr);
-        delete pShader;
-        return hr;
-    }
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetVertexShaderFunc\n");
-    return S_OK;
+    return SetOrFree(ToShaderVertex(hVertexShaderFunc), &UMDShaderVertex::Set, kTexts);
 }
 
 HRESULT UMDDdiDevice::CreateVertexShaderDecl(
     D3DDDIARG_CREATEVERTEXSHADERDECL* pCreate, const D3DDDIVERTEXELEMENT* pElements)
 {
+    static constexpr CreateTexts kTexts = {L"UMDDdiDevice::CreateVertexShaderDecl NULL == pShader\n",
+        L"UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x%x\n",
+        L"<<< UMDDdiDevice::CreateVertexShaderDecl 0x%x\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreateVertexShaderDecl\n");
     if (!pCreate)
         return S_OK;
@@ -160,43 +200,24 @@ HRESULT UMDDdiDevice::CreateVertexShaderDecl(
     if (!CopyElements(elements, pElements, pCreate->NumVertexElements))
         return UMDFail(
             E_FAIL, L"UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:%d\n", pCreate->NumVertexElements);
-    std::unique_ptr<UMDShaderVertex> pShader(new (std::nothrow) UMDShaderVertex(this));
-    if (!pShader)
-        return UMDFail(E_FAIL, L"UMDDdiDevice::CreateVertexShaderDecl NULL == pShader\n");
-    if (HRESULT hr = pShader->CreateDecl(elements); FAILED(hr))
-        return UMDFail(hr, L"UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x%x\n", hr);
-    pCreate->ShaderHandle = ToHandle(pShader.release());
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreateVertexShaderDecl 0x%x\n", UMDLow32(pCreate->ShaderHandle));
-    return S_OK;
+    return CreateShader<UMDShaderVertex, D3DVERTEXELEMENT9>(
+        this, &pCreate->ShaderHandle, kTexts, &UMDShaderVertex::CreateDecl, elements);
 }
 
 HRESULT UMDDdiDevice::DeleteVertexShaderDecl(HANDLE hVertexShaderDecl)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::DeleteVertexShaderDecl\n");
-    if (UMDShaderVertex* pShader = ToShaderVertex(hVertexShaderDecl))
-    {
-        pShader->DeleteDecl();
-        delete pShader;
-    }
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::DeleteVertexShaderDecl\n");
-    return S_OK;
+    return DeleteShader(
+        ToShaderVertex(hVertexShaderDecl), &UMDShaderVertex::DeleteDecl, L"<<< UMDDdiDevice::DeleteVertexShaderDecl\n");
 }
 
 HRESULT UMDDdiDevice::SetVertexShaderDecl(HANDLE hVertexShaderDecl)
 {
+    // The first text names the function's setter.
+    static constexpr SetTexts kTexts = {
+        L"UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x%x\n", L"<<< UMDDdiDevice::SetVertexShaderDecl\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetVertexShaderDecl\n");
-    if (!hVertexShaderDecl)
-        return S_OK;
-    UMDShaderVertex* pShader = ToShaderVertex(hVertexShaderDecl);
-    if (HRESULT hr = pShader->SetDecl(); FAILED(hr))
-    {
-        // The text names the function's setter, as it always has.
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x%x\n", hr);
-        delete pShader;
-        return hr;
-    }
-    UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::SetVertexShaderDecl\n");
-    return S_OK;
+    return SetOrFree(ToShaderVertex(hVertexShaderDecl), &UMDShaderVertex::SetDecl, kTexts);
 }
 
 HRESULT UMDDdiDevice::SetVertexShaderConst(const D3DDDIARG_SETVERTEXSHADERCONST* pSetConst, const void* pData)

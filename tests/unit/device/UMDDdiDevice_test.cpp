@@ -21,7 +21,8 @@ class DeviceLife : public testing::Test
 protected:
     std::unique_ptr<UMDDdiDevice> MakeDevice()
     {
-        return std::make_unique<UMDDdiDevice>(m_Kernel.RuntimeHandle(), 9, 0x2003, &m_Adapter, &m_Callbacks);
+        return std::make_unique<UMDDdiDevice>(
+            m_Kernel.RuntimeHandle(), 9, 0x2003, &m_Adapter, m_Kernel.RuntimeHandle(), &m_Callbacks);
     }
 
     static constexpr UINT kDeviceMethods = UMDTRACE_ERROR | UMDTRACE_ENTER | UMDTRACE_LEAVE;
@@ -75,7 +76,7 @@ TEST_F(DeviceLife, Initialize_Escapes_CarryTheRuntimesAdapterHandle)
     int runtimeAdapter = 0;
     UMDAdapter adapter(&runtimeAdapter, 0x2003, &m_AdapterCallbacks);
     m_Callbacks.pfnEscapeCb = RememberEscapeCaller;
-    UMDDdiDevice device(m_Kernel.RuntimeHandle(), 9, 0x2003, &adapter, &m_Callbacks);
+    UMDDdiDevice device(m_Kernel.RuntimeHandle(), 9, 0x2003, &adapter, &runtimeAdapter, &m_Callbacks);
     ASSERT_TRUE(device.Initialize());
     EXPECT_EQ(g_hEscapeCaller, &runtimeAdapter);
     device.DestroyThreads();

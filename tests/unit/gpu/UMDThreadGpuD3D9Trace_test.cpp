@@ -5,6 +5,7 @@
 #include "TraceCapture.h"
 #include "TraceLevels.h"
 
+#include "output/UMDClientLibrary.h"
 #include <gtest/gtest.h>
 
 using namespace tesslo::test;
@@ -24,7 +25,7 @@ TEST_F(UMDGpuTraceTest, Thread_Life_EachLineHasItsLevel)
 {
     Lines lines = LevelledTraceOfAllThreads(m_Trace, [] {
         UMDThreadGpuD3D9 thread;
-        thread.ThreadGuiStart();
+        thread.ThreadGuiStart(UMDClientLibraryModule());
         thread.ThreadGuiRequestExit();
         thread.Wait(INFINITE);
     });

@@ -5,6 +5,7 @@
 #include "TraceCapture.h"
 #include "TraceMask.h"
 
+#include "output/UMDClientLibrary.h"
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -226,7 +227,7 @@ TEST_F(UMDThreadGpuD3D9Test, Life_DeviceMade_TracesEachStepInOrder)
 {
     {
         UMDThreadGpuD3D9 thread;
-        thread.ThreadGuiStart();
+        thread.ThreadGuiStart(UMDClientLibraryModule());
         EXPECT_EQ(thread.GetDevice(), &m_Device);
         EXPECT_NE(HiddenWindow(), nullptr);
         Stop(thread);
@@ -251,7 +252,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_Always_RegistersTheClassAndMakesTheHiddenWindow
     Patched created("user32.dll", "CreateWindowExW", KeepingCreateWindow, &g_pCreateWindow);
     g_Window.reset();
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
 
     const HINSTANCE hInstance = GetModuleHandleW(nullptr);
     EXPECT_EQ(g_Class.cbSize, 80u);
@@ -293,7 +294,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_Always_IsTimeCriticalClearsTheCursorAndOwnsTheD
     DWORD creator = 0;
     m_Device.On("d3d9.CreateDeviceEx", [&] { creator = GetCurrentThreadId(); });
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
 
     EXPECT_EQ(g_Priority, 15);
     EXPECT_EQ(g_PriorityThread, creator);
@@ -307,7 +308,7 @@ TEST_F(UMDThreadGpuD3D9Test, ThreadGuiStart_NoThread_ReturnsAtOnce)
 {
     FailingImport patch(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
 
     EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::ThreadGuiStart\n",
                                    "UMDThreadBase::Start CreateThread failed. LastError 8",
@@ -321,7 +322,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_PriorityRefused_ReleasesTheStarterAndEnds)
 {
     FailingImport patch(nullptr, "kernel32.dll", "SetThreadPriority", FALSE, ERROR_ACCESS_DENIED);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
 
     EXPECT_EQ(thread.Wait(kLong), WAIT_OBJECT_0);
     EXPECT_EQ(StepLines(), (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::ThreadGuiStart\n",
@@ -334,7 +335,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_WindowRefused_ReleasesTheStarterAndEnds)
 {
     FailingImport patch(nullptr, "user32.dll", "CreateWindowExW", 0, ERROR_NOT_ENOUGH_QUOTA);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
 
     EXPECT_EQ(thread.Wait(kLong), WAIT_OBJECT_0);
     EXPECT_EQ(StepLines(), (Lines{"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n", "UMDThreadGpuD3D9::ThreadGuiStart\n",
@@ -348,7 +349,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_DeviceRefused_ReleasesTheStarterAndLivesOn)
 {
     m_Device.Fail("d3d9.CreateDeviceEx", D3DERR_NOTAVAILABLE);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
 
     EXPECT_EQ(thread.GetDevice(), nullptr);
     thread.PresentNotification(nullptr);
@@ -384,7 +385,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_WrapperNotAllocated_ReleasesTheStarterAndLivesO
     Patched cursor("user32.dll", "SetCursor", Replaced::SetCursor, &s_pSetCursor);
     Patched memory("msvcrt.dll", "malloc", Replaced::Malloc, &s_pMalloc);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
 
     EXPECT_EQ(thread.GetDevice(), nullptr);
     EXPECT_EQ(m_Trace.Count("UMDThreadGpuD3D9::InternalCreateDevice failed!\n"), 1u);
@@ -403,7 +404,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_ExecuteEventSet_EndsAsAnExitRequestDoes)
     UMDThreadGpuD3D9 thread;
     create.reset();
     ASSERT_EQ(g_Events.size(), 4u);
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
     ASSERT_NE(thread.GetDevice(), nullptr);
 
     SetEvent(g_Events[2]);
@@ -422,7 +423,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_BurstOfMessages_TakesOneAWakeUpUntilAllAreDone)
     g_hGoOn = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     Patched wait("user32.dll", "MsgWaitForMultipleObjectsEx", GatedMsgWait, &g_pMsgWait);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
     ASSERT_EQ(WaitForSingleObject(g_hAtWait, kLong), WAIT_OBJECT_0);
     EXPECT_EQ(g_WaitMask, static_cast<DWORD>(QS_ALLPOSTMESSAGE | QS_SENDMESSAGE));
     EXPECT_EQ(g_WaitTime, INFINITE);
@@ -456,7 +457,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_ExitRequestedBehindABurst_ComesFirst)
     g_hGoOn = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     Patched wait("user32.dll", "MsgWaitForMultipleObjectsEx", GatedMsgWait, &g_pMsgWait);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
     ASSERT_EQ(WaitForSingleObject(g_hAtWait, kLong), WAIT_OBJECT_0);
     m_Trace.Clear();
     for (int i = 0; i < 500; ++i)
@@ -476,7 +477,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_QuitMessage_IsOneOfManyAndEndsNothing)
     g_hGoOn = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     Patched wait("user32.dll", "MsgWaitForMultipleObjectsEx", GatedMsgWait, &g_pMsgWait);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
     ASSERT_EQ(WaitForSingleObject(g_hAtWait, kLong), WAIT_OBJECT_0);
     m_Trace.Clear();
     PostMessageW(HiddenWindow(), WM_QUIT, 0, 0);
@@ -492,7 +493,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_QuitMessage_IsOneOfManyAndEndsNothing)
 TEST_F(UMDThreadGpuD3D9Test, Run_SentMessages_AreAnsweredWithoutCountingAsPosted)
 {
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
     const HWND hWnd = HiddenWindow();
     m_Trace.Clear();
     for (int i = 0; i < 3; ++i)
@@ -510,7 +511,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_WaitFails_EndsWithTheLastError)
 {
     FailingImport patch(nullptr, "user32.dll", "MsgWaitForMultipleObjectsEx", WAIT_FAILED, ERROR_INVALID_HANDLE);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
     ASSERT_EQ(thread.Wait(kLong), WAIT_OBJECT_0);
     EXPECT_EQ(m_Trace.Count("UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects WAIT_FAILED 6\n"), 1u);
     EXPECT_EQ(m_Trace.Count("<<< UMDThreadGpuD3D9::Run\n"), 1u);
@@ -521,7 +522,7 @@ TEST_F(UMDThreadGpuD3D9Test, Run_WaitAnswersSomethingElse_EndsAndTellsIt)
 {
     FailingImport patch(nullptr, "user32.dll", "MsgWaitForMultipleObjectsEx", WAIT_ABANDONED_0, 0);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
     ASSERT_EQ(thread.Wait(kLong), WAIT_OBJECT_0);
     EXPECT_EQ(m_Trace.Count("UMDThreadGpuD3D9::Run MsgWaitForMultipleObjects unexpected result: 128\n"), 1u);
     EXPECT_EQ(m_Trace.Count("<<< UMDThreadGpuD3D9::Run\n"), 1u);
@@ -532,7 +533,7 @@ TEST_F(UMDThreadGpuD3D9Test, WindowProcedure_AnyMessage_AnswersByTheTable)
 {
     Patched registered("user32.dll", "RegisterClassExW", KeepingRegisterClass, &g_pRegisterClass);
     UMDThreadGpuD3D9 thread;
-    thread.ThreadGuiStart();
+    thread.ThreadGuiStart(UMDClientLibraryModule());
     const WNDPROC pProcedure = g_Class.lpfnWndProc;
     const HWND hWnd = HiddenWindow();
     Stop(thread);
@@ -558,7 +559,7 @@ TEST_F(UMDThreadGpuD3D9Test, Destructor_ThreadStillRuns_EndsItFirst)
 {
     {
         UMDThreadGpuD3D9 thread;
-        thread.ThreadGuiStart();
+        thread.ThreadGuiStart(UMDClientLibraryModule());
         ASSERT_EQ(m_Device.ReferenceCount(), 2u);
     }
     EXPECT_EQ(m_Device.ReferenceCount(), 1u);
@@ -570,8 +571,8 @@ TEST_F(UMDThreadGpuD3D9Test, Life_TwoAtOnce_EachHasItsWindow)
 {
     UMDThreadGpuD3D9 first;
     UMDThreadGpuD3D9 second;
-    first.ThreadGuiStart();
-    second.ThreadGuiStart();
+    first.ThreadGuiStart(UMDClientLibraryModule());
+    second.ThreadGuiStart(UMDClientLibraryModule());
     EXPECT_EQ(m_Device.ReferenceCount(), 3u);
     Stop(first);
     EXPECT_NE(HiddenWindow(), nullptr);

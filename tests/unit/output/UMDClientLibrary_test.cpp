@@ -154,11 +154,4 @@ TEST_F(UMDClientLibraryTest, Free_NothingLoaded_FreesNothing)
     UMDClientLibraryFree();
     EXPECT_EQ(s_Freed, 0);
 }
-
-TEST_F(UMDClientLibraryTest, Export_NoLibrary_IsNullWithALastError)
-{
-    SetLastError(0);
-    EXPECT_EQ(UMDClientLibraryExport<FARPROC>(nullptr, "TessloVirtualMonitorPlug"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_MOD_NOT_FOUND});
-}
 }  // namespace

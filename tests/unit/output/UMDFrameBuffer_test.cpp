@@ -21,6 +21,14 @@ using tesslo::test::TraceCapture;
 using tesslo::test::TraceMask;
 using Lines = std::vector<std::string>;
 
+/// What the worker would take of the ring's newest frame.
+UMDFrame Newest(const UMDFrameBuffer& frameBuffer)
+{
+    UMDFrame frame;
+    frameBuffer.ShareNewest(&frame);
+    return frame;
+}
+
 class UMDFrameBufferTest : public testing::Test
 {
 protected:
@@ -49,8 +57,9 @@ TEST_F(UMDFrameBufferTest, Life_OneFrame_EachLineHasItsLevel)
                   [&] {
                       UMDFrameBuffer frameBuffer(&m_Device);
                       frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8);
-                      frameBuffer.GetDuplicateFrameBuffer();
-                      frameBuffer.GetDuplicateFrameBufferMalloc();
+                      const UMDFrame frame = Newest(frameBuffer);
+                      UMDFrameBuffer::GetDuplicateFrameBuffer(frame);
+                      UMDFrameBuffer::GetDuplicateFrameBufferMalloc(frame);
                   }),
         (Lines{"0x200 >>> UMDGpuDx9Surface::UMDGpuDx9Surface\n", "0x200 >>> UMDFrameBuffer::UMDFrameBuffer\n",
             "0x200 >>> UMDFrameBuffer::DuplicateFrameBuffer\n", "0x200 >>> UMDGpuDx9Surface::Create\n",
@@ -66,12 +75,13 @@ TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_FourFrames_UsesTheSlotsInTurn)
     const auto pTarget = MakeTarget(8, 4);
     UMDFrameBuffer frameBuffer(&m_Device);
     IDirect3DSurface9* surfaces[4] = {};
-    UMDFrameMemory* memories[4] = {};
+    BYTE* memories[4] = {};
     for (int i = 0; i < 4; ++i)
     {
         ASSERT_EQ(frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
-        surfaces[i] = frameBuffer.GetDuplicateFrameBuffer();
-        memories[i] = frameBuffer.GetDuplicateFrameBufferMalloc();
+        const UMDFrame frame = Newest(frameBuffer);
+        surfaces[i] = UMDFrameBuffer::GetDuplicateFrameBuffer(frame);
+        memories[i] = UMDFrameBuffer::GetDuplicateFrameBufferMalloc(frame);
     }
 
     EXPECT_NE(surfaces[0], surfaces[1]);
@@ -93,8 +103,9 @@ TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_FirstFrame_TracesEachStep)
     {
         UMDFrameBuffer frameBuffer(&m_Device);
         frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8);
-        frameBuffer.GetDuplicateFrameBufferMalloc();
-        frameBuffer.GetDuplicateFrameBuffer();
+        const UMDFrame frame = Newest(frameBuffer);
+        UMDFrameBuffer::GetDuplicateFrameBufferMalloc(frame);
+        UMDFrameBuffer::GetDuplicateFrameBuffer(frame);
     }
     EXPECT_EQ(trace.Lines(),
         (Lines{">>> UMDGpuDx9Surface::UMDGpuDx9Surface\n", ">>> UMDFrameBuffer::UMDFrameBuffer\n",
@@ -114,7 +125,7 @@ TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_SizeChanges_MakesOnlyTheSlotBein
     for (auto& slot : slots)
     {
         ASSERT_EQ(frameBuffer.DuplicateFrameBuffer(pSmall.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
-        slot.Share(frameBuffer.GetDuplicateFrameBuffer());
+        slot.Share(Newest(frameBuffer).m_pSurface.Get());
     }
     for (UINT i = 0; i < 3; ++i)
     {
@@ -128,7 +139,7 @@ TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_SizeChanges_MakesOnlyTheSlotBein
             EXPECT_EQ(References(slots[i + 1].Get()), 2u) << "the ring still holds slot " << i + 1;
         }
         D3DSURFACE_DESC desc = {};
-        ASSERT_EQ(frameBuffer.GetDuplicateFrameBuffer()->GetDesc(&desc), D3D_OK);
+        ASSERT_EQ(Newest(frameBuffer).m_pSurface->GetDesc(&desc), D3D_OK);
         EXPECT_EQ(desc.Width, 16u);
         EXPECT_EQ(desc.Height, 9u);
     }
@@ -166,7 +177,7 @@ TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_CopyFails_UsesUpTheSlotAndKeepsT
     const auto pTarget = MakeTarget(8, 4);
     UMDFrameBuffer frameBuffer(&m_Device);
     ASSERT_EQ(frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
-    IDirect3DSurface9* const pFirst = frameBuffer.GetDuplicateFrameBuffer();
+    IDirect3DSurface9* const pFirst = Newest(frameBuffer).m_pSurface.Get();
 
     m_Device.Fail("surface.GetDesc", D3DERR_INVALIDCALL, 1);
     {
@@ -176,13 +187,13 @@ TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_CopyFails_UsesUpTheSlotAndKeepsT
         EXPECT_EQ(trace.Lines(), (Lines{"UMDGpuDx9Surface::Duplicate GetDesc SRC failed! hResult:0x8876086c\n",
                                      "UMDFrameBuffer::DuplicateFrameBuffer failed! hResult:0x8876086c\n"}));
     }
-    EXPECT_EQ(frameBuffer.GetDuplicateFrameBuffer(), pFirst);
+    EXPECT_EQ(Newest(frameBuffer).m_pSurface.Get(), pFirst);
 
     // Slots 2 and 0 follow: the third frame makes a new surface, the fourth comes back to the first one's.
     EXPECT_EQ(frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
     EXPECT_EQ(m_Device.Calls("CreateOffscreenPlainSurface"), 3u);
     EXPECT_EQ(frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
-    EXPECT_EQ(frameBuffer.GetDuplicateFrameBuffer(), pFirst);
+    EXPECT_EQ(Newest(frameBuffer).m_pSurface.Get(), pFirst);
 }
 
 TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_SlotWasMadeShortOfMemory_IsMadeAgainWhenItsTurnComes)

@@ -60,7 +60,7 @@ void Check(const Copy& c, GuardedBytes::Edge edge)
 
     EXPECT_EQ(UMDImgProcCopy(dst.Get(), c.DstPitch, src.Get(), c.SrcPitch, c.Width, c.Height, c.BytesPerPixel), S_OK);
 
-    ASSERT_EQ(std::memcmp(dst.Get(), expected.data(), dstBytes), 0) << c;
+    ASSERT_TRUE(dstBytes == 0 || std::memcmp(dst.Get(), expected.data(), dstBytes) == 0) << c;
 }
 
 void CheckAtBothEdges(const Copy& c)

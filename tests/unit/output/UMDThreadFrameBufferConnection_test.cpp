@@ -80,7 +80,7 @@ TEST_F(FrameBufferConnectionTest, InitializeConnection_ExportMissing_EndsTheWork
 TEST_F(FrameBufferConnectionTest, InitializeConnection_NoClientLibrary_EndsTheWorkerAtTheFirstFrame)
 {
     const TraceMask mask(kErrorsAndEnd);
-    ASSERT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, nullptr));
+    ASSERT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, nullptr, m_pDevice->GetDevice()));
     m_Trace.Clear();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(WaitForEnd());

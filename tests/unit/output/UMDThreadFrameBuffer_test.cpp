@@ -59,7 +59,7 @@ TEST_F(UMDThreadFrameBufferTest, FrameBufferAvailable_NeverStarted_Fails)
 TEST_F(UMDThreadFrameBufferTest, Start_NoDevice_FailsAndStaysUnstarted)
 {
     m_Trace.Clear();
-    EXPECT_FALSE(m_Thread->Start(nullptr, kSource, m_Client.Module()));
+    EXPECT_FALSE(m_Thread->Start(nullptr, kSource, m_Client.Module(), nullptr));
     EXPECT_EQ(m_Trace.Lines(),
         (Lines{">>> UMDThreadFrameBuffer::Start\n", "UMDThreadFrameBuffer::Start pDeviceContext is NULL\n"}));
     EXPECT_FALSE(m_Thread->RequestExit());
@@ -70,7 +70,7 @@ TEST_F(UMDThreadFrameBufferTest, Start_Twice_AnswersTrueAndDoesNothingMore)
     Start();
     m_Trace.Clear();
     FailingImport noThread(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
-    EXPECT_TRUE(m_Thread->Start(nullptr, kSource + 1, nullptr));
+    EXPECT_TRUE(m_Thread->Start(nullptr, kSource + 1, nullptr, nullptr));
     EXPECT_EQ(m_Trace.LinesOfThisThread(), Lines{">>> UMDThreadFrameBuffer::Start\n"});
 }
 
@@ -78,7 +78,7 @@ TEST_F(UMDThreadFrameBufferTest, Start_AfterTheEnd_AnswersTrueAndStartsNothing)
 {
     Start();
     Stop();
-    EXPECT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module()));
+    EXPECT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()));
     EXPECT_EQ(m_Thread->Wait(0), WAIT_OBJECT_0);
     ExpectExited();
 }
@@ -89,13 +89,14 @@ TEST_F(UMDThreadFrameBufferTest, Start_NoMemoryForTheRing_FailsAndPresentsAreRef
     bool started = true;
     {
         FailNthAllocation shortage(1);
-        started = m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module());
+        started = m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice());
     }
     EXPECT_FALSE(started);
     EXPECT_EQ(m_Trace.Lines(),
         (Lines{">>> UMDThreadFrameBuffer::Start\n", "UMDThreadFrameBuffer::Start FrameBuffer is NULL\n"}));
     ExpectExited();
-    EXPECT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module())) << "started once is started";
+    EXPECT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()))
+        << "started once is started";
     EXPECT_TRUE(m_Thread->RequestExit());
     EXPECT_EQ(m_Thread->Wait(INFINITE), 0u);
 }
@@ -104,7 +105,7 @@ TEST_F(UMDThreadFrameBufferTest, Start_NoThread_Fails)
 {
     m_Trace.Clear();
     FailingImport noThread(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
-    EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module()));
+    EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()));
     EXPECT_EQ(m_Trace.Lines(),
         (Lines{">>> UMDThreadFrameBuffer::Start\n", ">>> UMDGpuDx9Surface::UMDGpuDx9Surface\n",
             ">>> UMDFrameBuffer::UMDFrameBuffer\n", "UMDThreadBase::Start CreateThread failed. LastError 8",
@@ -130,7 +131,6 @@ TEST_F(UMDThreadFrameBufferTest, Life_OneFrame_TracesEachStepOnItsThread)
             ">>> UMDFrameBuffer::UMDFrameBuffer\n", ">>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
             ">>> UMDFrameBuffer::DuplicateFrameBuffer\n", ">>> UMDGpuDx9Surface::Create\n",
             ">>> UMDGpuDx9Surface::Duplicate\n", "UMDGpuDx9Surface::Duplicate SRC[4 2 22] DST[4 2 22] XXX[4 2 22]\n",
-            ">>> UMDFrameBuffer::GetDuplicateFrameBufferMalloc\n", ">>> UMDFrameBuffer::GetDuplicateFrameBuffer\n",
             "UMDThreadFrameBuffer::RequestExit\n", ">>> UMDFrameBuffer::~UMDFrameBuffer\n",
             ">>> UMDGpuDx9Surface::Destroy\n", ">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"}));
     Lines workerLines;
@@ -141,11 +141,10 @@ TEST_F(UMDThreadFrameBufferTest, Life_OneFrame_TracesEachStepOnItsThread)
     }
     EXPECT_EQ(workerLines,
         (Lines{">>> UMDThreadFrameBuffer::Run\n", ">>> UMDThreadFrameBuffer::InternalInitializeConnection\n",
+            ">>> UMDFrameBuffer::GetDuplicateFrameBufferMalloc\n", ">>> UMDFrameBuffer::GetDuplicateFrameBuffer\n",
             ">>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n",
             ">>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n", "UMDThreadFrameBuffer::Run exiting...\n",
             ">>> UMDThreadFrameBuffer::InternalUninitializeConnection\n", "UMDThreadFrameBuffer::Run exit\n"}));
-    EXPECT_LT(PositionOf(">>> UMDFrameBuffer::GetDuplicateFrameBuffer\n"),
-        PositionOf(">>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n"));
     EXPECT_LT(
         PositionOf(">>> UMDGpuDx9Surface::~UMDGpuDx9Surface\n"), PositionOf("UMDThreadFrameBuffer::Run exiting...\n"));
 }
@@ -182,17 +181,17 @@ TEST_F(UMDThreadFrameBufferTest, WhatIsDeclined_EachLine_IsAnError)
 {
     const TraceMask mask(UMDTRACE_ERROR);
     m_Trace.Clear();
-    EXPECT_FALSE(m_Thread->Start(nullptr, kSource, m_Client.Module()));
+    EXPECT_FALSE(m_Thread->Start(nullptr, kSource, m_Client.Module(), nullptr));
     EXPECT_FALSE(Present(4, 4));
     {
         FailNthAllocation shortage(1);
-        EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module()));
+        EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()));
     }
     EXPECT_FALSE(Present(4, 4));
     m_Thread.emplace();
     {
         FailingImport noThread(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
-        EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module()));
+        EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()));
     }
     for (const DWORD answer : {DWORD{WAIT_FAILED}, DWORD{WAIT_ABANDONED_0}})
     {

@@ -4,6 +4,7 @@
 #include "ResourceFixture.h"
 
 #include "resources/UMDRscCubeTexture.h"
+#include "resources/UMDRscFactory.h"
 #include "resources/UMDRscIndexBuffer.h"
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscVertexBuffer.h"
@@ -58,22 +59,7 @@ protected:
     /// An object of the class that the flags ask for, not yet created.
     std::unique_ptr<UMDRscBase> Make(const CreateRequest& request)
     {
-        UMDDdiDevice* pDevice = &Device();
-        const D3DDDIARG_CREATERESOURCE* pCreate = &request.m_Arg;
-        const UINT flags = pCreate->Flags.Value;
-        if (flags & kFlagVertexBuffer)
-            return std::make_unique<UMDRscVertexBuffer>(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT);
-        if (flags & kFlagIndexBuffer)
-            return std::make_unique<UMDRscIndexBuffer>(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT);
-        if (flags & kFlagZBuffer)
-            return std::make_unique<UMDRscZBuffer>(pDevice, nullptr, pCreate, FALSE);
-        if (flags & kFlagCubeMap)
-            return std::make_unique<UMDRscCubeTexture>(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT);
-        if (flags & kFlagTexture)
-            return std::make_unique<UMDRscTexture>(
-                pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
-        return std::make_unique<UMDRscSurface>(
-            pDevice, nullptr, pCreate, FALSE, D3DPOOL_DEFAULT, !(flags & kFlagRenderTarget));
+        return UMDRscFactoryNew(&Device(), &request.m_Arg);
     }
 };
 
@@ -131,8 +117,8 @@ TEST_F(UMDRscLifeTest, Upload_AfterDestroy_IsRefused)
     surfaceRequest.WithMemory(4, 0);
     textureRequest.WithMemory(4, 0);
     UMDRscSurface surface(&Device(), nullptr, &surfaceRequest.m_Arg, FALSE, D3DPOOL_DEFAULT, true);
-    UMDRscTexture texture(
-        &Device(), nullptr, &textureRequest.m_Arg, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
+    UMDRscTexture texture(&Device(), nullptr, &textureRequest.m_Arg,
+        UMDRscTextureTraits{FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE});
     surface.Destroy();
     texture.Destroy();
     EXPECT_EQ(surface.WriteToDelegated(0, nullptr), E_FAIL);

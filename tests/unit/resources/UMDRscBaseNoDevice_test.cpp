@@ -51,14 +51,17 @@ TEST_F(UMDResourceNoDeviceTest, Create_AskedDirectly_AnswersFail)
     EXPECT_EQ(UMDRscIndexBuffer(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT).Create(), E_FAIL);
     EXPECT_EQ(UMDRscZBuffer(pDevice, nullptr, pCreate, FALSE).Create(), E_FAIL);
     EXPECT_EQ(UMDRscCubeTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT).Create(), E_FAIL);
-    EXPECT_EQ(
-        UMDRscTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE).Create(), E_FAIL);
+    EXPECT_EQ(UMDRscTexture(
+                  pDevice, nullptr, pCreate, UMDRscTextureTraits{FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE})
+                  .Create(),
+        E_FAIL);
 }
 
 TEST_F(UMDResourceNoDeviceTest, Open_Texture_IsRefusedWithItsLine)
 {
     const D3DDDIARG_OPENRESOURCE open = {};
-    UMDRscTexture texture(&Device(), nullptr, &open, TRUE, 1, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
+    UMDRscTexture texture(
+        &Device(), nullptr, &open, UMDRscTextureTraits{TRUE, 1, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE});
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(texture.Open(), E_FAIL); }),
         Lines{"UMDRscTexture::Open failed! m_pDeviceDelegated = NULL\n"});
 }

@@ -143,8 +143,8 @@ TEST_F(UMDResourceTraceTest, Texture_Life_EachLineHasItsLevel)
     request.WithMemory(4, 0);
     EXPECT_EQ(LevelledTrace(m_Trace,
                   [&] {
-                      UMDRscTexture texture(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, 0,
-                          D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE);
+                      UMDRscTexture texture(&Device(), request.m_Arg.hResource, &request.m_Arg,
+                          UMDRscTextureTraits{FALSE, 0, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE});
                       texture.Create();
                       texture.Lock(1, 0, 0, &m_pData, &m_Pitch, 0);
                       texture.Unlock();
@@ -206,8 +206,8 @@ TEST_F(UMDResourceTraceTest, OpenedTexture_Life_EachLineHasItsLevel)
     open.pOpenAllocationInfo = &allocation;
     EXPECT_EQ(LevelledTrace(m_Trace,
                   [&] {
-                      UMDRscTexture texture(
-                          &Device(), open.hResource, &open, TRUE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
+                      UMDRscTexture texture(&Device(), open.hResource, &open,
+                          UMDRscTextureTraits{TRUE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE});
                       texture.Open();
                       texture.Destroy();
                   }),

@@ -305,7 +305,8 @@ TEST_F(UMDRscTextureBltTest, VideoToSystem_OneEdgeDiffers_GoesThroughATarget)
 TEST_F(UMDRscTextureBltTest, Blt_SourceNeverCreated_IsRefused)
 {
     Prepare(kFlagTexture, kVideo, kFlagTexture, kVideo);
-    UMDRscTexture source(&Device(), nullptr, &m_pSrcRequest->m_Arg, FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE);
+    UMDRscTexture source(&Device(), nullptr, &m_pSrcRequest->m_Arg,
+        UMDRscTextureTraits{FALSE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE});
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(source.Blt(&kSrcRect, m_pDst, &kDstRect), E_FAIL); }),
         Lines{"UMDRscTexture::Blt pSurface is NULL\n"});
     EXPECT_EQ(DeviceLines(), Lines{});

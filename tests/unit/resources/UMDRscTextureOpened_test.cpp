@@ -15,7 +15,8 @@ class OpenedProbe : public UMDRscTexture
 {
 public:
     OpenedProbe(UMDDdiDevice* pDevice, const D3DDDIARG_OPENRESOURCE* pOpen)
-        : UMDRscTexture(pDevice, nullptr, pOpen, TRUE, 0x55, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE)
+        : UMDRscTexture(
+              pDevice, nullptr, pOpen, UMDRscTextureTraits{TRUE, 0x55, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE})
     {
     }
 

@@ -1,4 +1,5 @@
 #include "kernel/UMDAllocationPrivateData.h"
+#include "kernel/UMDUtilDebugTracePrintOpenResource.h"
 #include "util/UMDUtilDebugTracePrint.h"
 
 #include "TraceCapture.h"

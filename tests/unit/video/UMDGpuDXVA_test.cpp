@@ -177,7 +177,7 @@ TEST_F(UMDGpuDXVATest, Create_ServiceCallFails_ItsCodeAndLineAndNothingLives)
 
 TEST_F(UMDGpuDXVATest, Create_NoDelegatedDevice_RefusedBeforeTheService)
 {
-    UMDDdiDevice neverStarted(m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), &m_Callbacks);
+    UMDDdiDevice neverStarted(m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), nullptr, &m_Callbacks);
     m_pVideo = std::make_unique<UMDGpuDXVA>(&neverStarted);
     EXPECT_EQ(TraceOf([&] { EXPECT_EQ(CreateVideo(), E_FAIL); }),
         (Lines{">>> UMDGpuDXVA::Create 22 3\n", "UMDGpuDXVA::Create DXVA2CreateVideoService failed! 0x80004005\n"}));

@@ -240,7 +240,8 @@ class TexBltProbe : public UMDRscTexture
 {
 public:
     TexBltProbe(UMDDdiDevice* pDevice, const D3DDDIARG_CREATERESOURCE* pCreate)
-        : UMDRscTexture(pDevice, nullptr, pCreate, FALSE, 0, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE)
+        : UMDRscTexture(
+              pDevice, nullptr, pCreate, UMDRscTextureTraits{FALSE, 0, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE})
     {
     }
 

@@ -153,7 +153,8 @@ TEST_F(DevicePresent, Present_EachWay_EachLineOfTheDeviceHasItsLevel)
 TEST_F(DevicePresent, Present_ThreadsCannotBeStarted_FailsAndRecordsNoPrimary)
 {
     UMDRscSurface* pPrimary = MakePrimary(0);
-    UMDDdiDevice unstarted(m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), &m_Callbacks);
+    UMDDdiDevice unstarted(
+        m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), m_Kernel.RuntimeHandle(), &m_Callbacks);
     const FailingImport noThread(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
     D3DDDIARG_PRESENT present = {};
     present.hSrcResource = ToHandle(pPrimary);

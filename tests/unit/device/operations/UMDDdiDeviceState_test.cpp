@@ -45,7 +45,7 @@ protected:
     tesslo::test::TraceMask m_Mask{0x1};
     tesslo::test::FakeKernel m_Kernel;
     D3DDDI_DEVICECALLBACKS m_Callbacks = tesslo::test::FakeKernel::Callbacks();
-    UMDDdiDevice m_Device{m_Kernel.RuntimeHandle(), 9, 0x2003, nullptr, &m_Callbacks};
+    UMDDdiDevice m_Device{m_Kernel.RuntimeHandle(), 9, 0x2003, nullptr, nullptr, &m_Callbacks};
     tesslo::test::TraceCapture m_Trace;
 };
 

@@ -1,7 +1,0 @@
-// The program behind tesslo_host.exe: renders, presents, and tells what came of it.
-#pragma once
-
-#include "HostOptions.h"
-
-/// Runs to the end and prints the closing table. Throws HostError.
-void HostRunProgram(const HostOptions& options);

@@ -1,0 +1,176 @@
+#include "host/program/HostOptions.h"
+
+#include "host/runtime/HostText.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include <CLI/CLI.hpp>
+
+namespace
+{
+
+constexpr UINT kSizeMin = 64;  // below it the scenes have nothing to show
+constexpr UINT kSizeMax = 8192;
+constexpr size_t kSourcesMax = 6;  // the driver runs that many outputs a device
+
+// A whole number of the text, or an error that names the option.
+UINT ParseNumber(std::string_view text, int base, const std::string& what)
+{
+    UINT value = 0;
+    const char* pEnd = text.data() + text.size();
+    const auto [pRead, error] = std::from_chars(text.data(), pEnd, value, base);
+    if (text.empty() || error != std::errc() || pRead != pEnd)
+        throw HostError(what);
+    return value;
+}
+
+HostSource ParseSource(const std::string& text)
+{
+    const std::string what = "--source " + text + ": expected WIDTHxHEIGHT, each " + std::to_string(kSizeMin) + " to " +
+                             std::to_string(kSizeMax) + " pixels";
+    const size_t cross = text.find('x');
+    if (cross == std::string::npos)
+        throw HostError(what);
+    const std::string_view view = text;
+    HostSource source;
+    source.m_Width = ParseNumber(view.substr(0, cross), 10, what);
+    source.m_Height = ParseNumber(view.substr(cross + 1), 10, what);
+    if (std::min(source.m_Width, source.m_Height) < kSizeMin || std::max(source.m_Width, source.m_Height) > kSizeMax)
+        throw HostError(what);
+    return source;
+}
+
+DWORD ParseMask(const std::string& text)
+{
+    const std::string what = "--trace " + text + ": expected a bit mask, for example 0x1 or 255";
+    const bool bHex = text.starts_with("0x") || text.starts_with("0X");
+    return ParseNumber(std::string_view(text).substr(bHex ? 2 : 0), bHex ? 16 : 10, what);
+}
+
+UINT ParseRotation(const std::string& text)
+{
+    if (text != "0" && text != "90" && text != "180" && text != "270")
+        throw HostError("--rotation " + text + ": expected 0, 90, 180 or 270");
+    return ParseNumber(text, 10, text);
+}
+
+HostSceneKind ParseScene(const std::string& text)
+{
+    if (text == "turning")
+        return HostSceneKind::Turning;
+    if (text == "fill")
+        return HostSceneKind::Fill;
+    if (text == "video")
+        return HostSceneKind::Video;
+    throw HostError("--scene " + text + ": expected turning, fill or video");
+}
+
+// What the user typed, or what stands in its place. Checked when all of it is known.
+struct Texts
+{
+    // Of options that may be given once for each source.
+    std::vector<std::string> m_Sizes = {"1280x720"};
+    std::vector<std::string> m_Rotations;
+    std::vector<std::string> m_Scenes;
+    // Of options with one value.
+    std::string m_Frames = "120";
+    std::string m_Output;
+    std::string m_Mask = "0";
+    std::string m_Client = "TessloClientDllSample.dll";
+    std::string m_Driver = "TessloWddmUmode.dll";
+};
+
+std::vector<HostSource> MakeSources(const Texts& texts)
+{
+    std::vector<HostSource> sources;
+    for (const std::string& size : texts.m_Sizes)
+        sources.push_back(ParseSource(size));
+    if (sources.size() > kSourcesMax)
+        throw HostError("more than " + std::to_string(kSourcesMax) + " sources");
+    if (texts.m_Rotations.size() > sources.size())
+        throw HostError("more --rotation than --source");
+    if (texts.m_Scenes.size() > sources.size())
+        throw HostError("more --scene than --source");
+    for (size_t i = 0; i < texts.m_Rotations.size(); ++i)
+        sources[i].m_Degrees = ParseRotation(texts.m_Rotations[i]);
+    for (size_t i = 0; i < texts.m_Scenes.size(); ++i)
+        sources[i].m_Scene = ParseScene(texts.m_Scenes[i]);
+    return sources;
+}
+
+UINT ParseFrames(const std::string& text)
+{
+    const std::string what = "--frames " + text + ": expected 1 to 1000000";
+    const UINT frames = ParseNumber(text, 10, what);
+    if (frames < 1 || frames > 1'000'000)
+        throw HostError(what);
+    return frames;
+}
+
+void AddOptions(CLI::App& app, Texts& texts, bool& bEveryFrame)
+{
+    app.add_option("--source", texts.m_Sizes, "A virtual monitor's size; once for each, six at most (1280x720)")
+        ->type_name("WxH")
+        ->allow_extra_args(false);
+    app.add_option("--rotation", texts.m_Rotations, "Rotation of the source in the same place: 0, 90, 180 or 270 (0)")
+        ->type_name("DEGREES")
+        ->allow_extra_args(false);
+    app.add_option(
+           "--scene", texts.m_Scenes, "What the source in the same place shows: turning, fill or video (turning)")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    // Where one value is wanted, the last one given wins: a script's own stand before those of its user.
+    app.option_defaults()->take_last();
+    app.add_option("--frames", texts.m_Frames, "Frames for each source (120)")->type_name("N");
+    app.add_flag(
+        "--every-frame", bEveryFrame, "Present the next frame of a source when the client library has the one before");
+    app.add_option("--out", texts.m_Output, "Folder that the sample client library records pictures to (none)")
+        ->type_name("FOLDER");
+    app.add_option("--trace", texts.m_Mask, "The driver's trace mask; lines go to trace.log in the output folder (0)")
+        ->type_name("MASK");
+    app.add_option("--client", texts.m_Client, "Client library, up to 127 characters (" + texts.m_Client + ")")
+        ->type_name("DLL");
+    app.add_option("--driver", texts.m_Driver, "The driver (" + texts.m_Driver + ", beside this program)")
+        ->type_name("DLL");
+}
+
+void Parse(CLI::App& app, std::vector<std::string> arguments)
+{
+    try
+    {
+        std::ranges::reverse(arguments);  // as the parser wants them
+        app.parse(arguments);
+    }
+    catch (const CLI::CallForHelp&)
+    {
+        throw HostHelp(app.help());
+    }
+    catch (const CLI::ParseError& error)
+    {
+        throw HostError(error.what());
+    }
+}
+
+}  // namespace
+
+HostOptions HostParseOptions(std::vector<std::string> arguments)
+{
+    CLI::App app("Runs the TessloWddmUmode display driver without its kernel-mode half: renders moving pictures on\n"
+                 "virtual monitors, presents them, and tells what reached the client library.",
+        "tesslo_host");
+    app.get_formatter()->column_width(34);
+    Texts texts;
+    HostOptions options;
+    AddOptions(app, texts, options.m_bEveryFrame);
+    Parse(app, std::move(arguments));
+    options.m_Sources = MakeSources(texts);
+    options.m_Frames = ParseFrames(texts.m_Frames);
+    options.m_Driver.m_TraceMask = ParseMask(texts.m_Mask);
+    options.m_Driver.m_Path = HostWide(texts.m_Driver);
+    options.m_Driver.m_ClientLibrary = HostWide(texts.m_Client);
+    options.m_Output = HostWide(texts.m_Output);
+    if (options.m_Driver.m_TraceMask != 0 && texts.m_Output.empty())
+        throw HostError("--trace needs --out: the trace is written there");
+    return options;
+}

@@ -1,0 +1,7 @@
+// What a handle stands for.
+#pragma once
+
+struct Object
+{
+    virtual ~Object() = default;
+};
