@@ -6,6 +6,12 @@
 namespace
 {
 constexpr wchar_t kWindowClass[] = L"D3D UMD";
+
+/// Platforms differ in what they say of a window whose class is not registered.
+bool IsClassMissing(DWORD error)
+{
+    return error == ERROR_CANNOT_FIND_WND_CLASS || error == ERROR_CLASS_DOES_NOT_EXIST;
+}
 }  // namespace
 
 UMDThreadGpuD3D9::UMDThreadGpuD3D9()
@@ -68,15 +74,7 @@ void UMDThreadGpuD3D9::Run()
         return;
     }
     const HINSTANCE hInstance = GetModuleHandleW(nullptr);
-    WNDCLASSEXW windowClass = {};
-    windowClass.cbSize = sizeof(windowClass);
-    windowClass.style = CS_CLASSDC;
-    windowClass.lpfnWndProc = InternalGuiWndMsgProc;
-    windowClass.hInstance = hInstance;
-    windowClass.lpszClassName = kWindowClass;
-    RegisterClassExW(&windowClass);  // fails for the second device of a process, whose class exists
-    const HWND hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100, 100,
-        nullptr, nullptr, hInstance, nullptr);
+    const HWND hWnd = InternalCreateWindow(hInstance);
     if (!hWnd)
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Run CreateWindow failed! %d\n", GetLastError());
@@ -90,6 +88,26 @@ void UMDThreadGpuD3D9::Run()
     DestroyWindow(hWnd);
     UnregisterClassW(kWindowClass, hInstance);
     UMD_TRACE(UMDTRACE_GPU, L"<<< UMDThreadGpuD3D9::Run\n");
+}
+
+HWND UMDThreadGpuD3D9::InternalCreateWindow(HINSTANCE hInstance)
+{
+    WNDCLASSEXW windowClass = {};
+    windowClass.cbSize = sizeof(windowClass);
+    windowClass.style = CS_CLASSDC;
+    windowClass.lpfnWndProc = InternalGuiWndMsgProc;
+    windowClass.hInstance = hInstance;
+    windowClass.lpszClassName = kWindowClass;
+    for (;;)
+    {
+        // All devices of the process share the class. One that ends may take it away between registration and window:
+        // then it is registered once more.
+        const bool registered = RegisterClassExW(&windowClass) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+        const HWND hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100,
+            100, nullptr, nullptr, hInstance, nullptr);
+        if (hWnd || !registered || !IsClassMissing(GetLastError()))
+            return hWnd;
+    }
 }
 
 void UMDThreadGpuD3D9::InternalMessageLoop()

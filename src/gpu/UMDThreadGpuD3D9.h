@@ -32,6 +32,8 @@ public:
     void Run() override;
 
 private:
+    /// @return null, with the last error set, when there is no window.
+    HWND InternalCreateWindow(HINSTANCE hInstance);
     void InternalMessageLoop();
     void InternalAnswerSentMessages();
     void InternalDispatchMessage();
