@@ -43,7 +43,7 @@ DifferentialPicture Driver(Drawing drawing)
 void ExpectFirstNotSecond(const char* pName, const DifferentialPicture& driver, const DifferentialPicture& equal,
     const DifferentialPicture& other)
 {
-    EXPECT_EQ("", DifferentialCompare(pName, driver, equal));
+    EXPECT_EQ(DifferentialCompare(pName, driver, equal), "");
     EXPECT_FALSE(equal == other) << "the two plain pictures must differ";
 }
 
@@ -67,7 +67,7 @@ TEST(DifferentialContract, SetZRange_AnyRange_ViewportKeepsZeroToOne)
     });
     const auto driver = Driver([&](DifferentialDriverPainter& painter, DifferentialCanvas& canvas) {
         const D3DDDIARG_ZRANGE range = {0.5f, 1};
-        EXPECT_EQ(S_OK, painter.Functions().pfnSetZRange(painter.Device(), &range));
+        EXPECT_EQ(painter.Functions().pfnSetZRange(painter.Device(), &range), S_OK);
         painter.SetViewport(0, 0, DifferentialCanvas::kWidth, DifferentialCanvas::kHeight);
         quadBehindRange(painter, canvas);
     });
@@ -122,8 +122,9 @@ TEST(DifferentialContract, DrawIndexedFromMemory_StartIndexOffset_IsNotApplied)
     const auto driver = Driver([&](DifferentialDriverPainter& painter, DifferentialCanvas&) {
         painter.SetStreamMemory(kTriangles.data(), kStride);
         const D3DDDIARG_DRAWINDEXEDPRIMITIVE2 arg = {D3DPT_TRIANGLELIST, 0, 0, 6, 3 * sizeof(UINT16), 1};
-        EXPECT_EQ(S_OK,
-            painter.Functions().pfnDrawIndexedPrimitive2(painter.Device(), &arg, sizeof(UINT16), indices, nullptr));
+        EXPECT_EQ(
+            painter.Functions().pfnDrawIndexedPrimitive2(painter.Device(), &arg, sizeof(UINT16), indices, nullptr),
+            S_OK);
     });
     ExpectFirstNotSecond("StartIndexOffset", driver, equal, other);
 }
@@ -146,7 +147,7 @@ TEST(DifferentialContract, SetPixelShader_NullHandle_ShaderStaysBound)
     const auto driver = Driver([&](DifferentialDriverPainter& painter, DifferentialCanvas& canvas) {
         const PainterHandle pShader = painter.CreatePixelShader(code);
         painter.SetPixelShader(*pShader);
-        EXPECT_EQ(S_OK, painter.Functions().pfnSetPixelShader(painter.Device(), nullptr));
+        EXPECT_EQ(painter.Functions().pfnSetPixelShader(painter.Device(), nullptr), S_OK);
         draw(canvas);
     });
     ExpectFirstNotSecond("NullShader", driver, equal, other);
@@ -176,7 +177,7 @@ TEST(DifferentialContract, Blt_SystemMemoryOfAnotherFormat_IsDroppedWithSuccess)
         const PainterHandle pMemory = painter.CreateMemorySurface(DifferentialPattern(32, 16, D3DFMT_X8R8G8B8));
         painter.Blt(*pMemory, {0, 0, 32, 16}, canvas.Target(), {0, 0, 32, 16});
     });
-    EXPECT_EQ("", DifferentialCompare("OtherFormat", driver, nothing));
+    EXPECT_EQ(DifferentialCompare("OtherFormat", driver, nothing), "");
 }
 
 TEST(DifferentialContract, Blt_PackedOddRowsOf16Bits_LandPackedInPaddedRows)
@@ -192,7 +193,7 @@ TEST(DifferentialContract, Blt_PackedOddRowsOf16Bits_LandPackedInPaddedRows)
     const auto packed = [&](UINT i) { return pattern.At(i % 5, i / 5); };
     for (UINT y = 0; y < 3; ++y)
         for (UINT x = 0; x < 5; ++x)
-            EXPECT_EQ(packed(y * 6 + x), shown.At(x, y)) << x << "," << y;
+            EXPECT_EQ(shown.At(x, y), packed(y * 6 + x)) << x << "," << y;
 }
 
 TEST(DifferentialContract, SetTextureStageState_SamplerStates_DoNotReachTheSampler)

@@ -40,7 +40,7 @@ TEST_P(DifferentialScenes, EveryFrame_DriverAndPlainDevice_SamePixels)
     for (size_t i = 0; i < fromPlain.size(); ++i)
     {
         const std::string name = GetParam().m_Name + "-" + std::to_string(i);
-        EXPECT_EQ("", DifferentialCompare(name, fromDriver[i], fromPlain[i])) << "frame " << i;
+        EXPECT_EQ(DifferentialCompare(name, fromDriver[i], fromPlain[i]), "") << "frame " << i;
         EXPECT_FALSE(fromPlain[i].IsOneColor()) << "frame " << i << " shows nothing";
         if (i > 0)
             EXPECT_FALSE(fromPlain[i - 1] == fromPlain[i]) << "frame " << i << " adds nothing";

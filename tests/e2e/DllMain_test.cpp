@@ -75,7 +75,7 @@ TEST_F(DllAttachTest, Attach_NoMask_PrintsNothingFromLoadToUnload)
         DriverDll dll;
         std::thread([] {}).join();
     }
-    EXPECT_EQ(Lines{}, m_Trace.Lines());
+    EXPECT_EQ(m_Trace.Lines(), Lines{});
 }
 
 TEST_F(DllAttachTest, Attach_LogFileBitAlone_PrintsTheLoadersLinesAlone)
@@ -85,8 +85,8 @@ TEST_F(DllAttachTest, Attach_LogFileBitAlone_PrintsTheLoadersLinesAlone)
     m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
     DriverDll dll;
     const Lines lines = m_Trace.Lines();
-    ASSERT_EQ(12u, lines.size());
-    EXPECT_EQ("DLL_PROCESS_ATTACH\n", lines.back());
+    ASSERT_EQ(lines.size(), 12u);
+    EXPECT_EQ(lines.back(), "DLL_PROCESS_ATTACH\n");
 }
 
 TEST_F(DllAttachTest, Attach_MaskSet_ReadsItBeforeTheClientLibraryIsLoaded)
@@ -95,17 +95,17 @@ TEST_F(DllAttachTest, Attach_MaskSet_ReadsItBeforeTheClientLibraryIsLoaded)
     m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
     DriverDll dll;
     const Lines lines = m_Trace.Lines();
-    ASSERT_EQ(13u, lines.size());
-    EXPECT_EQ("| Tesslo WDDM Umode DllMain\n", lines[7]);
-    EXPECT_EQ("DLL_PROCESS_ATTACH\n", lines[11]);
-    EXPECT_EQ("UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n", lines[12]);
+    ASSERT_EQ(lines.size(), 13u);
+    EXPECT_EQ(lines[7], "| Tesslo WDDM Umode DllMain\n");
+    EXPECT_EQ(lines[11], "DLL_PROCESS_ATTACH\n");
+    EXPECT_EQ(lines[12], "UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n");
 }
 
 TEST_F(DllAttachTest, Attach_NoClientName_WritesTheSampleLibrarysNameAndLoadsIt)
 {
     DriverDll dll;
-    EXPECT_EQ(L"TessloClientDllSample.dll", m_Registry.ClientDllName());
-    EXPECT_NE(nullptr, GetModuleHandleW(L"TessloClientDllSample.dll"));
+    EXPECT_EQ(m_Registry.ClientDllName(), L"TessloClientDllSample.dll");
+    EXPECT_NE(GetModuleHandleW(L"TessloClientDllSample.dll"), nullptr);
 }
 
 TEST_F(DllAttachTest, Attach_ClientNamedByPath_LoadsIt)
@@ -114,7 +114,7 @@ TEST_F(DllAttachTest, Attach_ClientNamedByPath_LoadsIt)
     GetModuleFileNameW(nullptr, path, ARRAYSIZE(path));
     m_Registry.SetClientDllName((std::filesystem::path(path).parent_path() / kClient).wstring());
     DriverDll dll;
-    EXPECT_NE(nullptr, GetModuleHandleW(kClient));
+    EXPECT_NE(GetModuleHandleW(kClient), nullptr);
 }
 
 TEST_F(DllAttachTest, Detach_ClientLoaded_FreesItBetweenTheTwoDetachLines)
@@ -122,16 +122,16 @@ TEST_F(DllAttachTest, Detach_ClientLoaded_FreesItBetweenTheTwoDetachLines)
     m_Registry.SetTraceMask(0x200);
     m_Registry.SetClientDllName(kClient);
     DriverDll dll;
-    ASSERT_NE(nullptr, GetModuleHandleW(kClient));
+    ASSERT_NE(GetModuleHandleW(kClient), nullptr);
     // Left alive: the table that it would put right again is gone with the DLL.
     auto* pPatch =
         new ImportPatch(dll.Module(), "kernel32.dll", "FreeLibrary", reinterpret_cast<void*>(FreeAndRemember));
     s_pFreeLibrary = pPatch->Original<decltype(s_pFreeLibrary)>();
     m_Trace.Clear();
     dll.Unload();
-    EXPECT_EQ(Lines{"DLL_PROCESS_DETACH\n"}, s_LinesAtFree);
-    EXPECT_EQ((Lines{"DLL_PROCESS_DETACH\n", "DLL_PROCESS_DETACH PID:" + Pid() + "\n"}), m_Trace.Lines());
-    EXPECT_EQ(nullptr, GetModuleHandleW(kClient));
+    EXPECT_EQ(s_LinesAtFree, Lines{"DLL_PROCESS_DETACH\n"});
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"DLL_PROCESS_DETACH\n", "DLL_PROCESS_DETACH PID:" + Pid() + "\n"}));
+    EXPECT_EQ(GetModuleHandleW(kClient), nullptr);
 }
 
 TEST_F(DllAttachTest, Thread_StartsAndEnds_IsToldByTheThreadItself)
@@ -141,11 +141,11 @@ TEST_F(DllAttachTest, Thread_StartsAndEnds_IsToldByTheThreadItself)
     m_Trace.Clear();
     std::thread([] {}).join();
     const auto lines = m_Trace.ThreadLines();
-    ASSERT_EQ(2u, lines.size());
-    EXPECT_EQ("DLL_THREAD_ATTACH\n", lines[0].m_Text);
-    EXPECT_EQ("DLL_THREAD_DETACH\n", lines[1].m_Text);
-    EXPECT_EQ(lines[0].m_ThreadId, lines[1].m_ThreadId);
-    EXPECT_NE(GetCurrentThreadId(), lines[0].m_ThreadId);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].m_Text, "DLL_THREAD_ATTACH\n");
+    EXPECT_EQ(lines[1].m_Text, "DLL_THREAD_DETACH\n");
+    EXPECT_EQ(lines[1].m_ThreadId, lines[0].m_ThreadId);
+    EXPECT_NE(lines[0].m_ThreadId, GetCurrentThreadId());
 }
 
 TEST_F(DllAttachTest, Reason_Unknown_IsTracedAndAnsweredWithTrue)
@@ -159,9 +159,9 @@ TEST_F(DllAttachTest, Reason_Unknown_IsTracedAndAnsweredWithTrue)
     using EntryPoint = BOOL(WINAPI*)(HINSTANCE, DWORD, void*);
     const auto pEntry = reinterpret_cast<EntryPoint>(pBase + pHeaders->OptionalHeader.AddressOfEntryPoint);
     m_Trace.Clear();
-    EXPECT_EQ(TRUE, pEntry(dll.Module(), 7, nullptr));
-    EXPECT_EQ(Lines{"DllMain unknown reason! 7\n"}, m_Trace.Lines());
-    EXPECT_NE(nullptr, GetModuleHandleW(kClient));
+    EXPECT_EQ(pEntry(dll.Module(), 7, nullptr), TRUE);
+    EXPECT_EQ(m_Trace.Lines(), Lines{"DllMain unknown reason! 7\n"});
+    EXPECT_NE(GetModuleHandleW(kClient), nullptr);
 }
 
 TEST_F(DllAttachTest, LogFile_ErrorsAndFileBit_HoldsWhatTheDebuggerGot)
@@ -177,7 +177,7 @@ TEST_F(DllAttachTest, LogFile_ErrorsAndFileBit_HoldsWhatTheDebuggerGot)
     std::string debugger;
     for (const std::string& line : m_Trace.Lines())
         debugger += line;
-    EXPECT_NE(std::string::npos, debugger.find("UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"));
-    EXPECT_EQ(debugger, Logged(offset));
+    EXPECT_NE(debugger.find("UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"), std::string::npos);
+    EXPECT_EQ(Logged(offset), debugger);
 }
 }  // namespace

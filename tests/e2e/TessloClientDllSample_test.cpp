@@ -88,13 +88,13 @@ TEST_F(SampleClientTest, Plug_NoFolderNamed_CountsWithoutRecording)
         EXPECT_TRUE(connection.Send(Pattern(8, 8, i)));
     connection.Close();
     const TessloSampleCounters counters = m_Client.Counters(3);
-    EXPECT_EQ(1u, counters.Connections);
-    EXPECT_EQ(5u, counters.Received);
-    EXPECT_EQ(0u, counters.Recorded);
-    EXPECT_EQ(0u, counters.Dropped);
-    EXPECT_EQ(0u, counters.Failed);
-    EXPECT_EQ(0u, m_Client.Counters(2).Received);
-    EXPECT_EQ(0u, FileCount());
+    EXPECT_EQ(counters.Connections, 1u);
+    EXPECT_EQ(counters.Received, 5u);
+    EXPECT_EQ(counters.Recorded, 0u);
+    EXPECT_EQ(counters.Dropped, 0u);
+    EXPECT_EQ(counters.Failed, 0u);
+    EXPECT_EQ(m_Client.Counters(2).Received, 0u);
+    EXPECT_EQ(FileCount(), 0u);
 }
 
 TEST_F(SampleClientTest, Plug_SourceBeyondTheLast_IsRefused)
@@ -102,7 +102,7 @@ TEST_F(SampleClientTest, Plug_SourceBeyondTheLast_IsRefused)
     void* pSlot = nullptr;
     EXPECT_FALSE(m_Client.Plug(&pSlot, TESSLO_SAMPLE_SOURCES));
     EXPECT_FALSE(m_Client.Plug(nullptr, 0));
-    EXPECT_EQ(nullptr, pSlot);
+    EXPECT_EQ(pSlot, nullptr);
 }
 
 TEST_F(SampleClientTest, Update_NothingToShow_IsRefused)
@@ -114,7 +114,7 @@ TEST_F(SampleClientTest, Update_NothingToShow_IsRefused)
     EXPECT_FALSE(m_Client.Update(&pSlot, &noBits));
     EXPECT_TRUE(m_Client.Unplug(&pSlot, 0));
     EXPECT_FALSE(m_Client.Unplug(&pSlot, 0)) << "the slot is empty again";
-    EXPECT_EQ(0u, m_Client.Counters(0).Received);
+    EXPECT_EQ(m_Client.Counters(0).Received, 0u);
 }
 
 TEST_F(SampleClientTest, Recording_PaddedRowsAndGarbageAlpha_PictureEqualsThePixels)
@@ -124,8 +124,8 @@ TEST_F(SampleClientTest, Recording_PaddedRowsAndGarbageAlpha_PictureEqualsThePix
     SampleClientConnection connection(m_Client, 2);
     ASSERT_TRUE(connection.Send(image));
     connection.Close();
-    EXPECT_TRUE(SamePixels(image, ReadPng(m_Folder.Path() / "source2-frame000000.png")));
-    EXPECT_EQ(1u, m_Client.Counters(2).Recorded);
+    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source2-frame000000.png"), image));
+    EXPECT_EQ(m_Client.Counters(2).Recorded, 1u);
 }
 
 TEST_F(SampleClientTest, Recording_SizeChanges_EveryPictureHasItsOwn)
@@ -140,7 +140,7 @@ TEST_F(SampleClientTest, Recording_SizeChanges_EveryPictureHasItsOwn)
         WaitFor([&] { return m_Client.Counters(0).Recorded == i + 1; });
         char name[32];
         std::snprintf(name, sizeof(name), "source0-frame%06u.png", i);
-        EXPECT_TRUE(SamePixels(image, ReadPng(m_Folder.Path() / name))) << i;
+        EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / name), image)) << i;
     }
 }
 
@@ -158,9 +158,9 @@ TEST_F(SampleClientTest, Recording_FourSourcesAtOnce_NobodyTakesAnothersFrames)
         worker.join();
     for (UINT source = 0; source < 4; ++source)
         for (UINT i = 0; i < 8; ++i)
-            EXPECT_TRUE(SamePixels(Pattern(20 + source, 20, source * 100 + i),
-                ReadPng(m_Folder.Path() /
-                        ("source" + std::to_string(source) + "-frame00000" + std::to_string(i) + ".png"))))
+            EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / ("source" + std::to_string(source) + "-frame00000" +
+                                                                 std::to_string(i) + ".png")),
+                Pattern(20 + source, 20, source * 100 + i)))
                 << "source " << source << " frame " << i;
 }
 
@@ -172,8 +172,8 @@ TEST_F(SampleClientTest, Recording_SecondConnection_GoesOnNumbering)
         SampleClientConnection connection(m_Client, 0);
         ASSERT_TRUE(connection.Send(Pattern(8, 8, i)));
     }
-    EXPECT_TRUE(SamePixels(Pattern(8, 8, 1), ReadPng(m_Folder.Path() / "source0-frame000001.png")));
-    EXPECT_EQ(2u, m_Client.Counters(0).Connections);
+    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source0-frame000001.png"), Pattern(8, 8, 1)));
+    EXPECT_EQ(m_Client.Counters(0).Connections, 2u);
 }
 
 TEST_F(SampleClientTest, Recording_FolderMissing_OneLineAndFailuresCounted)
@@ -185,15 +185,15 @@ TEST_F(SampleClientTest, Recording_FolderMissing_OneLineAndFailuresCounted)
         EXPECT_TRUE(connection.Send(Pattern(8, 8, i)));
     connection.Close();
     trace.reset();
-    EXPECT_EQ(3u, m_Client.Counters(1).Failed);
-    EXPECT_EQ(0u, m_Client.Counters(1).Recorded);
+    EXPECT_EQ(m_Client.Counters(1).Failed, 3u);
+    EXPECT_EQ(m_Client.Counters(1).Recorded, 0u);
     std::ifstream file(m_Folder.Path() / "lines");
     const std::string text(std::istreambuf_iterator<char>(file), {});
     EXPECT_TRUE(text.starts_with("TessloClientDllSample: cannot write ")) << text;
     EXPECT_TRUE(text.ends_with("nowhere\\source1-frame000000.png (error 3); further failures of source 1 are only "
                                "counted\n"))
         << text;
-    EXPECT_EQ(1, std::ranges::count(text, '\n')) << text;
+    EXPECT_EQ(std::ranges::count(text, '\n'), 1) << text;
 }
 
 TEST_F(SampleClientTest, Recording_OneFileCannotBeMade_TheOthersAreWritten)
@@ -204,9 +204,9 @@ TEST_F(SampleClientTest, Recording_OneFileCannotBeMade_TheOthersAreWritten)
     EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
     EXPECT_TRUE(connection.Send(Pattern(8, 8, 1)));
     connection.Close();
-    EXPECT_EQ(1u, m_Client.Counters(0).Failed);
-    EXPECT_EQ(1u, m_Client.Counters(0).Recorded);
-    EXPECT_TRUE(SamePixels(Pattern(8, 8, 1), ReadPng(m_Folder.Path() / "source0-frame000001.png")));
+    EXPECT_EQ(m_Client.Counters(0).Failed, 1u);
+    EXPECT_EQ(m_Client.Counters(0).Recorded, 1u);
+    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source0-frame000001.png"), Pattern(8, 8, 1)));
 }
 
 TEST_F(SampleClientTest, Recording_DiskFull_NoHalfPictureIsLeftAndTheNextIsTried)
@@ -218,11 +218,11 @@ TEST_F(SampleClientTest, Recording_DiskFull_NoHalfPictureIsLeftAndTheNextIsTried
         EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
         WaitFor([this] { return m_Client.Counters(0).Failed == 1; });
     }
-    EXPECT_EQ(0u, FileCount());
+    EXPECT_EQ(FileCount(), 0u);
     EXPECT_TRUE(connection.Send(Pattern(8, 8, 1)));
     connection.Close();
-    EXPECT_EQ(1u, m_Client.Counters(0).Failed);
-    EXPECT_TRUE(SamePixels(Pattern(8, 8, 1), ReadPng(m_Folder.Path() / "source0-frame000001.png")));
+    EXPECT_EQ(m_Client.Counters(0).Failed, 1u);
+    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source0-frame000001.png"), Pattern(8, 8, 1)));
 }
 
 TEST_F(SampleClientTest, Recording_WriterStuck_UpdateDoesNotWaitAndDropsAreCounted)
@@ -235,17 +235,17 @@ TEST_F(SampleClientTest, Recording_WriterStuck_UpdateDoesNotWaitAndDropsAreCount
     g_pWriteFile = patch.Original<WriteFileFunction>();
     SampleClientConnection connection(m_Client, 0);
     EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
-    ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(g_hEntered, 30'000));
+    ASSERT_EQ(WaitForSingleObject(g_hEntered, 30'000), WAIT_OBJECT_0);
     // The writer holds the first frame's slot; seven more fit behind it.
     for (UINT i = 1; i < 12; ++i)
         EXPECT_TRUE(connection.Send(Pattern(8, 8, i)));
-    EXPECT_EQ(12u, m_Client.Counters(0).Received);
-    EXPECT_EQ(4u, m_Client.Counters(0).Dropped);
-    EXPECT_EQ(0u, m_Client.Counters(0).Recorded);
+    EXPECT_EQ(m_Client.Counters(0).Received, 12u);
+    EXPECT_EQ(m_Client.Counters(0).Dropped, 4u);
+    EXPECT_EQ(m_Client.Counters(0).Recorded, 0u);
     SetEvent(g_hGate);
     connection.Close();
-    EXPECT_EQ(8u, m_Client.Counters(0).Recorded);
-    EXPECT_TRUE(SamePixels(Pattern(8, 8, 7), ReadPng(m_Folder.Path() / "source0-frame000007.png")));
+    EXPECT_EQ(m_Client.Counters(0).Recorded, 8u);
+    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source0-frame000007.png"), Pattern(8, 8, 7)));
     EXPECT_FALSE(std::filesystem::exists(m_Folder.Path() / "source0-frame000008.png"));
     CloseHandle(g_hEntered);
     CloseHandle(g_hGate);
@@ -258,8 +258,8 @@ TEST_F(SampleClientTest, Plug_ThreadRefused_IsRefused)
         m_Client.Module(), "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
     void* pSlot = nullptr;
     EXPECT_FALSE(m_Client.Plug(&pSlot, 0));
-    EXPECT_EQ(nullptr, pSlot);
-    EXPECT_EQ(0u, m_Client.Counters(0).Connections);
+    EXPECT_EQ(pSlot, nullptr);
+    EXPECT_EQ(m_Client.Counters(0).Connections, 0u);
 }
 
 TEST_F(SampleClientTest, Recording_PitchShorterThanTheRow_CountsAFailure)
@@ -271,8 +271,8 @@ TEST_F(SampleClientTest, Recording_PitchShorterThanTheRow_CountsAFailure)
     const TessloVirtualMonitorFrame frame = {0, 0, 4, 4, 12, 0, bits};
     EXPECT_TRUE(m_Client.Update(&pSlot, &frame));
     EXPECT_TRUE(m_Client.Unplug(&pSlot, 0));
-    EXPECT_EQ(1u, m_Client.Counters(0).Failed);
-    EXPECT_EQ(0u, FileCount());
+    EXPECT_EQ(m_Client.Counters(0).Failed, 1u);
+    EXPECT_EQ(FileCount(), 0u);
 }
 
 TEST_F(SampleClientTest, Recording_FasterThanTheWriter_EveryFrameIsAccountedFor)
@@ -284,10 +284,10 @@ TEST_F(SampleClientTest, Recording_FasterThanTheWriter_EveryFrameIsAccountedFor)
         EXPECT_TRUE(connection.Send(image));
     connection.Close();
     const TessloSampleCounters counters = m_Client.Counters(0);
-    EXPECT_EQ(40u, counters.Received);
-    EXPECT_EQ(40u, counters.Recorded + counters.Dropped);
+    EXPECT_EQ(counters.Received, 40u);
+    EXPECT_EQ(counters.Recorded + counters.Dropped, 40u);
     EXPECT_GE(counters.Recorded, 8u) << "what was queued is written before the connection is closed";
-    EXPECT_EQ(counters.Recorded, FileCount());
+    EXPECT_EQ(FileCount(), counters.Recorded);
 }
 
 TEST_F(SampleClientTest, Unplug_LastConnection_LeavesNoThread)
@@ -297,10 +297,10 @@ TEST_F(SampleClientTest, Unplug_LastConnection_LeavesNoThread)
     {
         SampleClientConnection first(m_Client, 0);
         SampleClientConnection second(m_Client, 1);
-        EXPECT_EQ(before + 2, ThreadCount()) << "one writer each";
+        EXPECT_EQ(ThreadCount(), before + 2) << "one writer each";
         first.Send(Pattern(8, 8, 0));
     }
-    EXPECT_EQ(before, ThreadCount());
+    EXPECT_EQ(ThreadCount(), before);
 }
 
 TEST_F(SampleClientTest, WaitReceived_FrameMissing_TimesOut)
@@ -327,7 +327,7 @@ TEST(SampleClientLoad, ManyRounds_StillLoads)
     for (UINT i = 0; i < 1500; ++i)
     {
         const HMODULE hModule = LoadLibraryW(TESSLO_CLIENT_DEFAULT_DLL);
-        ASSERT_NE(nullptr, hModule) << "round " << i;
+        ASSERT_NE(hModule, nullptr) << "round " << i;
         FreeLibrary(hModule);
     }
 }

@@ -56,8 +56,8 @@ protected:
 
     void ExpectViolation(const char* pText)
     {
-        ASSERT_EQ(1u, m_Kernel.Violations().size());
-        EXPECT_EQ(pText, m_Kernel.Violations()[0]);
+        ASSERT_EQ(m_Kernel.Violations().size(), 1u);
+        EXPECT_EQ(m_Kernel.Violations()[0], pText);
     }
 
     HostKernel m_Kernel;
@@ -70,83 +70,83 @@ protected:
 TEST_F(HostKernelTest, Allocate_ProperRecord_IsKeptUntilDeallocated)
 {
     UMDAllocationPrivateData data = Data(UMDALLOCATIONKIND_PRIMARY);
-    ASSERT_EQ(S_OK, Allocate(data));
+    ASSERT_EQ(Allocate(data), S_OK);
     const auto allocation = m_Kernel.FindAllocation(this);
     ASSERT_TRUE(allocation.has_value());
-    EXPECT_EQ(m_Info.hAllocation, allocation->m_hAllocation);
+    EXPECT_EQ(allocation->m_hAllocation, m_Info.hAllocation);
     EXPECT_TRUE(allocation->m_bPrimary);
-    EXPECT_EQ(8u * 4 * 4, allocation->m_Memory.size());
-    EXPECT_EQ(S_OK, Deallocate(m_Info.hAllocation, this));
-    EXPECT_EQ(0u, m_Kernel.AllocationCount());
+    EXPECT_EQ(allocation->m_Memory.size(), 8u * 4 * 4);
+    EXPECT_EQ(Deallocate(m_Info.hAllocation, this), S_OK);
+    EXPECT_EQ(m_Kernel.AllocationCount(), 0u);
     EXPECT_TRUE(m_Kernel.Violations().empty());
 }
 
 TEST_F(HostKernelTest, Allocate_RecordOfAnotherSize_IsRefused)
 {
     UMDAllocationPrivateData data = Data(UMDALLOCATIONKIND_OTHER);
-    EXPECT_EQ(E_INVALIDARG, Allocate(data, 72));
+    EXPECT_EQ(Allocate(data, 72), E_INVALIDARG);
     ExpectViolation("pfnAllocateCb: private data of 72 bytes");
 }
 
 TEST_F(HostKernelTest, Allocate_UnknownKind_IsRefused)
 {
     UMDAllocationPrivateData data = Data(7);
-    EXPECT_EQ(E_INVALIDARG, Allocate(data));
+    EXPECT_EQ(Allocate(data), E_INVALIDARG);
     ExpectViolation("pfnAllocateCb: kind 7");
 }
 
 TEST_F(HostKernelTest, Deallocate_OfAnotherResource_IsRefused)
 {
     UMDAllocationPrivateData data = Data(UMDALLOCATIONKIND_OTHER);
-    ASSERT_EQ(S_OK, Allocate(data));
-    EXPECT_EQ(E_INVALIDARG, Deallocate(m_Info.hAllocation, nullptr));
+    ASSERT_EQ(Allocate(data), S_OK);
+    EXPECT_EQ(Deallocate(m_Info.hAllocation, nullptr), E_INVALIDARG);
     ExpectViolation("pfnDeallocateCb: allocation of another resource");
-    EXPECT_EQ(1u, m_Kernel.AllocationCount());
+    EXPECT_EQ(m_Kernel.AllocationCount(), 1u);
 }
 
 TEST_F(HostKernelTest, Lock_Twice_IsRefused)
 {
     UMDAllocationPrivateData data = Data(UMDALLOCATIONKIND_OTHER);
-    ASSERT_EQ(S_OK, Allocate(data));
+    ASSERT_EQ(Allocate(data), S_OK);
     void* pData = nullptr;
-    ASSERT_EQ(S_OK, Lock(m_Info.hAllocation, &pData));
-    EXPECT_NE(nullptr, pData);
-    EXPECT_EQ(E_INVALIDARG, Lock(m_Info.hAllocation, &pData));
+    ASSERT_EQ(Lock(m_Info.hAllocation, &pData), S_OK);
+    EXPECT_NE(pData, nullptr);
+    EXPECT_EQ(Lock(m_Info.hAllocation, &pData), E_INVALIDARG);
     ExpectViolation("pfnLockCb: locked allocation");
-    EXPECT_EQ(S_OK, Unlock(m_Info.hAllocation));
+    EXPECT_EQ(Unlock(m_Info.hAllocation), S_OK);
 }
 
 TEST_F(HostKernelTest, Unlock_NotLocked_IsRefused)
 {
     UMDAllocationPrivateData data = Data(UMDALLOCATIONKIND_OTHER);
-    ASSERT_EQ(S_OK, Allocate(data));
-    EXPECT_EQ(E_INVALIDARG, Unlock(m_Info.hAllocation));
+    ASSERT_EQ(Allocate(data), S_OK);
+    EXPECT_EQ(Unlock(m_Info.hAllocation), E_INVALIDARG);
     ExpectViolation("pfnUnlockCb: allocation that is not locked");
 }
 
 TEST_F(HostKernelTest, Render_Succeeds_HandsOutTheOtherBuffers)
 {
     D3DDDICB_CREATECONTEXT context{};
-    ASSERT_EQ(S_OK, m_Callbacks.pfnCreateContextCb(m_Kernel.DeviceHandle(), &context));
+    ASSERT_EQ(m_Callbacks.pfnCreateContextCb(m_Kernel.DeviceHandle(), &context), S_OK);
     D3DDDICB_RENDER render{};
     render.hContext = context.hContext;
     render.CommandLength = context.CommandBufferSize;
-    ASSERT_EQ(S_OK, m_Callbacks.pfnRenderCb(m_Kernel.DeviceHandle(), &render));
-    EXPECT_NE(context.pCommandBuffer, render.pNewCommandBuffer);
-    EXPECT_NE(context.pAllocationList, render.pNewAllocationList);
-    EXPECT_NE(context.pPatchLocationList, render.pNewPatchLocationList);
-    ASSERT_EQ(S_OK, m_Callbacks.pfnRenderCb(m_Kernel.DeviceHandle(), &render));
-    EXPECT_EQ(context.pCommandBuffer, render.pNewCommandBuffer);
+    ASSERT_EQ(m_Callbacks.pfnRenderCb(m_Kernel.DeviceHandle(), &render), S_OK);
+    EXPECT_NE(render.pNewCommandBuffer, context.pCommandBuffer);
+    EXPECT_NE(render.pNewAllocationList, context.pAllocationList);
+    EXPECT_NE(render.pNewPatchLocationList, context.pPatchLocationList);
+    ASSERT_EQ(m_Callbacks.pfnRenderCb(m_Kernel.DeviceHandle(), &render), S_OK);
+    EXPECT_EQ(render.pNewCommandBuffer, context.pCommandBuffer);
 }
 
 TEST_F(HostKernelTest, Render_MoreThanTheBuffer_IsRefused)
 {
     D3DDDICB_CREATECONTEXT context{};
-    ASSERT_EQ(S_OK, m_Callbacks.pfnCreateContextCb(m_Kernel.DeviceHandle(), &context));
+    ASSERT_EQ(m_Callbacks.pfnCreateContextCb(m_Kernel.DeviceHandle(), &context), S_OK);
     D3DDDICB_RENDER render{};
     render.hContext = context.hContext;
     render.CommandLength = context.CommandBufferSize + 1;
-    EXPECT_EQ(E_INVALIDARG, m_Callbacks.pfnRenderCb(m_Kernel.DeviceHandle(), &render));
+    EXPECT_EQ(m_Callbacks.pfnRenderCb(m_Kernel.DeviceHandle(), &render), E_INVALIDARG);
     ExpectViolation("pfnRenderCb: commands beyond the buffer");
 }
 
@@ -158,8 +158,8 @@ TEST_F(HostKernelTest, Escape_KnownIndex_AnswersItsSource)
     D3DDDICB_ESCAPE arg{};
     arg.pPrivateDriverData = &record;
     arg.PrivateDriverDataSize = sizeof(record);
-    EXPECT_EQ(S_OK, m_Callbacks.pfnEscapeCb(m_Kernel.AdapterHandle(), &arg));
-    EXPECT_EQ(9u, record.VidPnSourceId);
+    EXPECT_EQ(m_Callbacks.pfnEscapeCb(m_Kernel.AdapterHandle(), &arg), S_OK);
+    EXPECT_EQ(record.VidPnSourceId, 9u);
 }
 
 TEST_F(HostKernelTest, Escape_DeviceHandle_IsRefused)
@@ -168,7 +168,7 @@ TEST_F(HostKernelTest, Escape_DeviceHandle_IsRefused)
     D3DDDICB_ESCAPE arg{};
     arg.pPrivateDriverData = &record;
     arg.PrivateDriverDataSize = sizeof(record);
-    EXPECT_EQ(E_INVALIDARG, m_Callbacks.pfnEscapeCb(m_Kernel.DeviceHandle(), &arg));
+    EXPECT_EQ(m_Callbacks.pfnEscapeCb(m_Kernel.DeviceHandle(), &arg), E_INVALIDARG);
     ExpectViolation("pfnEscapeCb: called with the device's handle");
 }
 
@@ -176,9 +176,9 @@ TEST_F(HostKernelTest, SetResult_Failure_IsAnsweredAndNothingDone)
 {
     m_Kernel.SetResult("pfnAllocateCb", D3DERR_OUTOFVIDEOMEMORY);
     UMDAllocationPrivateData data = Data(UMDALLOCATIONKIND_OTHER);
-    EXPECT_EQ(D3DERR_OUTOFVIDEOMEMORY, Allocate(data));
-    EXPECT_EQ(0u, m_Kernel.AllocationCount());
-    EXPECT_EQ(1u, m_Kernel.Calls("pfnAllocateCb"));
+    EXPECT_EQ(Allocate(data), D3DERR_OUTOFVIDEOMEMORY);
+    EXPECT_EQ(m_Kernel.AllocationCount(), 0u);
+    EXPECT_EQ(m_Kernel.Calls("pfnAllocateCb"), 1u);
     EXPECT_TRUE(m_Kernel.Violations().empty());
 }
 
@@ -186,7 +186,7 @@ TEST_F(HostKernelTest, Callbacks_AllTwentyTwo_AreThere)
 {
     void* const* ppSlots = reinterpret_cast<void* const*>(&m_Callbacks);
     for (size_t i = 0; i < sizeof(m_Callbacks) / sizeof(void*); ++i)
-        EXPECT_NE(nullptr, ppSlots[i]) << "slot " << i;
-    EXPECT_EQ(E_NOTIMPL, m_Callbacks.pfnSetAsyncCallbacksCb(m_Kernel.DeviceHandle(), TRUE));
-    EXPECT_EQ(1u, m_Kernel.Calls("pfnSetAsyncCallbacksCb"));
+        EXPECT_NE(ppSlots[i], nullptr) << "slot " << i;
+    EXPECT_EQ(m_Callbacks.pfnSetAsyncCallbacksCb(m_Kernel.DeviceHandle(), TRUE), E_NOTIMPL);
+    EXPECT_EQ(m_Kernel.Calls("pfnSetAsyncCallbacksCb"), 1u);
 }

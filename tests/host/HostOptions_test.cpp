@@ -60,7 +60,7 @@ TEST_P(HostOptionsBadInput, Parse_Fails_WithOneLine)
     }
     catch (const HostError& error)
     {
-        EXPECT_STREQ(GetParam().m_pMessage, error.what());
+        EXPECT_STREQ(error.what(), GetParam().m_pMessage);
     }
 }
 
@@ -70,17 +70,17 @@ INSTANTIATE_TEST_SUITE_P(All, HostOptionsBadInput, testing::ValuesIn(kBadInputs)
 TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
 {
     const HostOptions options = HostParseOptions({});
-    ASSERT_EQ(1u, options.m_Sources.size());
-    EXPECT_EQ(1280u, options.m_Sources[0].m_Width);
-    EXPECT_EQ(720u, options.m_Sources[0].m_Height);
-    EXPECT_EQ(0u, options.m_Sources[0].m_Degrees);
-    EXPECT_EQ(HostSceneKind::Turning, options.m_Sources[0].m_Scene);
-    EXPECT_EQ(120u, options.m_Frames);
-    EXPECT_EQ(L"", options.m_Output);
+    ASSERT_EQ(options.m_Sources.size(), 1u);
+    EXPECT_EQ(options.m_Sources[0].m_Width, 1280u);
+    EXPECT_EQ(options.m_Sources[0].m_Height, 720u);
+    EXPECT_EQ(options.m_Sources[0].m_Degrees, 0u);
+    EXPECT_EQ(options.m_Sources[0].m_Scene, HostSceneKind::Turning);
+    EXPECT_EQ(options.m_Frames, 120u);
+    EXPECT_EQ(options.m_Output, L"");
     EXPECT_FALSE(options.m_bEveryFrame);
-    EXPECT_EQ(0u, options.m_Driver.m_TraceMask);
-    EXPECT_EQ(L"TessloWddmUmode.dll", options.m_Driver.m_Path);
-    EXPECT_EQ(L"TessloClientDllSample.dll", options.m_Driver.m_ClientLibrary);
+    EXPECT_EQ(options.m_Driver.m_TraceMask, 0u);
+    EXPECT_EQ(options.m_Driver.m_Path, L"TessloWddmUmode.dll");
+    EXPECT_EQ(options.m_Driver.m_ClientLibrary, L"TessloClientDllSample.dll");
 }
 
 TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
@@ -90,24 +90,24 @@ TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
         "B\xC3\xBC"
         "cher",
         "--trace", "0x201", "--client", "c.dll", "--driver", "d.dll"});
-    ASSERT_EQ(2u, options.m_Sources.size());
-    EXPECT_EQ(480u, options.m_Sources[0].m_Height);
-    EXPECT_EQ(180u, options.m_Sources[0].m_Degrees);
-    EXPECT_EQ(HostSceneKind::Fill, options.m_Sources[0].m_Scene);
-    EXPECT_EQ(HostSceneKind::Video, options.m_Sources[1].m_Scene);
-    EXPECT_EQ(800u, options.m_Sources[1].m_Width);
-    EXPECT_EQ(270u, options.m_Sources[1].m_Degrees);
-    EXPECT_EQ(7u, options.m_Frames);
+    ASSERT_EQ(options.m_Sources.size(), 2u);
+    EXPECT_EQ(options.m_Sources[0].m_Height, 480u);
+    EXPECT_EQ(options.m_Sources[0].m_Degrees, 180u);
+    EXPECT_EQ(options.m_Sources[0].m_Scene, HostSceneKind::Fill);
+    EXPECT_EQ(options.m_Sources[1].m_Scene, HostSceneKind::Video);
+    EXPECT_EQ(options.m_Sources[1].m_Width, 800u);
+    EXPECT_EQ(options.m_Sources[1].m_Degrees, 270u);
+    EXPECT_EQ(options.m_Frames, 7u);
     EXPECT_TRUE(options.m_bEveryFrame);
-    EXPECT_EQ(L"B\u00FCcher", options.m_Output);
-    EXPECT_EQ(0x201u, options.m_Driver.m_TraceMask);
-    EXPECT_EQ(L"c.dll", options.m_Driver.m_ClientLibrary);
-    EXPECT_EQ(L"d.dll", options.m_Driver.m_Path);
+    EXPECT_EQ(options.m_Output, L"B\u00FCcher");
+    EXPECT_EQ(options.m_Driver.m_TraceMask, 0x201u);
+    EXPECT_EQ(options.m_Driver.m_ClientLibrary, L"c.dll");
+    EXPECT_EQ(options.m_Driver.m_Path, L"d.dll");
 }
 
 TEST(HostOptions, Parse_OneValueGivenTwice_TheLastWins)
 {
-    EXPECT_EQ(9u, HostParseOptions({"--frames", "5", "--frames", "9"}).m_Frames);
+    EXPECT_EQ(HostParseOptions({"--frames", "5", "--frames", "9"}).m_Frames, 9u);
 }
 
 TEST(HostOptions, Parse_Help_NamesEveryOption)
@@ -121,6 +121,6 @@ TEST(HostOptions, Parse_Help_NamesEveryOption)
     {
         for (const char* pOption : {"--source", "--rotation", "--scene", "--frames", "--every-frame", "--out",
                  "--trace", "--client", "--driver"})
-            EXPECT_NE(std::string::npos, std::string(help.what()).find(pOption)) << pOption;
+            EXPECT_NE(std::string(help.what()).find(pOption), std::string::npos) << pOption;
     }
 }

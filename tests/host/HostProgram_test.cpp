@@ -49,7 +49,7 @@ protected:
         CloseHandle(startup.hStdOutput);
         CloseHandle(startup.hStdError);
         DWORD code = 0;
-        EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process.hProcess, 120'000));
+        EXPECT_EQ(WaitForSingleObject(process.hProcess, 120'000), WAIT_OBJECT_0);
         GetExitCodeProcess(process.hProcess, &code);
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
@@ -58,9 +58,9 @@ protected:
 
     void ExpectOneLine(const Outcome& outcome, const std::string& message)
     {
-        EXPECT_EQ(1u, outcome.m_Code);
-        EXPECT_EQ("", outcome.m_Output);
-        EXPECT_EQ("tesslo_host: " + message + "\n", outcome.m_Errors);
+        EXPECT_EQ(outcome.m_Code, 1u);
+        EXPECT_EQ(outcome.m_Output, "");
+        EXPECT_EQ(outcome.m_Errors, "tesslo_host: " + message + "\n");
     }
 
     TemporaryFolder m_Folder;
@@ -71,9 +71,9 @@ protected:
 TEST_F(HostProgramTest, Help_Asked_PrintsAndSucceeds)
 {
     const Outcome outcome = Run(L"--help");
-    EXPECT_EQ(0u, outcome.m_Code);
-    EXPECT_NE(std::string::npos, outcome.m_Output.find("--every-frame"));
-    EXPECT_EQ("", outcome.m_Errors);
+    EXPECT_EQ(outcome.m_Code, 0u);
+    EXPECT_NE(outcome.m_Output.find("--every-frame"), std::string::npos);
+    EXPECT_EQ(outcome.m_Errors, "");
 }
 
 TEST_F(HostProgramTest, BadOption_OneLineAndCode1)
@@ -84,10 +84,10 @@ TEST_F(HostProgramTest, BadOption_OneLineAndCode1)
 TEST_F(HostProgramTest, DriverMissing_OneLineAndCode1)
 {
     const Outcome outcome = Run(L"--driver nosuch.dll");
-    EXPECT_EQ(1u, outcome.m_Code);
+    EXPECT_EQ(outcome.m_Code, 1u);
     EXPECT_TRUE(outcome.m_Errors.starts_with("tesslo_host: cannot load the driver nosuch.dll: ")) << outcome.m_Errors;
     EXPECT_TRUE(outcome.m_Errors.ends_with(" (126)\n")) << outcome.m_Errors;
-    EXPECT_EQ(1, std::count(outcome.m_Errors.begin(), outcome.m_Errors.end(), '\n'));
+    EXPECT_EQ(std::count(outcome.m_Errors.begin(), outcome.m_Errors.end(), '\n'), 1);
 }
 
 TEST_F(HostProgramTest, ClientLibraryMissing_OneLineAndCode1)
@@ -99,9 +99,9 @@ TEST_F(HostProgramTest, OutputIsAFile_OneLineAndCode1)
 {
     std::ofstream(m_Folder.Path() / "taken") << "x";
     const Outcome outcome = Run(L"--out \"" + (m_Folder.Path() / "taken").wstring() + L"\"");
-    EXPECT_EQ(1u, outcome.m_Code);
+    EXPECT_EQ(outcome.m_Code, 1u);
     EXPECT_TRUE(outcome.m_Errors.starts_with("tesslo_host: cannot make the folder ")) << outcome.m_Errors;
-    EXPECT_EQ(outcome.m_Errors.size() - 1, outcome.m_Errors.find('\n')) << outcome.m_Errors;
+    EXPECT_EQ(outcome.m_Errors.find('\n'), outcome.m_Errors.size() - 1) << outcome.m_Errors;
 }
 
 TEST_F(HostProgramTest, TwoSourcesEveryFrame_AllDeliveredAndTold)
@@ -111,13 +111,13 @@ TEST_F(HostProgramTest, TwoSourcesEveryFrame_AllDeliveredAndTold)
         Run(L"--source 160x120 --source 100x80 --rotation 0 --rotation 90 --scene fill --frames 6 --every-frame "
             L"--trace 0x202 --out \"" +
             folder.wstring() + L"\"");
-    EXPECT_EQ(0u, outcome.m_Code) << outcome.m_Errors;
-    EXPECT_NE(std::string::npos, outcome.m_Output.find("100 %: 6 of 6 frames\n")) << outcome.m_Output;
-    EXPECT_NE(std::string::npos, outcome.m_Output.find("\n0       160x120            0          6          6        0"))
+    EXPECT_EQ(outcome.m_Code, 0u) << outcome.m_Errors;
+    EXPECT_NE(outcome.m_Output.find("100 %: 6 of 6 frames\n"), std::string::npos) << outcome.m_Output;
+    EXPECT_NE(outcome.m_Output.find("\n0       160x120            0          6          6        0"), std::string::npos)
         << outcome.m_Output;
-    EXPECT_NE(std::string::npos, outcome.m_Output.find("\n1       100x80            90          6          6        0"))
+    EXPECT_NE(outcome.m_Output.find("\n1       100x80            90          6          6        0"), std::string::npos)
         << outcome.m_Output;
     EXPECT_TRUE(std::filesystem::exists(folder / "source1-frame000005.png"));
     const std::string trace = ReadText(folder / "trace.log");
-    EXPECT_NE(std::string::npos, trace.find("=> UMDDdiPresent hSrcResource:0x"));
+    EXPECT_NE(trace.find("=> UMDDdiPresent hSrcResource:0x"), std::string::npos);
 }

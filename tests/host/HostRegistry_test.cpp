@@ -25,21 +25,21 @@ TEST(HostRegistry, SetTraceMask_WhileItLives_IsWhatTheProcessReads)
     const DWORD before = ReadMask(0xDEAD);
     {
         HostRegistry registry;
-        EXPECT_EQ(0xDEADu, ReadMask(0xDEAD)) << "the private key is empty at first";
+        EXPECT_EQ(ReadMask(0xDEAD), 0xDEADu) << "the private key is empty at first";
         registry.SetTraceMask(0x2FF);
-        EXPECT_EQ(0x2FFu, ReadMask(0xDEAD));
+        EXPECT_EQ(ReadMask(0xDEAD), 0x2FFu);
     }
-    EXPECT_EQ(before, ReadMask(0xDEAD)) << "the machine's own value is untouched";
+    EXPECT_EQ(ReadMask(0xDEAD), before) << "the machine's own value is untouched";
 }
 
 TEST(HostRegistry, ClientLibrary_DriverWritesIt_IsReadBack)
 {
     HostRegistry registry;
-    EXPECT_EQ(L"", registry.ClientLibrary());
+    EXPECT_EQ(registry.ClientLibrary(), L"");
     const wchar_t name[] = L"written.dll";
     ASSERT_EQ(
-        ERROR_SUCCESS, RegSetKeyValueW(HKEY_LOCAL_MACHINE, kClient, L"DllNameInterface", REG_SZ, name, sizeof(name)));
-    EXPECT_EQ(L"written.dll", registry.ClientLibrary());
+        RegSetKeyValueW(HKEY_LOCAL_MACHINE, kClient, L"DllNameInterface", REG_SZ, name, sizeof(name)), ERROR_SUCCESS);
+    EXPECT_EQ(registry.ClientLibrary(), L"written.dll");
 }
 
 TEST(HostRegistry, SetClientLibrary_LongestName_PassesOneMoreDoesNot)
@@ -47,7 +47,7 @@ TEST(HostRegistry, SetClientLibrary_LongestName_PassesOneMoreDoesNot)
     HostRegistry registry;
     const std::wstring longest(127, L'n');
     registry.SetClientLibrary(longest);
-    EXPECT_EQ(longest, registry.ClientLibrary());
+    EXPECT_EQ(registry.ClientLibrary(), longest);
     EXPECT_THROW(registry.SetClientLibrary(longest + L"n"), HostError);
 }
 
@@ -59,7 +59,7 @@ TEST(HostRegistry, Destructor_PrivateKey_IsDeleted)
     }
     DWORD keys = 0xFFFF;
     HKEY hKey = nullptr;
-    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Zembrilo\\TessloHost", 0, KEY_READ, &hKey));
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Zembrilo\\TessloHost", 0, KEY_READ, &hKey), ERROR_SUCCESS);
     std::wstring mine = std::to_wstring(GetCurrentProcessId()) + L"-";
     keys = 0;
     for (DWORD i = 0;; ++i)
@@ -71,5 +71,5 @@ TEST(HostRegistry, Destructor_PrivateKey_IsDeleted)
         keys += std::wstring(name).starts_with(mine);
     }
     RegCloseKey(hKey);
-    EXPECT_EQ(0u, keys);
+    EXPECT_EQ(keys, 0u);
 }

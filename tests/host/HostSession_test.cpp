@@ -76,9 +76,9 @@ TEST_P(HostSessionRotation, Flip_FillScene_RecordedPictureIsThePresentedOneTurne
     session.Close();
     for (UINT frame = 0; frame < 3; ++frame)
         EXPECT_TRUE(
-            SamePixels(Rotated(HostFillScene::Expected(160, 96, 0, frame), GetParam()), ReadPng(Picture(0, frame))))
+            SamePixels(ReadPng(Picture(0, frame)), Rotated(HostFillScene::Expected(160, 96, 0, frame), GetParam())))
             << frame;
-    EXPECT_EQ(3u, session.Delivery().Counters(0)->Recorded);
+    EXPECT_EQ(session.Delivery().Counters(0)->Recorded, 3u);
     EXPECT_TRUE(session.Kernel().Violations().empty()) << session.Kernel().Violations()[0];
 }
 
@@ -92,7 +92,7 @@ TEST_F(HostSessionTest, ReadBack_FillScene_GivesThePresentedPixels)
     const auto pPrimary = session.Device().CreatePrimary(97, 61, 0, D3DDDI_ROTATION_IDENTITY);
     HostFillScene scene;
     scene.Draw(session.Device(), *pPrimary, 5);
-    EXPECT_TRUE(SamePixels(HostFillScene::Expected(97, 61, 0, 5), session.Device().ReadBack(*pPrimary)));
+    EXPECT_TRUE(SamePixels(session.Device().ReadBack(*pPrimary), HostFillScene::Expected(97, 61, 0, 5)));
 }
 
 TEST_F(HostSessionTest, Flip_SixSourcesOfDifferentSize_EachShowsItsOwn)
@@ -115,7 +115,7 @@ TEST_F(HostSessionTest, Flip_SixSourcesOfDifferentSize_EachShowsItsOwn)
     session.Close();
     for (UINT source = 0; source < 6; ++source)
         EXPECT_TRUE(SamePixels(
-            HostFillScene::Expected(64 + 16 * source, 100 - 8 * source, source, 9), ReadPng(Picture(source, 0))))
+            ReadPng(Picture(source, 0)), HostFillScene::Expected(64 + 16 * source, 100 - 8 * source, source, 9)))
             << source;
 }
 
@@ -133,7 +133,7 @@ TEST_F(HostSessionTest, Flip_KernelModeNamesOtherSources_FramesCarryThem)
     device.Clear(0x123456);
     device.Flip(*pPrimary);
     EXPECT_TRUE(delivery.WaitReceived(11, 1, kWait));
-    EXPECT_EQ(0u, delivery.Counters(1)->Received);
+    EXPECT_EQ(delivery.Counters(1)->Received, 0u);
 }
 
 TEST_F(HostSessionTest, Flip_EveryFrame_IsToldToTheKernelModeDriverAndPausesTenMilliseconds)
@@ -144,9 +144,9 @@ TEST_F(HostSessionTest, Flip_EveryFrame_IsToldToTheKernelModeDriverAndPausesTenM
     session.Device().Clear(0);
     for (UINT frame = 0; frame < 3; ++frame)
         EXPECT_GE(session.Device().Flip(*pPrimary).m_Pause, 9.0);
-    EXPECT_EQ(3u, session.Kernel().PresentCount());
-    EXPECT_EQ(session.Kernel().FindAllocation(pPrimary->RuntimeHandle())->m_hAllocation,
-        session.Kernel().LastPresent().m_hSrcAllocation);
+    EXPECT_EQ(session.Kernel().PresentCount(), 3u);
+    EXPECT_EQ(session.Kernel().LastPresent().m_hSrcAllocation,
+        session.Kernel().FindAllocation(pPrimary->RuntimeHandle())->m_hAllocation);
 }
 
 TEST_F(HostSessionTest, CreatePrimary_PrivateRecord_TellsTheKernelModeDriverAll)
@@ -156,18 +156,18 @@ TEST_F(HostSessionTest, CreatePrimary_PrivateRecord_TellsTheKernelModeDriverAll)
     const auto allocation = session.Kernel().FindAllocation(pPrimary->RuntimeHandle());
     ASSERT_TRUE(allocation.has_value());
     EXPECT_TRUE(allocation->m_bPrimary);
-    EXPECT_EQ(3u, allocation->m_VidPnSourceId);
+    EXPECT_EQ(allocation->m_VidPnSourceId, 3u);
     const UMDAllocationPrivateData& data = allocation->m_PrivateData;
-    EXPECT_EQ(UMDALLOCATIONKIND_PRIMARY, data.Kind);
-    EXPECT_EQ(640u, data.Width);
-    EXPECT_EQ(480u, data.Height);
-    EXPECT_EQ(UINT{D3DFMT_X8R8G8B8}, data.Format);
-    EXPECT_EQ(1u, data.MipLevels);
-    EXPECT_EQ(3u, data.VidPnSourceId);
-    EXPECT_EQ(60u, data.RefreshNumerator);
-    EXPECT_EQ(1u, data.RefreshDenominator);
-    EXPECT_EQ(0x8001u, data.ResourceFlags);
-    EXPECT_EQ(UINT{D3DDDI_ROTATION_270}, data.Rotation);
+    EXPECT_EQ(data.Kind, UMDALLOCATIONKIND_PRIMARY);
+    EXPECT_EQ(data.Width, 640u);
+    EXPECT_EQ(data.Height, 480u);
+    EXPECT_EQ(data.Format, UINT{D3DFMT_X8R8G8B8});
+    EXPECT_EQ(data.MipLevels, 1u);
+    EXPECT_EQ(data.VidPnSourceId, 3u);
+    EXPECT_EQ(data.RefreshNumerator, 60u);
+    EXPECT_EQ(data.RefreshDenominator, 1u);
+    EXPECT_EQ(data.ResourceFlags, 0x8001u);
+    EXPECT_EQ(data.Rotation, UINT{D3DDDI_ROTATION_270});
 }
 
 TEST_F(HostSessionTest, SetDisplayMode_Primary_NamesItsAllocation)
@@ -175,8 +175,8 @@ TEST_F(HostSessionTest, SetDisplayMode_Primary_NamesItsAllocation)
     HostSession session(Settings());
     const auto pPrimary = session.Device().CreatePrimary(32, 32, 0, D3DDDI_ROTATION_IDENTITY);
     session.Device().SetDisplayMode(*pPrimary);
-    EXPECT_EQ(session.Kernel().FindAllocation(pPrimary->RuntimeHandle())->m_hAllocation,
-        session.Kernel().DisplayModeAllocation());
+    EXPECT_EQ(session.Kernel().DisplayModeAllocation(),
+        session.Kernel().FindAllocation(pPrimary->RuntimeHandle())->m_hAllocation);
 }
 
 TEST_F(HostSessionTest, Flush_ManyTimes_TakesOverTheNewBuffers)
@@ -184,7 +184,7 @@ TEST_F(HostSessionTest, Flush_ManyTimes_TakesOverTheNewBuffers)
     HostSession session(Settings());
     for (UINT i = 0; i < 5; ++i)
         session.Device().Flush();
-    EXPECT_EQ(5u, session.Kernel().Calls("pfnRenderCb"));
+    EXPECT_EQ(session.Kernel().Calls("pfnRenderCb"), 5u);
     EXPECT_TRUE(session.Kernel().Violations().empty());
 }
 
@@ -198,24 +198,24 @@ TEST_F(HostSessionTest, Close_AfterWork_LeavesNoContextAndNoAllocation)
         session.Device().Flip(*pPrimary);
     }
     session.Close();
-    EXPECT_EQ(0u, session.Kernel().ContextCount());
-    EXPECT_EQ(0u, session.Kernel().AllocationCount());
+    EXPECT_EQ(session.Kernel().ContextCount(), 0u);
+    EXPECT_EQ(session.Kernel().AllocationCount(), 0u);
     EXPECT_TRUE(session.Kernel().Violations().empty());
 }
 
 TEST_F(HostSessionTest, OpenAdapter_ReportsWindows7Interface)
 {
     HostSession session(Settings());
-    EXPECT_EQ(0x2003u, session.Adapter().DriverVersion());
+    EXPECT_EQ(session.Adapter().DriverVersion(), 0x2003u);
     const D3DCAPS9 caps = session.Adapter().Caps<D3DCAPS9>(D3DDDICAPS_GETD3D9CAPS);
-    EXPECT_EQ(D3DPS_VERSION(2, 0), caps.PixelShaderVersion);
+    EXPECT_EQ(caps.PixelShaderVersion, D3DPS_VERSION(2, 0));
 }
 
 TEST_F(HostSessionTest, Driver_NoClientLibraryNamed_TakesAndWritesTheDefault)
 {
     HostDriver driver({L"TessloWddmUmode.dll", std::nullopt, 0});
-    EXPECT_EQ(GetModuleHandleW(L"TessloClientDllSample.dll"), driver.ClientLibrary());
-    EXPECT_NE(nullptr, driver.ClientLibrary());
+    EXPECT_EQ(driver.ClientLibrary(), GetModuleHandleW(L"TessloClientDllSample.dll"));
+    EXPECT_NE(driver.ClientLibrary(), nullptr);
 }
 
 TEST_F(HostSessionTest, Driver_ClientLibraryMissing_IsTold)
@@ -227,9 +227,9 @@ TEST_F(HostSessionTest, Driver_ClientLibraryMissing_IsTold)
     }
     catch (const HostError& error)
     {
-        EXPECT_STREQ("the driver could not load the client library nosuch.dll", error.what());
+        EXPECT_STREQ(error.what(), "the driver could not load the client library nosuch.dll");
     }
-    EXPECT_EQ(nullptr, GetModuleHandleW(L"TessloWddmUmode.dll")) << "unloaded again";
+    EXPECT_EQ(GetModuleHandleW(L"TessloWddmUmode.dll"), nullptr) << "unloaded again";
 }
 
 TEST_F(HostSessionTest, Driver_NotADriver_IsTold)
@@ -241,6 +241,6 @@ TEST_F(HostSessionTest, Driver_NotADriver_IsTold)
     }
     catch (const HostError& error)
     {
-        EXPECT_STREQ("TessloClientDllSample.dll does not export OpenAdapter: it is no display driver", error.what());
+        EXPECT_STREQ(error.what(), "TessloClientDllSample.dll does not export OpenAdapter: it is no display driver");
     }
 }

@@ -77,7 +77,7 @@ TEST_F(HostTurningTest, Draw_AllPaths_GiveTheSamePicture)
     EXPECT_GT(drawn, kSize * kSize / 6) << "the cube is there";
     EXPECT_LT(drawn, kSize * kSize) << "and not everywhere";
     for (size_t i = 1; i < pictures.size(); ++i)
-        EXPECT_TRUE(SamePixels(pictures[0], pictures[i])) << "path " << i;
+        EXPECT_TRUE(SamePixels(pictures[i], pictures[0])) << "path " << i;
 }
 
 TEST_F(HostTurningTest, Draw_FullLight_TexelsKeepTheirColours)
@@ -92,10 +92,10 @@ TEST_F(HostTurningTest, Draw_FullLight_TexelsKeepTheirColours)
     m_Shading.SetPlace(HostMatrix::Identity(), HostMatrix::Identity());
     m_pSquare->Draw(HostDrawPath::UserMemory);
     const HostImage picture = Picture();
-    EXPECT_EQ(0xFF0000u, picture.At(kSize / 4, kSize / 4));
-    EXPECT_EQ(0x00FF00u, picture.At(kSize * 3 / 4, kSize / 4));
-    EXPECT_EQ(0x0000FFu, picture.At(kSize / 4, kSize * 3 / 4));
-    EXPECT_EQ(0xFFFF00u, picture.At(kSize * 3 / 4, kSize * 3 / 4));
+    EXPECT_EQ(picture.At(kSize / 4, kSize / 4), 0xFF0000u);
+    EXPECT_EQ(picture.At(kSize * 3 / 4, kSize / 4), 0x00FF00u);
+    EXPECT_EQ(picture.At(kSize / 4, kSize * 3 / 4), 0x0000FFu);
+    EXPECT_EQ(picture.At(kSize * 3 / 4, kSize * 3 / 4), 0xFFFF00u);
 }
 
 TEST_F(HostTurningTest, Draw_Tint_MultipliesTheTexture)
@@ -106,7 +106,7 @@ TEST_F(HostTurningTest, Draw_Tint_MultipliesTheTexture)
     m_Shading.SetTexture(*pTexture);
     m_Shading.SetPlace(HostMatrix::Identity(), HostMatrix::Identity(), 0xFFFF00);
     m_pSquare->Draw(HostDrawPath::SystemBuffer);
-    EXPECT_EQ(0xFF8000u, Picture().At(kSize / 2, kSize / 2));
+    EXPECT_EQ(Picture().At(kSize / 2, kSize / 2), 0xFF8000u);
 }
 
 TEST_F(HostTurningTest, Draw_FartherSquareLast_StaysHiddenBehindTheNearer)
@@ -121,9 +121,9 @@ TEST_F(HostTurningTest, Draw_FartherSquareLast_StaysHiddenBehindTheNearer)
     m_Shading.SetPlace(View(), HostMatrix::Translation(0, 0, 1));
     m_pSquare->Draw(HostDrawPath::VideoBufferIndexed);
     const HostImage picture = Picture();
-    EXPECT_EQ(0x00FF00u, picture.At(kSize / 2, kSize / 2)) << "the nearer one";
-    EXPECT_EQ(0xFF0000u, picture.At(kSize / 2, kSize * 36 / 100)) << "the farther one around it";
-    EXPECT_EQ(kBackground, picture.At(2, 2));
+    EXPECT_EQ(picture.At(kSize / 2, kSize / 2), 0x00FF00u) << "the nearer one";
+    EXPECT_EQ(picture.At(kSize / 2, kSize * 36 / 100), 0xFF0000u) << "the farther one around it";
+    EXPECT_EQ(picture.At(2, 2), kBackground);
 }
 
 TEST_F(HostTurningTest, Draw_LampOnTheOtherSide_LeavesTheLightOfAllRound)
@@ -135,7 +135,7 @@ TEST_F(HostTurningTest, Draw_LampOnTheOtherSide_LeavesTheLightOfAllRound)
     // Half a turn: the square's normal points away from the lamp.
     m_Shading.SetPlace(View(), HostMatrix::Rotation(1, kPi));
     m_pSquare->Draw(HostDrawPath::UserMemoryIndexed);
-    EXPECT_EQ(0x333333u, Picture().At(kSize / 2, kSize / 2)) << "a fifth of white";
+    EXPECT_EQ(Picture().At(kSize / 2, kSize / 2), 0x333333u) << "a fifth of white";
 }
 
 TEST_F(HostTurningTest, Scene_FramesApart_ShowDifferentPicturesAndTheSameAgain)
@@ -147,8 +147,8 @@ TEST_F(HostTurningTest, Scene_FramesApart_ShowDifferentPicturesAndTheSameAgain)
         return m_Device.ReadBack(*pPrimary);
     };
     const HostImage first = draw(0);
-    EXPECT_FALSE(SamePixels(first, draw(20)));
-    EXPECT_TRUE(SamePixels(first, draw(0)));
+    EXPECT_FALSE(SamePixels(draw(20), first));
+    EXPECT_TRUE(SamePixels(draw(0), first));
     EXPECT_TRUE(m_Session.Kernel().Violations().empty());
 }
 
@@ -170,8 +170,8 @@ TEST_F(HostTurningTest, Scene_Tiles_AreAllTheSameCanvas)
     const HostImage first = cut(0, 0);
     for (UINT row = 0; row < 3; ++row)
     {
-        EXPECT_TRUE(SamePixels(first, cut(0, row * tile))) << row;
-        EXPECT_TRUE(SamePixels(first, cut(5 * tile, row * tile))) << row;
+        EXPECT_TRUE(SamePixels(cut(0, row * tile), first)) << row;
+        EXPECT_TRUE(SamePixels(cut(5 * tile, row * tile), first)) << row;
     }
-    EXPECT_FALSE(SamePixels(first, cut(2 * tile, tile))) << "the turning square stands in the middle";
+    EXPECT_FALSE(SamePixels(cut(2 * tile, tile), first)) << "the turning square stands in the middle";
 }

@@ -13,7 +13,7 @@ namespace
 // The platform's service converts. Not all stretch the video range, 16 to 235, to 0 to 255: white may stay at 235.
 constexpr int kTolerance = 24;
 
-testing::AssertionResult Near(UINT expected, UINT actual)
+testing::AssertionResult Near(UINT actual, UINT expected)
 {
     for (UINT shift : {0, 8, 16})
         if (std::abs(static_cast<int>(expected >> shift & 0xFF) - static_cast<int>(actual >> shift & 0xFF)) >
@@ -44,11 +44,11 @@ TEST(HostVideoScene, Draw_BarsOnATallerOutput_ConvertedScaledAndFramed)
     const HostImage picture = session.Device().ReadBack(*pPrimary);
     static constexpr UINT kColors[] = {0xFFFFFF, 0xFFFF00, 0x00FFFF, 0x00FF00, 0xFF00FF, 0xFF0000, 0x0000FF};
     for (UINT bar = 0; bar < std::size(kColors); ++bar)
-        EXPECT_TRUE(Near(kColors[bar], picture.At((2 * bar + 1) * 640 / 14, 150))) << "bar " << bar;
-    EXPECT_TRUE(Near(0x000000, picture.At(320, 20))) << "frame above";
-    EXPECT_TRUE(Near(0x000000, picture.At(320, 460))) << "frame below";
-    EXPECT_TRUE(Near(0xFFFFFF, picture.At(20, 60 + 2 * 150))) << "the block, at its start";
-    EXPECT_TRUE(Near(0x000000, picture.At(320, 60 + 2 * 150))) << "its way";
+        EXPECT_TRUE(Near(picture.At((2 * bar + 1) * 640 / 14, 150), kColors[bar])) << "bar " << bar;
+    EXPECT_TRUE(Near(picture.At(320, 20), 0x000000)) << "frame above";
+    EXPECT_TRUE(Near(picture.At(320, 460), 0x000000)) << "frame below";
+    EXPECT_TRUE(Near(picture.At(20, 60 + 2 * 150), 0xFFFFFF)) << "the block, at its start";
+    EXPECT_TRUE(Near(picture.At(320, 60 + 2 * 150), 0x000000)) << "its way";
     EXPECT_TRUE(session.Kernel().Violations().empty());
 }
 
@@ -60,6 +60,6 @@ TEST(HostVideoScene, Draw_LaterFrame_BlockHasMoved)
     scene.Draw(session.Device(), *pPrimary, 0);
     scene.Draw(session.Device(), *pPrimary, 40);
     const HostImage picture = session.Device().ReadBack(*pPrimary);
-    EXPECT_TRUE(Near(0x000000, picture.At(10, 150)));
-    EXPECT_TRUE(Near(0xFFFFFF, picture.At(170, 150)));
+    EXPECT_TRUE(Near(picture.At(10, 150), 0x000000));
+    EXPECT_TRUE(Near(picture.At(170, 150), 0xFFFFFF));
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <latch>
 #include <thread>
 #include <vector>
 
@@ -9,30 +10,43 @@
 
 TEST(SampleCounters, Add_OnSeveralThreads_CountsEachOnce)
 {
+    constexpr int kThreads = 4, kEach = 100000;
+    std::latch start(kThreads);
     std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < kThreads; ++i)
     {
-        threads.emplace_back([] {
-            for (int n = 0; n < 1000; ++n)
+        threads.emplace_back([&] {
+            start.arrive_and_wait();
+            for (int n = 0; n < kEach; ++n)
                 SampleCountersAdd(0, &TessloSampleCounters::Received);
         });
     }
     for (std::thread& thread : threads)
         thread.join();
-    EXPECT_EQ(SampleCountersGet(0).Received, 4000u);
-    EXPECT_EQ(SampleCountersAdd(0, &TessloSampleCounters::Received), 4000u);
+    EXPECT_EQ(SampleCountersGet(0).Received, UINT64{kThreads} * kEach);
+    EXPECT_EQ(SampleCountersAdd(0, &TessloSampleCounters::Received), UINT64{kThreads} * kEach);
     EXPECT_EQ(SampleCountersGet(0).Dropped, 0u);
 }
 
-TEST(SampleCounters, WaitReceived_AnotherThreadCounts_EndsWithTheLastFrame)
+// Two threads that answer each other: one wake that is lost, and both wait until the case's time is over.
+TEST(SampleCounters, WaitReceived_AnotherThreadCounts_EndsWithTheFrame)
 {
+    constexpr UINT kLast = TESSLO_SAMPLE_SOURCES - 1, kRounds = 500;
+    constexpr DWORD kHour = 3600 * 1000;
     std::thread other([] {
-        for (int n = 0; n < 100; ++n)
-            SampleCountersAdd(TESSLO_SAMPLE_SOURCES - 1, &TessloSampleCounters::Received);
+        for (UINT round = 1; round <= kRounds; ++round)
+        {
+            SampleCountersWaitReceived(kLast, round, kHour);
+            SampleCountersAdd(kLast - 1, &TessloSampleCounters::Received);
+        }
     });
-    EXPECT_TRUE(SampleCountersWaitReceived(TESSLO_SAMPLE_SOURCES - 1, 100, 60000));
-    EXPECT_EQ(SampleCountersGet(TESSLO_SAMPLE_SOURCES - 1).Received, 100u);
+    for (UINT round = 1; round <= kRounds; ++round)
+    {
+        SampleCountersAdd(kLast, &TessloSampleCounters::Received);
+        EXPECT_TRUE(SampleCountersWaitReceived(kLast - 1, round, kHour));
+    }
     other.join();
+    EXPECT_EQ(SampleCountersGet(kLast - 1).Received, kRounds);
 }
 
 TEST(SampleCounters, WaitReceived_NothingCounts_TimeRunsOut)

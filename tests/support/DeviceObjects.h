@@ -39,7 +39,7 @@ protected:
         arg.MipLevels = 1;
         arg.hResource = this;
         arg.Flags = flags;
-        EXPECT_EQ(S_OK, UMDDdiCreateResource(DeviceHandle(), &arg));
+        EXPECT_EQ(UMDDdiCreateResource(DeviceHandle(), &arg), S_OK);
         m_Resources.push_back(arg.hResource);
         ForgetCalls();
         return arg.hResource;

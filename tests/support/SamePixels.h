@@ -15,7 +15,7 @@ inline std::string Hex(UINT color)
     return text;
 }
 
-inline testing::AssertionResult SamePixels(const HostImage& expected, const HostImage& actual)
+inline testing::AssertionResult SamePixels(const HostImage& actual, const HostImage& expected)
 {
     if (expected.m_Width != actual.m_Width || expected.m_Height != actual.m_Height)
         return testing::AssertionFailure() << "expected " << expected.m_Width << "x" << expected.m_Height

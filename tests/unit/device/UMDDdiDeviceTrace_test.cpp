@@ -208,8 +208,8 @@ TEST_F(UMDDdiDeviceTrace, EveryMethod_Succeeds_EntersAndLeaves)
     for (const Row& row : Rows())
     {
         const std::string name = std::string("UMDDdiDevice::") + row.m_pMethod + "\n";
-        EXPECT_EQ((Lines{"0x4 >>> " + name, "0x8 <<< " + name}),
-            DeviceTrace([&] { EXPECT_EQ(S_OK, row.m_Call()) << row.m_pMethod; }));
+        EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(row.m_Call(), S_OK) << row.m_pMethod; }),
+            (Lines{"0x4 >>> " + name, "0x8 <<< " + name}));
     }
 }
 
@@ -223,11 +223,12 @@ TEST_F(UMDDdiDeviceTrace, EveryMethod_DelegatedCallRefused_EntersAndTellsTheErro
         const Lines expected = {
             std::string("0x4 >>> UMDDdiDevice::") + row.m_pMethod + "\n", std::string("0x1 ") + row.m_pError};
         row.m_Call();  // a stream that is bound stays bound
-        EXPECT_EQ(expected, DeviceTrace([&] {
+        EXPECT_EQ(DeviceTrace([&] {
             m_Fake.ClearScripts();
             m_Fake.Fail(row.m_pDelegatedCall, kRefused);
-            EXPECT_EQ(ownCode ? E_FAIL : kRefused, row.m_Call()) << row.m_pMethod;
-        }));
+            EXPECT_EQ(row.m_Call(), ownCode ? E_FAIL : kRefused) << row.m_pMethod;
+        }),
+            expected);
         m_Fake.ClearScripts();
     }
 }
@@ -237,72 +238,71 @@ TEST_F(UMDDdiDeviceTrace, StateCalls_Refused_TraceTheErrorAlone)
     m_Fake.Fail("SetRenderState", kRefused);
     m_Fake.Fail("SetTextureStageState", kRefused);
     const D3DDDIARG_RENDERSTATE renderState = {D3DDDIRS_ZENABLE, 1};
-    EXPECT_EQ(Lines{"0x1 UMDDdiDevice::SetRenderState failed! 0x8876086c\n"},
-        LevelledTrace(m_Trace, [&] { EXPECT_EQ(kRefused, Device().SetRenderState(&renderState)); }));
+    EXPECT_EQ(LevelledTrace(m_Trace, [&] { EXPECT_EQ(Device().SetRenderState(&renderState), kRefused); }),
+        Lines{"0x1 UMDDdiDevice::SetRenderState failed! 0x8876086c\n"});
     const D3DDDIARG_TEXTURESTAGESTATE stageState = {2, D3DDDITSS_COLOROP, 4};
-    EXPECT_EQ((Lines{"0x1 UMDDdiDevice::SetTextureStageState failed! 0x8876086c\n",
-                  "0x1 D3DDDITSS_COLOROP Stage:2 Value:4\n"}),
-        LevelledTrace(m_Trace, [&] { EXPECT_EQ(kRefused, Device().SetTextureStageState(&stageState)); }));
+    EXPECT_EQ(LevelledTrace(m_Trace, [&] { EXPECT_EQ(Device().SetTextureStageState(&stageState), kRefused); }),
+        (Lines{
+            "0x1 UMDDdiDevice::SetTextureStageState failed! 0x8876086c\n", "0x1 D3DDDITSS_COLOROP Stage:2 Value:4\n"}));
 }
 
 TEST_F(UMDDdiDeviceTrace, ExitLinesWithNumbers_AreOfTheExitLevel)
 {
     D3DDDIARG_VALIDATETEXTURESTAGESTATE validate = {};
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::ValidateDevice\n", "0x8 <<< UMDDdiDevice::ValidateDevice 0\n"}),
-        DeviceTrace([&] { EXPECT_EQ(S_OK, Device().ValidateDevice(&validate)); }));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(Device().ValidateDevice(&validate), S_OK); }),
+        (Lines{"0x4 >>> UMDDdiDevice::ValidateDevice\n", "0x8 <<< UMDDdiDevice::ValidateDevice 0\n"}));
     const D3DDDIARG_SETSTREAMSOURCEUM stream = {0, 16};
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::SetStreamSourceUM\n",
-                  "0x200 UMDDdiDevice::SetStreamSourceUM Resource:0x# Pointer:0x# Stride:16\n",
-                  "0x8 <<< UMDDdiDevice::SetStreamSourceUM\n"}),
-        DeviceTrace([&] {
-            EXPECT_EQ(S_OK, Device().SetStreamSourceUM(&stream, reinterpret_cast<const void*>(UINT_PTR{0x10})));
-        }));
+    EXPECT_EQ(DeviceTrace([&] {
+        EXPECT_EQ(Device().SetStreamSourceUM(&stream, reinterpret_cast<const void*>(UINT_PTR{0x10})), S_OK);
+    }),
+        (Lines{"0x4 >>> UMDDdiDevice::SetStreamSourceUM\n",
+            "0x200 UMDDdiDevice::SetStreamSourceUM Resource:0x# Pointer:0x# Stride:16\n",
+            "0x8 <<< UMDDdiDevice::SetStreamSourceUM\n"}));
 }
 
 TEST_F(UMDDdiDeviceTrace, Shaders_CreatedSetAndDeleted_EnterAndLeave)
 {
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::CreatePixelShader\n",
-                  "0x8 <<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x#\n",
-                  "0x4 >>> UMDDdiDevice::SetPixelShader\n", "0x8 <<< UMDDdiDevice::SetPixelShader\n",
-                  "0x4 >>> UMDDdiDevice::DeletePixelShader\n", "0x8 <<< UMDDdiDevice::DeletePixelShader\n"}),
-        DeviceTrace([&] {
-            const HANDLE hShader = CreatePixelShader();
-            EXPECT_EQ(S_OK, Device().SetPixelShader(hShader));
-            EXPECT_EQ(S_OK, Device().DeletePixelShader(hShader));
-        }));
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderFunc\n",
-                  "0x8 <<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x#\n",
-                  "0x4 >>> UMDDdiDevice::SetVertexShaderFunc\n", "0x8 <<< UMDDdiDevice::SetVertexShaderFunc\n",
-                  "0x4 >>> UMDDdiDevice::DeleteVertexShaderFunc\n", "0x8 <<< UMDDdiDevice::DeleteVertexShaderFunc\n"}),
-        DeviceTrace([&] {
-            const HANDLE hShader = CreateVertexShader();
-            EXPECT_EQ(S_OK, Device().SetVertexShaderFunc(hShader));
-            EXPECT_EQ(S_OK, Device().DeleteVertexShaderFunc(hShader));
-        }));
-    EXPECT_EQ(
+    EXPECT_EQ(DeviceTrace([&] {
+        const HANDLE hShader = CreatePixelShader();
+        EXPECT_EQ(Device().SetPixelShader(hShader), S_OK);
+        EXPECT_EQ(Device().DeletePixelShader(hShader), S_OK);
+    }),
+        (Lines{"0x4 >>> UMDDdiDevice::CreatePixelShader\n",
+            "0x8 <<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x#\n", "0x4 >>> UMDDdiDevice::SetPixelShader\n",
+            "0x8 <<< UMDDdiDevice::SetPixelShader\n", "0x4 >>> UMDDdiDevice::DeletePixelShader\n",
+            "0x8 <<< UMDDdiDevice::DeletePixelShader\n"}));
+    EXPECT_EQ(DeviceTrace([&] {
+        const HANDLE hShader = CreateVertexShader();
+        EXPECT_EQ(Device().SetVertexShaderFunc(hShader), S_OK);
+        EXPECT_EQ(Device().DeleteVertexShaderFunc(hShader), S_OK);
+    }),
+        (Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderFunc\n",
+            "0x8 <<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x#\n",
+            "0x4 >>> UMDDdiDevice::SetVertexShaderFunc\n", "0x8 <<< UMDDdiDevice::SetVertexShaderFunc\n",
+            "0x4 >>> UMDDdiDevice::DeleteVertexShaderFunc\n", "0x8 <<< UMDDdiDevice::DeleteVertexShaderFunc\n"}));
+    EXPECT_EQ(DeviceTrace([&] {
+        const HANDLE hDeclaration = CreateDeclaration();
+        EXPECT_EQ(Device().SetVertexShaderDecl(hDeclaration), S_OK);
+        EXPECT_EQ(Device().DeleteVertexShaderDecl(hDeclaration), S_OK);
+    }),
         (Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderDecl\n", "0x8 <<< UMDDdiDevice::CreateVertexShaderDecl 0x#\n",
             "0x4 >>> UMDDdiDevice::SetVertexShaderDecl\n", "0x8 <<< UMDDdiDevice::SetVertexShaderDecl\n",
-            "0x4 >>> UMDDdiDevice::DeleteVertexShaderDecl\n", "0x8 <<< UMDDdiDevice::DeleteVertexShaderDecl\n"}),
-        DeviceTrace([&] {
-            const HANDLE hDeclaration = CreateDeclaration();
-            EXPECT_EQ(S_OK, Device().SetVertexShaderDecl(hDeclaration));
-            EXPECT_EQ(S_OK, Device().DeleteVertexShaderDecl(hDeclaration));
-        }));
+            "0x4 >>> UMDDdiDevice::DeleteVertexShaderDecl\n", "0x8 <<< UMDDdiDevice::DeleteVertexShaderDecl\n"}));
 }
 
 TEST_F(UMDDdiDeviceTrace, Shaders_RefusedByTheDelegatedDevice_EnterAndTellTheError)
 {
     for (const char* pCall : {"CreatePixelShader", "CreateVertexShader", "CreateVertexDeclaration"})
         m_Fake.Fail(pCall, kRefused);
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::CreatePixelShader\n",
-                  "0x1 UMDDdiDevice::CreatePixelShader Create failed! 0x8876086c\n"}),
-        DeviceTrace([&] { EXPECT_EQ(nullptr, CreatePixelShader()); }));
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderFunc\n",
-                  "0x1 UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x8876086c\n"}),
-        DeviceTrace([&] { EXPECT_EQ(nullptr, CreateVertexShader()); }));
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderDecl\n",
-                  "0x1 UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x8876086c\n"}),
-        DeviceTrace([&] { EXPECT_EQ(nullptr, CreateDeclaration()); }));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(CreatePixelShader(), nullptr); }),
+        (Lines{"0x4 >>> UMDDdiDevice::CreatePixelShader\n",
+            "0x1 UMDDdiDevice::CreatePixelShader Create failed! 0x8876086c\n"}));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(CreateVertexShader(), nullptr); }),
+        (Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderFunc\n",
+            "0x1 UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x8876086c\n"}));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(CreateDeclaration(), nullptr); }),
+        (Lines{"0x4 >>> UMDDdiDevice::CreateVertexShaderDecl\n",
+            "0x1 UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x8876086c\n"}));
 }
 
 TEST_F(UMDDdiDeviceTrace, VertexShaders_BindingRefused_TellTheErrorAndAreDestroyed)
@@ -313,13 +313,13 @@ TEST_F(UMDDdiDeviceTrace, VertexShaders_BindingRefused_TellTheErrorAndAreDestroy
         std::erase_if(lines, [](const std::string& line) { return line.find("::SetVertex") == std::string::npos; });
         return lines;
     };
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::SetVertexShaderFunc\n",
-                  "0x1 UMDDdiDevice::SetVertexShaderFunc Set failed! 0x8876086c\n"}),
-        set(DeviceTrace([&] { EXPECT_EQ(kRefused, Device().SetVertexShaderFunc(CreateVertexShader())); })));
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::SetVertexShaderDecl\n",
-                  "0x1 UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x8876086c\n"}),
-        set(DeviceTrace([&] { EXPECT_EQ(kRefused, Device().SetVertexShaderDecl(CreateDeclaration())); })));
-    EXPECT_EQ(Lines{}, m_Fake.LiveObjects());
+    EXPECT_EQ(set(DeviceTrace([&] { EXPECT_EQ(Device().SetVertexShaderFunc(CreateVertexShader()), kRefused); })),
+        (Lines{"0x4 >>> UMDDdiDevice::SetVertexShaderFunc\n",
+            "0x1 UMDDdiDevice::SetVertexShaderFunc Set failed! 0x8876086c\n"}));
+    EXPECT_EQ(set(DeviceTrace([&] { EXPECT_EQ(Device().SetVertexShaderDecl(CreateDeclaration()), kRefused); })),
+        (Lines{"0x4 >>> UMDDdiDevice::SetVertexShaderDecl\n",
+            "0x1 UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x8876086c\n"}));
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceTrace, ConstantsAndClear_Refused_LeaveAllTheSame)
@@ -328,17 +328,17 @@ TEST_F(UMDDdiDeviceTrace, ConstantsAndClear_Refused_LeaveAllTheSame)
     m_Fake.Fail("Clear", kRefused);
     const D3DDDIARG_SETVERTEXSHADERCONST constants = {0, 1};
     const FLOAT data[4] = {};
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::SetVertexShaderConst\n",
-                  "0x1 UMDDdiDevice::SetVertexShaderConst SetConst failed! 0x8876086c\n",
-                  "0x8 <<< UMDDdiDevice::SetVertexShaderConst\n"}),
-        DeviceTrace([&] { EXPECT_EQ(kRefused, Device().SetVertexShaderConst(&constants, data)); }));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(Device().SetVertexShaderConst(&constants, data), kRefused); }),
+        (Lines{"0x4 >>> UMDDdiDevice::SetVertexShaderConst\n",
+            "0x1 UMDDdiDevice::SetVertexShaderConst SetConst failed! 0x8876086c\n",
+            "0x8 <<< UMDDdiDevice::SetVertexShaderConst\n"}));
     const D3DDDIARG_CLEAR clear = {D3DCLEAR_TARGET, 0, 0, 0};
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::Clear\n", "0x1 UMDDdiDevice::Clear failed! 0x8876086c\n",
-                  "0x8 <<< UMDDdiDevice::Clear\n"}),
-        DeviceTrace([&] { EXPECT_EQ(kRefused, Device().Clear(&clear, 0, nullptr)); }));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(Device().Clear(&clear, 0, nullptr), kRefused); }),
+        (Lines{"0x4 >>> UMDDdiDevice::Clear\n", "0x1 UMDDdiDevice::Clear failed! 0x8876086c\n",
+            "0x8 <<< UMDDdiDevice::Clear\n"}));
     m_Fake.ClearScripts();
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::Clear\n", "0x8 <<< UMDDdiDevice::Clear\n"}),
-        DeviceTrace([&] { EXPECT_EQ(S_OK, Device().Clear(&clear, 0, nullptr)); }));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(Device().Clear(&clear, 0, nullptr), S_OK); }),
+        (Lines{"0x4 >>> UMDDdiDevice::Clear\n", "0x8 <<< UMDDdiDevice::Clear\n"}));
 }
 
 TEST_F(UMDDdiDeviceTrace, BufBlt_EveryPair_TellsItAsAnErrorAndLeaves)
@@ -359,8 +359,8 @@ TEST_F(UMDDdiDeviceTrace, BufBlt_EveryPair_TellsItAsAnErrorAndLeaves)
         D3DDDIARG_BUFFERBLT arg = {};
         arg.hSrcResource = row.hSrc;
         arg.hDstResource = row.hDst;
-        EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::BufBlt\n", row.pError, "0x8 <<< UMDDdiDevice::BufBlt\n"}),
-            DeviceTrace([&] { EXPECT_EQ(E_NOTIMPL, Device().BufBlt(&arg)); }));
+        EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(Device().BufBlt(&arg), E_NOTIMPL); }),
+            (Lines{"0x4 >>> UMDDdiDevice::BufBlt\n", row.pError, "0x8 <<< UMDDdiDevice::BufBlt\n"}));
     }
 }
 
@@ -452,8 +452,8 @@ TEST_F(UMDDdiDeviceTrace, WhatAMethodDeclinesItself_IsToldWithoutALeave)
     };
     m_Fake.ClearLines();
     for (const auto& row : rows)
-        EXPECT_EQ(row.Expected, DeviceTrace([&] { EXPECT_EQ(row.Result, row.Call()) << row.Expected[0]; }));
-    EXPECT_EQ(Lines{}, Calls());
+        EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(row.Call(), row.Result) << row.Expected[0]; }), row.Expected);
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceTrace, TargetWithoutASurface_SetOrFilled_IsRefused)
@@ -464,26 +464,25 @@ TEST_F(UMDDdiDeviceTrace, TargetWithoutASurface_SetOrFilled_IsRefused)
     create.SurfCount = 1;
     UMDRscSurface surface(&Device(), nullptr, &create, FALSE, D3DPOOL_DEFAULT, false);
     const D3DDDIARG_SETRENDERTARGET target = {0, ToHandle(&surface), 0};
-    EXPECT_EQ(
-        (Lines{"0x4 >>> UMDDdiDevice::SetRenderTarget\n", "0x1 UMDDdiDevice::SetRenderTarget pSurface is NULL\n"}),
-        DeviceTrace([&] { EXPECT_EQ(E_FAIL, Device().SetRenderTarget(&target)); }));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(Device().SetRenderTarget(&target), E_FAIL); }),
+        (Lines{"0x4 >>> UMDDdiDevice::SetRenderTarget\n", "0x1 UMDDdiDevice::SetRenderTarget pSurface is NULL\n"}));
     D3DDDIARG_COLORFILL fill = {};
     fill.hResource = ToHandle(&surface);
-    EXPECT_EQ((Lines{"0x4 >>> UMDDdiDevice::ColorFill\n", "0x1 UMDDdiDevice::ColorFill pSurface is NULL\n"}),
-        DeviceTrace([&] { EXPECT_EQ(E_FAIL, Device().ColorFill(&fill)); }));
+    EXPECT_EQ(DeviceTrace([&] { EXPECT_EQ(Device().ColorFill(&fill), E_FAIL); }),
+        (Lines{"0x4 >>> UMDDdiDevice::ColorFill\n", "0x1 UMDDdiDevice::ColorFill pSurface is NULL\n"}));
     surface.Destroy();
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceTrace, CubeSetOrFilled_ItsFirstFaceIsTaken)
 {
     const HANDLE hCube = CreateCube();
     const D3DDDIARG_SETRENDERTARGET target = {0, hCube, 4};
-    EXPECT_EQ(S_OK, Device().SetRenderTarget(&target));
+    EXPECT_EQ(Device().SetRenderTarget(&target), S_OK);
     D3DDDIARG_COLORFILL fill = {};
     fill.hResource = hCube;
-    EXPECT_EQ(S_OK, Device().ColorFill(&fill));
-    EXPECT_EQ((Lines{"SetRenderTarget(0, cube#1[0][0])", "ColorFill(cube#1[0][0], 0,0,0,0, 0x0)"}), Calls());
+    EXPECT_EQ(Device().ColorFill(&fill), S_OK);
+    EXPECT_EQ(Calls(), (Lines{"SetRenderTarget(0, cube#1[0][0])", "ColorFill(cube#1[0][0], 0,0,0,0, 0x0)"}));
 }
 
 TEST_F(UMDDdiDeviceTrace, ClearEntry_Rectangles_AreOfTheEntrysLevel)
@@ -492,7 +491,6 @@ TEST_F(UMDDdiDeviceTrace, ClearEntry_Rectangles_AreOfTheEntrysLevel)
     const RECT rects[] = {{1, 2, 3, 4}, {5, 6, 7, 8}};
     Lines lines = LevelledTrace(m_Trace, [&] { UMDDdiClear(DeviceHandle(), &clear, 2, rects); });
     std::erase_if(lines, [](const std::string& line) { return line.find("Rectangle") == std::string::npos; });
-    EXPECT_EQ((Lines{"0x2 Rectangle index:0 left:1 top:2 right:3 bottom:4\n",
-                  "0x2 Rectangle index:1 left:5 top:6 right:7 bottom:8\n"}),
-        lines);
+    EXPECT_EQ(lines, (Lines{"0x2 Rectangle index:0 left:1 top:2 right:3 bottom:4\n",
+                         "0x2 Rectangle index:1 left:5 top:6 right:7 bottom:8\n"}));
 }

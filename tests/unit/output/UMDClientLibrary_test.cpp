@@ -32,7 +32,7 @@ HMODULE WINAPI TakeName(const wchar_t* pName)
 
 BOOL WINAPI TakeFree(HMODULE hModule)
 {
-    EXPECT_EQ(s_Loaded, hModule);
+    EXPECT_EQ(hModule, s_Loaded);
     ++s_Freed;
     return TRUE;
 }
@@ -51,8 +51,8 @@ protected:
 
     static void Store(DWORD type, const void* pData, size_t size)
     {
-        ASSERT_EQ(ERROR_SUCCESS,
-            RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, L"DllNameInterface", type, pData, static_cast<DWORD>(size)));
+        ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, L"DllNameInterface", type, pData, static_cast<DWORD>(size)),
+            ERROR_SUCCESS);
     }
 
     RegistryOverride m_Registry;
@@ -65,26 +65,26 @@ protected:
 TEST_F(UMDClientLibraryTest, Load_NoName_WritesTheDefaultBackAndLoadsIt)
 {
     UMDClientLibraryLoad();
-    EXPECT_EQ(L"TessloClientDllSample.dll", s_Asked);
+    EXPECT_EQ(s_Asked, L"TessloClientDllSample.dll");
     wchar_t text[64] = {};
     DWORD size = sizeof(text), type = 0;
     EXPECT_EQ(
-        ERROR_SUCCESS, RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"DllNameInterface", RRF_RT_ANY, &type, text, &size));
-    EXPECT_EQ(DWORD{REG_SZ}, type);
-    EXPECT_EQ(sizeof(L"TessloClientDllSample.dll"), size);
-    EXPECT_STREQ(L"TessloClientDllSample.dll", text);
-    EXPECT_EQ((Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! DllNameInterface ERROR_FILE_NOT_FOUND\n",
-                  "UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"}),
-        m_Trace.Lines());
+        RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"DllNameInterface", RRF_RT_ANY, &type, text, &size), ERROR_SUCCESS);
+    EXPECT_EQ(type, DWORD{REG_SZ});
+    EXPECT_EQ(size, sizeof(L"TessloClientDllSample.dll"));
+    EXPECT_STREQ(text, L"TessloClientDllSample.dll");
+    EXPECT_EQ(m_Trace.Lines(),
+        (Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! DllNameInterface ERROR_FILE_NOT_FOUND\n",
+            "UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"}));
 }
 
 TEST_F(UMDClientLibraryTest, Load_DefaultCannotBeWritten_TracesItAndStillLoadsIt)
 {
     FailingImport refused(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_ACCESS_DENIED, 4711);
     UMDClientLibraryLoad();
-    EXPECT_EQ(L"TessloClientDllSample.dll", s_Asked);
-    EXPECT_EQ(1u, m_Trace.Count("UMDUtilRegistryValueSet RegSetValueExW failed! DllNameInterface 5\n"));
-    EXPECT_EQ(1u, m_Trace.LinesContaining("UMDUtilDebugTraceDllMain UMDUtilRegistryValueSet failed! ").size());
+    EXPECT_EQ(s_Asked, L"TessloClientDllSample.dll");
+    EXPECT_EQ(m_Trace.Count("UMDUtilRegistryValueSet RegSetValueExW failed! DllNameInterface 5\n"), 1u);
+    EXPECT_EQ(m_Trace.LinesContaining("UMDUtilDebugTraceDllMain UMDUtilRegistryValueSet failed! ").size(), 1u);
 }
 
 TEST_F(UMDClientLibraryTest, Load_BareNameOrPath_IsPassedOnAsItIs)
@@ -93,8 +93,8 @@ TEST_F(UMDClientLibraryTest, Load_BareNameOrPath_IsPassedOnAsItIs)
     {
         m_Registry.SetClientDllName(name);
         UMDClientLibraryLoad();
-        EXPECT_EQ(name, s_Asked);
-        EXPECT_EQ(name, m_Registry.ClientDllName()) << "a name that is there is not rewritten";
+        EXPECT_EQ(s_Asked, name);
+        EXPECT_EQ(m_Registry.ClientDllName(), name) << "a name that is there is not rewritten";
     }
 }
 
@@ -103,7 +103,7 @@ TEST_F(UMDClientLibraryTest, Load_LongestName_IsPassedOnWhole)
     const std::wstring name(127, L'n');
     m_Registry.SetClientDllName(name);
     UMDClientLibraryLoad();
-    EXPECT_EQ(name, s_Asked);
+    EXPECT_EQ(s_Asked, name);
 }
 
 TEST_F(UMDClientLibraryTest, Load_NameWithoutTerminatingNull_EndsWhereItsBytesEnd)
@@ -111,28 +111,28 @@ TEST_F(UMDClientLibraryTest, Load_NameWithoutTerminatingNull_EndsWhereItsBytesEn
     const std::wstring name(128, L'n');
     Store(REG_BINARY, name.data(), name.size() * sizeof(wchar_t));
     UMDClientLibraryLoad();
-    EXPECT_EQ(name, s_Asked);
+    EXPECT_EQ(s_Asked, name);
     Store(REG_BINARY, name.data(), 3 * sizeof(wchar_t));
     UMDClientLibraryLoad();
-    EXPECT_EQ(L"nnn", s_Asked);
+    EXPECT_EQ(s_Asked, L"nnn");
 }
 
 TEST_F(UMDClientLibraryTest, Load_NameTooLong_IsReplacedByTheDefault)
 {
     m_Registry.SetClientDllName(std::wstring(128, L'n'));
     UMDClientLibraryLoad();
-    EXPECT_EQ(L"TessloClientDllSample.dll", s_Asked);
-    EXPECT_EQ(L"TessloClientDllSample.dll", m_Registry.ClientDllName());
-    EXPECT_EQ(1u, m_Trace.Count("UMDUtilRegistryValueGet RegQueryValueExW failed! DllNameInterface 234\n"));
+    EXPECT_EQ(s_Asked, L"TessloClientDllSample.dll");
+    EXPECT_EQ(m_Registry.ClientDllName(), L"TessloClientDllSample.dll");
+    EXPECT_EQ(m_Trace.Count("UMDUtilRegistryValueGet RegQueryValueExW failed! DllNameInterface 234\n"), 1u);
 }
 
 TEST_F(UMDClientLibraryTest, Load_EmptyName_IsTakenForANameAndFails)
 {
     m_Registry.SetClientDllName(L"");
     UMDClientLibraryLoad();
-    EXPECT_EQ(L"", s_Asked);
-    EXPECT_EQ(Lines{"UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"}, m_Trace.Lines());
-    EXPECT_EQ(nullptr, UMDClientLibraryModule());
+    EXPECT_EQ(s_Asked, L"");
+    EXPECT_EQ(m_Trace.Lines(), Lines{"UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"});
+    EXPECT_EQ(UMDClientLibraryModule(), nullptr);
 }
 
 TEST_F(UMDClientLibraryTest, Free_Loaded_FreesOnceAndForgets)
@@ -140,11 +140,11 @@ TEST_F(UMDClientLibraryTest, Free_Loaded_FreesOnceAndForgets)
     s_Loaded = reinterpret_cast<HMODULE>(0x10000);
     m_Registry.SetClientDllName(L"Other.dll");
     UMDClientLibraryLoad();
-    EXPECT_EQ(s_Loaded, UMDClientLibraryModule());
+    EXPECT_EQ(UMDClientLibraryModule(), s_Loaded);
     UMDClientLibraryFree();
-    EXPECT_EQ(nullptr, UMDClientLibraryModule());
+    EXPECT_EQ(UMDClientLibraryModule(), nullptr);
     UMDClientLibraryFree();
-    EXPECT_EQ(1, s_Freed);
+    EXPECT_EQ(s_Freed, 1);
     EXPECT_TRUE(m_Trace.Lines().empty());
 }
 
@@ -152,6 +152,6 @@ TEST_F(UMDClientLibraryTest, Free_NothingLoaded_FreesNothing)
 {
     UMDClientLibraryLoad();
     UMDClientLibraryFree();
-    EXPECT_EQ(0, s_Freed);
+    EXPECT_EQ(s_Freed, 0);
 }
 }  // namespace

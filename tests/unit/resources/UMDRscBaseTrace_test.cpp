@@ -30,60 +30,73 @@ TEST_F(UMDResourceTraceTest, VertexBuffer_Life_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagVertexBuffer, kVideo, D3DDDIFMT_UNKNOWN, 64, 1);
     request.WithMemory(1, 0);
-    EXPECT_EQ((Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
-                  "0x200 UMDRscVertexBuffer::Create Length=64 Usage=8 Pool=0 IndexBuffer:0x# this:0x#\n",
-                  "0x20 UMDRscVertexBuffer::VertexBuffer 0x#\n", "0x20 UMDRscVertexBuffer::Unlock VertexBuffer 0x#\n",
-                  "0x200 UMDRscVertexBuffer::WriteToDelegated VertexBuffer 0x#\n",
-                  "0x200 UMDRscVertexBuffer::Destroy m_pVertexBuffer:0x# this:0x#\n",
-                  "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
-        LevelledTrace(m_Trace, [&] {
-            UMDRscVertexBuffer buffer(
-                &Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DUSAGE_WRITEONLY, D3DPOOL_DEFAULT);
-            buffer.Create();
-            buffer.Lock(0, 0, 64, &m_pData, &m_Pitch, 0);
-            buffer.Unlock();
-            buffer.WriteToDelegated(0);
-            buffer.Destroy();
-        }));
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      UMDRscVertexBuffer buffer(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE,
+                          D3DUSAGE_WRITEONLY, D3DPOOL_DEFAULT);
+                      buffer.Create();
+                      buffer.Lock(0, 0, 64, &m_pData, &m_Pitch, 0);
+                      buffer.Unlock();
+                      buffer.WriteToDelegated(0);
+                      buffer.Destroy();
+                  }),
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x200 UMDRscVertexBuffer::Create Length=64 Usage=8 Pool=0 IndexBuffer:0x# this:0x#\n",
+            "0x20 UMDRscVertexBuffer::VertexBuffer 0x#\n", "0x20 UMDRscVertexBuffer::Unlock VertexBuffer 0x#\n",
+            "0x200 UMDRscVertexBuffer::WriteToDelegated VertexBuffer 0x#\n",
+            "0x200 UMDRscVertexBuffer::Destroy m_pVertexBuffer:0x# this:0x#\n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
 }
 
 TEST_F(UMDResourceTraceTest, IndexBuffer_Life_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagIndexBuffer, kSystem, D3DDDIFMT_INDEX32, 64, 1);
-    EXPECT_EQ((Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
-                  "0x200 UMDRscIndexBuffer::Create Length=64 Usage=8 Format=102 Pool=2 IndexBuffer:0x# this:0x#\n",
-                  "0x20 UMDRscIndexBuffer::Lock 0x# m_Pool:2\n", "0x20 UMDRscIndexBuffer::Lock 0x#\n",
-                  "0x200 UMDRscIndexBuffer::Destroy m_pIndexBuffer:0x# this:0x#\n",
-                  "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
-        LevelledTrace(m_Trace, [&] {
-            UMDRscIndexBuffer buffer(
-                &Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DUSAGE_WRITEONLY, D3DPOOL_SYSTEMMEM);
-            buffer.Create();
-            buffer.Lock(0, 0, 64, &m_pData, &m_Pitch, 0);
-            buffer.Unlock();
-            buffer.Destroy();
-        }));
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      UMDRscIndexBuffer buffer(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE,
+                          D3DUSAGE_WRITEONLY, D3DPOOL_SYSTEMMEM);
+                      buffer.Create();
+                      buffer.Lock(0, 0, 64, &m_pData, &m_Pitch, 0);
+                      buffer.Unlock();
+                      buffer.Destroy();
+                  }),
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x200 UMDRscIndexBuffer::Create Length=64 Usage=8 Format=102 Pool=2 IndexBuffer:0x# this:0x#\n",
+            "0x20 UMDRscIndexBuffer::Lock 0x# m_Pool:2\n", "0x20 UMDRscIndexBuffer::Lock 0x#\n",
+            "0x200 UMDRscIndexBuffer::Destroy m_pIndexBuffer:0x# this:0x#\n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
 }
 
 TEST_F(UMDResourceTraceTest, ZBuffer_Life_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagZBuffer, kVideo, D3DDDIFMT_D24S8, 32, 16);
-    EXPECT_EQ((Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
-                  "0x200 UMDRscZBuffer::Create Width=32 Height=16 Format=75 Surface:0x# this:0x#\n",
-                  "0x200 UMDRscZBuffer::Destroy m_pSurface:0x#\n",
-                  "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
-        LevelledTrace(m_Trace, [&] {
-            UMDRscZBuffer buffer(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE);
-            buffer.Create();
-            buffer.Destroy();
-        }));
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      UMDRscZBuffer buffer(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE);
+                      buffer.Create();
+                      buffer.Destroy();
+                  }),
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x200 UMDRscZBuffer::Create Width=32 Height=16 Format=75 Surface:0x# this:0x#\n",
+            "0x200 UMDRscZBuffer::Destroy m_pSurface:0x#\n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
 }
 
 TEST_F(UMDResourceTraceTest, Surface_Life_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 4);
     request.WithMemory(4, 0).m_Arg.VidPnSourceId = 3;
-    EXPECT_EQ(
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      UMDRscSurface surface(
+                          &Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DPOOL_DEFAULT, false);
+                      surface.Create();
+                      surface.Lock(0, 0, 0, &m_pData, &m_Pitch, 0);
+                      surface.Unlock();
+                      surface.WriteToDelegated(0, nullptr);
+                      surface.KernelModeSetDisplayModeCb();
+                      surface.Destroy();
+                  }),
         (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
             "0x22    KMode Handle - m_hAllocation:0x# m_hKMResource:0x#\n",
             "0x200 UMDRscSurface::Create m_pSurface: 0x# Resource:0x# m_VidPnSourceId:3 m_hAllocation:0x# m_Width:8 m_Height:4\n",
@@ -91,16 +104,7 @@ TEST_F(UMDResourceTraceTest, Surface_Life_EachLineHasItsLevel)
             "0x200 UMDRscSurface::WriteToDelegated 0\n",
             "0x20 UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb DeviceContext:0x# Resource:0x# VidPnSourceId:3 m_hAllocation:0x#\n",
             "0x200 UMDRscSurface::Destroy() this:0x# m_pSurface:0x# \n",
-            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
-        LevelledTrace(m_Trace, [&] {
-            UMDRscSurface surface(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DPOOL_DEFAULT, false);
-            surface.Create();
-            surface.Lock(0, 0, 0, &m_pData, &m_Pitch, 0);
-            surface.Unlock();
-            surface.WriteToDelegated(0, nullptr);
-            surface.KernelModeSetDisplayModeCb();
-            surface.Destroy();
-        }));
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
 }
 
 TEST_F(UMDResourceTraceTest, Surface_ReadBack_EachLineHasItsLevel)
@@ -108,26 +112,28 @@ TEST_F(UMDResourceTraceTest, Surface_ReadBack_EachLineHasItsLevel)
     CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 4);
     auto* pTarget = Create<UMDRscSurface>(request);
     m_Fake.SetRenderTarget(0, pTarget->GetSurface(0, 0));
-    EXPECT_EQ((Lines{"0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock\n",
-                  "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock 0x#\n",
-                  "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock Width 0x# Height 0x#\n",
-                  "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock pRenderTarget 0x#\n",
-                  "0x200 UMDRscRenderTargetCapable::RenderTargetDataLock LockedRect.pBits 0x#\n",
-                  "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n"}),
-        LevelledTrace(m_Trace, [&] {
-            IDirect3DSurface9* pSurface = nullptr;
-            D3DLOCKED_RECT locked = {};
-            D3DSURFACE_DESC desc = {};
-            EXPECT_EQ(S_OK, pTarget->RenderTargetDataLock(&pSurface, &locked, &desc));
-            pTarget->RenderTargetDataUnlock(&pSurface);
-            pTarget->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
-        }));
-    EXPECT_EQ((Lines{"0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n",
-                  "0x1 UMDRscRenderTargetCapable::RenderTargetDataUnlock *ppRenderTarget is NULL\n"}),
-        LevelledTrace(m_Trace, [&] {
-            IDirect3DSurface9* pSurface = nullptr;
-            pTarget->RenderTargetDataUnlock(&pSurface);
-        }));
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      IDirect3DSurface9* pSurface = nullptr;
+                      D3DLOCKED_RECT locked = {};
+                      D3DSURFACE_DESC desc = {};
+                      EXPECT_EQ(pTarget->RenderTargetDataLock(&pSurface, &locked, &desc), S_OK);
+                      pTarget->RenderTargetDataUnlock(&pSurface);
+                      pTarget->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
+                  }),
+        (Lines{"0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock\n",
+            "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock 0x#\n",
+            "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock Width 0x# Height 0x#\n",
+            "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock pRenderTarget 0x#\n",
+            "0x200 UMDRscRenderTargetCapable::RenderTargetDataLock LockedRect.pBits 0x#\n",
+            "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n"}));
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      IDirect3DSurface9* pSurface = nullptr;
+                      pTarget->RenderTargetDataUnlock(&pSurface);
+                  }),
+        (Lines{"0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n",
+            "0x1 UMDRscRenderTargetCapable::RenderTargetDataUnlock *ppRenderTarget is NULL\n"}));
     m_Fake.SetRenderTarget(0, nullptr);
 }
 
@@ -135,23 +141,23 @@ TEST_F(UMDResourceTraceTest, Texture_Life_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagTexture, kSystem, D3DDDIFMT_X8R8G8B8, 8, 4);
     request.WithMemory(4, 0);
-    EXPECT_EQ(
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      UMDRscTexture texture(&Device(), request.m_Arg.hResource, &request.m_Arg,
+                          UMDRscTextureTraits{FALSE, 0, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE});
+                      texture.Create();
+                      texture.Lock(1, 0, 0, &m_pData, &m_Pitch, 0);
+                      texture.Unlock();
+                      texture.WriteToDelegated(0, nullptr);
+                      texture.WriteFromDelegated(0);
+                      texture.Destroy();
+                  }),
         (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
             "0x20 UMDRscTexture::Create Resource:0x# m_pTexture 0x# m_bIsRenderTarget 0 m_bIsSharedResource 0 pSharedHandle=0x# *pSharedHandle=0x#\n",
             "0x20    Lock: Texture 0x# AreaValid:1\n", "0x20    Unlock: Texture 0x#\n",
             "0x200 UMDRscTexture::WriteToDelegated 0\n", "0x200 UMDRscTexture::WriteFromDelegated 0\n",
             "0x200 UMDRscTexture::Destroy m_pTexture:0x#\n",
-            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
-        LevelledTrace(m_Trace, [&] {
-            UMDRscTexture texture(&Device(), request.m_Arg.hResource, &request.m_Arg,
-                UMDRscTextureTraits{FALSE, 0, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE});
-            texture.Create();
-            texture.Lock(1, 0, 0, &m_pData, &m_Pitch, 0);
-            texture.Unlock();
-            texture.WriteToDelegated(0, nullptr);
-            texture.WriteFromDelegated(0);
-            texture.Destroy();
-        }));
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
 }
 
 TEST_F(UMDResourceTraceTest, CubeTexture_Life_EachLineHasItsLevel)
@@ -172,13 +178,16 @@ TEST_F(UMDResourceTraceTest, CubeTexture_Life_EachLineHasItsLevel)
                          "0x200 UMDRscCubeTexture::Create m_pTexture:0x# this:0x#\n", "0x20    Lock: CubeTexture 0x#\n",
                          "0x20    Unlock: CubeTexture 0x#\n", "0x200 UMDRscCubeTexture::Destroy() m_pTexture:0x#\n",
                          "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"});
-    EXPECT_EQ(lines, LevelledTrace(m_Trace, [&] {
-        UMDRscCubeTexture cube(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, 0, D3DPOOL_DEFAULT);
-        cube.Create();
-        cube.Lock(1, 0, 0, &m_pData, &m_Pitch, 0);
-        cube.Unlock();
-        cube.Destroy();
-    }));
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      UMDRscCubeTexture cube(
+                          &Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, 0, D3DPOOL_DEFAULT);
+                      cube.Create();
+                      cube.Lock(1, 0, 0, &m_pData, &m_Pitch, 0);
+                      cube.Unlock();
+                      cube.Destroy();
+                  }),
+        lines);
 }
 
 TEST_F(UMDResourceTraceTest, OpenedTexture_Life_EachLineHasItsLevel)
@@ -195,17 +204,17 @@ TEST_F(UMDResourceTraceTest, OpenedTexture_Life_EachLineHasItsLevel)
     D3DDDIARG_OPENRESOURCE open = {};
     open.NumAllocations = 1;
     open.pOpenAllocationInfo = &allocation;
-    EXPECT_EQ(
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      UMDRscTexture texture(&Device(), open.hResource, &open,
+                          UMDRscTextureTraits{TRUE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE});
+                      texture.Open();
+                      texture.Destroy();
+                  }),
         (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
             "0x20 UMDRscTexture::Open Resource:0x# m_pTexture 0x# Width:16 Height:16 Format:21 SharedHandle:0x# hAllocation:0x#\n",
             "0x200 UMDRscTexture::Destroy m_pTexture:0x#\n",
-            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}),
-        LevelledTrace(m_Trace, [&] {
-            UMDRscTexture texture(&Device(), open.hResource, &open,
-                UMDRscTextureTraits{TRUE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE});
-            texture.Open();
-            texture.Destroy();
-        }));
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
 }
 
 TEST_F(UMDResourceTraceTest, Blits_EveryPath_IsToldAtTheDetailLevel)
@@ -281,7 +290,7 @@ TEST_F(UMDResourceTraceTest, Blits_EveryPath_IsToldAtTheDetailLevel)
     {
         const bool empty = row.pSrc->GetPool() == D3DPOOL_SYSTEMMEM && row.pDst->GetPool() == D3DPOOL_SYSTEMMEM;
         const RECT dstRect = empty ? RECT{} : srcRect;
-        EXPECT_EQ(row.Expected, LevelledTrace(m_Trace, [&] { row.pSrc->Blt(&srcRect, row.pDst, &dstRect); }));
+        EXPECT_EQ(LevelledTrace(m_Trace, [&] { row.pSrc->Blt(&srcRect, row.pDst, &dstRect); }), row.Expected);
     }
 }
 
@@ -291,10 +300,9 @@ TEST_F(UMDResourceTraceTest, CubeBlit_IsToldAtTheDetailLevel)
     CreateRequest videoRequest(kFlagCubeMap | kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
     auto* pSystem = Create<UMDRscCubeTexture>(systemRequest);
     auto* pVideo = Create<UMDRscCubeTexture>(videoRequest);
-    EXPECT_EQ(
+    EXPECT_EQ(LevelledTrace(m_Trace, [&] { pSystem->TexBlt(nullptr, pVideo, nullptr); }),
         Lines{
-            "0x200 UMDRscCubeTexture::TexBlt DST Resource:0x# Pool:0 IsRenderTarget:1 SRC Resource:0x# Pool:2 IsRenderTarget:0\n"},
-        LevelledTrace(m_Trace, [&] { pSystem->TexBlt(nullptr, pVideo, nullptr); }));
+            "0x200 UMDRscCubeTexture::TexBlt DST Resource:0x# Pool:0 IsRenderTarget:1 SRC Resource:0x# Pool:2 IsRenderTarget:0\n"});
 }
 
 TEST_F(UMDResourceTraceTest, Shaders_EveryOperation_IsToldAtTheDetailLevel)
@@ -306,32 +314,33 @@ TEST_F(UMDResourceTraceTest, Shaders_EveryOperation_IsToldAtTheDetailLevel)
     const D3DVERTEXELEMENT9 end = D3DDECL_END();
     UMDShaderPixel pixel(&Device());
     UMDShaderVertex vertex(&Device());
-    EXPECT_EQ((Lines{"0x200 >>> UMDShaderPixel::Create\n", "0x200 >>> UMDShaderPixel::Set\n",
-                  "0x200 >>> UMDShaderPixel::SetConst\n", "0x200 >>> UMDShaderPixel::SetConstI\n",
-                  "0x200 >>> UMDShaderPixel::SetConstB\n", "0x200 >>> UMDShaderPixel::Delete\n",
-                  "0x200 >>> UMDShaderVertex::Create\n", "0x200 >>> UMDShaderVertex::Set\n",
-                  "0x200 >>> UMDShaderVertex::Delete\n", "0x200 >>> UMDShaderVertex::CreateDecl\n",
-                  "0x200 >>> UMDShaderVertex::SetDecl\n", "0x200 >>> UMDShaderVertex::DeleteDecl\n",
-                  "0x200 >>> UMDShaderVertex::SetConst\n"}),
-        LevelledTrace(m_Trace, [&] {
-            const D3DDDIARG_SETPIXELSHADERCONST pixelConst = {0, 1};
-            const D3DDDIARG_SETPIXELSHADERCONSTI pixelConstI = {0, 1};
-            const D3DDDIARG_SETPIXELSHADERCONSTB pixelConstB = {0, 1};
-            const D3DDDIARG_SETVERTEXSHADERCONST vertexConst = {0, 1};
-            pixel.Create(code);
-            pixel.Set();
-            UMDShaderPixel::SetConst(&Device(), &pixelConst, floats);
-            UMDShaderPixel::SetConstI(&Device(), &pixelConstI, integers);
-            UMDShaderPixel::SetConstB(&Device(), &pixelConstB, booleans);
-            pixel.Delete();
-            vertex.Create(code);
-            vertex.Set();
-            vertex.Delete();
-            vertex.CreateDecl(&end);
-            vertex.SetDecl();
-            vertex.DeleteDecl();
-            UMDShaderVertex::SetConst(&Device(), &vertexConst, floats);
-        }));
+    EXPECT_EQ(LevelledTrace(m_Trace,
+                  [&] {
+                      const D3DDDIARG_SETPIXELSHADERCONST pixelConst = {0, 1};
+                      const D3DDDIARG_SETPIXELSHADERCONSTI pixelConstI = {0, 1};
+                      const D3DDDIARG_SETPIXELSHADERCONSTB pixelConstB = {0, 1};
+                      const D3DDDIARG_SETVERTEXSHADERCONST vertexConst = {0, 1};
+                      pixel.Create(code);
+                      pixel.Set();
+                      UMDShaderPixel::SetConst(&Device(), &pixelConst, floats);
+                      UMDShaderPixel::SetConstI(&Device(), &pixelConstI, integers);
+                      UMDShaderPixel::SetConstB(&Device(), &pixelConstB, booleans);
+                      pixel.Delete();
+                      vertex.Create(code);
+                      vertex.Set();
+                      vertex.Delete();
+                      vertex.CreateDecl(&end);
+                      vertex.SetDecl();
+                      vertex.DeleteDecl();
+                      UMDShaderVertex::SetConst(&Device(), &vertexConst, floats);
+                  }),
+        (Lines{"0x200 >>> UMDShaderPixel::Create\n", "0x200 >>> UMDShaderPixel::Set\n",
+            "0x200 >>> UMDShaderPixel::SetConst\n", "0x200 >>> UMDShaderPixel::SetConstI\n",
+            "0x200 >>> UMDShaderPixel::SetConstB\n", "0x200 >>> UMDShaderPixel::Delete\n",
+            "0x200 >>> UMDShaderVertex::Create\n", "0x200 >>> UMDShaderVertex::Set\n",
+            "0x200 >>> UMDShaderVertex::Delete\n", "0x200 >>> UMDShaderVertex::CreateDecl\n",
+            "0x200 >>> UMDShaderVertex::SetDecl\n", "0x200 >>> UMDShaderVertex::DeleteDecl\n",
+            "0x200 >>> UMDShaderVertex::SetConst\n"}));
 }
 
 TEST_F(UMDResourceTraceTest, UnhandledResource_IsToldAsAnError)

@@ -137,9 +137,9 @@ TEST_F(UMDRscTextureOpenedTest, SurfaceBltToAnotherPool_NoRowOfTheTable_IsRefuse
     OpenedProbe texture(&Device(), &m_Open);
     ASSERT_EQ(texture.Open(), S_OK);
     const RECT srcRect = {1, 2, 4, 6}, dstRect = {0, 0, 5, 6};
-    EXPECT_EQ((Lines{"0x200 UMDRscSurface::Blt DST Resource:0x# Pool:1 SRC Resource:0x# Pool:0\n",
-                  "0x1 UMDRscSurface::Blt failed! SRC Resource:0x# DST Resource:0x# Pool:1 RenderTarget:1\n",
-                  "0x1 DST Width:64 Height:32 Width:5 Height:6\n", "0x1 SRC Width:16 Height:8 Width:3 Height:4\n"}),
-        LevelledTrace(m_Trace, [&] { EXPECT_EQ(pSource->Blt(&srcRect, &texture, &dstRect), E_FAIL); }));
+    EXPECT_EQ(LevelledTrace(m_Trace, [&] { EXPECT_EQ(pSource->Blt(&srcRect, &texture, &dstRect), E_FAIL); }),
+        (Lines{"0x200 UMDRscSurface::Blt DST Resource:0x# Pool:1 SRC Resource:0x# Pool:0\n",
+            "0x1 UMDRscSurface::Blt failed! SRC Resource:0x# DST Resource:0x# Pool:1 RenderTarget:1\n",
+            "0x1 DST Width:64 Height:32 Width:5 Height:6\n", "0x1 SRC Width:16 Height:8 Width:3 Height:4\n"}));
     texture.Destroy();
 }

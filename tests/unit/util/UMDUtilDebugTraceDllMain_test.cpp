@@ -36,7 +36,7 @@ class UMDUtilDebugTraceDllMainTest : public testing::Test
 protected:
     void SetValue(DWORD type, const void* pData, DWORD size)
     {
-        ASSERT_EQ(ERROR_SUCCESS, RegSetKeyValueW(HKEY_LOCAL_MACHINE, kServiceKey, L"DebugLevelUMD", type, pData, size));
+        ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, kServiceKey, L"DebugLevelUMD", type, pData, size), ERROR_SUCCESS);
     }
 
     RegistryOverride m_Registry;
@@ -48,7 +48,7 @@ protected:
 TEST_F(UMDUtilDebugTraceDllMainTest, Attach_NoValue_PrintsNothingAndKeepsTracingOff)
 {
     UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
-    EXPECT_EQ(0u, g_DebugLevelUMD);
+    EXPECT_EQ(g_DebugLevelUMD, 0u);
     EXPECT_TRUE(m_Trace.Lines().empty());
 }
 
@@ -64,7 +64,7 @@ TEST_F(UMDUtilDebugTraceDllMainTest, Attach_ValueLongerThanTheMask_KeepsTracingO
     const ULONGLONG value = 0x1;
     SetValue(REG_QWORD, &value, sizeof(value));
     UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
-    EXPECT_EQ(0u, g_DebugLevelUMD);
+    EXPECT_EQ(g_DebugLevelUMD, 0u);
     EXPECT_TRUE(m_Trace.Lines().empty());
 }
 
@@ -72,19 +72,19 @@ TEST_F(UMDUtilDebugTraceDllMainTest, Attach_AnyMask_PrintsTheBannerLineByLine)
 {
     m_Registry.SetTraceMask(0x40000000);
     UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
-    EXPECT_EQ(0x40000000u, g_DebugLevelUMD);
+    EXPECT_EQ(g_DebugLevelUMD, 0x40000000u);
     const std::vector<std::string> lines = m_Trace.Lines();
-    ASSERT_EQ(12u, lines.size());
-    EXPECT_NE(std::string::npos, lines[4].find(UMD_VERSION_TEXT)) << "the logo names the version";
-    EXPECT_EQ("\n", lines[5]);
-    EXPECT_EQ(" -----------------------------------------------\n", lines[6]);
-    EXPECT_EQ("| Tesslo WDDM Umode DllMain\n", lines[7]);
+    ASSERT_EQ(lines.size(), 12u);
+    EXPECT_NE(lines[4].find(UMD_VERSION_TEXT), std::string::npos) << "the logo names the version";
+    EXPECT_EQ(lines[5], "\n");
+    EXPECT_EQ(lines[6], " -----------------------------------------------\n");
+    EXPECT_EQ(lines[7], "| Tesslo WDDM Umode DllMain\n");
     EXPECT_TRUE(std::regex_match(
         lines[8], std::regex("\\| Build: [A-Z][a-z]{2} [ 1-3][0-9] 20[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\n")))
         << lines[8];
-    EXPECT_EQ("| Call:  03.05. 2012  09:07:03\n", lines[9]);
-    EXPECT_EQ(" -----------------------------------------------\n", lines[10]);
-    EXPECT_EQ("DLL_PROCESS_ATTACH\n", lines[11]);
+    EXPECT_EQ(lines[9], "| Call:  03.05. 2012  09:07:03\n");
+    EXPECT_EQ(lines[10], " -----------------------------------------------\n");
+    EXPECT_EQ(lines[11], "DLL_PROCESS_ATTACH\n");
 }
 
 TEST_F(UMDUtilDebugTraceDllMainTest, Version_InTheBuild_HasTwoDigitsInItsThirdPart)
@@ -112,8 +112,8 @@ TEST_F(UMDUtilDebugTraceDllMainTest, Reason_OtherThanAttach_PrintsItsNameAndLeav
     {
         m_Trace.Clear();
         UMDUtilDebugTraceDllMainReason(row.m_Reason);
-        EXPECT_EQ(std::vector<std::string>{row.m_pLine}, m_Trace.Lines());
-        EXPECT_EQ(UMDTRACE_GPU, g_DebugLevelUMD);
+        EXPECT_EQ(m_Trace.Lines(), std::vector<std::string>{row.m_pLine});
+        EXPECT_EQ(g_DebugLevelUMD, UMDTRACE_GPU);
     }
 }
 

@@ -53,8 +53,8 @@ TEST(UMDUtilDebugTraceException, Code_KnownOrNot_PrintsItsOneLineAndRunsTheHandl
     for (const ExceptionRow& row : kRows)
     {
         trace.Clear();
-        EXPECT_EQ(1, UMDUtilDebugTraceException(row.m_Code));
-        EXPECT_EQ(std::vector<std::string>{row.m_pLine}, trace.Lines()) << std::hex << row.m_Code;
+        EXPECT_EQ(UMDUtilDebugTraceException(row.m_Code), 1);
+        EXPECT_EQ(trace.Lines(), std::vector<std::string>{row.m_pLine}) << std::hex << row.m_Code;
     }
 }
 
@@ -63,7 +63,7 @@ TEST(UMDUtilDebugTraceException, Code_ErrorsOff_RunsTheHandlerWithoutALine)
     TraceMask mask(~(UMDTRACE_ERROR | UMDTRACE_LOGFILE));
     TraceCapture trace;
     for (const ExceptionRow& row : kRows)
-        EXPECT_EQ(1, UMDUtilDebugTraceException(row.m_Code));
+        EXPECT_EQ(UMDUtilDebugTraceException(row.m_Code), 1);
     EXPECT_TRUE(trace.Lines().empty());
 }
 }  // namespace

@@ -40,24 +40,23 @@ TEST(UMDUtilDebugTracePrintLock, Request_EachField_StandsInItsPlace)
         TraceMask mask(level);
         TraceCapture trace;
         UMDUtilDebugTracePrintLock(&lock, UMDRESOURCETYPE_TEXTURE);
-        EXPECT_EQ(
+        EXPECT_EQ(trace.Lines(),
             (std::vector<std::string>{
                 "   Lock: hResource:0x9abcdef0 SubResourceIndex:2 Offset:3 Size:4 left:3 right:5 top:4 bottom:-6\n",
-                "   Flags: TEXTURE |           \n"}),
-            trace.Lines());
+                "   Flags: TEXTURE |           \n"}));
     }
 }
 
 TEST(UMDUtilDebugTracePrintLock, Kind_Each_FillsTheFirstSlotOrNone)
 {
-    EXPECT_EQ(FlagsLine({"TEXTURE | "}), PrintedFlags(0, UMDRESOURCETYPE_TEXTURE));
-    EXPECT_EQ(FlagsLine({"RENDERTARGET | "}), PrintedFlags(0, UMDRESOURCETYPE_RENDERTARGET));
-    EXPECT_EQ(FlagsLine({"VERTEXBUFFER | "}), PrintedFlags(0, UMDRESOURCETYPE_VERTEXBUFFER));
-    EXPECT_EQ(FlagsLine({"INDEXBUFFER | "}), PrintedFlags(0, UMDRESOURCETYPE_INDEXBUFFER));
+    EXPECT_EQ(PrintedFlags(0, UMDRESOURCETYPE_TEXTURE), FlagsLine({"TEXTURE | "}));
+    EXPECT_EQ(PrintedFlags(0, UMDRESOURCETYPE_RENDERTARGET), FlagsLine({"RENDERTARGET | "}));
+    EXPECT_EQ(PrintedFlags(0, UMDRESOURCETYPE_VERTEXBUFFER), FlagsLine({"VERTEXBUFFER | "}));
+    EXPECT_EQ(PrintedFlags(0, UMDRESOURCETYPE_INDEXBUFFER), FlagsLine({"INDEXBUFFER | "}));
     for (const UMDRESOURCETYPE type :
         {UMDRESOURCETYPE_UNKNOWN, UMDRESOURCETYPE_SHARED, UMDRESOURCETYPE_ZBUFFER, UMDRESOURCETYPE_CUBETEXTURE,
             UMDRESOURCETYPE_PIXELSHADER, UMDRESOURCETYPE_VERTEXSHADER, UMDRESOURCETYPE_NONE})
-        EXPECT_EQ("   Flags:           \n", PrintedFlags(0, type));
+        EXPECT_EQ(PrintedFlags(0, type), "   Flags:           \n");
 }
 
 TEST(UMDUtilDebugTracePrintLock, Flag_Each_HasItsName)
@@ -68,15 +67,14 @@ TEST(UMDUtilDebugTracePrintLock, Flag_Each_HasItsName)
     {
         const std::vector<std::string> filled =
             bit < ARRAYSIZE(names) ? std::vector<std::string>{names[bit]} : std::vector<std::string>{};
-        EXPECT_EQ(FlagsLine(filled), PrintedFlags(1u << bit, UMDRESOURCETYPE_ZBUFFER)) << "bit " << bit;
+        EXPECT_EQ(PrintedFlags(1u << bit, UMDRESOURCETYPE_ZBUFFER), FlagsLine(filled)) << "bit " << bit;
     }
 }
 
 TEST(UMDUtilDebugTracePrintLock, Flags_AllOfAVertexBuffer_FillAllElevenSlots)
 {
-    EXPECT_EQ(
-        "   Flags: VERTEXBUFFER |  ReadOnly |  WriteOnly |  NoOverwrite |  Discard |  RangeValid |  AreaValid |  BoxValid |  NotifyOnly |  MightDrawFromLocked |  DoNotWait | \n",
-        PrintedFlags(0xFFFFFFFF, UMDRESOURCETYPE_VERTEXBUFFER));
+    EXPECT_EQ(PrintedFlags(0xFFFFFFFF, UMDRESOURCETYPE_VERTEXBUFFER),
+        "   Flags: VERTEXBUFFER |  ReadOnly |  WriteOnly |  NoOverwrite |  Discard |  RangeValid |  AreaValid |  BoxValid |  NotifyOnly |  MightDrawFromLocked |  DoNotWait | \n");
 }
 
 TEST(UMDUtilDebugTracePrintLock, Level_NotInTheMask_PrintsNothing)

@@ -39,7 +39,7 @@ Lines Printed(Print* pPrint, const Argument& argument)
     {
         TraceMask other(UMDTRACE_RESOURCE);
         pPrint(&argument);
-        EXPECT_EQ(lines, trace.Lines());
+        EXPECT_EQ(trace.Lines(), lines);
     }
     return lines;
 }
@@ -97,7 +97,7 @@ TEST(UMDUtilDebugTracePrintResourceType, Type_Each_PrintsItsNameOrNothing)
     {
         trace.Clear();
         UMDUtilDebugTracePrintResourceType(static_cast<UMDRESOURCETYPE>(type));
-        EXPECT_EQ(type < ARRAYSIZE(names) ? Lines{names[type]} : Lines{}, trace.Lines()) << type;
+        EXPECT_EQ(trace.Lines(), type < ARRAYSIZE(names) ? Lines{names[type]} : Lines{}) << type;
     }
     trace.Clear();
     UMDUtilDebugTracePrintResourceType(UMDRESOURCETYPE_NONE);
@@ -125,9 +125,9 @@ TEST(UMDUtilDebugTracePrintCreateResource, Pool_Each_HasItsName)
         create.MultisampleType = static_cast<D3DDDIMULTISAMPLE_TYPE>(4);
         create.MultisampleQuality = 5;
         create.VidPnSourceId = 6;
-        EXPECT_EQ("   " + std::string(names[pool]) +
-                      " Format:22 MultisampleType:4 MultisampleQuality:5 SurfCount:0 VidPnSourceId:6\n",
-            Printed(UMDUtilDebugTracePrintCreateResource, create)[0]);
+        EXPECT_EQ(Printed(UMDUtilDebugTracePrintCreateResource, create)[0],
+            "   " + std::string(names[pool]) +
+                " Format:22 MultisampleType:4 MultisampleQuality:5 SurfCount:0 VidPnSourceId:6\n");
     }
 }
 
@@ -142,24 +142,23 @@ TEST(UMDUtilDebugTracePrintCreateResource, Surfaces_Each_HasALineBetweenRecordAn
     create.pSurfList = surfaces;
     create.SurfCount = 2;
     create.Flags.Value = 0x8001;
-    EXPECT_EQ(
+    EXPECT_EQ(Printed(UMDUtilDebugTracePrintCreateResource, create),
         (Lines{"   D3DDDIPOOL_SYSTEMMEM Format:0 MultisampleType:0 MultisampleQuality:0 SurfCount:2 VidPnSourceId:0\n",
             "   - Surface 0: width=1 height=2 depth=3 pSysMem=0x22222222 SysMemPitch=4 SysMemSlicePitch=5\n",
             "   - Surface 1: width=6 height=7 depth=8 pSysMem=0x0 SysMemPitch=9 SysMemSlicePitch=10\n",
-            "   Flags: RenderTarget |  Primary | " + std::string(30, ' ') + "\n"}),
-        Printed(UMDUtilDebugTracePrintCreateResource, create));
+            "   Flags: RenderTarget |  Primary | " + std::string(30, ' ') + "\n"}));
 }
 
 TEST(UMDUtilDebugTracePrintCreateResource, Flags_None_PrintsThirtyOneBlanks)
 {
-    EXPECT_EQ(Lines{"   Flags: " + std::string(31, ' ') + "\n"}, PrintedFlags(0));
+    EXPECT_EQ(PrintedFlags(0), Lines{"   Flags: " + std::string(31, ' ') + "\n"});
 }
 
 TEST(UMDUtilDebugTracePrintCreateResource, Flag_EachAlone_HasItsNameInTheFirstSlot)
 {
     for (UINT bit = 0; bit < 32; ++bit)
         EXPECT_EQ(
-            Lines{"   Flags: " + std::string(kFlagNames[bit]) + std::string(31, ' ') + "\n"}, PrintedFlags(1u << bit))
+            PrintedFlags(1u << bit), Lines{"   Flags: " + std::string(kFlagNames[bit]) + std::string(31, ' ') + "\n"})
             << "bit " << bit;
 }
 
@@ -168,7 +167,7 @@ TEST(UMDUtilDebugTracePrintCreateResource, Flags_All_FillAllSlotsInBitOrder)
     std::string line = "   Flags: ";
     for (UINT bit = 0; bit < 32; ++bit)
         line += (bit ? " " : "") + std::string(kFlagNames[bit]);
-    EXPECT_EQ(Lines{line + "\n"}, PrintedFlags(0xFFFFFFFF));
+    EXPECT_EQ(PrintedFlags(0xFFFFFFFF), Lines{line + "\n"});
 }
 
 TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Request_EachField_StandsInItsPlace)
@@ -184,21 +183,19 @@ TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Request_EachField_StandsInItsPlac
         std::string text;
         for (const std::string& line : Printed(UMDUtilDebugTracePrintOpenResource, m_Open))
             text += line;
-        EXPECT_EQ("   OpenResource hResource: 0x9abcdef0 hKMResource: 0x77 PrivateDriverDataSize: 12 Flags: 0x" +
-                      std::to_string(flags) + "\n" + flagLines[flags],
-            text);
+        EXPECT_EQ(text, "   OpenResource hResource: 0x9abcdef0 hKMResource: 0x77 PrivateDriverDataSize: 12 Flags: 0x" +
+                            std::to_string(flags) + "\n" + flagLines[flags]);
     }
 }
 
 TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Allocation_WithAStoredDescription_PrintsIt)
 {
-    EXPECT_EQ(
+    EXPECT_EQ(PrintedAllocations(),
         (Lines{"   - Allocation 0: hAllocation:0xc0de PrivateDriverDataSize:76\n", "   ResourceHandle: 0xabcd1234\n",
             "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:2\n",
             "   - Surface 0: width=320 height=200 depth=2 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
             "   - Surface 1: width=320 height=200 depth=2 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
-            "   Flags: RenderTarget |  Texture | \n"}),
-        PrintedAllocations());
+            "   Flags: RenderTarget |  Texture | \n"}));
 }
 
 TEST_F(UMDUtilDebugTracePrintOpenResourceTest, StoredFlags_Each_KeepTheirSlots)
@@ -211,7 +208,7 @@ TEST_F(UMDUtilDebugTracePrintOpenResourceTest, StoredFlags_Each_KeepTheirSlots)
     for (const auto& [flags, pLine] : rows)
     {
         m_Data.ResourceFlags = flags;
-        EXPECT_EQ(pLine, PrintedAllocations().back());
+        EXPECT_EQ(PrintedAllocations().back(), pLine);
     }
 }
 
@@ -219,15 +216,15 @@ TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Allocation_WithOtherPrivateData_P
 {
     const Lines whole = {"   - Allocation 0: hAllocation:0xc0de PrivateDriverDataSize:76\n"};
     m_Data.Kind = UMDALLOCATIONKIND_PRIMARY;
-    EXPECT_EQ(whole, PrintedAllocations());
+    EXPECT_EQ(PrintedAllocations(), whole);
     m_Data.Kind = 7;
-    EXPECT_EQ(whole, PrintedAllocations());
+    EXPECT_EQ(PrintedAllocations(), whole);
     m_Data.Kind = UMDALLOCATIONKIND_OTHER;
     m_Allocation.pPrivateDriverData = nullptr;
-    EXPECT_EQ(whole, PrintedAllocations());
+    EXPECT_EQ(PrintedAllocations(), whole);
     m_Allocation.pPrivateDriverData = &m_Data;
     m_Allocation.PrivateDriverDataSize = 75;
-    EXPECT_EQ(Lines{"   - Allocation 0: hAllocation:0xc0de PrivateDriverDataSize:75\n"}, PrintedAllocations());
+    EXPECT_EQ(PrintedAllocations(), Lines{"   - Allocation 0: hAllocation:0xc0de PrivateDriverDataSize:75\n"});
 }
 
 TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Allocations_Several_EachHasItsLine)
@@ -237,8 +234,7 @@ TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Allocations_Several_EachHasItsLin
     allocations[1].hAllocation = 0xB;
     m_Open.NumAllocations = 2;
     m_Open.pOpenAllocationInfo = allocations;
-    EXPECT_EQ((Lines{"   - Allocation 0: hAllocation:0xa PrivateDriverDataSize:0\n",
-                  "   - Allocation 1: hAllocation:0xb PrivateDriverDataSize:0\n"}),
-        PrintedAllocations());
+    EXPECT_EQ(PrintedAllocations(), (Lines{"   - Allocation 0: hAllocation:0xa PrivateDriverDataSize:0\n",
+                                        "   - Allocation 1: hAllocation:0xb PrivateDriverDataSize:0\n"}));
 }
 }  // namespace

@@ -80,7 +80,7 @@ TEST(UMDUtilDebugTracePrintTextureStageState, State_Each_PrintsItsLine)
         trace.Clear();
         const D3DDDIARG_TEXTURESTAGESTATE argument = Argument(row.m_State);
         UMDUtilDebugTracePrintTextureStageState(UMDTRACE_DDI, &argument);
-        EXPECT_EQ(std::vector<std::string>{row.m_pLine}, trace.Lines());
+        EXPECT_EQ(trace.Lines(), std::vector<std::string>{row.m_pLine});
     }
 }
 

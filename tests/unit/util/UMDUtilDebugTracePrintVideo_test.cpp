@@ -21,7 +21,7 @@ Lines Printed(UINT level, Print* pPrint, const Argument& argument)
     {
         TraceMask mask(~(level | UMDTRACE_LOGFILE));
         pPrint(&argument);
-        EXPECT_EQ(Lines{}, trace.Lines());
+        EXPECT_EQ(trace.Lines(), Lines{});
     }
     TraceMask mask(level);
     pPrint(&argument);
@@ -89,14 +89,14 @@ DXVADDI_VIDEOSAMPLE Sample()
 
 TEST(UMDUtilDebugTracePrintVideoDesc, Record_EachField_StandsInItsPlace)
 {
-    EXPECT_EQ(kDescriptionLines, Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintVideoDesc, Description()));
+    EXPECT_EQ(Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintVideoDesc, Description()), kDescriptionLines);
 }
 
 TEST(UMDUtilDebugTracePrintGUID, Bytes_LastEight_ReadAsTwoWords)
 {
     const GUID guid = {0xFFFFFFFF, 0xFFFE, 3, {1, 0, 0, 0, 0, 0, 0, 0x80}};
-    EXPECT_EQ((Lines{"UMDUtilDebugTracePrintGUID\n", "pGUID: 4294967295 65534 3 1 2147483648\n"}),
-        Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintGUID, guid));
+    EXPECT_EQ(Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintGUID, guid),
+        (Lines{"UMDUtilDebugTracePrintGUID\n", "pGUID: 4294967295 65534 3 1 2147483648\n"}));
 }
 
 TEST(UMDUtilDebugTracePrintVideoProcessorInput, Record_Description_StandsBetweenNameAndTarget)
@@ -107,7 +107,7 @@ TEST(UMDUtilDebugTracePrintVideoProcessorInput, Record_Description_StandsBetween
     Lines expected = {"UMDUtilDebugTracePrintVideoProcessorInput\n"};
     expected.insert(expected.end(), kDescriptionLines.begin(), kDescriptionLines.end());
     expected.push_back("RenderTargetFormat: 21\n");
-    EXPECT_EQ(expected, Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintVideoProcessorInput, input));
+    EXPECT_EQ(Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintVideoProcessorInput, input), expected);
 }
 
 TEST(UMDUtilDebugTracePrintValueRange, Fields_Each_PrintAsRawUnsignedWords)
@@ -117,8 +117,8 @@ TEST(UMDUtilDebugTracePrintValueRange, Fields_Each_PrintAsRawUnsignedWords)
     range.MaxValue = Fixed(0, 1);
     range.DefaultValue = Fixed(2, 0);
     range.StepSize = Fixed(3, 0);
-    EXPECT_EQ((Lines{"UMDUtilDebugTracePrintValueRange\n", ">>> 4294901760 65536 2 3\n"}),
-        Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintValueRange, range));
+    EXPECT_EQ(Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintValueRange, range),
+        (Lines{"UMDUtilDebugTracePrintValueRange\n", ">>> 4294901760 65536 2 3\n"}));
 }
 
 TEST(UMDUtilDebugTracePrintVideoProcessorCaps, Fields_Nine_PrintInTheRecordsOrder)
@@ -133,8 +133,8 @@ TEST(UMDUtilDebugTracePrintVideoProcessorCaps, Fields_Nine_PrintInTheRecordsOrde
     caps.VideoProcessorOperations = 16;
     caps.NoiseFilterTechnology = 17;
     caps.DetailFilterTechnology = static_cast<UINT>(-18);
-    EXPECT_EQ(Lines{">>> 2 11 12 13 14 15 16 17 -18\n"},
-        Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintVideoProcessorCaps, caps));
+    EXPECT_EQ(Printed(UMDTRACE_CAPS, UMDUtilDebugTracePrintVideoProcessorCaps, caps),
+        Lines{">>> 2 11 12 13 14 15 16 17 -18\n"});
 }
 
 TEST(UMDUtilDebugTracePrintVideoProcessBlt, Record_EachGroup_HasItsLineInAlphabeticalOrder)
@@ -153,52 +153,52 @@ TEST(UMDUtilDebugTracePrintVideoProcessBlt, Record_EachGroup_HasItsLineInAlphabe
     blt.NoiseFilterChroma = {Fixed(20, 0), Fixed(21, 1), Fixed(22, 0)};
     blt.DetailFilterLuma = {Fixed(30, 0), Fixed(31, 1), Fixed(32, 0)};
     blt.DetailFilterChroma = {Fixed(40, 0), Fixed(41, 1), Fixed(42, 0)};
-    EXPECT_EQ((Lines{
-                  "Alpha: 5 1 65541\n",
-                  "BackgroundColor: 8 9 10 11\n",
-                  "ConstrictionSize: 5 6\n",
-                  "DestData: 43981\n",
-                  "SampleFormat: 966139650 2 15 1 4 5 6 7\n",
-                  "DetailFilterChroma: 40 0 40  41 1 65577  42 0 42\n",
-                  "DetailFilterLuma: 30 0 30  31 1 65567  32 0 32\n",
-                  "NoiseFilterChroma: 20 0 20  21 1 65557  22 0 22\n",
-                  "NoiseFilterLuma: 10 0 10  11 1 65547  12 0 12\n",
-                  "ProcAmpValues: 1 0 1  2 1 65538  3 -1 -65533  4 0 4\n",
-                  "StreamingFlags: 7\n",
-                  "TargetFrame: 0x3ef\n",
-                  "TargetRect: 1 -2 3 4\n",
-              }),
-        Printed(UMDTRACE_DETAIL, UMDUtilDebugTracePrintVideoProcessBlt, blt));
+    EXPECT_EQ(Printed(UMDTRACE_DETAIL, UMDUtilDebugTracePrintVideoProcessBlt, blt),
+        (Lines{
+            "Alpha: 5 1 65541\n",
+            "BackgroundColor: 8 9 10 11\n",
+            "ConstrictionSize: 5 6\n",
+            "DestData: 43981\n",
+            "SampleFormat: 966139650 2 15 1 4 5 6 7\n",
+            "DetailFilterChroma: 40 0 40  41 1 65577  42 0 42\n",
+            "DetailFilterLuma: 30 0 30  31 1 65567  32 0 32\n",
+            "NoiseFilterChroma: 20 0 20  21 1 65557  22 0 22\n",
+            "NoiseFilterLuma: 10 0 10  11 1 65547  12 0 12\n",
+            "ProcAmpValues: 1 0 1  2 1 65538  3 -1 -65533  4 0 4\n",
+            "StreamingFlags: 7\n",
+            "TargetFrame: 0x3ef\n",
+            "TargetRect: 1 -2 3 4\n",
+        }));
 }
 
 TEST(UMDUtilDebugTracePrintVideoSample, Record_EachGroup_HasItsLineAndThePaletteSixteen)
 {
-    EXPECT_EQ((Lines{
-                  "Start: 0x1ab\n",
-                  "End: 0x2cd\n",
-                  "SrcRect: 1 2 3 4\n",
-                  "DstRect: -5 6 7 8\n",
-                  "Pal[00]: 0x00 0x10 0x20 0xf0\n",
-                  "Pal[01]: 0x01 0x11 0x21 0xf1\n",
-                  "Pal[02]: 0x02 0x12 0x22 0xf2\n",
-                  "Pal[03]: 0x03 0x13 0x23 0xf3\n",
-                  "Pal[04]: 0x04 0x14 0x24 0xf4\n",
-                  "Pal[05]: 0x05 0x15 0x25 0xf5\n",
-                  "Pal[06]: 0x06 0x16 0x26 0xf6\n",
-                  "Pal[07]: 0x07 0x17 0x27 0xf7\n",
-                  "Pal[08]: 0x08 0x18 0x28 0xf8\n",
-                  "Pal[09]: 0x09 0x19 0x29 0xf9\n",
-                  "Pal[10]: 0x0a 0x1a 0x2a 0xfa\n",
-                  "Pal[11]: 0x0b 0x1b 0x2b 0xfb\n",
-                  "Pal[12]: 0x0c 0x1c 0x2c 0xfc\n",
-                  "Pal[13]: 0x0d 0x1d 0x2d 0xfd\n",
-                  "Pal[14]: 0x0e 0x1e 0x2e 0xfe\n",
-                  "Pal[15]: 0x0f 0x1f 0x2f 0xff\n",
-                  "PlanarAlpha: 9 1 65545\n",
-                  "SampleFormat: 966139650 2 15 1 4 5 6 7\n",
-                  "SampleFlags: 1 0 1 0 1 682 4660\n",
-                  "SrcResource: 0x9abcdef0\n",
-              }),
-        Printed(UMDTRACE_DETAIL, UMDUtilDebugTracePrintVideoSample, Sample()));
+    EXPECT_EQ(Printed(UMDTRACE_DETAIL, UMDUtilDebugTracePrintVideoSample, Sample()),
+        (Lines{
+            "Start: 0x1ab\n",
+            "End: 0x2cd\n",
+            "SrcRect: 1 2 3 4\n",
+            "DstRect: -5 6 7 8\n",
+            "Pal[00]: 0x00 0x10 0x20 0xf0\n",
+            "Pal[01]: 0x01 0x11 0x21 0xf1\n",
+            "Pal[02]: 0x02 0x12 0x22 0xf2\n",
+            "Pal[03]: 0x03 0x13 0x23 0xf3\n",
+            "Pal[04]: 0x04 0x14 0x24 0xf4\n",
+            "Pal[05]: 0x05 0x15 0x25 0xf5\n",
+            "Pal[06]: 0x06 0x16 0x26 0xf6\n",
+            "Pal[07]: 0x07 0x17 0x27 0xf7\n",
+            "Pal[08]: 0x08 0x18 0x28 0xf8\n",
+            "Pal[09]: 0x09 0x19 0x29 0xf9\n",
+            "Pal[10]: 0x0a 0x1a 0x2a 0xfa\n",
+            "Pal[11]: 0x0b 0x1b 0x2b 0xfb\n",
+            "Pal[12]: 0x0c 0x1c 0x2c 0xfc\n",
+            "Pal[13]: 0x0d 0x1d 0x2d 0xfd\n",
+            "Pal[14]: 0x0e 0x1e 0x2e 0xfe\n",
+            "Pal[15]: 0x0f 0x1f 0x2f 0xff\n",
+            "PlanarAlpha: 9 1 65545\n",
+            "SampleFormat: 966139650 2 15 1 4 5 6 7\n",
+            "SampleFlags: 1 0 1 0 1 682 4660\n",
+            "SrcResource: 0x9abcdef0\n",
+        }));
 }
 }  // namespace

@@ -30,8 +30,8 @@ void WINAPI TakeLine(const wchar_t* pLine)
 BOOL WINAPI AnswerFolder(HWND hOwner, wchar_t* pPath, int folder, BOOL create)
 {
     ++s_FolderCalls;
-    EXPECT_EQ(nullptr, hOwner);
-    EXPECT_EQ(46, folder);
+    EXPECT_EQ(hOwner, nullptr);
+    EXPECT_EQ(folder, 46);
     EXPECT_FALSE(create);
     wcscpy_s(pPath, MAX_PATH, s_Folder.c_str());
     return !s_Folder.empty();
@@ -102,10 +102,10 @@ TEST_F(UMDUtilDebugTraceTest, Mask_EachBitAgainstEachLevel_PrintsWhereTheyMeet)
         {
             s_Lines.clear();
             UMDUtilDebugTrace(level, L"line\n");
-            EXPECT_EQ((level >> bit) & 1, s_Lines.size()) << "bit " << bit << " level " << level;
+            EXPECT_EQ(s_Lines.size(), (level >> bit) & 1) << "bit " << bit << " level " << level;
         }
     }
-    EXPECT_EQ(0, s_FolderCalls);
+    EXPECT_EQ(s_FolderCalls, 0);
 }
 
 TEST_F(UMDUtilDebugTraceTest, Mask_Zero_PrintsNothingAtAnyLevel)
@@ -113,7 +113,7 @@ TEST_F(UMDUtilDebugTraceTest, Mask_Zero_PrintsNothingAtAnyLevel)
     TraceMask mask(0);
     UMDUtilDebugTrace(UMDTRACE_ALWAYS, L"line\n");
     UMD_TRACE(UMDTRACE_ALWAYS, L"line\n");
-    EXPECT_EQ(E_FAIL, UMDFail(E_FAIL, L"failed! 0x%x\n", E_FAIL));
+    EXPECT_EQ(UMDFail(E_FAIL, L"failed! 0x%x\n", E_FAIL), E_FAIL);
     EXPECT_TRUE(s_Lines.empty());
 }
 
@@ -126,7 +126,7 @@ TEST_F(UMDUtilDebugTraceTest, Mask_LogFileBitAlone_PrintsNothingAndWritesNoFile)
             UMDUtilDebugTrace(1u << bit, L"line\n");
     }
     EXPECT_TRUE(s_Lines.empty());
-    EXPECT_EQ(0, s_FolderCalls);
+    EXPECT_EQ(s_FolderCalls, 0);
     EXPECT_FALSE(FileExists());
 }
 
@@ -135,18 +135,18 @@ TEST_F(UMDUtilDebugTraceTest, Macro_LevelOff_DoesNotEvaluateItsArguments)
     int evaluated = 0;
     TraceMask mask(UMDTRACE_ERROR);
     UMD_TRACE(UMDTRACE_DDI, L"%d\n", ++evaluated);
-    EXPECT_EQ(0, evaluated);
+    EXPECT_EQ(evaluated, 0);
     UMD_TRACE(UMDTRACE_ERROR, L"%d\n", ++evaluated);
-    EXPECT_EQ(1, evaluated);
-    EXPECT_EQ(L"1\n", Debugger());
+    EXPECT_EQ(evaluated, 1);
+    EXPECT_EQ(Debugger(), L"1\n");
 }
 
 TEST_F(UMDUtilDebugTraceTest, Line_AnyMessage_StandsBehindProcessAndThreadInOneString)
 {
     TraceMask mask(UMDTRACE_DDI);
     UMDUtilDebugTrace(UMDTRACE_DDI, L"=> Name %d 0x%x\n", -7, 0xBEEFu);
-    ASSERT_EQ(1u, s_Lines.size());
-    EXPECT_EQ(Prefix() + L"=> Name -7 0xbeef\n", s_Lines[0]);
+    ASSERT_EQ(s_Lines.size(), 1u);
+    EXPECT_EQ(s_Lines[0], Prefix() + L"=> Name -7 0xbeef\n");
 }
 
 TEST_F(UMDUtilDebugTraceTest, Line_OtherThread_CarriesItsId)
@@ -157,7 +157,7 @@ TEST_F(UMDUtilDebugTraceTest, Line_OtherThread_CarriesItsId)
         expected = Prefix() + L"worker\n";
         UMDUtilDebugTrace(UMDTRACE_DDI, L"worker\n");
     }).join();
-    EXPECT_EQ(std::vector<std::wstring>{expected}, s_Lines);
+    EXPECT_EQ(s_Lines, std::vector<std::wstring>{expected});
     EXPECT_NE(Prefix() + L"worker\n", expected);
 }
 
@@ -165,15 +165,15 @@ TEST_F(UMDUtilDebugTraceTest, Message_WithoutLineFeed_GetsNone)
 {
     TraceMask mask(UMDTRACE_DDI);
     UMDUtilDebugTrace(UMDTRACE_DDI, L"open end");
-    EXPECT_EQ(L"open end", Debugger());
+    EXPECT_EQ(Debugger(), L"open end");
 }
 
 TEST_F(UMDUtilDebugTraceTest, Strings_WideAndNarrow_HaveThePlatformsMeaning)
 {
     TraceMask mask(UMDTRACE_DDI | UMDTRACE_LOGFILE);
     UMDUtilDebugTrace(UMDTRACE_DDI, L"%s %S\n", L"wide", "narrow");
-    EXPECT_EQ(L"wide narrow\n", Debugger());
-    EXPECT_EQ(NarrowPrefix() + "wide narrow\n", File());
+    EXPECT_EQ(Debugger(), L"wide narrow\n");
+    EXPECT_EQ(File(), NarrowPrefix() + "wide narrow\n");
 }
 
 TEST_F(UMDUtilDebugTraceTest, Message_FillsTheRoomBehindThePrefix_PrintsWhole)
@@ -181,7 +181,7 @@ TEST_F(UMDUtilDebugTraceTest, Message_FillsTheRoomBehindThePrefix_PrintsWhole)
     TraceMask mask(UMDTRACE_DDI);
     const std::wstring longest(4096 - Prefix().size() - 1, L'x');
     UMDUtilDebugTrace(UMDTRACE_DDI, L"%s", longest.c_str());
-    EXPECT_EQ(longest, Debugger());
+    EXPECT_EQ(Debugger(), longest);
 }
 
 TEST_F(UMDUtilDebugTraceTest, Message_OneCharacterTooLong_IsDroppedNotCut)
@@ -189,7 +189,7 @@ TEST_F(UMDUtilDebugTraceTest, Message_OneCharacterTooLong_IsDroppedNotCut)
     TraceMask mask(UMDTRACE_DDI);
     const std::wstring tooLong(4096 - Prefix().size(), L'x');
     UMDUtilDebugTrace(UMDTRACE_DDI, L"%s", tooLong.c_str());
-    EXPECT_EQ(std::vector<std::wstring>{Prefix()}, s_Lines);
+    EXPECT_EQ(s_Lines, std::vector<std::wstring>{Prefix()});
 }
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_LinesOfBothKinds_AreAppendedInOrder)
@@ -197,10 +197,10 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_LinesOfBothKinds_AreAppendedInOrder)
     TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"first\n");
     UMDUtilDebugTrace(UMDTRACE_DDI, L"off\n");
-    EXPECT_EQ(E_INVALIDARG, UMDFail(E_INVALIDARG, L"second failed! 0x%x\n", E_INVALIDARG));
-    EXPECT_EQ(L"first\nsecond failed! 0x80070057\n", Debugger());
-    EXPECT_EQ(NarrowPrefix() + "first\n" + NarrowPrefix() + "second failed! 0x80070057\n", File());
-    EXPECT_EQ(2, s_FolderCalls) << "one look-up a line";
+    EXPECT_EQ(UMDFail(E_INVALIDARG, L"second failed! 0x%x\n", E_INVALIDARG), E_INVALIDARG);
+    EXPECT_EQ(Debugger(), L"first\nsecond failed! 0x80070057\n");
+    EXPECT_EQ(File(), NarrowPrefix() + "first\n" + NarrowPrefix() + "second failed! 0x80070057\n");
+    EXPECT_EQ(s_FolderCalls, 2) << "one look-up a line";
 }
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_BehindEachLine_IsClosed)
@@ -209,7 +209,7 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_BehindEachLine_IsClosed)
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
     EXPECT_TRUE(std::filesystem::remove(m_Folder / "Tesslo.log"));
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"new file\n");
-    EXPECT_EQ(NarrowPrefix() + "new file\n", File());
+    EXPECT_EQ(File(), NarrowPrefix() + "new file\n");
 }
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAgain)
@@ -235,8 +235,8 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAga
         std::filesystem::remove(m_Folder / "Tesslo.log");
         s_Lines.clear();
         UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s\n", row.pMade);
-        EXPECT_EQ(std::wstring(row.pMade) + L"\n", Debugger());
-        EXPECT_EQ(NarrowPrefix() + row.pInFile + "\n", File());
+        EXPECT_EQ(Debugger(), std::wstring(row.pMade) + L"\n");
+        EXPECT_EQ(File(), NarrowPrefix() + row.pInFile + "\n");
     }
 }
 
@@ -261,7 +261,7 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfDirectives_ReadsAZeroForEach)
             expected += row.m_InFile;
         }
         UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s", made.c_str());
-        EXPECT_EQ(expected, File());
+        EXPECT_EQ(File(), expected);
     }
 }
 
@@ -298,8 +298,8 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_HarmfulDirective_IsLeftOut)
         std::filesystem::remove(m_Folder / "Tesslo.log");
         s_Lines.clear();
         UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s", row.m_pMade);
-        EXPECT_EQ(std::wstring(row.m_pMade), Debugger());
-        EXPECT_EQ(NarrowPrefix() + row.m_pInFile, File()) << NarrowPrefix();
+        EXPECT_EQ(Debugger(), std::wstring(row.m_pMade));
+        EXPECT_EQ(File(), NarrowPrefix() + row.m_pInFile) << NarrowPrefix();
     }
 }
 
@@ -308,8 +308,8 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_FolderUnknown_SkipsTheFileAlone)
     s_Folder.clear();
     TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
-    EXPECT_EQ(L"line\n", Debugger());
-    EXPECT_EQ(1, s_FolderCalls);
+    EXPECT_EQ(Debugger(), L"line\n");
+    EXPECT_EQ(s_FolderCalls, 1);
     EXPECT_FALSE(FileExists());
 }
 
@@ -318,13 +318,13 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_CannotBeOpened_SkipsTheFileAlone)
     std::filesystem::create_directory(m_Folder / "Tesslo.log");
     TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
-    EXPECT_EQ(L"line\n", Debugger());
+    EXPECT_EQ(Debugger(), L"line\n");
     EXPECT_TRUE(std::filesystem::is_directory(m_Folder / "Tesslo.log"));
 }
 
 TEST_F(UMDUtilDebugTraceTest, Low32_AddressAboveFourGigabytes_KeepsItsLowHalf)
 {
-    EXPECT_EQ(0x9ABCDEF0u, UMDLow32(reinterpret_cast<void*>(0x123456789ABCDEF0)));
-    EXPECT_EQ(0u, UMDLow32(nullptr));
+    EXPECT_EQ(UMDLow32(reinterpret_cast<void*>(0x123456789ABCDEF0)), 0x9ABCDEF0u);
+    EXPECT_EQ(UMDLow32(nullptr), 0u);
 }
 }  // namespace

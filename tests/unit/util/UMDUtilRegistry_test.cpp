@@ -29,10 +29,10 @@ LSTATUS(WINAPI* s_pCloseKey)(HKEY);
 LSTATUS WINAPI CreateKey(HKEY hRoot, const wchar_t* pPath, DWORD reserved, wchar_t* pClass, DWORD options,
     REGSAM access, const SECURITY_ATTRIBUTES* pSecurity, HKEY* phKey, DWORD* pDisposition)
 {
-    EXPECT_EQ(nullptr, pClass);
-    EXPECT_EQ(0u, options);
-    EXPECT_EQ(nullptr, pSecurity);
-    EXPECT_EQ(nullptr, pDisposition);
+    EXPECT_EQ(pClass, nullptr);
+    EXPECT_EQ(options, 0u);
+    EXPECT_EQ(pSecurity, nullptr);
+    EXPECT_EQ(pDisposition, nullptr);
     s_Access = access;
     const LSTATUS error =
         RegOpenKeyExW(hRoot, pPath, 0, KEY_ALL_ACCESS, phKey) == ERROR_SUCCESS ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
@@ -57,7 +57,7 @@ protected:
 
     static void Store(const wchar_t* pName, DWORD type, const void* pData, DWORD size)
     {
-        ASSERT_EQ(ERROR_SUCCESS, RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, pName, type, pData, size));
+        ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, pName, type, pData, size), ERROR_SUCCESS);
     }
 
     static bool KeyExists(const wchar_t* pPath)
@@ -79,17 +79,17 @@ TEST_F(UMDUtilRegistryTest, Get_Number_IsReadAndTracedWithoutData)
 {
     DWORD value = 0;
     EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", &value, sizeof(value)));
-    EXPECT_EQ(m_Number, value);
-    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Number\n"}, m_Trace.Lines());
+    EXPECT_EQ(value, m_Number);
+    EXPECT_EQ(m_Trace.Lines(), Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Number\n"});
 }
 
 TEST_F(UMDUtilRegistryTest, Get_Text_IsReadAndTracedWithData)
 {
     wchar_t text[8] = {};
     EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text)));
-    EXPECT_STREQ(L"abc", text);
+    EXPECT_STREQ(text, L"abc");
     EXPECT_EQ(
-        Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Text Data: abc\n"}, m_Trace.Lines());
+        m_Trace.Lines(), Lines{"UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Text Data: abc\n"});
 }
 
 TEST_F(UMDUtilRegistryTest, EachLine_OfReadsAndWrites_HasItsLevel)
@@ -128,16 +128,16 @@ TEST_F(UMDUtilRegistryTest, Get_OtherTypeThanExpected_IsCopiedAsItIs)
     Store(L"Bytes", REG_BINARY, bytes, sizeof(bytes));
     DWORD value = 0;
     EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", &value, sizeof(value)));
-    EXPECT_EQ(0x00030201u, value);
+    EXPECT_EQ(value, 0x00030201u);
 }
 
 TEST_F(UMDUtilRegistryTest, Get_MissingValue_HasItsOwnLineAndLeavesTheBuffer)
 {
     DWORD value = 77;
     EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Nothing", &value, sizeof(value)));
-    EXPECT_EQ(77u, value);
+    EXPECT_EQ(value, 77u);
     EXPECT_EQ(
-        Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Nothing ERROR_FILE_NOT_FOUND\n"}, m_Trace.Lines());
+        m_Trace.Lines(), Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Nothing ERROR_FILE_NOT_FOUND\n"});
 }
 
 TEST_F(UMDUtilRegistryTest, Get_MissingKey_IsCreatedEmpty)
@@ -146,15 +146,15 @@ TEST_F(UMDUtilRegistryTest, Get_MissingKey_IsCreatedEmpty)
     ASSERT_FALSE(KeyExists(kMissingKey));
     EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kMissingKey, L"Number", &value, sizeof(value)));
     EXPECT_TRUE(KeyExists(kMissingKey));
-    EXPECT_EQ(77u, value);
-    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Number ERROR_FILE_NOT_FOUND\n"}, m_Trace.Lines());
+    EXPECT_EQ(value, 77u);
+    EXPECT_EQ(m_Trace.Lines(), Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Number ERROR_FILE_NOT_FOUND\n"});
 }
 
 TEST_F(UMDUtilRegistryTest, Get_BufferTooSmall_TellsThePlatformsCode)
 {
     wchar_t text[2] = {};
     EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text)));
-    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Text 234\n"}, m_Trace.Lines());
+    EXPECT_EQ(m_Trace.Lines(), Lines{"UMDUtilRegistryValueGet RegQueryValueExW failed! Text 234\n"});
 }
 
 TEST_F(UMDUtilRegistryTest, Get_KeyRefused_TellsThePathBehindTwoBlanks)
@@ -162,50 +162,48 @@ TEST_F(UMDUtilRegistryTest, Get_KeyRefused_TellsThePathBehindTwoBlanks)
     FailingImport refused(nullptr, "advapi32.dll", "RegCreateKeyExW", ERROR_ACCESS_DENIED, 0);
     DWORD value = 77;
     EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", &value, sizeof(value)));
-    EXPECT_EQ(77u, value);
-    EXPECT_EQ(Lines{"UMDUtilRegistryValueGet  RegCreateKeyExW failed! Software\\Zembrilo\\Test 5\n"}, m_Trace.Lines());
+    EXPECT_EQ(value, 77u);
+    EXPECT_EQ(m_Trace.Lines(), Lines{"UMDUtilRegistryValueGet  RegCreateKeyExW failed! Software\\Zembrilo\\Test 5\n"});
 }
 
 TEST_F(UMDUtilRegistryTest, Set_Number_IsWrittenAndTracedWithoutData)
 {
     const DWORD number = 9;
     EXPECT_TRUE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &number, sizeof(number)));
-    EXPECT_EQ(Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n"}, m_Trace.Lines());
+    EXPECT_EQ(m_Trace.Lines(), Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n"});
     DWORD value = 0, size = sizeof(value), type = 0;
-    EXPECT_EQ(ERROR_SUCCESS, RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"Number", RRF_RT_ANY, &type, &value, &size));
-    EXPECT_EQ(9u, value);
-    EXPECT_EQ(DWORD{REG_DWORD}, type);
+    EXPECT_EQ(RegGetValueW(HKEY_LOCAL_MACHINE, kKey, L"Number", RRF_RT_ANY, &type, &value, &size), ERROR_SUCCESS);
+    EXPECT_EQ(value, 9u);
+    EXPECT_EQ(type, DWORD{REG_DWORD});
 }
 
 TEST_F(UMDUtilRegistryTest, Set_TextUnderAMissingKey_CreatesTheKeyAndTracesTheData)
 {
     EXPECT_TRUE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kMissingKey, L"Text", REG_SZ, L"xy", 3 * sizeof(wchar_t)));
     EXPECT_EQ(
-        Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Missing Value: Text Data: xy\n"}, m_Trace.Lines());
+        m_Trace.Lines(), Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Missing Value: Text Data: xy\n"});
     wchar_t text[8] = {};
     DWORD size = sizeof(text);
     EXPECT_EQ(
-        ERROR_SUCCESS, RegGetValueW(HKEY_LOCAL_MACHINE, kMissingKey, L"Text", RRF_RT_REG_SZ, nullptr, text, &size));
-    EXPECT_STREQ(L"xy", text);
-    EXPECT_EQ(3 * sizeof(wchar_t), size);
+        RegGetValueW(HKEY_LOCAL_MACHINE, kMissingKey, L"Text", RRF_RT_REG_SZ, nullptr, text, &size), ERROR_SUCCESS);
+    EXPECT_STREQ(text, L"xy");
+    EXPECT_EQ(size, 3 * sizeof(wchar_t));
 }
 
 TEST_F(UMDUtilRegistryTest, Set_KeyRefused_TellsThePath)
 {
     FailingImport refused(nullptr, "advapi32.dll", "RegCreateKeyExW", ERROR_ACCESS_DENIED, 0);
     EXPECT_FALSE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &m_Number, sizeof(m_Number)));
-    EXPECT_EQ((Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n",
-                  "UMDUtilRegistryValueSet RegCreateKeyExW failed! Software\\Zembrilo\\Test 5\n"}),
-        m_Trace.Lines());
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n",
+                                   "UMDUtilRegistryValueSet RegCreateKeyExW failed! Software\\Zembrilo\\Test 5\n"}));
 }
 
 TEST_F(UMDUtilRegistryTest, Set_ValueRefused_TellsTheValue)
 {
     FailingImport refused(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_NO_SYSTEM_RESOURCES, 0);
     EXPECT_FALSE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &m_Number, sizeof(m_Number)));
-    EXPECT_EQ((Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n",
-                  "UMDUtilRegistryValueSet RegSetValueExW failed! Number 1450\n"}),
-        m_Trace.Lines());
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDUtilRegistryValueSet Path: Software\\Zembrilo\\Test Value: Number\n",
+                                   "UMDUtilRegistryValueSet RegSetValueExW failed! Number 1450\n"}));
 }
 
 TEST_F(UMDUtilRegistryTest, Access_ReadAndWrite_AskForNoMoreAndCloseTheKey)
@@ -216,15 +214,15 @@ TEST_F(UMDUtilRegistryTest, Access_ReadAndWrite_AskForNoMoreAndCloseTheKey)
     s_pCloseKey = close.Original<decltype(s_pCloseKey)>();
     DWORD value = 0;
     EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", &value, sizeof(value)));
-    EXPECT_EQ(REGSAM{0x20019}, s_Access);
+    EXPECT_EQ(s_Access, REGSAM{0x20019});
     EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Nothing", &value, sizeof(value)));
     EXPECT_FALSE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", &value, sizeof(value)));
     EXPECT_TRUE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &value, sizeof(value)));
-    EXPECT_EQ(REGSAM{0x20006}, s_Access);
+    EXPECT_EQ(s_Access, REGSAM{0x20006});
     {
         FailingImport refused(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_ACCESS_DENIED, 0);
         EXPECT_FALSE(UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Number", REG_DWORD, &value, sizeof(value)));
     }
-    EXPECT_EQ(0, s_Open) << "every opened key is closed";
+    EXPECT_EQ(s_Open, 0) << "every opened key is closed";
 }
 }  // namespace

@@ -45,17 +45,15 @@ TEST_F(UMDDdiEntryTrace, Blt_BothObjects_WithTypePoolAndKind)
     arg.DstRect = {5, 6, 7, 8};
     arg.ColorKey = 9;
     arg.Flags.Value = 10;
-    EXPECT_EQ(
+    EXPECT_EQ(EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiBlt(DeviceHandle(), &arg); }),
         (Lines{
             "=> UMDDdiBlt Color:9 Flags:10 DST l:5 t:6 r:7 b:8 Rsc:target [Type:5 Pool:0] SRC l:1 t:2 r:3 b:4 Rsc:texture [Type:6 Pool:2]\n",
-            "   RenderTarget\n", "   Texture\n"}),
-        EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiBlt(DeviceHandle(), &arg); }));
+            "   RenderTarget\n", "   Texture\n"}));
     std::swap(arg.hSrcResource, arg.hDstResource);
-    EXPECT_EQ(
+    EXPECT_EQ(EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiBlt(DeviceHandle(), &arg); }),
         (Lines{
             "=> UMDDdiBlt Color:9 Flags:10 DST l:5 t:6 r:7 b:8 Rsc:texture [Type:6 Pool:2] SRC l:1 t:2 r:3 b:4 Rsc:target [Type:5 Pool:0]\n",
-            "   Texture\n", "   RenderTarget\n"}),
-        EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiBlt(DeviceHandle(), &arg); }));
+            "   Texture\n", "   RenderTarget\n"}));
 }
 
 TEST_F(UMDDdiEntryTrace, TexBlt_BothObjects_WithTypePoolAndKind)
@@ -67,17 +65,15 @@ TEST_F(UMDDdiEntryTrace, TexBlt_BothObjects_WithTypePoolAndKind)
     arg.hDstResource = hTarget;
     arg.SrcRect = {1, 2, 3, 4};
     arg.DstPoint = {5, 6};
-    EXPECT_EQ(
+    EXPECT_EQ(EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiTexBlt(DeviceHandle(), &arg); }),
         (Lines{
             "=> UMDDdiTexBlt hSrcResource:texture [Type:6 Pool:2] hDstResource:target [Type:5 Pool:0] SrcRect l:1 t:2 r:3 b:4 DstPoint x:5 y:6\n",
-            "   Texture\n", "   RenderTarget\n"}),
-        EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiTexBlt(DeviceHandle(), &arg); }));
+            "   Texture\n", "   RenderTarget\n"}));
     std::swap(arg.hSrcResource, arg.hDstResource);
-    EXPECT_EQ(
+    EXPECT_EQ(EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiTexBlt(DeviceHandle(), &arg); }),
         (Lines{
             "=> UMDDdiTexBlt hSrcResource:target [Type:5 Pool:0] hDstResource:texture [Type:6 Pool:2] SrcRect l:1 t:2 r:3 b:4 DstPoint x:5 y:6\n",
-            "   RenderTarget\n", "   Texture\n"}),
-        EntryLines({{"target", hTarget}, {"texture", hTexture}}, [&] { UMDDdiTexBlt(DeviceHandle(), &arg); }));
+            "   RenderTarget\n", "   Texture\n"}));
 }
 
 TEST_F(UMDDdiEntryTrace, BufBlt_BothObjects_WithKind)
@@ -86,11 +82,10 @@ TEST_F(UMDDdiEntryTrace, BufBlt_BothObjects_WithKind)
     D3DDDIARG_BUFFERBLT arg = {};
     arg.hSrcResource = hVertices;
     arg.hDstResource = hIndices;
-    EXPECT_EQ(
+    EXPECT_EQ(EntryLines({{"vertices", hVertices}, {"indices", hIndices}}, [&] { UMDDdiBufBlt(DeviceHandle(), &arg); }),
         (Lines{
             "=> UMDDdiBufBlt hDstResource:indices hSrcResource:vertices Offset:0 SrcRange.Offset:0 SrcRange.Size:0\n",
-            "   IndexBuffer\n", "   VertexBuffer\n"}),
-        EntryLines({{"vertices", hVertices}, {"indices", hIndices}}, [&] { UMDDdiBufBlt(DeviceHandle(), &arg); }));
+            "   IndexBuffer\n", "   VertexBuffer\n"}));
 }
 
 TEST_F(UMDDdiEntryTrace, StateEntries_RealObjects_ShowHandleTypeAndPool)
@@ -99,14 +94,15 @@ TEST_F(UMDDdiEntryTrace, StateEntries_RealObjects_ShowHandleTypeAndPool)
     const HANDLE hDepth = CreateDepth();
     const D3DDDIARG_SETRENDERTARGET target = {0, hTexture, 3};
     const D3DDDIARG_SETDEPTHSTENCIL depth = {hDepth};
-    EXPECT_EQ((Lines{"=> UMDDdiSetTexture Stage:2 hTexture:texture [Type:6 Pool:2]\n",
-                  "=> UMDDdiSetRenderTarget hRenderTarget:texture [Type:6] RenderTargetIndex:0 SubResourceIndex:0x3\n",
-                  "=> UMDDdiSetDepthStencil hZBuffer:depth\n"}),
-        EntryLines({{"texture", hTexture}, {"depth", hDepth}}, [&] {
-            UMDDdiSetTexture(DeviceHandle(), 2, hTexture);
-            UMDDdiSetRenderTarget(DeviceHandle(), &target);
-            UMDDdiSetDepthStencil(DeviceHandle(), &depth);
-        }));
+    EXPECT_EQ(EntryLines({{"texture", hTexture}, {"depth", hDepth}},
+                  [&] {
+                      UMDDdiSetTexture(DeviceHandle(), 2, hTexture);
+                      UMDDdiSetRenderTarget(DeviceHandle(), &target);
+                      UMDDdiSetDepthStencil(DeviceHandle(), &depth);
+                  }),
+        (Lines{"=> UMDDdiSetTexture Stage:2 hTexture:texture [Type:6 Pool:2]\n",
+            "=> UMDDdiSetRenderTarget hRenderTarget:texture [Type:6] RenderTargetIndex:0 SubResourceIndex:0x3\n",
+            "=> UMDDdiSetDepthStencil hZBuffer:depth\n"}));
 }
 
 TEST_F(UMDDdiEntryTrace, ShaderAndStreamEntries_Handles_StandWhereTheyBelong)
@@ -147,7 +143,7 @@ TEST_F(UMDDdiEntryTrace, ShaderAndStreamEntries_Handles_StandWhereTheyBelong)
         }
     }
     std::erase_if(lines, [](const std::string& line) { return !line.starts_with("=> "); });
-    EXPECT_EQ(
+    EXPECT_EQ(lines,
         (Lines{"=> UMDDdiCreatePixelShader pShader:code pDDICreateShader:pixelRecord CodeSize:8 ShaderHandle:0x51\n",
             "=> UMDDdiCreateVertexShaderFunc pCode:code pDDICreateVSFunc:vertexRecord ShaderHandle:0x51\n",
             "=> UMDDdiCreateVertexShaderDecl M:0 O:0 S:0 T:0 U:0 I:0 N:0 S:0x51\n",
@@ -155,8 +151,7 @@ TEST_F(UMDDdiEntryTrace, ShaderAndStreamEntries_Handles_StandWhereTheyBelong)
             "=> UMDDdiSetVertexShaderDecl hVSDecl:declaration\n", "=> UMDDdiDeletePixelShader hPixelShader:pixel\n",
             "=> UMDDdiDeleteVertexShaderFunc hVSFunc:vertex\n", "=> UMDDdiDeleteVertexShaderDecl hVSDecl:declaration\n",
             "=> UMDDdiSetIndices pSetIndices:indicesRecord Stride:2 hIndexBuffer:indices\n",
-            "=> UMDDdiDrawPrimitive pEdgeFlags:edges PrimitiveCount:1 PrimitiveType:1 VStart:0\n"}),
-        lines);
+            "=> UMDDdiDrawPrimitive pEdgeFlags:edges PrimitiveCount:1 PrimitiveType:1 VStart:0\n"}));
 }
 
 TEST_F(UMDDdiEntryTrace, Create_EveryClass_DumpsTheRequestAndTheRuntimesHandle)
@@ -178,19 +173,19 @@ TEST_F(UMDDdiEntryTrace, Create_EveryClass_DumpsTheRequestAndTheRuntimesHandle)
         arg.SurfCount = row.Flags.CubeMap ? 6 : 1;
         arg.hResource = reinterpret_cast<HANDLE>(0x1234500000ABCDE0);
         arg.Flags = row.Flags;
-        Lines lines = EntryLines({}, [&] { EXPECT_EQ(S_OK, UMDDdiCreateResource(DeviceHandle(), &arg)); });
+        Lines lines = EntryLines({}, [&] { EXPECT_EQ(UMDDdiCreateResource(DeviceHandle(), &arg), S_OK); });
         for (std::string& line : lines)
             Replace(line, arg.hResource, "object");
         std::erase_if(lines, [](const std::string& line) {
             return line.starts_with("   KMode") || line.starts_with("UMDRsc") || line.starts_with("   - Surface");
         });
         const std::string slots = row.pFlags + std::string(31, ' ');
-        EXPECT_EQ((Lines{"=> UMDDdiCreateResource\n",
-                      "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:" +
-                          std::to_string(arg.SurfCount) + " VidPnSourceId:0\n",
-                      "   Flags: " + slots + "\n",
-                      "   hResource driver:object (own) <==> hResource OS:0xabcde0 (saved)\n", "   Handle: object\n"}),
-            lines);
+        EXPECT_EQ(lines,
+            (Lines{"=> UMDDdiCreateResource\n",
+                "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:" +
+                    std::to_string(arg.SurfCount) + " VidPnSourceId:0\n",
+                "   Flags: " + slots + "\n", "   hResource driver:object (own) <==> hResource OS:0xabcde0 (saved)\n",
+                "   Handle: object\n"}));
         DestroyResource(arg.hResource);
     }
 }
@@ -213,18 +208,17 @@ TEST_F(UMDDdiEntryTrace, Open_OfTheDriversRecord_DumpsItAndTheRuntimesHandle)
     arg.NumAllocations = 1;
     arg.pOpenAllocationInfo = &allocation;
     arg.hResource = reinterpret_cast<HANDLE>(UINT_PTR{0x99});
-    Lines lines = EntryLines({}, [&] { EXPECT_EQ(S_OK, UMDDdiOpenResource(DeviceHandle(), &arg)); });
+    Lines lines = EntryLines({}, [&] { EXPECT_EQ(UMDDdiOpenResource(DeviceHandle(), &arg), S_OK); });
     for (std::string& line : lines)
         Replace(line, arg.hResource, "object");
     std::erase_if(lines, [](const std::string& line) { return line.starts_with("UMDRsc"); });
-    EXPECT_EQ((Lines{"=> UMDDdiOpenResource \n",
-                  "   OpenResource hResource: 0x99 hKMResource: 0x0 PrivateDriverDataSize: 0 Flags: 0x0\n",
-                  "   - Allocation 0: hAllocation:0x88 PrivateDriverDataSize:76\n", "   ResourceHandle: 0x77\n",
-                  "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:1\n",
-                  "   - Surface 0: width=16 height=8 depth=1 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
-                  "   Flags: RenderTarget |  Texture | \n",
-                  "   hResource driver:object (own) <==> hResource OS:0x99 (saved)\n", "   Handle:object\n"}),
-        lines);
+    EXPECT_EQ(lines, (Lines{"=> UMDDdiOpenResource \n",
+                         "   OpenResource hResource: 0x99 hKMResource: 0x0 PrivateDriverDataSize: 0 Flags: 0x0\n",
+                         "   - Allocation 0: hAllocation:0x88 PrivateDriverDataSize:76\n", "   ResourceHandle: 0x77\n",
+                         "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:1\n",
+                         "   - Surface 0: width=16 height=8 depth=1 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
+                         "   Flags: RenderTarget |  Texture | \n",
+                         "   hResource driver:object (own) <==> hResource OS:0x99 (saved)\n", "   Handle:object\n"}));
     DestroyResource(arg.hResource);
 }
 
@@ -252,16 +246,16 @@ TEST_F(UMDDdiEntryTrace, LockAndDestroy_EveryClass_TellTheKind)
         const std::string kind = row.pLocked;
         const std::string slots =
             kind.empty() ? "ReadOnly | " + std::string(10, ' ') : kind + " ReadOnly | " + std::string(9, ' ');
-        EXPECT_EQ((Lines{"=> UMDDdiLock hResource:object\n",
-                      "   Lock: hResource:object SubResourceIndex:2 Offset:0 Size:0 left:0 right:0 top:0 bottom:0\n",
-                      "   Flags: " + slots + "\n"}),
-            lines);
+        EXPECT_EQ(
+            lines, (Lines{"=> UMDDdiLock hResource:object\n",
+                       "   Lock: hResource:object SubResourceIndex:2 Offset:0 Size:0 left:0 right:0 top:0 bottom:0\n",
+                       "   Flags: " + slots + "\n"}));
         const D3DDDIARG_UNLOCK unlock = {row.hResource, 2, {}};
-        EXPECT_EQ("=> UMDDdiUnlock hResource:object\n",
-            EntryLines({{"object", row.hResource}}, [&] { UMDDdiUnlock(DeviceHandle(), &unlock); }).front());
+        EXPECT_EQ(EntryLines({{"object", row.hResource}}, [&] { UMDDdiUnlock(DeviceHandle(), &unlock); }).front(),
+            "=> UMDDdiUnlock hResource:object\n");
         const Lines destroyed = EntryLines({{"object", row.hResource}}, [&] { DestroyResourceTraced(row.hResource); });
         ASSERT_GE(destroyed.size(), 2u);
-        EXPECT_EQ("=> UMDDdiDestroyResource hResource:object\n", destroyed[0]);
-        EXPECT_EQ(row.pDestroyed, destroyed[1]);
+        EXPECT_EQ(destroyed[0], "=> UMDDdiDestroyResource hResource:object\n");
+        EXPECT_EQ(destroyed[1], row.pDestroyed);
     }
 }

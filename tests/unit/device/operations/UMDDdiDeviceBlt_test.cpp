@@ -61,24 +61,23 @@ TEST_F(UMDDdiDeviceBlt, Blt_OntoItself_DoesNothingAndLeavesAtTheEntryLevel)
     {
         ForgetCalls();
         tesslo::test::TraceMask mask(UMDTRACE_ENTER);
-        EXPECT_EQ(S_OK, Blt(hResource, hResource));
-        EXPECT_EQ((Lines{">>> UMDDdiDevice::Blt\n", "<<< UMDDdiDevice::Blt\n"}), Trace());
+        EXPECT_EQ(Blt(hResource, hResource), S_OK);
+        EXPECT_EQ(Trace(), (Lines{">>> UMDDdiDevice::Blt\n", "<<< UMDDdiDevice::Blt\n"}));
     }
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceBlt, Blt_SurfacesAndTextures_SourceBlits)
 {
     const HANDLE hFrom = CreateTarget(), hTo = CreateTarget(), hTexture = CreateTexture();
-    EXPECT_EQ(S_OK, Blt(hFrom, hTo));
-    EXPECT_EQ(S_OK, Blt(hTexture, hTo));
-    EXPECT_EQ((Lines{"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,11,8, 0)",
-                  "StretchRect(texture#1[0], null, surface#2, null, 0)"}),
-        m_Fake.LinesContaining("StretchRect"));
+    EXPECT_EQ(Blt(hFrom, hTo), S_OK);
+    EXPECT_EQ(Blt(hTexture, hTo), S_OK);
+    EXPECT_EQ(m_Fake.LinesContaining("StretchRect"), (Lines{"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,11,8, 0)",
+                                                         "StretchRect(texture#1[0], null, surface#2, null, 0)"}));
     tesslo::test::TraceMask mask(UMDTRACE_LEAVE);
     m_Trace.Clear();
-    EXPECT_EQ(S_OK, Blt(hFrom, hTo));
-    EXPECT_EQ(Lines{"<<< UMDDdiDevice::Blt\n"}, Trace());
+    EXPECT_EQ(Blt(hFrom, hTo), S_OK);
+    EXPECT_EQ(Trace(), Lines{"<<< UMDDdiDevice::Blt\n"});
 }
 
 TEST_F(UMDDdiDeviceBlt, Blt_Traced_PrintsBothSides)
@@ -92,14 +91,14 @@ TEST_F(UMDDdiDeviceBlt, Blt_Traced_PrintsBothSides)
     arg.DstRect = {3, 4, 11, 8};
     arg.ColorKey = 9;
     arg.Flags.Value = 2;
-    EXPECT_EQ(S_OK, UMDDdiBlt(DeviceHandle(), &arg));
+    EXPECT_EQ(UMDDdiBlt(DeviceHandle(), &arg), S_OK);
     char entry[240];
     snprintf(entry, sizeof(entry),
         "=> UMDDdiBlt Color:9 Flags:2 DST l:3 t:4 r:11 b:8 Rsc:0x%x [Type:5 Pool:0] SRC l:1 t:2 r:5 b:6 Rsc:0x%x "
         "[Type:6 Pool:0]\n",
         UMDLow32(hTo), UMDLow32(hFrom));
     ASSERT_FALSE(Trace().empty());
-    EXPECT_EQ(entry, Trace()[0]);
+    EXPECT_EQ(Trace()[0], entry);
 }
 
 TEST_F(UMDDdiDeviceBlt, Blt_OtherTypes_AreRefusedWithTheirTypes)
@@ -112,19 +111,19 @@ TEST_F(UMDDdiDeviceBlt, Blt_OtherTypes_AreRefusedWithTheirTypes)
     for (const auto& [hSrc, hDst, pTypes] : rows)
     {
         m_Trace.Clear();
-        EXPECT_EQ(E_NOTIMPL, Blt(hSrc, hDst));
-        EXPECT_EQ(1u, m_Trace.Count(std::string("UMDDdiDevice::Blt failed! SHARED RESOURCE unexpected ") + pTypes));
+        EXPECT_EQ(Blt(hSrc, hDst), E_NOTIMPL);
+        EXPECT_EQ(m_Trace.Count(std::string("UMDDdiDevice::Blt failed! SHARED RESOURCE unexpected ") + pTypes), 1u);
     }
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceBlt, Blt_SourceFails_ReturnsItsCode)
 {
     const HANDLE hFrom = CreateTarget(), hTo = CreateTarget();
     m_Fake.Fail("StretchRect", kRefused);
-    EXPECT_EQ(kRefused, Blt(hFrom, hTo));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::Blt Blt failed! 0x8876086c\n"));
-    EXPECT_EQ(0u, m_Trace.Count("<<< UMDDdiDevice::Blt\n"));
+    EXPECT_EQ(Blt(hFrom, hTo), kRefused);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::Blt Blt failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::Blt\n"), 0u);
 }
 
 TEST_F(UMDDdiDeviceBlt, TexBlt_SystemToVideo_UpdatesTheRectangleAtThePoint)
@@ -132,10 +131,10 @@ TEST_F(UMDDdiDeviceBlt, TexBlt_SystemToVideo_UpdatesTheRectangleAtThePoint)
     std::vector<BYTE> pixels(16 * 8 * 4);
     const HANDLE hFrom = CreateResource({.Texture = 1}, D3DDDIPOOL_SYSTEMMEM, pixels.data());
     const HANDLE hTo = CreateTexture();
-    EXPECT_EQ(S_OK, TexBlt(hFrom, hTo));
+    EXPECT_EQ(TexBlt(hFrom, hTo), S_OK);
     EXPECT_EQ(
-        Lines{"UpdateSurface(texture#1[0], 1,2,5,6, texture#2[0], 7,1)"}, m_Fake.LinesContaining("UpdateSurface"));
-    EXPECT_EQ(1u, m_Trace.Count("<<< UMDDdiDevice::TexBlt\n"));
+        m_Fake.LinesContaining("UpdateSurface"), Lines{"UpdateSurface(texture#1[0], 1,2,5,6, texture#2[0], 7,1)"});
+    EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::TexBlt\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceBlt, TexBlt_AnyFailure_AnswersEFail)
@@ -144,12 +143,12 @@ TEST_F(UMDDdiDeviceBlt, TexBlt_AnyFailure_AnswersEFail)
     const HANDLE hFrom = CreateResource({.Texture = 1}, D3DDDIPOOL_SYSTEMMEM, pixels.data());
     const HANDLE hTo = CreateTexture(), hTarget = CreateTarget();
     m_Fake.Fail("UpdateSurface", kRefused);
-    EXPECT_EQ(E_FAIL, TexBlt(hFrom, hTo));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x8876086c\n"));
-    EXPECT_EQ(E_FAIL, TexBlt(hTo, hFrom));
-    EXPECT_EQ(E_FAIL, TexBlt(hTarget, hTo));
-    EXPECT_EQ(2u, m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x80004005\n"));
-    EXPECT_EQ(0u, m_Trace.Count("<<< UMDDdiDevice::TexBlt\n"));
+    EXPECT_EQ(TexBlt(hFrom, hTo), E_FAIL);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x8876086c\n"), 1u);
+    EXPECT_EQ(TexBlt(hTo, hFrom), E_FAIL);
+    EXPECT_EQ(TexBlt(hTarget, hTo), E_FAIL);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x80004005\n"), 2u);
+    EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::TexBlt\n"), 0u);
 }
 
 TEST_F(UMDDdiDeviceBlt, BufBlt_AnyTypes_IsReportedAndNeverDone)
@@ -164,25 +163,25 @@ TEST_F(UMDDdiDeviceBlt, BufBlt_AnyTypes_IsReportedAndNeverDone)
     for (const auto& [hSrc, hDst, pText] : rows)
     {
         m_Trace.Clear();
-        EXPECT_EQ(E_NOTIMPL, BufBlt(hSrc, hDst));
-        EXPECT_EQ(1u, m_Trace.Count(pText));
-        EXPECT_EQ(1u, m_Trace.Count("<<< UMDDdiDevice::BufBlt\n"));
+        EXPECT_EQ(BufBlt(hSrc, hDst), E_NOTIMPL);
+        EXPECT_EQ(m_Trace.Count(pText), 1u);
+        EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::BufBlt\n"), 1u);
     }
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceBlt, ColorFill_SurfaceAndTexture_FillsTheFirstSurface)
 {
     const HANDLE hTarget = CreateTarget(), hTexture = CreateTexture();
-    EXPECT_EQ(S_OK, ColorFill(hTarget));
-    EXPECT_EQ(S_OK, ColorFill(hTexture));
+    EXPECT_EQ(ColorFill(hTarget), S_OK);
+    EXPECT_EQ(ColorFill(hTexture), S_OK);
     EXPECT_EQ(
-        (Lines{"ColorFill(surface#1, 1,2,3,4, 0x80102030)", "ColorFill(texture#1[0], 1,2,3,4, 0x80102030)"}), Calls());
+        Calls(), (Lines{"ColorFill(surface#1, 1,2,3,4, 0x80102030)", "ColorFill(texture#1[0], 1,2,3,4, 0x80102030)"}));
     char entry[140];
     snprintf(entry, sizeof(entry),
         "=> UMDDdiColorFill hResource:0x%x SubResourceIndex:0x3 Color:0x80102030 l:1 r:3  t:2 b:4\n",
         UMDLow32(hTarget));
-    EXPECT_EQ(1u, m_Trace.Count(entry));
+    EXPECT_EQ(m_Trace.Count(entry), 1u);
 }
 
 TEST_F(UMDDdiDeviceBlt, ColorFill_NoTargetOrRefused_FailsWithItsText)
@@ -190,13 +189,13 @@ TEST_F(UMDDdiDeviceBlt, ColorFill_NoTargetOrRefused_FailsWithItsText)
     for (HANDLE hResource : {HANDLE{nullptr}, CreateVertices()})
     {
         ForgetCalls();
-        EXPECT_EQ(E_FAIL, ColorFill(hResource));
-        EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::ColorFill pResourceRenderTargetCapable is NULL\n"));
+        EXPECT_EQ(ColorFill(hResource), E_FAIL);
+        EXPECT_EQ(m_Trace.Count("UMDDdiDevice::ColorFill pResourceRenderTargetCapable is NULL\n"), 1u);
     }
     const HANDLE hTarget = CreateTarget();
     m_Fake.Fail("ColorFill", kRefused);
-    EXPECT_EQ(kRefused, ColorFill(hTarget));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::ColorFill ColorFill failed! 0x8876086c\n"));
+    EXPECT_EQ(ColorFill(hTarget), kRefused);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::ColorFill ColorFill failed! 0x8876086c\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceBlt, Clear_EveryFlag_DepthAndStencilOnlyWithTheirs)
@@ -204,35 +203,34 @@ TEST_F(UMDDdiDeviceBlt, Clear_EveryFlag_DepthAndStencilOnlyWithTheirs)
     for (UINT flags = 0; flags < 8; ++flags)
     {
         m_Fake.ClearLines();
-        EXPECT_EQ(S_OK, Clear(flags));
-        EXPECT_EQ(1u, Calls().size());
+        EXPECT_EQ(Clear(flags), S_OK);
+        EXPECT_EQ(Calls().size(), 1u);
         const std::string depth = flags & D3DCLEAR_ZBUFFER ? "0.5" : "0";
         const std::string stencil = flags & D3DCLEAR_STENCIL ? "119" : "0";
-        EXPECT_NE(std::string::npos,
-            Calls()[0].find(", " + std::to_string(flags) + ", 0xff102030, " + depth + ", " + stencil + ")"))
+        EXPECT_NE(Calls()[0].find(", " + std::to_string(flags) + ", 0xff102030, " + depth + ", " + stencil + ")"),
+            std::string::npos)
             << Calls()[0];
     }
 }
 
 TEST_F(UMDDdiDeviceBlt, Clear_Rectangles_AreForwardedAndTraced)
 {
-    EXPECT_EQ(S_OK, Clear(D3DCLEAR_TARGET, {{1, 2, 3, 4}, {5, 6, 7, 8}}));
-    EXPECT_EQ(Lines{"Clear(2, [1,2,3,4 5,6,7,8], 1, 0xff102030, 0, 0)"}, Calls());
-    EXPECT_EQ(
+    EXPECT_EQ(Clear(D3DCLEAR_TARGET, {{1, 2, 3, 4}, {5, 6, 7, 8}}), S_OK);
+    EXPECT_EQ(Calls(), Lines{"Clear(2, [1,2,3,4 5,6,7,8], 1, 0xff102030, 0, 0)"});
+    EXPECT_EQ(Trace(),
         (Lines{"=> UMDDdiClear ClrCount: 2 Flags:1 FillColor:ff102030 FillDepth:3f000000 FillStencil:77 \n",
             "Rectangle index:0 left:1 top:2 right:3 bottom:4\n", "Rectangle index:1 left:5 top:6 right:7 bottom:8\n",
-            ">>> UMDDdiDevice::Clear\n", "<<< UMDDdiDevice::Clear\n"}),
-        Trace());
+            ">>> UMDDdiDevice::Clear\n", "<<< UMDDdiDevice::Clear\n"}));
 }
 
 TEST_F(UMDDdiDeviceBlt, Clear_DelegatedCallFails_TracesTheExitToo)
 {
     m_Fake.Fail("Clear", kRefused);
-    EXPECT_EQ(kRefused, Clear(D3DCLEAR_TARGET));
+    EXPECT_EQ(Clear(D3DCLEAR_TARGET), kRefused);
     const Lines lines = Trace();
-    ASSERT_EQ(4u, lines.size());
-    EXPECT_EQ("UMDDdiDevice::Clear failed! 0x8876086c\n", lines[2]);
-    EXPECT_EQ("<<< UMDDdiDevice::Clear\n", lines[3]);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[2], "UMDDdiDevice::Clear failed! 0x8876086c\n");
+    EXPECT_EQ(lines[3], "<<< UMDDdiDevice::Clear\n");
 }
 
 namespace
@@ -266,8 +264,8 @@ TEST_F(UMDDdiDeviceBlt, TexBlt_AnyRectangle_DestinationIsOfItsSizeAtThePoint)
     const D3DDDIARG_CREATERESOURCE create = {};
     TexBltProbe probe(&Device(), &create);
     const HANDLE hTarget = CreateTarget();
-    EXPECT_EQ(S_OK, TexBlt(ToHandle(&probe), hTarget));
-    EXPECT_EQ(hTarget, ToHandle(probe.m_pDst));
+    EXPECT_EQ(TexBlt(ToHandle(&probe), hTarget), S_OK);
+    EXPECT_EQ(ToHandle(probe.m_pDst), hTarget);
     const RECT srcRect = {1, 2, 5, 6}, dstRect = {7, 1, 11, 5};
     EXPECT_TRUE(EqualRect(&probe.m_SrcRect, &srcRect));
     EXPECT_TRUE(EqualRect(&probe.m_DstRect, &dstRect));

@@ -51,30 +51,30 @@ TEST_F(UMDDdiDeviceFixed, EveryOperation_Any_TracesItsEntryAndGivesItsAnswer)
     };
     for (const Row& row : rows)
     {
-        EXPECT_EQ(Lines{std::string("0x4 >>> UMDDdiDevice::") + row.m_pName + "\n"},
-            tesslo::test::LevelledTrace(
-                m_Trace, [&] { EXPECT_EQ(row.m_Result, row.m_Call(Device())) << row.m_pName; }));
+        EXPECT_EQ(
+            tesslo::test::LevelledTrace(m_Trace, [&] { EXPECT_EQ(row.m_Call(Device()), row.m_Result) << row.m_pName; }),
+            Lines{std::string("0x4 >>> UMDDdiDevice::") + row.m_pName + "\n"});
     }
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceFixed, EveryEntry_Any_PassesTheAnswerOn)
 {
     const D3DDDIARG_ZRANGE range = {};
     const HANDLE hDevice = DeviceHandle();
-    EXPECT_EQ(S_OK, UMDDdiUpdateWInfo(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiSetZRange(hDevice, &range));
-    EXPECT_EQ(S_OK, UMDDdiSetStreamSourceFreq(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiSetConvolutionKernelMono(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiComposeRects(hDevice, nullptr));
-    EXPECT_EQ(E_NOTIMPL, UMDDdiMultiplyTransform(hDevice, nullptr));
-    EXPECT_EQ(E_NOTIMPL, UMDDdiSetMaterial(hDevice, nullptr));
-    EXPECT_EQ(E_NOTIMPL, UMDDdiSetLight(hDevice, nullptr, nullptr));
-    EXPECT_EQ(E_NOTIMPL, UMDDdiCreateLight(hDevice, nullptr));
-    EXPECT_EQ(E_NOTIMPL, UMDDdiDestroyLight(hDevice, nullptr));
-    EXPECT_EQ(E_NOTIMPL, UMDDdiGenerateMipSubLevels(hDevice, nullptr));
-    EXPECT_EQ(E_NOTIMPL, UMDDdiDepthFill(hDevice, nullptr));
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(UMDDdiUpdateWInfo(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiSetZRange(hDevice, &range), S_OK);
+    EXPECT_EQ(UMDDdiSetStreamSourceFreq(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiSetConvolutionKernelMono(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiComposeRects(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiMultiplyTransform(hDevice, nullptr), E_NOTIMPL);
+    EXPECT_EQ(UMDDdiSetMaterial(hDevice, nullptr), E_NOTIMPL);
+    EXPECT_EQ(UMDDdiSetLight(hDevice, nullptr, nullptr), E_NOTIMPL);
+    EXPECT_EQ(UMDDdiCreateLight(hDevice, nullptr), E_NOTIMPL);
+    EXPECT_EQ(UMDDdiDestroyLight(hDevice, nullptr), E_NOTIMPL);
+    EXPECT_EQ(UMDDdiGenerateMipSubLevels(hDevice, nullptr), E_NOTIMPL);
+    EXPECT_EQ(UMDDdiDepthFill(hDevice, nullptr), E_NOTIMPL);
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceFixed, CreateQuery_EveryType_IsRefusedForWantOfAFence)
@@ -83,23 +83,22 @@ TEST_F(UMDDdiDeviceFixed, CreateQuery_EveryType_IsRefusedForWantOfAFence)
     {
         m_Trace.Clear();
         D3DDDIARG_CREATEQUERY arg = {static_cast<D3DDDIQUERYTYPE>(type), this};
-        EXPECT_EQ(E_FAIL, UMDDdiCreateQuery(DeviceHandle(), &arg));
-        EXPECT_EQ(this, arg.hQuery) << "left alone";
-        EXPECT_EQ(
-            (Lines{"=> UMDDdiCreateQuery\n", ">>> UMDDdiDevice::CreateQuery\n", ">>> UMDDdiDevice::CreateFence\n"}),
-            Trace());
+        EXPECT_EQ(UMDDdiCreateQuery(DeviceHandle(), &arg), E_FAIL);
+        EXPECT_EQ(arg.hQuery, this) << "left alone";
+        EXPECT_EQ(Trace(),
+            (Lines{"=> UMDDdiCreateQuery\n", ">>> UMDDdiDevice::CreateQuery\n", ">>> UMDDdiDevice::CreateFence\n"}));
     }
 }
 
 TEST_F(UMDDdiDeviceFixed, DeleteQuery_NullOrAllocated_AnswersOk)
 {
-    EXPECT_EQ(S_OK, UMDDdiDeleteQuery(DeviceHandle(), nullptr));
+    EXPECT_EQ(UMDDdiDeleteQuery(DeviceHandle(), nullptr), S_OK);
     g_pWatched = new UINT(0xDEADBEEF);
     {
         const tesslo::test::ImportPatch patch(nullptr, "msvcrt.dll", "free", reinterpret_cast<void*>(WatchFree));
         g_pFree = patch.Original<void (*)(void*)>();
-        EXPECT_EQ(S_OK, UMDDdiDeleteQuery(DeviceHandle(), g_pWatched));
+        EXPECT_EQ(UMDDdiDeleteQuery(DeviceHandle(), g_pWatched), S_OK);
     }
-    EXPECT_EQ(nullptr, g_pWatched);
-    EXPECT_EQ(2u, m_Trace.Count("<<< UMDDdiDevice::DeleteQuery\n"));
+    EXPECT_EQ(g_pWatched, nullptr);
+    EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::DeleteQuery\n"), 2u);
 }

@@ -48,50 +48,50 @@ protected:
 TEST_F(UMDDdiDeviceShader, PixelShader_Life_CreatedSetDeleted)
 {
     const HANDLE hShader = CreatePixelShader();
-    EXPECT_EQ(S_OK, m_LastResult);
-    ASSERT_NE(nullptr, hShader);
-    EXPECT_EQ(Lines{"pixelshader#1"}, m_Fake.LiveObjects());
-    EXPECT_EQ(S_OK, UMDDdiSetPixelShader(DeviceHandle(), hShader));
-    EXPECT_EQ(S_OK, UMDDdiDeletePixelShader(DeviceHandle(), hShader));
-    EXPECT_EQ(Lines{}, m_Fake.LiveObjects());
-    EXPECT_EQ((Lines{"CreatePixelShader(code, out)", "SetPixelShader(pixelshader#1)"}), Calls());
+    EXPECT_EQ(m_LastResult, S_OK);
+    ASSERT_NE(hShader, nullptr);
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{"pixelshader#1"});
+    EXPECT_EQ(UMDDdiSetPixelShader(DeviceHandle(), hShader), S_OK);
+    EXPECT_EQ(UMDDdiDeletePixelShader(DeviceHandle(), hShader), S_OK);
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+    EXPECT_EQ(Calls(), (Lines{"CreatePixelShader(code, out)", "SetPixelShader(pixelshader#1)"}));
     char created[100];
     snprintf(created, sizeof(created), "<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n", UMDLow32(hShader));
-    EXPECT_EQ(1u, m_Trace.Count(created));
-    EXPECT_EQ(1u, m_Trace.Count("<<< UMDDdiDevice::SetPixelShader\n"));
-    EXPECT_EQ(1u, m_Trace.Count("<<< UMDDdiDevice::DeletePixelShader\n"));
+    EXPECT_EQ(m_Trace.Count(created), 1u);
+    EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::SetPixelShader\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::DeletePixelShader\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceShader, VertexShader_Life_CreatedSetDeleted)
 {
     const HANDLE hShader = CreateVertexShader();
-    EXPECT_EQ(S_OK, m_LastResult);
-    ASSERT_NE(nullptr, hShader);
-    EXPECT_EQ(S_OK, UMDDdiSetVertexShaderFunc(DeviceHandle(), hShader));
+    EXPECT_EQ(m_LastResult, S_OK);
+    ASSERT_NE(hShader, nullptr);
+    EXPECT_EQ(UMDDdiSetVertexShaderFunc(DeviceHandle(), hShader), S_OK);
     // It is no declaration: to set it as one does nothing.
-    EXPECT_EQ(S_OK, UMDDdiSetVertexShaderDecl(DeviceHandle(), hShader));
-    EXPECT_EQ(S_OK, UMDDdiDeleteVertexShaderFunc(DeviceHandle(), hShader));
-    EXPECT_EQ(Lines{}, m_Fake.LiveObjects());
-    EXPECT_EQ((Lines{"CreateVertexShader(code, out)", "SetVertexShader(vertexshader#1)"}), Calls());
+    EXPECT_EQ(UMDDdiSetVertexShaderDecl(DeviceHandle(), hShader), S_OK);
+    EXPECT_EQ(UMDDdiDeleteVertexShaderFunc(DeviceHandle(), hShader), S_OK);
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+    EXPECT_EQ(Calls(), (Lines{"CreateVertexShader(code, out)", "SetVertexShader(vertexshader#1)"}));
     char created[100];
     snprintf(
         created, sizeof(created), "<<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x%x\n", UMDLow32(hShader));
-    EXPECT_EQ(1u, m_Trace.Count(created));
+    EXPECT_EQ(m_Trace.Count(created), 1u);
 }
 
 TEST_F(UMDDdiDeviceShader, Declaration_Life_CreatedSetDeleted)
 {
     const HANDLE hDeclaration = CreateDeclaration({kElement});
-    EXPECT_EQ(S_OK, m_LastResult);
-    EXPECT_EQ(S_OK, UMDDdiSetVertexShaderDecl(DeviceHandle(), hDeclaration));
-    EXPECT_EQ(S_OK, UMDDdiSetVertexShaderFunc(DeviceHandle(), hDeclaration));
-    EXPECT_EQ(S_OK, UMDDdiDeleteVertexShaderDecl(DeviceHandle(), hDeclaration));
-    EXPECT_EQ(Lines{}, m_Fake.LiveObjects());
-    EXPECT_EQ((Lines{DeclarationLine({kElement9}), "SetVertexDeclaration(declaration#1)"}), Calls());
+    EXPECT_EQ(m_LastResult, S_OK);
+    EXPECT_EQ(UMDDdiSetVertexShaderDecl(DeviceHandle(), hDeclaration), S_OK);
+    EXPECT_EQ(UMDDdiSetVertexShaderFunc(DeviceHandle(), hDeclaration), S_OK);
+    EXPECT_EQ(UMDDdiDeleteVertexShaderDecl(DeviceHandle(), hDeclaration), S_OK);
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+    EXPECT_EQ(Calls(), (Lines{DeclarationLine({kElement9}), "SetVertexDeclaration(declaration#1)"}));
     char created[100];
     snprintf(created, sizeof(created), "<<< UMDDdiDevice::CreateVertexShaderDecl 0x%x\n", UMDLow32(hDeclaration));
-    EXPECT_EQ(1u, m_Trace.Count("=> UMDDdiCreateVertexShaderDecl M:4 O:2 S:1 T:3 U:5 I:6 N:1 S:0x0\n"));
-    EXPECT_EQ(1u, m_Trace.Count(created));
+    EXPECT_EQ(m_Trace.Count("=> UMDDdiCreateVertexShaderDecl M:4 O:2 S:1 T:3 U:5 I:6 N:1 S:0x0\n"), 1u);
+    EXPECT_EQ(m_Trace.Count(created), 1u);
 }
 
 TEST_F(UMDDdiDeviceShader, CreateDeclaration_WithOrWithoutEndMarker_DelegatedListHasOne)
@@ -102,39 +102,38 @@ TEST_F(UMDDdiDeviceShader, CreateDeclaration_WithOrWithoutEndMarker_DelegatedLis
     const HANDLE handles[] = {CreateDeclaration({kElement, kElement}), CreateDeclaration({kElement, end, kElement}),
         CreateDeclaration({}), CreateDeclaration(std::vector<D3DDDIVERTEXELEMENT>(64, kElement)),
         CreateDeclaration(full)};
-    EXPECT_EQ((Lines{DeclarationLine({kElement9, kElement9}), DeclarationLine({kElement9}), DeclarationLine({}),
-                  DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9)),
-                  DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9))}),
-        Calls());
+    EXPECT_EQ(Calls(), (Lines{DeclarationLine({kElement9, kElement9}), DeclarationLine({kElement9}),
+                           DeclarationLine({}), DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9)),
+                           DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9))}));
     for (HANDLE hDeclaration : handles)
         UMDDdiDeleteVertexShaderDecl(DeviceHandle(), hDeclaration);
 }
 
 TEST_F(UMDDdiDeviceShader, CreateDeclaration_TooManyOrNoElements_FailsWithoutACall)
 {
-    EXPECT_EQ(nullptr, CreateDeclaration(std::vector<D3DDDIVERTEXELEMENT>(65, kElement)));
-    EXPECT_EQ(E_FAIL, m_LastResult);
+    EXPECT_EQ(CreateDeclaration(std::vector<D3DDDIVERTEXELEMENT>(65, kElement)), nullptr);
+    EXPECT_EQ(m_LastResult, E_FAIL);
     D3DDDIARG_CREATEVERTEXSHADERDECL arg = {2, nullptr};
-    EXPECT_EQ(E_FAIL, UMDDdiCreateVertexShaderDecl(DeviceHandle(), &arg, nullptr));
-    EXPECT_EQ(Lines{}, Calls());
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:65\n"));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:2\n"));
+    EXPECT_EQ(UMDDdiCreateVertexShaderDecl(DeviceHandle(), &arg, nullptr), E_FAIL);
+    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:65\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:2\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceShader, NullHandlesAndRecords_EveryEntry_OkWithoutACall)
 {
     const HANDLE hDevice = DeviceHandle();
-    EXPECT_EQ(S_OK, UMDDdiSetPixelShader(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiDeletePixelShader(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiSetVertexShaderFunc(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiDeleteVertexShaderFunc(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiSetVertexShaderDecl(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiDeleteVertexShaderDecl(hDevice, nullptr));
-    EXPECT_EQ(S_OK, UMDDdiCreateVertexShaderFunc(hDevice, nullptr, kCode));
-    EXPECT_EQ(S_OK, UMDDdiCreateVertexShaderDecl(hDevice, nullptr, nullptr));
-    EXPECT_EQ(Lines{}, Calls());
-    EXPECT_EQ(0u, m_Trace.LinesContaining("Exception").size());
-    EXPECT_EQ(1u, m_Trace.Count("=> UMDDdiCreateVertexShaderDecl M:0 O:0 S:0 T:0 U:0 I:0 N:0 S:0x0\n"));
+    EXPECT_EQ(UMDDdiSetPixelShader(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiDeletePixelShader(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiSetVertexShaderFunc(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiDeleteVertexShaderFunc(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiSetVertexShaderDecl(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiDeleteVertexShaderDecl(hDevice, nullptr), S_OK);
+    EXPECT_EQ(UMDDdiCreateVertexShaderFunc(hDevice, nullptr, kCode), S_OK);
+    EXPECT_EQ(UMDDdiCreateVertexShaderDecl(hDevice, nullptr, nullptr), S_OK);
+    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(m_Trace.LinesContaining("Exception").size(), 0u);
+    EXPECT_EQ(m_Trace.Count("=> UMDDdiCreateVertexShaderDecl M:0 O:0 S:0 T:0 U:0 I:0 N:0 S:0x0\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceShader, Create_DelegatedCallFails_ReturnsItsCodeAndNoHandle)
@@ -142,16 +141,16 @@ TEST_F(UMDDdiDeviceShader, Create_DelegatedCallFails_ReturnsItsCodeAndNoHandle)
     m_Fake.Fail("CreatePixelShader", kRefused);
     m_Fake.Fail("CreateVertexShader", kRefused);
     m_Fake.Fail("CreateVertexDeclaration", kRefused);
-    EXPECT_EQ(nullptr, CreatePixelShader());
-    EXPECT_EQ(kRefused, m_LastResult);
-    EXPECT_EQ(nullptr, CreateVertexShader());
-    EXPECT_EQ(kRefused, m_LastResult);
-    EXPECT_EQ(nullptr, CreateDeclaration({kElement}));
-    EXPECT_EQ(kRefused, m_LastResult);
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::CreatePixelShader Create failed! 0x8876086c\n"));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x8876086c\n"));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x8876086c\n"));
-    EXPECT_EQ(3u, m_Trace.LinesContaining("   ~hResource driver:").size()) << "every object is destroyed";
+    EXPECT_EQ(CreatePixelShader(), nullptr);
+    EXPECT_EQ(m_LastResult, kRefused);
+    EXPECT_EQ(CreateVertexShader(), nullptr);
+    EXPECT_EQ(m_LastResult, kRefused);
+    EXPECT_EQ(CreateDeclaration({kElement}), nullptr);
+    EXPECT_EQ(m_LastResult, kRefused);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreatePixelShader Create failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.LinesContaining("   ~hResource driver:").size(), 3u) << "every object is destroyed";
 }
 
 TEST_F(UMDDdiDeviceShader, Create_NoMemory_FailsWithItsText)
@@ -174,10 +173,10 @@ TEST_F(UMDDdiDeviceShader, Create_NoMemory_FailsWithItsText)
             tesslo::test::FailNthAllocation fail(1);
             create();
         }
-        EXPECT_EQ(E_FAIL, m_LastResult) << pText;
-        EXPECT_EQ(Lines{pText}, Trace());
+        EXPECT_EQ(m_LastResult, E_FAIL) << pText;
+        EXPECT_EQ(Trace(), Lines{pText});
     }
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceShader, Set_DelegatedCallFails_VertexObjectsAreDeletedPixelShadersAreNot)
@@ -188,15 +187,15 @@ TEST_F(UMDDdiDeviceShader, Set_DelegatedCallFails_VertexObjectsAreDeletedPixelSh
     m_Fake.Fail("SetPixelShader", kRefused);
     m_Fake.Fail("SetVertexShader", kRefused);
     m_Fake.Fail("SetVertexDeclaration", kRefused);
-    EXPECT_EQ(kRefused, UMDDdiSetPixelShader(DeviceHandle(), hPixelShader));
-    EXPECT_EQ((Lines{"pixelshader#1", "vertexshader#1", "declaration#1"}), m_Fake.LiveObjects());
-    EXPECT_EQ(kRefused, UMDDdiSetVertexShaderFunc(DeviceHandle(), hVertexShader));
-    EXPECT_EQ((Lines{"pixelshader#1", "declaration#1"}), m_Fake.LiveObjects());
-    EXPECT_EQ(kRefused, UMDDdiSetVertexShaderDecl(DeviceHandle(), hDeclaration));
-    EXPECT_EQ(Lines{"pixelshader#1"}, m_Fake.LiveObjects());
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetPixelShader Set failed! 0x8876086c\n"));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc Set failed! 0x8876086c\n"));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x8876086c\n"));
+    EXPECT_EQ(UMDDdiSetPixelShader(DeviceHandle(), hPixelShader), kRefused);
+    EXPECT_EQ(m_Fake.LiveObjects(), (Lines{"pixelshader#1", "vertexshader#1", "declaration#1"}));
+    EXPECT_EQ(UMDDdiSetVertexShaderFunc(DeviceHandle(), hVertexShader), kRefused);
+    EXPECT_EQ(m_Fake.LiveObjects(), (Lines{"pixelshader#1", "declaration#1"}));
+    EXPECT_EQ(UMDDdiSetVertexShaderDecl(DeviceHandle(), hDeclaration), kRefused);
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{"pixelshader#1"});
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShader Set failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc Set failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x8876086c\n"), 1u);
     UMDDdiDeletePixelShader(DeviceHandle(), hPixelShader);
 }
 
@@ -209,21 +208,21 @@ TEST_F(UMDDdiDeviceShader, Constants_AllKinds_AreForwardedWithRegisterAndCount)
     const D3DDDIARG_SETPIXELSHADERCONST pixel = {4, 1};
     const D3DDDIARG_SETPIXELSHADERCONSTI pixelI = {5, 1};
     const D3DDDIARG_SETPIXELSHADERCONSTB pixelB = {6, 3};
-    EXPECT_EQ(S_OK, UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, floats));
-    EXPECT_EQ(S_OK, UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats));
-    EXPECT_EQ(S_OK, UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers));
-    EXPECT_EQ(S_OK, UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans));
-    EXPECT_EQ((Lines{"SetVertexShaderConstantF(3, [1 2 3 4 5.5 6 7 8], 2)", "SetPixelShaderConstantF(4, [1 2 3 4], 1)",
-                  "SetPixelShaderConstantI(5, [1 -2 3 4], 1)", "SetPixelShaderConstantB(6, [1 0 1], 3)"}),
-        Calls());
-    EXPECT_EQ(1u, m_Trace.Count("=> UMDDdiSetPixelShaderConst C:1 R:4\n"));
+    EXPECT_EQ(UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, floats), S_OK);
+    EXPECT_EQ(UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats), S_OK);
+    EXPECT_EQ(UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers), S_OK);
+    EXPECT_EQ(UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans), S_OK);
+    EXPECT_EQ(Calls(),
+        (Lines{"SetVertexShaderConstantF(3, [1 2 3 4 5.5 6 7 8], 2)", "SetPixelShaderConstantF(4, [1 2 3 4], 1)",
+            "SetPixelShaderConstantI(5, [1 -2 3 4], 1)", "SetPixelShaderConstantB(6, [1 0 1], 3)"}));
+    EXPECT_EQ(m_Trace.Count("=> UMDDdiSetPixelShaderConst C:1 R:4\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceShader, VertexConstants_NoData_OkWithoutACall)
 {
     const D3DDDIARG_SETVERTEXSHADERCONST vertex = {3, 2};
-    EXPECT_EQ(S_OK, UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, nullptr));
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, nullptr), S_OK);
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceShader, Constants_DelegatedCallFails_OnlyVertexConstantsTraceTheExit)
@@ -238,13 +237,13 @@ TEST_F(UMDDdiDeviceShader, Constants_DelegatedCallFails_OnlyVertexConstantsTrace
     const D3DDDIARG_SETPIXELSHADERCONST pixel = {0, 1};
     const D3DDDIARG_SETPIXELSHADERCONSTI pixelI = {0, 1};
     const D3DDDIARG_SETPIXELSHADERCONSTB pixelB = {0, 1};
-    EXPECT_EQ(kRefused, UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, floats));
-    EXPECT_EQ(kRefused, UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats));
-    EXPECT_EQ(kRefused, UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers));
-    EXPECT_EQ(kRefused, UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetVertexShaderConst SetConst failed! 0x8876086c\n"));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetPixelShaderConst SetConst failed! 0x8876086c\n"));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetPixelShaderConstI SetConstI failed! 0x8876086c\n"));
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetPixelShaderConstB SetConstB failed! 0x8876086c\n"));
-    EXPECT_EQ(Lines{"<<< UMDDdiDevice::SetVertexShaderConst\n"}, m_Trace.LinesContaining("<<<"));
+    EXPECT_EQ(UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, floats), kRefused);
+    EXPECT_EQ(UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats), kRefused);
+    EXPECT_EQ(UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers), kRefused);
+    EXPECT_EQ(UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans), kRefused);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderConst SetConst failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConst SetConst failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConstI SetConstI failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConstB SetConstB failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.LinesContaining("<<<"), Lines{"<<< UMDDdiDevice::SetVertexShaderConst\n"});
 }

@@ -56,22 +56,22 @@ TEST_F(UMDDdiDeviceState, SetRenderState_EveryState_OnlyTheRuntimesOwnAreIgnored
     for (UINT state = 0; state < 256; ++state)
     {
         m_Fake.ClearLines();
-        EXPECT_EQ(S_OK, SetRenderState(state, 7)) << state;
+        EXPECT_EQ(SetRenderState(state, 7), S_OK) << state;
         Lines expected = {"SetRenderState(" + std::to_string(state) + ", 7)"};
         if (state >= 64 && state <= 95)
             expected = {};
         if (state == 62)
             expected = {"EndScene()"};
-        EXPECT_EQ(expected, Calls()) << state;
+        EXPECT_EQ(Calls(), expected) << state;
     }
-    EXPECT_EQ(Lines{}, Trace());
+    EXPECT_EQ(Trace(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceState, SetRenderState_SceneCapture_BeginsOnlyWithOne)
 {
     for (UINT value : {1u, 0u, 2u, 0xFFFFFFFFu})
-        EXPECT_EQ(S_OK, SetRenderState(D3DDDIRS_SCENECAPTURE, value));
-    EXPECT_EQ((Lines{"BeginScene()", "EndScene()", "EndScene()", "EndScene()"}), Calls());
+        EXPECT_EQ(SetRenderState(D3DDDIRS_SCENECAPTURE, value), S_OK);
+    EXPECT_EQ(Calls(), (Lines{"BeginScene()", "EndScene()", "EndScene()", "EndScene()"}));
 }
 
 TEST_F(UMDDdiDeviceState, SetRenderState_DelegatedCallFails_TracesAndReturnsItsCode)
@@ -82,8 +82,8 @@ TEST_F(UMDDdiDeviceState, SetRenderState_DelegatedCallFails_TracesAndReturnsItsC
     for (auto [state, value] : {std::pair{7u, 1u}, {62u, 1u}, {62u, 0u}})
     {
         m_Trace.Clear();
-        EXPECT_EQ(kRefused, SetRenderState(state, value));
-        EXPECT_EQ(Lines{std::string("UMDDdiDevice::SetRenderState failed! ") + kRefusedText}, Trace());
+        EXPECT_EQ(SetRenderState(state, value), kRefused);
+        EXPECT_EQ(Trace(), Lines{std::string("UMDDdiDevice::SetRenderState failed! ") + kRefusedText});
     }
 }
 
@@ -93,17 +93,17 @@ TEST_F(UMDDdiDeviceWithoutDelegated, SetRenderState_AnyState_FailsWithItsText)
     {
         m_Trace.Clear();
         const D3DDDIARG_RENDERSTATE arg = {static_cast<D3DDDIRENDERSTATETYPE>(state), 0};
-        EXPECT_EQ(E_FAIL, m_Device.SetRenderState(&arg));
-        EXPECT_EQ(std::vector<std::string>{">>> UMDDdiDevice::SetRenderState m_DeviceDelegated.GetDevice() is NULL\n"},
-            m_Trace.Lines());
+        EXPECT_EQ(m_Device.SetRenderState(&arg), E_FAIL);
+        EXPECT_EQ(m_Trace.Lines(),
+            std::vector<std::string>{">>> UMDDdiDevice::SetRenderState m_DeviceDelegated.GetDevice() is NULL\n"});
     }
 }
 
 TEST_F(UMDDdiDeviceWithoutDelegated, DrawPrimitive_Any_FailsWithItsText)
 {
     const D3DDDIARG_DRAWPRIMITIVE arg = {D3DPT_POINTLIST, 0, 1};
-    EXPECT_EQ(E_FAIL, m_Device.DrawPrimitive(&arg));
-    EXPECT_EQ(std::vector<std::string>{"UMDDdiDevice::DrawPrimitive NULL == pDelegatedDevice\n"}, m_Trace.Lines());
+    EXPECT_EQ(m_Device.DrawPrimitive(&arg), E_FAIL);
+    EXPECT_EQ(m_Trace.Lines(), std::vector<std::string>{"UMDDdiDevice::DrawPrimitive NULL == pDelegatedDevice\n"});
 }
 
 TEST_F(UMDDdiDeviceState, SetTextureStageState_EveryStage_ThoseAboveFifteenAreIgnored)
@@ -111,34 +111,33 @@ TEST_F(UMDDdiDeviceState, SetTextureStageState_EveryStage_ThoseAboveFifteenAreIg
     for (UINT stage = 0; stage < 20; ++stage)
     {
         m_Fake.ClearLines();
-        EXPECT_EQ(S_OK, SetStageState(stage, 1, 4)) << stage;
+        EXPECT_EQ(SetStageState(stage, 1, 4), S_OK) << stage;
         const Lines expected =
             stage > 15 ? Lines{} : Lines{"SetTextureStageState(" + std::to_string(stage) + ", 1, 4)"};
-        EXPECT_EQ(expected, Calls()) << stage;
+        EXPECT_EQ(Calls(), expected) << stage;
     }
-    EXPECT_EQ(Lines{}, Trace());
+    EXPECT_EQ(Trace(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceState, SetTextureStageState_DelegatedCallFails_TracesTheStateToo)
 {
     m_Fake.Fail("SetTextureStageState", kRefused);
-    EXPECT_EQ(kRefused, SetStageState(2, 1, 4));
-    ASSERT_EQ(2u, Trace().size());
-    EXPECT_EQ(std::string("UMDDdiDevice::SetTextureStageState failed! ") + kRefusedText, Trace()[0]);
+    EXPECT_EQ(SetStageState(2, 1, 4), kRefused);
+    ASSERT_EQ(Trace().size(), 2u);
+    EXPECT_EQ(Trace()[0], std::string("UMDDdiDevice::SetTextureStageState failed! ") + kRefusedText);
 }
 
 TEST_F(UMDDdiDeviceState, SetTexture_TextureAndNull_AreBound)
 {
     const HANDLE hTexture = CreateTexture();
-    EXPECT_EQ(S_OK, UMDDdiSetTexture(DeviceHandle(), 257, hTexture));
-    EXPECT_EQ(S_OK, UMDDdiSetTexture(DeviceHandle(), 1, nullptr));
-    EXPECT_EQ((Lines{"SetTexture(257, texture#1)", "SetTexture(1, null)"}), Calls());
+    EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 257, hTexture), S_OK);
+    EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 1, nullptr), S_OK);
+    EXPECT_EQ(Calls(), (Lines{"SetTexture(257, texture#1)", "SetTexture(1, null)"}));
     char entry[120];
     snprintf(entry, sizeof(entry), "=> UMDDdiSetTexture Stage:257 hTexture:0x%x [Type:6 Pool:0]\n", UMDLow32(hTexture));
-    EXPECT_EQ((Lines{entry, ">>> UMDDdiDevice::SetTexture\n", "<<< UMDDdiDevice::SetTexture\n",
-                  "=> UMDDdiSetTexture Stage:1 hTexture:0x0 [Type:0 Pool:0]\n", ">>> UMDDdiDevice::SetTexture\n",
-                  "<<< UMDDdiDevice::SetTexture\n"}),
-        Trace());
+    EXPECT_EQ(Trace(), (Lines{entry, ">>> UMDDdiDevice::SetTexture\n", "<<< UMDDdiDevice::SetTexture\n",
+                           "=> UMDDdiSetTexture Stage:1 hTexture:0x0 [Type:0 Pool:0]\n",
+                           ">>> UMDDdiDevice::SetTexture\n", "<<< UMDDdiDevice::SetTexture\n"}));
 }
 
 TEST_F(UMDDdiDeviceState, SetTexture_NoTwoDimensionalTexture_FailsWithoutACall)
@@ -146,99 +145,97 @@ TEST_F(UMDDdiDeviceState, SetTexture_NoTwoDimensionalTexture_FailsWithoutACall)
     for (HANDLE hResource : {CreateCube(), CreateTarget(), CreateVertices()})
     {
         ForgetCalls();
-        EXPECT_EQ(E_FAIL, UMDDdiSetTexture(DeviceHandle(), 0, hResource));
-        EXPECT_EQ(Lines{}, Calls());
-        EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetTexture pTexture is NULL\n"));
+        EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 0, hResource), E_FAIL);
+        EXPECT_EQ(Calls(), Lines{});
+        EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetTexture pTexture is NULL\n"), 1u);
     }
 }
 
 TEST_F(UMDDdiDeviceState, SetTexture_SharedResource_IsAcceptedAndNotBound)
 {
     UMDRscBase shared(&Device(), nullptr, UMDRESOURCETYPE_SHARED);
-    EXPECT_EQ(S_OK, UMDDdiSetTexture(DeviceHandle(), 0, ToHandle(&shared)));
-    EXPECT_EQ(Lines{}, Calls());
-    EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetTexture SHARED RESOURCE\n"));
+    EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 0, ToHandle(&shared)), S_OK);
+    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetTexture SHARED RESOURCE\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceState, SetRenderTarget_SurfaceAndTexture_FirstSurfaceIsBoundAtTheIndex)
 {
     const HANDLE hTarget = CreateTarget(), hTexture = CreateTexture();
-    EXPECT_EQ(S_OK, SetRenderTarget(hTarget, 0, 5));
-    EXPECT_EQ(S_OK, SetRenderTarget(hTexture, 3));
-    EXPECT_EQ((Lines{"SetRenderTarget(0, surface#1)", "SetRenderTarget(3, texture#1[0])"}), Calls());
-    EXPECT_EQ(2u, m_Trace.Count("<<< UMDDdiDevice::SetRenderTarget\n"));
+    EXPECT_EQ(SetRenderTarget(hTarget, 0, 5), S_OK);
+    EXPECT_EQ(SetRenderTarget(hTexture, 3), S_OK);
+    EXPECT_EQ(Calls(), (Lines{"SetRenderTarget(0, surface#1)", "SetRenderTarget(3, texture#1[0])"}));
+    EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::SetRenderTarget\n"), 2u);
 }
 
 TEST_F(UMDDdiDeviceState, SetRenderTarget_NullRecordOrNoTarget_FailsWithItsText)
 {
-    EXPECT_EQ(E_FAIL, UMDDdiSetRenderTarget(DeviceHandle(), nullptr));
-    EXPECT_EQ((Lines{"=> UMDDdiSetRenderTarget hRenderTarget:0x0 [Type:0] RenderTargetIndex:0 SubResourceIndex:0x0\n",
-                  ">>> UMDDdiDevice::SetRenderTarget\n", "UMDDdiDevice::SetRenderTarget pSetRT is NULL\n"}),
-        Trace());
+    EXPECT_EQ(UMDDdiSetRenderTarget(DeviceHandle(), nullptr), E_FAIL);
+    EXPECT_EQ(Trace(),
+        (Lines{"=> UMDDdiSetRenderTarget hRenderTarget:0x0 [Type:0] RenderTargetIndex:0 SubResourceIndex:0x0\n",
+            ">>> UMDDdiDevice::SetRenderTarget\n", "UMDDdiDevice::SetRenderTarget pSetRT is NULL\n"}));
     for (HANDLE hResource : {HANDLE{nullptr}, CreateVertices(), CreateDepth()})
     {
         ForgetCalls();
-        EXPECT_EQ(E_FAIL, SetRenderTarget(hResource));
-        EXPECT_EQ(1u, m_Trace.Count("UMDDdiDevice::SetRenderTarget pResourceRenderTargetCapable is NULL\n"));
+        EXPECT_EQ(SetRenderTarget(hResource), E_FAIL);
+        EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetRenderTarget pResourceRenderTargetCapable is NULL\n"), 1u);
     }
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceState, SetDepthStencil_BufferAndNull_AreBound)
 {
     const HANDLE hDepth = CreateDepth();
-    EXPECT_EQ(S_OK, SetDepth(hDepth));
-    EXPECT_EQ(S_OK, SetDepth(nullptr));
-    EXPECT_EQ((Lines{"SetDepthStencilSurface(surface#1)", "SetDepthStencilSurface(null)"}), Calls());
+    EXPECT_EQ(SetDepth(hDepth), S_OK);
+    EXPECT_EQ(SetDepth(nullptr), S_OK);
+    EXPECT_EQ(Calls(), (Lines{"SetDepthStencilSurface(surface#1)", "SetDepthStencilSurface(null)"}));
 }
 
 TEST_F(UMDDdiDeviceState, SetViewport_AnySize_DepthIsAlwaysZeroToOne)
 {
     const D3DDDIARG_ZRANGE range = {0.25f, 0.5f};
-    EXPECT_EQ(S_OK, UMDDdiSetZRange(DeviceHandle(), &range));
-    EXPECT_EQ(S_OK, SetViewport(20, 30));
-    ASSERT_EQ(1u, Calls().size());
+    EXPECT_EQ(UMDDdiSetZRange(DeviceHandle(), &range), S_OK);
+    EXPECT_EQ(SetViewport(20, 30), S_OK);
+    ASSERT_EQ(Calls().size(), 1u);
     m_Fake.ClearLines();
     const D3DVIEWPORT9 viewport = {3, 4, 20, 30, 0.0f, 1.0f};
     m_Fake.SetViewport(&viewport);
     const Lines expected = Calls();
     m_Fake.ClearLines();
-    EXPECT_EQ(S_OK, SetViewport(20, 30));
-    EXPECT_EQ(expected, Calls());
+    EXPECT_EQ(SetViewport(20, 30), S_OK);
+    EXPECT_EQ(Calls(), expected);
 }
 
 TEST_F(UMDDdiDeviceState, SetViewport_NoWidthOrNoHeight_IsNotForwarded)
 {
-    EXPECT_EQ(S_OK, SetViewport(0, 5));
-    EXPECT_EQ(S_OK, SetViewport(5, 0));
-    EXPECT_EQ(Lines{}, Calls());
+    EXPECT_EQ(SetViewport(0, 5), S_OK);
+    EXPECT_EQ(SetViewport(5, 0), S_OK);
+    EXPECT_EQ(Calls(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceState, ScissorTransformClipPlane_Any_AreForwardedUnchanged)
 {
     const RECT rect = {1, 2, 3, 4};
-    EXPECT_EQ(S_OK, UMDDdiSetScissorRect(DeviceHandle(), &rect));
+    EXPECT_EQ(UMDDdiSetScissorRect(DeviceHandle(), &rect), S_OK);
     D3DDDIARG_SETTRANSFORM transform{};
     transform.TransformType = static_cast<D3DTRANSFORMSTATETYPE>(256);
     transform.Matrix._11 = 2.5f;
     transform.Matrix._44 = -1;
-    EXPECT_EQ(S_OK, UMDDdiSetTransform(DeviceHandle(), &transform));
+    EXPECT_EQ(UMDDdiSetTransform(DeviceHandle(), &transform), S_OK);
     const D3DDDIARG_SETCLIPPLANE plane = {5, {1, 0.5f, -2, 4}};
-    EXPECT_EQ(S_OK, UMDDdiSetClipPlane(DeviceHandle(), &plane));
-    EXPECT_EQ((Lines{"SetScissorRect(1,2,3,4)", "SetTransform(256, [2.5 0 0 0 0 0 0 0 0 0 0 0 0 0 0 -1])",
-                  "SetClipPlane(5, [1 0.5 -2 4])"}),
-        Calls());
+    EXPECT_EQ(UMDDdiSetClipPlane(DeviceHandle(), &plane), S_OK);
+    EXPECT_EQ(Calls(), (Lines{"SetScissorRect(1,2,3,4)", "SetTransform(256, [2.5 0 0 0 0 0 0 0 0 0 0 0 0 0 0 -1])",
+                           "SetClipPlane(5, [1 0.5 -2 4])"}));
 }
 
 TEST_F(UMDDdiDeviceState, ValidateDevice_Succeeds_WritesThePassesAndTracesThem)
 {
     D3DDDIARG_VALIDATETEXTURESTAGESTATE arg = {77};
-    EXPECT_EQ(S_OK, UMDDdiValidateDevice(DeviceHandle(), &arg));
-    EXPECT_EQ(Lines{"ValidateDevice(out)"}, Calls());
-    EXPECT_EQ(0u, arg.NumPasses);
-    EXPECT_EQ((Lines{"=> UMDDdiValidateDevice NumPasses:77\n", ">>> UMDDdiDevice::ValidateDevice\n",
-                  "<<< UMDDdiDevice::ValidateDevice 0\n"}),
-        Trace());
+    EXPECT_EQ(UMDDdiValidateDevice(DeviceHandle(), &arg), S_OK);
+    EXPECT_EQ(Calls(), Lines{"ValidateDevice(out)"});
+    EXPECT_EQ(arg.NumPasses, 0u);
+    EXPECT_EQ(Trace(), (Lines{"=> UMDDdiValidateDevice NumPasses:77\n", ">>> UMDDdiDevice::ValidateDevice\n",
+                           "<<< UMDDdiDevice::ValidateDevice 0\n"}));
 }
 
 TEST_F(UMDDdiDeviceState, DelegatedCallFails_EveryMethod_TracesItsTextAndReturnsTheCode)
@@ -269,12 +266,12 @@ TEST_F(UMDDdiDeviceState, DelegatedCallFails_EveryMethod_TracesItsTextAndReturns
     {
         m_Fake.Fail(row.m_pMethod, kRefused);
         m_Trace.Clear();
-        EXPECT_EQ(kRefused, row.m_Call()) << row.m_pMethod;
+        EXPECT_EQ(row.m_Call(), kRefused) << row.m_pMethod;
         const Lines lines = Trace();
-        ASSERT_EQ(3u, lines.size()) << row.m_pMethod;
-        EXPECT_EQ(std::string("UMDDdiDevice::") + row.m_pText + " failed! " + kRefusedText, lines[2]);
+        ASSERT_EQ(lines.size(), 3u) << row.m_pMethod;
+        EXPECT_EQ(lines[2], std::string("UMDDdiDevice::") + row.m_pText + " failed! " + kRefusedText);
     }
-    EXPECT_EQ(77u, validate.NumPasses);
+    EXPECT_EQ(validate.NumPasses, 77u);
 }
 
 TEST_F(UMDDdiDeviceState, EntryTraces_SpecialArguments_PrintDefinedNumbers)
@@ -290,9 +287,9 @@ TEST_F(UMDDdiDeviceState, EntryTraces_SpecialArguments_PrintDefinedNumbers)
         static_cast<int>(UMDLow32(plane.Plane)));
     snprintf(scissor, sizeof(scissor), "=> UMDDdiSetScissorRect pRect:0x%x left:1 right:3 top:2 bottom:4\n",
         UMDLow32(&rect));
-    EXPECT_EQ(1u, m_Trace.Count("=> UMDDdiSetZRange MinZ:0 MaxZ:1\n"));
-    EXPECT_EQ(1u, m_Trace.Count(clip));
-    EXPECT_EQ(1u, m_Trace.Count(scissor));
+    EXPECT_EQ(m_Trace.Count("=> UMDDdiSetZRange MinZ:0 MaxZ:1\n"), 1u);
+    EXPECT_EQ(m_Trace.Count(clip), 1u);
+    EXPECT_EQ(m_Trace.Count(scissor), 1u);
 }
 
 TEST_F(UMDDdiDeviceState, AnyEntry_FaultInTheDelegatedDevice_AnswersOkWithTwoLines)
@@ -300,9 +297,9 @@ TEST_F(UMDDdiDeviceState, AnyEntry_FaultInTheDelegatedDevice_AnswersOkWithTwoLin
     m_Fake.On("SetScissorRect", tesslo::test::RaiseAccessViolation);
     const RECT rect{};
     m_Trace.Clear();
-    EXPECT_EQ(S_OK, UMDDdiSetScissorRect(DeviceHandle(), &rect));
+    EXPECT_EQ(UMDDdiSetScissorRect(DeviceHandle(), &rect), S_OK);
     const Lines lines = Trace();
-    ASSERT_EQ(4u, lines.size());
-    EXPECT_EQ("EXCEPTION_ACCESS_VIOLATION\n", lines[2]);
-    EXPECT_EQ("Exception in DDI function! UMDDdiSetScissorRect failed!\n", lines[3]);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[2], "EXCEPTION_ACCESS_VIOLATION\n");
+    EXPECT_EQ(lines[3], "Exception in DDI function! UMDDdiSetScissorRect failed!\n");
 }
