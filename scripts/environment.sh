@@ -150,6 +150,9 @@ start_wine()
     # The command stream thread spins; one thread gives the same pictures and leaves the cores to the work.
     export WINE_D3D_CONFIG=csmt=0
     mkdir -p "$WINEPREFIX"
+    # What a run that was killed has left behind knows another display.
+    wineserver -k </dev/null >/dev/null 2>&1 9>&- || true
+    wineserver -w </dev/null >/dev/null 2>&1 9>&- || true
     wineserver -p </dev/null >/dev/null 2>&1 9>&-
     wine wineboot -u </dev/null >/dev/null 2>&1 9>&- || die "Wine did not start in $WINEPREFIX"
 }
