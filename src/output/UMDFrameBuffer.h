@@ -37,9 +37,10 @@ public:
 private:
     IDirect3DDevice9Ex* m_pDevice;  ///< borrowed
     UMDGpuDx9Surface m_Surface;
-    IDirect3DSurface9* m_pSurface[UMD_FRAMEBUFFER_SLOT_COUNT];  ///< owned; made when first needed
-    UMDFrameMemory*
-        m_pSurfaceMalloc[UMD_FRAMEBUFFER_SLOT_COUNT];  ///< owned; missing beside a surface when memory was short
-    UINT m_nIndex;                                     ///< slot last written
+    // Each slot is a pair that m_Surface makes when it is first needed, and destroys. The buffer is missing beside its
+    // surface when memory was short.
+    IDirect3DSurface9* m_pSurface[UMD_FRAMEBUFFER_SLOT_COUNT];     ///< owned
+    UMDFrameMemory* m_pSurfaceMalloc[UMD_FRAMEBUFFER_SLOT_COUNT];  ///< owned
+    UINT m_nIndex;                                                 ///< slot last written
     UINT m_nIndexReady;  ///< slot of the newest complete copy; means nothing before the first
 };
