@@ -10,7 +10,7 @@
 /// Offset of a member, bytes.
 #define UMD_OFFSET(record, member, offset) static_assert(offsetof(record, member) == (offset), #record "::" #member)
 
-// The published records nest unnamed structures in unions, which both compilers accept as an extension.
+// The published records nest unnamed structures in unions, which all compilers accept as an extension.
 #if defined(__clang__)
 // clang-format off: one directive a line
 #define UMD_DDI_RECORDS_BEGIN                                         \
@@ -19,6 +19,9 @@
     _Pragma("clang diagnostic ignored \"-Wnested-anon-types\"")
 // clang-format on
 #define UMD_DDI_RECORDS_END _Pragma("clang diagnostic pop")
+#elif defined(__GNUC__)
+#define UMD_DDI_RECORDS_BEGIN _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wpedantic\"")
+#define UMD_DDI_RECORDS_END _Pragma("GCC diagnostic pop")
 #else
 #define UMD_DDI_RECORDS_BEGIN __pragma(warning(push)) __pragma(warning(disable : 4201))
 #define UMD_DDI_RECORDS_END __pragma(warning(pop))

@@ -68,7 +68,7 @@ inline UMDRESOURCETYPE ResourceTypeOrNone(HANDLE hResource)
 
 inline UINT ResourceTypeOrZero(HANDLE hResource)
 {
-    return hResource ? ToResource(hResource)->GetType() : 0;
+    return hResource ? static_cast<UINT>(ToResource(hResource)->GetType()) : 0;
 }
 
 inline UINT ResourcePoolOrZero(HANDLE hResource)

@@ -43,7 +43,9 @@ TEST_P(DifferentialScenes, EveryFrame_DriverAndPlainDevice_SamePixels)
         EXPECT_EQ(DifferentialCompare(name, fromDriver[i], fromPlain[i]), "") << "frame " << i;
         EXPECT_FALSE(fromPlain[i].IsOneColor()) << "frame " << i << " shows nothing";
         if (i > 0)
+        {
             EXPECT_FALSE(fromPlain[i - 1] == fromPlain[i]) << "frame " << i << " adds nothing";
+        }
     }
 }
 

@@ -381,7 +381,9 @@ TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_EachStepFails_UnlocksAndReturns
         EXPECT_EQ(TargetReferences(), 2U + row.Left);
         ReleaseLeft(row.Left);
         if (row.Left)
+        {
             EXPECT_FALSE(m_Fake.Find<FakeSurface>("surface#2").Pixels().IsLocked());
+        }
         m_Kernel.FindAllocation(1).m_bLocked = false;  // the refused unlock's
     }
 }

@@ -108,7 +108,9 @@ TEST_F(UMDDdiCreateResourceTest, EveryFlagOfTheOrderWithAllLaterOnes_TheFirstOfT
     {
         CreateRequest request(later, D3DDDIPOOL_SYSTEMMEM, D3DDDIFMT_X8R8G8B8, 8, 4);
         if (!(later & kFlagCubeMap))
+        {
             ASSERT_EQ(request.m_Arg.SurfCount, 1U);
+        }
         request.m_Arg.Fvf = 322;
         ForgetCalls();
         CreateAny(request);

@@ -27,7 +27,9 @@ protected:
     {
         m_Fake.ClearScripts();
         if (m_pOpened)
+        {
             EXPECT_EQ(UMDDdiDestroyResource(DeviceHandle(), ToHandle(m_pOpened)), E_FAIL);
+        }
         ResourceFixture::TearDown();
     }
 

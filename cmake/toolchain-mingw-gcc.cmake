@@ -1,0 +1,10 @@
+# Cross-compiles for Windows x64 with Debian's g++ of mingw-w64: a second opinion, not what is shipped.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -pthread")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static -pthread")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static -pthread")
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/run-wine)
