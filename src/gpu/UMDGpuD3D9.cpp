@@ -2,6 +2,7 @@
 
 #include "util/UMDModuleExport.h"
 #include "util/UMDUtilDebugTrace.h"
+#include "util/UMDUtilGuard.h"
 
 #include <string.h>
 
@@ -57,8 +58,9 @@ void UMDGpuD3D9::Destroy()
 
 void UMDGpuD3D9::PresentNotification(IDirect3DSurface9* pSurface)
 {
-    if (m_TessloVirtualMonitorReserved2)
-        m_TessloVirtualMonitorReserved2(m_pD3DDevice9Ex.Get(), pSurface);
+    if (m_TessloVirtualMonitorReserved2 &&
+        !UMDUtilGuard([&] { m_TessloVirtualMonitorReserved2(m_pD3DDevice9Ex.Get(), pSurface); }))
+        UMD_TRACE(UMDTRACE_ERROR, L"Exception in client library! %S failed!\n", TESSLO_CLIENT_RESERVED2);
 }
 
 HRESULT UMDGpuD3D9::InternalDeviceRetrieveFromClientDll(HMODULE hClientDll, IDirect3DDevice9Ex** ppDevice)
@@ -72,7 +74,10 @@ HRESULT UMDGpuD3D9::InternalDeviceRetrieveFromClientDll(HMODULE hClientDll, IDir
     // What a library that declines leaves behind is not ours to release; one that promises a device and stores none
     // has failed all the same.
     IDirect3DDevice9Ex* pDevice = nullptr;
-    if (!pReserved1(m_hWnd, &pDevice) || !pDevice)
+    BOOLEAN given = FALSE;
+    if (!UMDUtilGuard([&] { given = pReserved1(m_hWnd, &pDevice); }))
+        UMD_TRACE(UMDTRACE_ERROR, L"Exception in client library! %S failed!\n", TESSLO_CLIENT_RESERVED1);
+    if (!given || !pDevice)
         return UMDFail(
             E_FAIL, L"UMDGpuD3D9::InternalDeviceRetrieveFromClientDll m_TessloVirtualMonitorReserved1() failed!\n");
     *ppDevice = pDevice;

@@ -22,7 +22,8 @@ public:
     virtual void Run() = 0;
 
     /// Waits for the thread's end; at once, any number of times, after it. Owner's thread.
-    /// @param dwMilliseconds INFINITE, or the longest time to wait.
+    /// @param dwMilliseconds INFINITE, or the longest time to wait. A wait without limit tells after 5 s that it goes
+    ///                       on, and then each minute.
     /// @return what WaitForSingleObject says; 0 without waiting when there never was a thread.
     DWORD Wait(DWORD dwMilliseconds);
 
@@ -31,5 +32,12 @@ protected:
     DWORD m_dwThreadId;  ///< written by CreateThread
 
 private:
+    /// Traces who keeps a wait without limit waiting. Owner's thread.
+    virtual void TellWaiting(UINT seconds) const;
+
+    /// Called when a fault, whose name is traced, has ended Run: traces whose it was, and does what others still need
+    /// of the thread. Worker's thread.
+    virtual void Faulted();
+
     static DWORD WINAPI ThreadEntry(LPVOID pParameter);
 };

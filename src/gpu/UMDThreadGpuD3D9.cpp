@@ -2,6 +2,7 @@
 
 #include "util/UMDMakeUnique.h"
 #include "util/UMDUtilDebugTrace.h"
+#include "util/UMDUtilGuard.h"
 
 namespace
 {
@@ -48,7 +49,8 @@ void UMDThreadGpuD3D9::ThreadGuiStart(HMODULE hClientDll)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::Start UMDBaseThread::Start failed! %d\n", GetLastError());
         return;
     }
-    const HANDLE outcomes[] = {m_hEventCreated, m_hEventCreateFailed};
+    // Code that is not ours runs on the thread and may end it before it can tell.
+    const HANDLE outcomes[] = {m_hEventCreated, m_hEventCreateFailed, m_hThread};
     WaitForMultipleObjects(ARRAYSIZE(outcomes), outcomes, FALSE, INFINITE);
 }
 
@@ -171,36 +173,65 @@ void UMDThreadGpuD3D9::InternalDispatchMessage()
 HRESULT UMDThreadGpuD3D9::InternalCreateDevice(HWND hWnd)
 {
     UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::InternalCreateDevice\n");
+    HRESULT hr = E_FAIL;
+    if (!UMDUtilGuard([&] { hr = InternalMakeDevice(hWnd); }))
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"Exception in thread! UMDThreadGpuD3D9::InternalCreateDevice failed!\n");
+        hr = E_FAIL;
+        InternalReleaseDevice();
+    }
+    SetEvent(SUCCEEDED(hr) ? m_hEventCreated : m_hEventCreateFailed);
+    return hr;
+}
+
+HRESULT UMDThreadGpuD3D9::InternalMakeDevice(HWND hWnd)
+{
     m_pGpu = UMDMakeUnique<UMDGpuD3D9>(hWnd);
     if (!m_pGpu)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::InternalCreateDevice failed!\n");
-        SetEvent(m_hEventCreateFailed);
-        return E_FAIL;
-    }
+        return UMDFail(E_FAIL, L"UMDThreadGpuD3D9::InternalCreateDevice failed!\n");
     if (FAILED(m_pGpu->Create(m_hClientDll)))
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadGpuD3D9::InternalCreateDevice Create failed!\n");
-        SetEvent(m_hEventCreateFailed);
-        return E_FAIL;
-    }
-    SetEvent(m_hEventCreated);
+        return UMDFail(E_FAIL, L"UMDThreadGpuD3D9::InternalCreateDevice Create failed!\n");
     return S_OK;
 }
 
 void UMDThreadGpuD3D9::InternalDestroyDevice()
 {
     UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::InternalDestroyDevice\n");
-    if (m_pGpu)
-    {
-        m_pGpu->Destroy();
-        m_pGpu.reset();
-    }
+    InternalReleaseDevice();
+}
+
+void UMDThreadGpuD3D9::InternalReleaseDevice()
+{
+    if (!m_pGpu)
+        return;
+    // Taken away first: whatever a fault leaves of it, nobody gets it any more.
+    UMDGpuD3D9* const pGpu = m_pGpu.release();
+    if (!UMDUtilGuard([pGpu] {
+            pGpu->Destroy();
+            delete pGpu;
+        }))
+        UMD_TRACE(UMDTRACE_ERROR, L"Exception in thread! UMDThreadGpuD3D9::InternalDestroyDevice failed!\n");
+}
+
+void UMDThreadGpuD3D9::Faulted()
+{
+    UMD_TRACE(UMDTRACE_ERROR, L"Exception in thread! UMDThreadGpuD3D9::Run failed!\n");
+    // The starter may still wait. A device that was reported stays for those who use it; it goes with this object.
+    SetEvent(m_hEventCreateFailed);
 }
 
 LRESULT CALLBACK UMDThreadGpuD3D9::InternalGuiWndMsgProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
     UMD_TRACE(UMDTRACE_GPU, L">>> UMDThreadGpuD3D9::InternalGuiWndMsgProc %d\n", uMsg);
+    // Guarded here: what becomes of a fault that passes through the platform, which called us, is anybody's guess.
+    LRESULT result = 0;
+    if (!UMDUtilGuard([&] { result = InternalAnswerMessage(hWnd, uMsg, wParam, lParam); }))
+        UMD_TRACE(UMDTRACE_ERROR, L"Exception in thread! UMDThreadGpuD3D9::InternalGuiWndMsgProc %d failed!\n", uMsg);
+    return result;
+}
+
+LRESULT UMDThreadGpuD3D9::InternalAnswerMessage(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
+{
     switch (uMsg)
     {
     case WM_DESTROY:

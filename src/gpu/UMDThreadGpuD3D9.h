@@ -38,8 +38,12 @@ private:
     void InternalAnswerSentMessages();
     void InternalDispatchMessage();
     HRESULT InternalCreateDevice(HWND hWnd);
+    HRESULT InternalMakeDevice(HWND hWnd);
     void InternalDestroyDevice();
+    void InternalReleaseDevice();
+    void Faulted() override;
     static LRESULT CALLBACK InternalGuiWndMsgProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
+    static LRESULT InternalAnswerMessage(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam);
 
     HANDLE m_hEventCreateFailed;         ///< set by the thread: there will be no device
     HANDLE m_hEventCreated;              ///< set by the thread: the device exists

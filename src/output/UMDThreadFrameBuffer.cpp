@@ -4,6 +4,9 @@
 #include "util/UMDMakeUnique.h"
 #include "util/UMDModuleExport.h"
 #include "util/UMDUtilDebugTrace.h"
+#include "util/UMDUtilGuard.h"
+
+#include <utility>
 
 namespace
 {
@@ -22,8 +25,9 @@ bool LookUp(HMODULE hClientDll, const char* pName, Function* ppFunction, const w
 UMDThreadFrameBuffer::UMDThreadFrameBuffer()
     : m_hEventFrameBufferAvailable(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_bInit(false), m_bExit(false),
-      m_pDeviceContext(nullptr), m_VidPnSourceId(0), m_hClientDll(nullptr), m_TessloVirtualMonitorPlug(nullptr),
-      m_TessloVirtualMonitorUnplug(nullptr), m_TessloVirtualMonitorUpdate(nullptr)
+      m_pDeviceContext(nullptr), m_VidPnSourceId(0), m_hClientDll(nullptr), m_pConnection(nullptr), m_bConnected(false),
+      m_pClientCall(nullptr), m_TessloVirtualMonitorPlug(nullptr), m_TessloVirtualMonitorUnplug(nullptr),
+      m_TessloVirtualMonitorUpdate(nullptr)
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L"UMDThreadFrameBuffer::UMDThreadFrameBuffer\n");
 }
@@ -81,6 +85,8 @@ bool UMDThreadFrameBuffer::RequestExit()
     // The ring goes first. A frame that the worker is on lives on by the worker's own references.
     m_pFrameBuffer.reset();
     m_Handoff.Discard();
+    if (InternalWasEndedInClient())
+        m_Handoff.Done();  // the frame that the worker was on
     if (!m_bExit.exchange(true))
         SetEvent(m_hEventRequestExit);
     return true;
@@ -95,7 +101,7 @@ bool UMDThreadFrameBuffer::FrameBufferAvailable(
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::FrameBufferAvailable m_bInit == false\n");
         return false;
     }
-    if (m_bExit || !m_pFrameBuffer)
+    if (m_bExit || !m_pFrameBuffer || InternalWasEndedInClient())
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::FrameBufferAvailable thread has exited!\n");
         return false;
@@ -128,18 +134,49 @@ void UMDThreadFrameBuffer::InternalPublishFrame(UINT width, UINT height, UINT ro
     m_Handoff.Publish();
 }
 
+// A client library may end the thread that it is called on. Nobody is told of it, and asking for the thread's end
+// costs: it is asked only while the worker is in the library.
+bool UMDThreadFrameBuffer::InternalWasEndedInClient()
+{
+    const char* pExport = m_pClientCall.load(std::memory_order_acquire);
+    if (!pExport || Wait(0) != WAIT_OBJECT_0)
+        return false;
+    if (!m_bExit.exchange(true))
+        UMD_TRACE(
+            UMDTRACE_ERROR, L"Thread ended in client library! %S of source %d failed!\n", pExport, m_VidPnSourceId);
+    return true;
+}
+
 void UMDThreadFrameBuffer::Run()
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::Run\n");
-    bool connected = false;
-    void* pConnection = nullptr;
-    while (InternalWaitForFrame() && InternalProcessNewestFrame(&pConnection, &connected) && !m_bExit)
+    while (InternalWaitForFrame() && InternalProcessNewestFrame() && !m_bExit)
     {
     }
-    if (connected && !InternalUninitializeConnection(&pConnection, m_VidPnSourceId))
+    InternalEnd();
+}
+
+void UMDThreadFrameBuffer::InternalEnd()
+{
+    if (std::exchange(m_bConnected, false) && !InternalUninitializeConnection(&m_pConnection, m_VidPnSourceId))
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalUninitializeConnection failed!\n");
     UMD_TRACE(UMDTRACE_DETAIL | UMDTRACE_ENTER, L"UMDThreadFrameBuffer::Run exit\n");
     m_bExit = true;
+}
+
+void UMDThreadFrameBuffer::Faulted()
+{
+    UMD_TRACE(
+        UMDTRACE_ERROR, L"Exception in thread! UMDThreadFrameBuffer::Run of source %d failed!\n", m_VidPnSourceId);
+    InternalEnd();
+    m_Handoff.Done();
+}
+
+void UMDThreadFrameBuffer::TellWaiting(UINT seconds) const
+{
+    const char* pExport = m_pClientCall.load(std::memory_order_acquire);
+    UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Wait source %d has not ended after %d s, it is in %S\n",
+        m_VidPnSourceId, seconds, pExport ? pExport : "the driver");
 }
 
 bool UMDThreadFrameBuffer::InternalWaitForFrame()
@@ -162,29 +199,40 @@ bool UMDThreadFrameBuffer::InternalWaitForFrame()
     }
 }
 
-bool UMDThreadFrameBuffer::InternalProcessNewestFrame(void** ppConnection, bool* pConnected)
+bool UMDThreadFrameBuffer::InternalProcessNewestFrame()
 {
-    if (!*pConnected)
+    if (!m_bConnected)
     {
-        *ppConnection = nullptr;
-        if (!InternalInitializeConnection(ppConnection, m_VidPnSourceId))
+        m_pConnection = nullptr;
+        if (!InternalInitializeConnection(&m_pConnection, m_VidPnSourceId))
         {
             UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalInitializeConnection failed!\n");
             return false;
         }
-        *pConnected = true;
+        m_bConnected = true;
     }
     UMDFrame* pFrame = m_Handoff.Take();
     if (!pFrame)
         return true;  // taken on an earlier wake-up, or withdrawn by an exit request
     BYTE* pBuffer = UMDFrameBuffer::GetDuplicateFrameBufferMalloc(*pFrame);
     IDirect3DSurface9* pSurface = UMDFrameBuffer::GetDuplicateFrameBuffer(*pFrame);
-    const bool processed = InternalProcessFrameBuffer(ppConnection, pBuffer, pSurface, pFrame->m_Width,
+    const bool processed = InternalProcessFrameBuffer(&m_pConnection, pBuffer, pSurface, pFrame->m_Width,
         pFrame->m_Height, pFrame->m_BytesPerPixel, pFrame->m_Pitch, m_VidPnSourceId, pFrame->m_Rotation);
     m_Handoff.Done();
     if (!processed)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n");
     return processed;
+}
+
+template <typename Call>
+bool UMDThreadFrameBuffer::InternalCallClient(const char* pExport, const Call& call)
+{
+    BOOLEAN answer = FALSE;
+    m_pClientCall.store(pExport, std::memory_order_release);
+    if (!UMDUtilGuard([&] { answer = call(); }))
+        UMD_TRACE(UMDTRACE_ERROR, L"Exception in client library! %S of source %d failed!\n", pExport, m_VidPnSourceId);
+    m_pClientCall.store(nullptr, std::memory_order_release);
+    return answer;
 }
 
 bool UMDThreadFrameBuffer::InternalInitializeConnection(void** ppConnection, UINT VidPnSourceId)
@@ -197,7 +245,8 @@ bool UMDThreadFrameBuffer::InternalInitializeConnection(void** ppConnection, UIN
         !LookUp(m_hClientDll, TESSLO_CLIENT_UPDATE, &m_TessloVirtualMonitorUpdate,
             L"UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! %d\n"))
         return false;
-    if (!m_TessloVirtualMonitorPlug(ppConnection, VidPnSourceId))
+    if (!InternalCallClient(
+            TESSLO_CLIENT_PLUG, [&] { return m_TessloVirtualMonitorPlug(ppConnection, VidPnSourceId); }))
     {
         UMD_TRACE(UMDTRACE_ERROR,
             L"UMDThreadFrameBuffer::InternalInitializeConnection m_TessloVirtualMonitorPlug() failed!\n");
@@ -251,7 +300,7 @@ bool UMDThreadFrameBuffer::InternalSendFrameBuffer(
     frame.Height = height;
     frame.Pitch = pitch;
     frame.pBits = pBuffer;
-    if (!m_TessloVirtualMonitorUpdate(ppConnection, &frame))
+    if (!InternalCallClient(TESSLO_CLIENT_UPDATE, [&] { return m_TessloVirtualMonitorUpdate(ppConnection, &frame); }))
     {
         UMD_TRACE(
             UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalSendFrameBuffer m_TessloVirtualMonitorUpdate() failed!\n");
@@ -263,7 +312,8 @@ bool UMDThreadFrameBuffer::InternalSendFrameBuffer(
 bool UMDThreadFrameBuffer::InternalUninitializeConnection(void** ppConnection, UINT VidPnSourceId)
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::InternalUninitializeConnection\n");
-    if (!m_TessloVirtualMonitorUnplug(ppConnection, VidPnSourceId))
+    if (!InternalCallClient(
+            TESSLO_CLIENT_UNPLUG, [&] { return m_TessloVirtualMonitorUnplug(ppConnection, VidPnSourceId); }))
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalUninitializeConnection() failed!\n");
     return true;
 }

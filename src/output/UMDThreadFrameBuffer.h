@@ -3,7 +3,8 @@
 //
 // The presenting thread copies each frame (FrameBufferAvailable) and wakes the worker; the worker opens the client
 // library's connection on its first frame, sends, and closes it at its end. Frames that come faster than the client
-// library takes them are dropped, never queued. The first failure ends the worker for good.
+// library takes them are dropped, never queued. The first failure ends the worker for good; so does a fault, of the
+// client library or of anything else that the worker calls.
 #pragma once
 
 #include "gpu/UMDThreadBase.h"
@@ -44,14 +45,21 @@ private:
     using UMDThreadBase::Start;
 
     void InternalPublishFrame(UINT width, UINT height, UINT rotation);
+    bool InternalWasEndedInClient();
     bool InternalWaitForFrame();
-    bool InternalProcessNewestFrame(void** ppConnection, bool* pConnected);
+    bool InternalProcessNewestFrame();
+    void InternalEnd();
     bool InternalInitializeConnection(void** ppConnection, UINT VidPnSourceId);
     bool InternalProcessFrameBuffer(void** ppConnection, BYTE* pBuffer, IDirect3DSurface9* pSurface, UINT width,
         UINT height, UINT bytesPerPixel, UINT pitch, UINT VidPnSourceId, UINT rotation);
     bool InternalSendFrameBuffer(
         void** ppConnection, const BYTE* pBuffer, UINT width, UINT height, UINT pitch, UINT VidPnSourceId);
     bool InternalUninitializeConnection(void** ppConnection, UINT VidPnSourceId);
+    /// Calls one export of the client library. @return its answer; false when it faulted, which is traced.
+    template <typename Call>
+    bool InternalCallClient(const char* pExport, const Call& call);
+    void TellWaiting(UINT seconds) const override;
+    void Faulted() override;
 
     HANDLE m_hEventFrameBufferAvailable;
     HANDLE m_hEventRequestExit;
@@ -61,7 +69,10 @@ private:
     std::unique_ptr<UMDFrameBuffer> m_pFrameBuffer;  ///< presenting thread
     UMDFrameHandoff m_Handoff;
     UINT m_VidPnSourceId;
-    HMODULE m_hClientDll;  ///< borrowed
+    HMODULE m_hClientDll;                    ///< borrowed
+    void* m_pConnection;                     ///< the slot of the client library's own; worker's thread
+    bool m_bConnected;                       ///< Plug has accepted, Unplug is due; worker's thread
+    std::atomic<const char*> m_pClientCall;  ///< the export that the worker is in, null while in none
     TessloVirtualMonitorPlugFunction m_TessloVirtualMonitorPlug;
     TessloVirtualMonitorUnplugFunction m_TessloVirtualMonitorUnplug;
     TessloVirtualMonitorUpdateFunction m_TessloVirtualMonitorUpdate;

@@ -4,6 +4,7 @@
 
 #include "util/UMDUtilDebugTraceDirectives.h"
 
+#include <share.h>
 #include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -18,6 +19,9 @@ namespace
 /// Characters of a line, prefix and terminating null included; of the log file's path as well.
 constexpr size_t kLineLength = 4096;
 
+/// How often the log file is asked for while another has it open; a millisecond passes at every fourth time.
+constexpr int kOpenTries = 200;
+
 /// Formats into a buffer of kLineLength characters. @return characters written.
 int FormatBounded(wchar_t* pBuffer, const wchar_t* pFormat, ...)
 {
@@ -28,6 +32,23 @@ int FormatBounded(wchar_t* pBuffer, const wchar_t* pFormat, ...)
     return length;
 }
 
+/// Opens the log file for one writer alone, who may be another thread's or process's: two at once would write over each
+/// other's lines. @return null when it cannot be opened, or not within 50 ms.
+FILE* OpenLogFile(const wchar_t* pPath)
+{
+    for (int tries = 1; tries <= kOpenTries; ++tries)
+    {
+        FILE* pFile = _wfsopen(pPath, L"a+", _SH_DENYWR);
+        if (pFile || _doserrno != ERROR_SHARING_VIOLATION)
+            return pFile;
+        if (tries % 4 == 0)
+            Sleep(1);
+        else
+            SwitchToThread();
+    }
+    return nullptr;
+}
+
 /// Appends one line to the log file, which consumes it; a file that cannot be found or opened is skipped silently.
 void AppendToLogFile(wchar_t* pLine)
 {
@@ -36,8 +57,8 @@ void AppendToLogFile(wchar_t* pLine)
         return;
     if (wcscat_s(path, kLineLength, L"\\Tesslo.log") != 0)
         return;
-    FILE* pFile = nullptr;
-    if (_wfopen_s(&pFile, path, L"a+") != 0)
+    FILE* pFile = OpenLogFile(path);
+    if (!pFile)
         return;
     // The line is the format: a % that the message produced is interpreted once more. It reads zeros, one for each
     // character at the most.
@@ -49,12 +70,14 @@ void AppendToLogFile(wchar_t* pLine)
 
 void TraceLine(const wchar_t* pFormat, va_list arguments)
 {
+    const DWORD error = GetLastError();  // the caller may not have asked for it yet
     wchar_t line[kLineLength];
     const int prefix = FormatBounded(line, L"UMD: [%04d:%04d] ", GetCurrentProcessId(), GetCurrentThreadId());
     vswprintf_s(line + prefix, kLineLength - prefix, pFormat, arguments);
     OutputDebugStringW(line);
     if (g_DebugLevelUMD & UMDTRACE_LOGFILE)
         AppendToLogFile(line);
+    SetLastError(error);
 }
 }  // namespace
 

@@ -1,22 +1,20 @@
 // The built DLL as the loader drives it: attach, threads, detach.
 #include "DriverDll.h"
 #include "ImportPatch.h"
+#include "MachineLog.h"
 #include "RegistryOverride.h"
 #include "TraceCapture.h"
 
 #include <gtest/gtest.h>
 
-#include <shlobj.h>
-
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 namespace
 {
 using tesslo::test::DriverDll;
 using tesslo::test::ImportPatch;
+using tesslo::test::MachineLog;
 using tesslo::test::RegistryOverride;
 using tesslo::test::TraceCapture;
 
@@ -37,27 +35,6 @@ BOOL WINAPI FreeAndRemember(HMODULE hModule)
 std::string Pid()
 {
     return std::to_string(GetCurrentProcessId());
-}
-
-std::filesystem::path LogFile()
-{
-    wchar_t folder[MAX_PATH] = L"";
-    SHGetSpecialFolderPathW(nullptr, folder, CSIDL_COMMON_DOCUMENTS, FALSE);
-    return std::filesystem::path(folder) / L"Tesslo.log";
-}
-
-/// This process's lines in the log file behind an offset: other processes may write there too.
-std::string Logged(size_t offset)
-{
-    std::ifstream file(LogFile(), std::ios::binary);
-    file.seekg(static_cast<std::streamoff>(offset));
-    std::string line, lines;
-    while (std::getline(file, line))
-    {
-        if (line.starts_with("UMD: [" + Pid() + ":") || line.starts_with("UMD: [0" + Pid() + ":"))
-            lines += line.substr(line.find("] ") + 2, line.find('\r') - line.find("] ") - 2) + "\n";
-    }
-    return lines;
 }
 
 class DllAttachTest : public testing::Test
@@ -168,16 +145,11 @@ TEST_F(DllAttachTest, LogFile_ErrorsAndFileBit_HoldsWhatTheDebuggerGot)
 {
     m_Registry.SetTraceMask(0x801);
     m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
-    std::error_code none;
-    const auto size = std::filesystem::file_size(LogFile(), none);
-    const size_t offset = none ? 0 : static_cast<size_t>(size);
+    const MachineLog log;
     {
         DriverDll dll;
     }
-    std::string debugger;
-    for (const std::string& line : m_Trace.Lines())
-        debugger += line;
-    EXPECT_NE(debugger.find("UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"), std::string::npos);
-    EXPECT_EQ(Logged(offset), debugger);
+    EXPECT_EQ(m_Trace.Count("UMDUtilDebugTraceDllMain LoadLibrary failed! 126\n"), 1u);
+    EXPECT_EQ(log.MessagesOf(GetCurrentProcessId()), m_Trace.Lines());
 }
 }  // namespace

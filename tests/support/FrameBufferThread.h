@@ -6,6 +6,7 @@
 #include "DeviceFixture.h"
 #include "FakeSurface.h"
 #include "FrameClient.h"
+#include "Waiting.h"
 
 #include "util/UMDUtilDebugTrace.h"
 
@@ -15,8 +16,6 @@
 
 namespace tesslo::test
 {
-constexpr DWORD kLong = 30000;  ///< milliseconds; reached only by a failing test
-
 /// A worker of the test's own, in the place of the six of the started device that gives it the delegated device.
 class FrameBufferThreadFixture : public DeviceFixture
 {

@@ -72,6 +72,8 @@ void FrameClient::Release()
 
 FARPROC WINAPI FrameClient::InternalLookUp(HMODULE hModule, const char* pName)
 {
+    if (hModule != g_pClient->Module())
+        return g_pClient->m_Patch.Original<decltype(&GetProcAddress)>()(hModule, pName);
     const std::string name = pName;
     void* pFunction = nullptr;
     if (name == TESSLO_CLIENT_PLUG)
@@ -80,7 +82,7 @@ FARPROC WINAPI FrameClient::InternalLookUp(HMODULE hModule, const char* pName)
         pFunction = reinterpret_cast<void*>(&InternalUpdate);
     else if (name == TESSLO_CLIENT_UNPLUG)
         pFunction = reinterpret_cast<void*>(&InternalUnplug);
-    if (!pFunction || hModule != g_pClient->Module() || g_pClient->m_Missing.contains(name))
+    if (!pFunction || g_pClient->m_Missing.contains(name))
     {
         SetLastError(ERROR_PROC_NOT_FOUND);
         return nullptr;

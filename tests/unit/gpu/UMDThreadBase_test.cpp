@@ -78,7 +78,7 @@ TEST(UMDThreadBase, Start_Always_CreatesAThreadWithDefaultsThatRunsTheObject)
 TEST(UMDThreadBase, Start_CreateThreadFails_TracesOneLineWithoutLineFeedAndAnswersFalse)
 {
     GatedThread thread;
-    TraceMask mask(0xFFF);
+    TraceMask mask(0x7FF);
     TraceCapture trace;
     FailingImport patch(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
 
