@@ -8,11 +8,8 @@ namespace
 {
 constexpr wchar_t kWindowClass[] = L"D3D UMD";
 
-/// Platforms differ in what they say of a window whose class is not registered.
-bool IsClassMissing(DWORD error)
-{
-    return error == ERROR_CANNOT_FIND_WND_CLASS || error == ERROR_CLASS_DOES_NOT_EXIST;
-}
+/// All devices of the process share the class: none that ends takes it away while another one makes its window.
+SRWLOCK g_WindowClassLock = SRWLOCK_INIT;
 }  // namespace
 
 UMDThreadGpuD3D9::UMDThreadGpuD3D9()
@@ -88,7 +85,9 @@ void UMDThreadGpuD3D9::Run()
     InternalMessageLoop();
     InternalDestroyDevice();
     DestroyWindow(hWnd);
-    UnregisterClassW(kWindowClass, hInstance);
+    AcquireSRWLockExclusive(&g_WindowClassLock);
+    UnregisterClassW(kWindowClass, hInstance);  // fails while another device has its window
+    ReleaseSRWLockExclusive(&g_WindowClassLock);
     UMD_TRACE(UMDTRACE_GPU, L"<<< UMDThreadGpuD3D9::Run\n");
 }
 
@@ -100,16 +99,14 @@ HWND UMDThreadGpuD3D9::InternalCreateWindow(HINSTANCE hInstance)
     windowClass.lpfnWndProc = InternalGuiWndMsgProc;
     windowClass.hInstance = hInstance;
     windowClass.lpszClassName = kWindowClass;
-    for (;;)
-    {
-        // All devices of the process share the class. One that ends may take it away between registration and window:
-        // then it is registered once more.
-        const bool registered = RegisterClassExW(&windowClass) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
-        const HWND hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100,
-            100, nullptr, nullptr, hInstance, nullptr);
-        if (hWnd || !registered || !IsClassMissing(GetLastError()))
-            return hWnd;
-    }
+    AcquireSRWLockExclusive(&g_WindowClassLock);
+    RegisterClassExW(&windowClass);  // fails where another device has registered it
+    const HWND hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100, 100,
+        nullptr, nullptr, hInstance, nullptr);
+    const DWORD error = GetLastError();
+    ReleaseSRWLockExclusive(&g_WindowClassLock);
+    SetLastError(error);
+    return hWnd;
 }
 
 void UMDThreadGpuD3D9::InternalMessageLoop()

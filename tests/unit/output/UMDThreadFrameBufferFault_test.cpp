@@ -116,10 +116,13 @@ TEST_F(FrameBufferFaultTest, Unplug_Faults_EndsTheWorkerCleanly)
     ASSERT_TRUE(m_Library.WaitForFrames(1));
     m_Trace.Clear();
     Stop();
-    EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadFrameBuffer::Run exiting...\n", "EXCEPTION_ACCESS_VIOLATION\n",
-                                   "Exception in client library! TessloVirtualMonitorUnplug of source 4 failed!\n",
-                                   "UMDThreadFrameBuffer::Run InternalUninitializeConnection() failed!\n",
-                                   "UMDThreadFrameBuffer::Run exit\n"}));
+    // A worker that is still busy with the frame sees the exit there, and does not wait for it.
+    Lines lines = m_Trace.Lines();
+    std::erase(lines, "UMDThreadFrameBuffer::Run exiting...\n");
+    EXPECT_EQ(lines, (Lines{"EXCEPTION_ACCESS_VIOLATION\n",
+                         "Exception in client library! TessloVirtualMonitorUnplug of source 4 failed!\n",
+                         "UMDThreadFrameBuffer::Run InternalUninitializeConnection() failed!\n",
+                         "UMDThreadFrameBuffer::Run exit\n"}));
     EXPECT_EQ(Called(), (Lines{"Plug", "Update", "Unplug"}));
 }
 
