@@ -99,12 +99,18 @@ HWND UMDThreadGpuD3D9::InternalCreateWindow(HINSTANCE hInstance)
     windowClass.lpfnWndProc = InternalGuiWndMsgProc;
     windowClass.hInstance = hInstance;
     windowClass.lpszClassName = kWindowClass;
+    HWND hWnd = nullptr;
     AcquireSRWLockExclusive(&g_WindowClassLock);
-    RegisterClassExW(&windowClass);  // fails where another device has registered it
-    const HWND hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100, 100,
-        nullptr, nullptr, hInstance, nullptr);
+    // Hooks of others run inside, whose faults must not leave the lock to the next device.
+    const bool called = UMDUtilGuard([&] {
+        RegisterClassExW(&windowClass);  // fails where another device has registered it
+        hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100, 100,
+            nullptr, nullptr, hInstance, nullptr);
+    });
     const DWORD error = GetLastError();
     ReleaseSRWLockExclusive(&g_WindowClassLock);
+    if (!called)
+        UMD_TRACE(UMDTRACE_ERROR, L"Exception in thread! UMDThreadGpuD3D9::InternalCreateWindow failed!\n");
     SetLastError(error);
     return hWnd;
 }

@@ -65,6 +65,12 @@ LRESULT WINAPI BrittleWindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lPa
     return g_pDefWindowProc(hWnd, uMsg, wParam, lParam);
 }
 
+HWND WINAPI BrittleCreateWindow(DWORD, LPCWSTR, LPCWSTR, DWORD, int, int, int, int, HWND, HMENU, HINSTANCE, LPVOID)
+{
+    RaiseAccessViolation();
+    return nullptr;
+}
+
 HCURSOR WINAPI BrittleSetCursor(HCURSOR)
 {
     RaiseAccessViolation();
@@ -217,6 +223,28 @@ TEST_F(GpuFaultTest, WindowCreation_ItsProcedureFaults_ReleasesTheStarterWithout
     EXPECT_EQ(lines[1], "Exception in thread! UMDThreadGpuD3D9::InternalGuiWndMsgProc 129 failed!\n");
     EXPECT_TRUE(lines[2].starts_with("UMDThreadGpuD3D9::Run CreateWindow failed! ")) << lines[2];
     UnregisterClassW(L"D3D UMD", GetModuleHandleW(nullptr));
+}
+
+TEST_F(GpuFaultTest, WindowCreation_Faults_ReleasesTheStarterAndTheNextDeviceHasItsWindow)
+{
+    {
+        const ImportPatch window(
+            nullptr, "user32.dll", "CreateWindowExW", reinterpret_cast<void*>(BrittleCreateWindow));
+        Start();
+    }
+    EXPECT_EQ(m_Thread.GetDevice(), nullptr);
+    EXPECT_EQ(m_Thread.Wait(kLong), WAIT_OBJECT_0);
+    const Lines lines = Errors();
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0], kAccessViolation);
+    EXPECT_EQ(lines[1], "Exception in thread! UMDThreadGpuD3D9::InternalCreateWindow failed!\n");
+    EXPECT_TRUE(lines[2].starts_with("UMDThreadGpuD3D9::Run CreateWindow failed! ")) << lines[2];
+
+    UMDThreadGpuD3D9 next;
+    next.ThreadGuiStart(nullptr);
+    EXPECT_EQ(next.GetDevice(), &m_Device);
+    next.ThreadGuiRequestExit();
+    EXPECT_EQ(next.Wait(kLong), WAIT_OBJECT_0);
 }
 
 TEST_F(GpuFaultTest, Run_FaultsBeforeTheDevice_ReleasesTheStarterWithoutADevice)
