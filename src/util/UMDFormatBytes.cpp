@@ -11,7 +11,7 @@ struct FormatBytes
     UINT Bytes;  // a pixel
 };
 
-// What the copies count on, which is not always the format's true size.
+// What the driver reckons with, which is not always the format's true size.
 // clang-format off: a row a line
 constexpr FormatBytes kFormatBytes[] = {
     {D3DDDIFMT_A8R8G8B8, 4},
@@ -22,7 +22,7 @@ constexpr FormatBytes kFormatBytes[] = {
     {D3DDDIFMT_L8, 1},
     {UMDFourCC("YUY2"), 1},
     {UMDFourCC("NV12"), 1},  // the luma plane's byte
-    {UMDFourCC("DXT1"), 0},  // nothing is copied
+    {UMDFourCC("DXT1"), 0},
 };
 // clang-format on
 }  // namespace

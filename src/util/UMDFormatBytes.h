@@ -1,4 +1,5 @@
-// The size of a pixel in the few formats that the driver copies by hand.
+// The size of a pixel that the driver reckons with in the few formats that it names a size for. It is not always the
+// true one, and copies do not go by it: see UMDPixelLayout.h.
 #pragma once
 
 #include "ddi/ddi.h"

@@ -1,6 +1,8 @@
 // The memory behind a fake surface: rows of pixels with a settable padding, locked once at a time.
 #pragma once
 
+#include "PixelBytes.h"
+
 #include <d3d9.h>
 
 #include <vector>
@@ -20,7 +22,8 @@ public:
     HRESULT Unlock();
     bool IsLocked() const { return m_bLocked; }
 
-    UINT Pitch() const { return m_Pitch; }
+    UINT Pitch() const { return m_Shape.Pitch; }
+    const ImageShape& Shape() const { return m_Shape; }
     UINT RowCount() const { return m_RowCount; }
     /// Pitch times RowCount, zero at first.
     std::vector<BYTE>& Bytes() { return m_Bytes; }
@@ -28,10 +31,9 @@ public:
     void CopyFrom(const FakePixels& other);
 
 private:
-    D3DFORMAT m_Format;
     UINT m_RowBytes;
+    ImageShape m_Shape;
     UINT m_RowCount;
-    UINT m_Pitch;
     bool m_bLocked = false;
     std::vector<BYTE> m_Bytes;
 };
