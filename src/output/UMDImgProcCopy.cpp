@@ -20,6 +20,9 @@ HRESULT UMDImgProcCopy(
     BYTE* pDst, UINT dstPitch, const BYTE* pSrc, UINT srcPitch, UINT width, UINT height, UINT bytesPerPixel)
 {
     const UINT rowBytes = width * bytesPerPixel;
+    // A rectangle of no width can have any height: its rows are not worth counting.
+    if (rowBytes == 0)
+        return S_OK;
     if (srcPitch == rowBytes)
     {
         // Callers rely on the block: a packed source lands packed, whatever the destination's pitch.

@@ -140,6 +140,16 @@ TEST(ImageCopy, NoWidthOrNoHeight_TouchesNothing)
     }
 }
 
+TEST(ImageCopy, NothingInARow_EndlessRows_ReturnsAtOnce)
+{
+    constexpr std::chrono::seconds kShort(2);  // rows of nothing, one by one, take several times that
+    GuardedBytes nothing(0, GuardedBytes::Edge::Back);
+    const auto begin = std::chrono::steady_clock::now();
+    for (const auto& [width, bytesPerPixel] : {std::pair{0u, 4u}, {7u, 0u}})
+        EXPECT_EQ(UMDImgProcCopy(nothing.Get(), 64, nothing.Get(), 64, width, 0xFFFFFFFF, bytesPerPixel), S_OK);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, kShort);
+}
+
 TEST(ImageCopy, RandomSizes_SameBytesAsTheLoop)
 {
     const auto seed = static_cast<unsigned>(std::chrono::steady_clock::now().time_since_epoch().count());
