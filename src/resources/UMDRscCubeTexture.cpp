@@ -26,6 +26,7 @@ HRESULT UMDRscCubeTexture::Create()
     if (FAILED(hr))
         return UMDFail(hr, L"UMDRscCubeTexture::Create CreateCubeTexture failed! 0x%x\n", hr);
     UMDGetFormatBytes(m_Format, &m_BytesPerPixel);
+    UMDFitSurfaceList(m_pSurfList.get(), m_SurfCount, m_Width, m_Width, m_LevelsPerFace);
     if (HRESULT hrFaces = InternalGetFaces(); FAILED(hrFaces))
         return hrFaces;
     InternalAllocate({UMDRESOURCETYPE_CUBETEXTURE, m_CubePool, m_CubeUsage, m_LevelsPerFace, m_CubeSharedHandle});

@@ -1,12 +1,9 @@
 #include "resources/UMDRscRenderTargetCapable.h"
 
 #include "device/UMDDdiDevice.h"
-#include "output/UMDImgProc.h"
-#include "resources/UMDSurfaceCopy.h"
 #include "resources/UMDSurfaceList.h"
 #include "util/UMDUtilDebugTrace.h"
 
-#include <algorithm>
 #include <utility>
 
 UMDRscRenderTargetCapable::UMDRscRenderTargetCapable(
@@ -51,8 +48,7 @@ HRESULT UMDRscRenderTargetCapable::InternalDescribe(IDirect3DSurface9* pFirst, D
     return S_OK;
 }
 
-HRESULT UMDRscRenderTargetCapable::InternalCopyFrom(
-    const CopyFromTexts& texts, const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch)
+HRESULT UMDRscRenderTargetCapable::InternalCopyFrom(const CopyFromTexts& texts, const UMDImage<const BYTE>& src)
 {
     if (!m_hAllocation)
         return UMDFail(E_FAIL, texts.pNoAllocation);
@@ -60,8 +56,9 @@ HRESULT UMDRscRenderTargetCapable::InternalCopyFrom(
     if (HRESULT hr = KernelModeLockCb(&pData); FAILED(hr))
         return UMDFail(hr, texts.pLockFailed, hr);
 
-    UMDImgProcCopy(static_cast<BYTE*>(pData), m_Width * bytesPerPixel, pSrc, srcPitch,
-        UMDFittingPixels(std::min(width, m_Width), srcPitch, bytesPerPixel), std::min(height, m_Height), bytesPerPixel);
+    // A lock answers an address and no pitch: the allocation is what its private record says, without any padding.
+    const UMDPixelLayout& layout = UMDPixelLayoutOf(m_Format);
+    UMDCopyPixels(layout, {static_cast<BYTE*>(pData), layout.RowBytes(0, m_Width), m_Width, m_Height}, src, nullptr);
 
     const HRESULT hr = KernelModeUnlockCb();
     if (FAILED(hr))

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "kernel/UMDAllocationPrivateData.h"
+#include "resources/UMDPixelCopy.h"
 #include "resources/UMDRscBase.h"
 #include "util/UMDComPtr.h"
 
@@ -22,9 +23,12 @@ public:
     /// Copies this object's pixels to another one on the delegated device. Rectangles in pixels.
     virtual HRESULT Blt(const RECT* pSrcRect, UMDRscBase* pDst, const RECT* pDstRect);
 
-    /// Copies system-memory pixels into the kernel-mode allocation. Sizes in pixels, pitches in bytes.
+    // Sizes in pixels, pitches in bytes. bytesPerPixel is what the caller reckons with, often enough not the true size:
+    // both copies go by the format's layout.
+
+    /// Copies system-memory pixels of the object's format into the kernel-mode allocation.
     virtual HRESULT CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch) = 0;
-    /// Copies the delegated device's render target out. Sizes in pixels, pitches in bytes.
+    /// Copies the delegated device's render target out, in its own format.
     virtual HRESULT CopyTo(BYTE* pDst, UINT width, UINT height, UINT bytesPerPixel, UINT dstPitch) = 0;
 
     // Wrappers of the runtime's callbacks; failures are traced.
@@ -66,8 +70,7 @@ protected:
         const wchar_t* pUnlockFailed;  ///< takes the result
     };
     /// CopyFrom for every class.
-    HRESULT InternalCopyFrom(
-        const CopyFromTexts& texts, const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch);
+    HRESULT InternalCopyFrom(const CopyFromTexts& texts, const UMDImage<const BYTE>& src);
 
     /// Gives the kernel-mode allocation back, once, if it was ever asked for.
     void InternalReleaseAllocation();

@@ -1,11 +1,9 @@
 #include "resources/UMDRscSurface.h"
 
-#include "output/UMDImgProc.h"
+#include "resources/UMDPixelCopy.h"
 #include "resources/UMDSurfaceCopy.h"
 #include "util/UMDFormatBytes.h"
 #include "util/UMDUtilDebugTrace.h"
-
-#include <algorithm>
 
 UMDRscSurface::UMDRscSurface(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
     BOOL openResource, D3DPOOL pool, bool offscreenPlain)
@@ -70,6 +68,8 @@ HRESULT UMDRscSurface::Create()
         return UMDFail(hr, L"UMDRscSurface::Create CreateRenderTarget failed! 0x%x\n", hr);
 
     UMDGetFormatBytes(m_Format, &m_BytesPerPixel);
+    // Whatever the list says, every sub-resource is uploaded into the one surface.
+    UMDFitSurfaceList(m_pSurfList.get(), m_SurfCount, m_Width, m_Height, 1);
     UMD_TRACE(UMDTRACE_DETAIL,
         L"UMDRscSurface::Create m_pSurface: 0x%x Resource:0x%x m_VidPnSourceId:%d m_hAllocation:0x%x m_Width:%d m_Height:%d\n",
         UMDLow32(m_pSurface.Get()), UMDLow32(this), m_VidPnSourceId, m_hAllocation, m_Width, m_Height);
@@ -113,15 +113,15 @@ IDirect3DSurface9* UMDRscSurface::GetSurface(UINT, UINT)
     return m_pSurface.Get();
 }
 
-HRESULT UMDRscSurface::CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch)
+HRESULT UMDRscSurface::CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT, UINT srcPitch)
 {
     static constexpr CopyFromTexts kTexts = {L"UMDRscSurface::CopyFrom m_hAllocation is NULL\n",
         L"UMDRscSurface::CopyFrom KernelModeLockCb failed! 0x%x\n",
         L"UMDRscSurface::CopyFrom KernelModeUnlockCb failed! 0x%x\n"};
-    return InternalCopyFrom(kTexts, pSrc, width, height, bytesPerPixel, srcPitch);
+    return InternalCopyFrom(kTexts, {pSrc, srcPitch, width, height});
 }
 
-HRESULT UMDRscSurface::CopyTo(BYTE* pDst, UINT width, UINT height, UINT bytesPerPixel, UINT dstPitch)
+HRESULT UMDRscSurface::CopyTo(BYTE* pDst, UINT width, UINT height, UINT, UINT dstPitch)
 {
     IDirect3DSurface9* pSurface = nullptr;
     D3DLOCKED_RECT locked = {};
@@ -129,10 +129,8 @@ HRESULT UMDRscSurface::CopyTo(BYTE* pDst, UINT width, UINT height, UINT bytesPer
     if (HRESULT hr = RenderTargetDataLock(&pSurface, &locked, &desc); FAILED(hr))
         return UMDFail(hr, L"UMDRscSurface::CopyTo RenderTargetDataLock failed! hResult: 0x%x\n", hr);
 
-    const UINT srcPitch = static_cast<UINT>(locked.Pitch);
-    UMDImgProcCopy(pDst, dstPitch, static_cast<const BYTE*>(locked.pBits), srcPitch,
-        UMDFittingPixels(std::min(desc.Width, width), srcPitch, bytesPerPixel), std::min(desc.Height, height),
-        bytesPerPixel);
+    UMDCopyPixels(UMDPixelLayoutOf(static_cast<D3DDDIFORMAT>(desc.Format)), {pDst, dstPitch, width, height},
+        {static_cast<const BYTE*>(locked.pBits), static_cast<UINT>(locked.Pitch), desc.Width, desc.Height}, nullptr);
     RenderTargetDataUnlock(&pSurface);
     return S_OK;
 }
@@ -149,6 +147,6 @@ HRESULT UMDRscSurface::WriteToDelegated(UINT index, const RECT* pRect)
     static constexpr UMDLockTexts kTexts = {L"UMDRscSurface::WriteToDelegated Lock failed! 0x%x\n",
         L"UMDRscSurface::WriteToDelegated Unlock failed! 0x%x\n"};
     return UMDCopyLocked(m_pSurface.Get(), kTexts, [&](const D3DLOCKED_RECT& locked) {
-        UMDCopyToLocked(locked, memory, index == 0 ? pRect : nullptr, m_BytesPerPixel);
+        UMDCopyToLocked(locked, memory, index == 0 ? pRect : nullptr, UMDPixelLayoutOf(m_Format));
     });
 }

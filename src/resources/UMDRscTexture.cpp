@@ -82,6 +82,7 @@ HRESULT UMDRscTexture::Create()
         UMDLow32(sharedHandle));
 
     UMDGetFormatBytes(m_Format, &m_BytesPerPixel);
+    UMDFitSurfaceList(m_pSurfList.get(), m_SurfCount, m_Width, m_Height, m_Levels);
     if (HRESULT hrLevels = InternalGetLevels(); FAILED(hrLevels))
         return hrLevels;
     if (m_bIsRenderTarget && m_bIsSharedResource)
@@ -192,12 +193,12 @@ IDirect3DSurface9* UMDRscTexture::GetSurface(UINT, UINT level)
     return m_pCurrentSurface;
 }
 
-HRESULT UMDRscTexture::CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT bytesPerPixel, UINT srcPitch)
+HRESULT UMDRscTexture::CopyFrom(const BYTE* pSrc, UINT width, UINT height, UINT, UINT srcPitch)
 {
     static constexpr CopyFromTexts kTexts = {L"UMDRscTexture::CopyFrom m_hAllocation is NULL\n",
         L"UMDRscTexture::CopyFrom KernelModeLockCb failed! 0x%x\n",
         L"UMDRscTexture::CopyFrom KernelModeUnlockCb failed! 0x%x\n"};
-    return InternalCopyFrom(kTexts, pSrc, width, height, bytesPerPixel, srcPitch);
+    return InternalCopyFrom(kTexts, {pSrc, srcPitch, width, height});
 }
 
 HRESULT UMDRscTexture::CopyTo(BYTE*, UINT, UINT, UINT, UINT)
@@ -217,7 +218,7 @@ HRESULT UMDRscTexture::WriteToDelegated(UINT level, const RECT* pRect)
     static constexpr UMDLockTexts kTexts = {L"UMDRscTexture::WriteToDelegated LockRect failed! 0x%x\n",
         L"UMDRscTexture::WriteToDelegated UnlockRect failed! 0x%x\n"};
     return UMDCopyLocked(GetSurface(0, level), kTexts, [&](const D3DLOCKED_RECT& locked) {
-        UMDCopyToLocked(locked, memory, level == 0 ? pRect : nullptr, m_BytesPerPixel);
+        UMDCopyToLocked(locked, memory, level == 0 ? pRect : nullptr, UMDPixelLayoutOf(m_Format));
     });
 }
 
@@ -233,5 +234,5 @@ HRESULT UMDRscTexture::WriteFromDelegated(UINT level)
     static constexpr UMDLockTexts kTexts = {L"UMDRscTexture::WriteFromDelegated LockRect failed! 0x%x\n",
         L"UMDRscTexture::WriteFromDelegated UnlockRect failed! 0x%x\n"};
     return UMDCopyLocked(GetSurface(0, level), kTexts,
-        [&](const D3DLOCKED_RECT& locked) { UMDCopyFromLocked(memory, locked, m_BytesPerPixel); });
+        [&](const D3DLOCKED_RECT& locked) { UMDCopyFromLocked(memory, locked, UMDPixelLayoutOf(m_Format)); });
 }

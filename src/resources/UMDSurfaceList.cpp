@@ -28,3 +28,13 @@ UMDSurfaceList UMDCopySurfaceList(const D3DDDIARG_CREATERESOURCE* pCreate)
         std::copy_n(pCreate->pSurfList, count, pSurfList.get());
     return pSurfList;
 }
+
+void UMDFitSurfaceList(D3DDDI_SURFACEINFO* pSurfList, UINT count, UINT width, UINT height, UINT levels)
+{
+    for (UINT i = 0; pSurfList && i < count; ++i)
+    {
+        D3DDDI_SURFACEINFO& surface = pSurfList[i];
+        surface.Width = std::min(surface.Width, std::max(width >> i % levels, 1u));
+        surface.Height = std::min(surface.Height, std::max(height >> i % levels, 1u));
+    }
+}

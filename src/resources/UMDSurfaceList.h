@@ -17,5 +17,10 @@ D3DDDI_SURFACEINFO UMDFirstSurface(const D3DDDIARG_CREATERESOURCE* pCreate);
 /// A zeroed list. @return null when memory is short.
 UMDSurfaceList UMDNewSurfaceList(UINT count);
 
+/// Cuts what the list says of sizes to what the delegated object has, so that copies end with the smaller of both.
+/// @param pSurfList may be null. @param width, height of level 0, pixels.
+/// @param levels of one face: the sub-resources are its levels, over and over.
+void UMDFitSurfaceList(D3DDDI_SURFACEINFO* pSurfList, UINT count, UINT width, UINT height, UINT levels);
+
 /// A copy of the list of create arguments. @return null when there is none or memory is short.
 UMDSurfaceList UMDCopySurfaceList(const D3DDDIARG_CREATERESOURCE* pCreate);

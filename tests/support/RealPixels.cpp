@@ -24,11 +24,10 @@ Bytes MemoryOf(CreateRequest& request, UINT index, UINT bytesPerPixel)
     return pixels;
 }
 
-Bytes Landed(Bytes memory, UINT pitch, const Bytes& pixels, UINT rowBytes, UINT surfacePitch)
+Bytes Landed(Bytes memory, UINT pitch, const Bytes& pixels, UINT rowBytes)
 {
-    const UINT landingPitch = surfacePitch == rowBytes ? rowBytes : pitch;
     for (size_t y = 0; y < pixels.size() / rowBytes; y++)
-        std::memcpy(&memory[y * landingPitch], &pixels[y * rowBytes], rowBytes);
+        std::memcpy(&memory[y * pitch], &pixels[y * rowBytes], rowBytes);
     return memory;
 }
 
@@ -37,6 +36,9 @@ Bytes Kept(Bytes pixels, D3DDDIFORMAT format)
     if (format == D3DDDIFMT_X8R8G8B8)
         for (size_t i = 3; i < pixels.size(); i += 4)
             pixels[i] = 0xFF;
+    if (format == D3DDDIFMT_X1R5G5B5)
+        for (size_t i = 1; i < pixels.size(); i += 2)
+            pixels[i] |= 0x80;
     return pixels;
 }
 
@@ -127,14 +129,6 @@ Bytes RealPixels::PixelsOf(IDirect3DSurface9* pSurface, UINT bytesPerPixel)
     }
     EXPECT_EQ(pSurface->UnlockRect(), S_OK);
     return pixels;
-}
-
-UINT RealPixels::PitchOf(IDirect3DSurface9* pSurface)
-{
-    D3DLOCKED_RECT locked = {};
-    EXPECT_EQ(pSurface->LockRect(&locked, nullptr, D3DLOCK_READONLY), S_OK);
-    EXPECT_EQ(pSurface->UnlockRect(), S_OK);
-    return static_cast<UINT>(locked.Pitch);
 }
 
 Bytes RealPixels::Scribble(IDirect3DSurface9* pSurface, UINT bytesPerPixel, BYTE seed)

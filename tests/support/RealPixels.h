@@ -25,14 +25,18 @@ struct FormatRow
     UINT Padding;  ///< bytes behind each row of the runtime's memory
 };
 
-// Packed memory only where the device's rows are packed as well, else the rows land shifted.
+// With and without padding, on either side: the device pads rows to four bytes.
 inline constexpr FormatRow kFormats[] = {
     {D3DDDIFMT_A8R8G8B8, 4, 0},
     {D3DDDIFMT_A8R8G8B8, 4, 7},
     {D3DDDIFMT_X8R8G8B8, 4, 4},
+    {D3DDDIFMT_R5G6B5, 2, 0},
     {D3DDDIFMT_R5G6B5, 2, 1},
     {D3DDDIFMT_R5G6B5, 2, 64},
+    {D3DDDIFMT_X1R5G5B5, 2, 0},
+    {D3DDDIFMT_L8, 1, 0},
     {D3DDDIFMT_L8, 1, 5},
+    {D3DDDIFMT_A16B16G16R16, 8, 0},
 };
 
 /// Inside kWidth x kHeight.
@@ -49,10 +53,10 @@ std::string NameOf(const FormatRow& row);
 /// The runtime's pixels of a sub-resource, row behind row without padding.
 Bytes MemoryOf(tesslo::test::CreateRequest& request, UINT index, UINT bytesPerPixel);
 
-/// Memory behind the driver's copy of a locked surface: row by row, but a surface without padding lands as one block.
-Bytes Landed(Bytes memory, UINT pitch, const Bytes& pixels, UINT rowBytes, UINT surfacePitch);
+/// Memory behind the driver's copy of a locked surface, row by row.
+Bytes Landed(Bytes memory, UINT pitch, const Bytes& pixels, UINT rowBytes);
 
-/// What a device keeps of the pixels: a byte that the format has no use for reads as 0xFF from video memory.
+/// What a device keeps of the pixels: bits that the format has no use for read as set from video memory.
 Bytes Kept(Bytes pixels, D3DDDIFORMAT format);
 
 /// Pixels of one image, and those of a rectangle of another in their place.
@@ -85,8 +89,6 @@ protected:
 
     /// The pixels of a delegated surface in either pool, row behind row without padding.
     Bytes PixelsOf(IDirect3DSurface9* pSurface, UINT bytesPerPixel);
-    /// Bytes from row to row of a surface in system memory.
-    UINT PitchOf(IDirect3DSurface9* pSurface);
     /// Gives a system-memory surface pixels that nothing else has, and tells them as PixelsOf does.
     Bytes Scribble(IDirect3DSurface9* pSurface, UINT bytesPerPixel, BYTE seed);
 

@@ -203,7 +203,7 @@ TEST_F(UMDRscLifeTest, FlipPresent_AnyResult_AsksForTenMilliseconds)
     EXPECT_EQ(g_Pauses, (std::vector<DWORD>{10, 10}));
 }
 
-TEST_F(UMDRscLifeTest, Upload_FormatOfUnknownSize_CountsFourBytesAPixel)
+TEST_F(UMDRscLifeTest, Upload_FormatThatIsReckonedWithFourBytes_CopiesItsEight)
 {
     CreateRequest request(0, D3DDDIPOOL_SYSTEMMEM, D3DDDIFMT_A16B16G16R16, 4, 1);
     request.WithMemory(8, 0);
@@ -212,5 +212,5 @@ TEST_F(UMDRscLifeTest, Upload_FormatOfUnknownSize_CountsFourBytesAPixel)
     EXPECT_EQ(pSurface->WriteToDelegated(0, &rect), S_OK);
     const std::vector<BYTE>& pixels = m_Fake.Find<FakeSurface>("surface#1").Pixels().Bytes();
     for (size_t i = 0; i < pixels.size(); ++i)
-        EXPECT_EQ(pixels[i], i >= 4 && i < 8 ? request.Memory(0)[i] : 0) << i;
+        EXPECT_EQ(pixels[i], i >= 8 && i < 16 ? request.Memory(0)[i] : 0) << i;
 }

@@ -61,8 +61,8 @@ TEST_F(CubeTexturePixels, WriteFromDelegated_RefreshesThatFaceAndLevel)
             const D3DDDI_SURFACEINFO& surface = request.m_Surfaces[index];
             IDirect3DSurface9* pSurface = pCube->GetSurface(index / kCubeLevels, index % kCubeLevels);
             const Bytes pixels = Scribble(pSurface, row.BytesPerPixel, static_cast<BYTE>(index * 13 + 1));
-            expected.push_back(Landed(request.Memory(index), surface.SysMemPitch, pixels,
-                surface.Width * row.BytesPerPixel, PitchOf(pSurface)));
+            expected.push_back(
+                Landed(request.Memory(index), surface.SysMemPitch, pixels, surface.Width * row.BytesPerPixel));
         }
         for (UINT index = 0; index < 6 * kCubeLevels; index++)
             EXPECT_EQ(pCube->WriteFromDelegated(index), S_OK);

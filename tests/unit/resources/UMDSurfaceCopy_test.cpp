@@ -43,6 +43,12 @@ struct Image
     std::vector<BYTE> Bytes;
 };
 
+/// A format of so many bytes a pixel; of none, when there are no pixels to copy.
+UMDPixelLayout Pixels(UINT bytes)
+{
+    return {D3DDDIFMT_UNKNOWN, 1, 1, bytes ? 1U : 0U, {{1, 1, bytes, 1}}};
+}
+
 struct Case
 {
     UINT Width, Height, BytesPerPixel;
@@ -80,8 +86,8 @@ TEST(UMDSurfaceCopy, ToLocked_EveryFormatPaddingAndRectangle_CopiesThosePixelsAn
         Image locked(c.Width * c.BytesPerPixel + c.LockedPadding, c.Height);
         memory.Number(1);
         const D3DDDI_SURFACEINFO info = {c.Width, c.Height, 0, memory.Bits(), memory.Pitch, 0};
-        UMDCopyToLocked(
-            {static_cast<INT>(locked.Pitch), locked.Bits()}, info, c.WithRect ? &c.Rect : nullptr, c.BytesPerPixel);
+        UMDCopyToLocked({static_cast<INT>(locked.Pitch), locked.Bits()}, info, c.WithRect ? &c.Rect : nullptr,
+            Pixels(c.BytesPerPixel));
 
         const RECT area = c.WithRect ? c.Rect : RECT{0, 0, static_cast<LONG>(c.Width), static_cast<LONG>(c.Height)};
         for (UINT row = 0; row < c.Height; ++row)
@@ -109,7 +115,7 @@ TEST(UMDSurfaceCopy, FromLocked_EveryFormatAndPadding_CopiesThePixelsAndNoPaddin
         Image locked(c.Width * c.BytesPerPixel + c.LockedPadding, c.Height, kSourceGuard);
         locked.Number(9);
         const D3DDDI_SURFACEINFO info = {c.Width, c.Height, 0, memory.Bits(), memory.Pitch, 0};
-        UMDCopyFromLocked(info, {static_cast<INT>(locked.Pitch), locked.Bits()}, c.BytesPerPixel);
+        UMDCopyFromLocked(info, {static_cast<INT>(locked.Pitch), locked.Bits()}, Pixels(c.BytesPerPixel));
         for (UINT row = 0; row < c.Height; ++row)
         {
             for (UINT byte = 0; byte < memory.Pitch; ++byte)
@@ -119,15 +125,19 @@ TEST(UMDSurfaceCopy, FromLocked_EveryFormatAndPadding_CopiesThePixelsAndNoPaddin
     }
 }
 
-TEST(UMDSurfaceCopy, ToLocked_PackedMemoryAndPaddedSurface_RowsLandPacked)
+TEST(UMDSurfaceCopy, ToLocked_PackedMemoryAndPaddedSurface_RowsLandAtTheSurfacesPitch)
 {
     Image memory(8, 3, kSourceGuard);
     Image locked(12, 3);
     memory.Number(1);
     const D3DDDI_SURFACEINFO info = {2, 3, 0, memory.Bits(), memory.Pitch, 0};
-    UMDCopyToLocked({12, locked.Bits()}, info, nullptr, 4);
-    for (UINT byte = 0; byte < 36; ++byte)
-        ASSERT_EQ(locked.Bits()[byte], byte < 24 ? memory.Bits()[byte] : kGuard) << byte;
+    UMDCopyToLocked({12, locked.Bits()}, info, nullptr, Pixels(4));
+    for (UINT row = 0; row < 3; ++row)
+    {
+        for (UINT byte = 0; byte < 12; ++byte)
+            ASSERT_EQ(locked.At(row, byte), byte < 8 ? memory.At(row, byte) : kGuard) << row << ' ' << byte;
+    }
+    EXPECT_TRUE(locked.MarginsIntact());
 }
 
 TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
@@ -150,7 +160,7 @@ TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
         Image locked(5 * 4 + 8, 4);
         memory.Number(3);
         const D3DDDI_SURFACEINFO info = {5, 4, 0, memory.Bits(), memory.Pitch, 0};
-        UMDCopyToLocked({static_cast<INT>(locked.Pitch), locked.Bits()}, info, &c.Rect, 4);
+        UMDCopyToLocked({static_cast<INT>(locked.Pitch), locked.Bits()}, info, &c.Rect, Pixels(4));
         for (LONG y = 0; y < 4; ++y)
         {
             for (LONG x = 0; x < 7; ++x)
@@ -173,7 +183,7 @@ TEST(UMDSurfaceCopy, ToLocked_TwoByteFormatCountedAsFour_CopiesWholeRowsAndNoMor
     Image locked(16, 6);
     memory.Number(5);
     const D3DDDI_SURFACEINFO info = {7, 6, 0, memory.Bits(), memory.Pitch, 0};
-    UMDCopyToLocked({16, locked.Bits()}, info, nullptr, 4);
+    UMDCopyToLocked({16, locked.Bits()}, info, nullptr, Pixels(4));
     for (UINT row = 0; row < 6; ++row)
     {
         for (UINT byte = 0; byte < 16; ++byte)
@@ -190,14 +200,14 @@ TEST(UMDSurfaceCopy, BothWays_RowsOfNoWholePixels_StopAtTheLastWholeOne)
         Image locked(lockedPitch, 1);
         const D3DDDI_SURFACEINFO info = {5, 1, 0, memory.Bits(), memory.Pitch, 0};
         memory.Number(1);
-        UMDCopyToLocked({static_cast<INT>(lockedPitch), locked.Bits()}, info, nullptr, 4);
+        UMDCopyToLocked({static_cast<INT>(lockedPitch), locked.Bits()}, info, nullptr, Pixels(4));
         for (UINT byte = 0; byte < lockedPitch; ++byte)
             EXPECT_EQ(locked.At(0, byte), byte < 16 ? memory.At(0, byte) : kGuard) << byte;
         EXPECT_TRUE(locked.MarginsIntact());
         Image other(memoryPitch, 1);
         const D3DDDI_SURFACEINFO otherInfo = {5, 1, 0, other.Bits(), other.Pitch, 0};
         locked.Number(5);
-        UMDCopyFromLocked(otherInfo, {static_cast<INT>(lockedPitch), locked.Bits()}, 4);
+        UMDCopyFromLocked(otherInfo, {static_cast<INT>(lockedPitch), locked.Bits()}, Pixels(4));
         for (UINT byte = 0; byte < memoryPitch; ++byte)
             EXPECT_EQ(other.At(0, byte), byte < 16 ? locked.At(0, byte) : kGuard) << byte;
         EXPECT_TRUE(other.MarginsIntact());
@@ -210,17 +220,7 @@ TEST(UMDSurfaceCopy, ToLocked_NoBytesPerPixel_CopiesNothing)
     Image locked(16, 4);
     memory.Number(5);
     const D3DDDI_SURFACEINFO info = {4, 4, 0, memory.Bits(), memory.Pitch, 0};
-    UMDCopyToLocked({16, locked.Bits()}, info, nullptr, 0);
+    UMDCopyToLocked({16, locked.Bits()}, info, nullptr, Pixels(0));
     for (UINT byte = 0; byte < 64; ++byte)
         ASSERT_EQ(locked.Bits()[byte], kGuard);
-}
-
-TEST(UMDSurfaceCopy, FittingPixels_Sweep_IsTheSmallerOfWidthAndRow)
-{
-    const struct
-    {
-        UINT Width, Pitch, BytesPerPixel, Expected;
-    } cases[] = {{4, 16, 4, 4}, {4, 15, 4, 3}, {4, 20, 4, 4}, {7, 14, 4, 3}, {4, 0, 4, 0}, {4, 0, 0, 4}, {0, 16, 4, 0}};
-    for (const auto& c : cases)
-        EXPECT_EQ(UMDFittingPixels(c.Width, c.Pitch, c.BytesPerPixel), c.Expected);
 }

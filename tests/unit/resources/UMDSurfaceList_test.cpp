@@ -77,3 +77,38 @@ TEST_F(UMDSurfaceListTest, Copy_MemoryShort_IsNull)
     const FailNthAllocation shortage(1);
     EXPECT_EQ(UMDCopySurfaceList(&m_Create), nullptr);
 }
+
+TEST_F(UMDSurfaceListTest, Fit_LargerThanItsLevel_IsCutToIt)
+{
+    const struct
+    {
+        UINT Levels;
+        SIZE Expected[6];
+    } rows[] = {
+        {6, {{5, 9}, {2, 4}, {1, 2}, {1, 1}, {1, 1}, {1, 1}}},
+        {2, {{5, 9}, {2, 4}, {5, 9}, {2, 4}, {5, 9}, {2, 4}}},
+        {1, {{5, 9}, {5, 9}, {5, 9}, {5, 9}, {5, 9}, {5, 9}}},
+    };
+    for (const auto& row : rows)
+    {
+        const UMDSurfaceList pList = UMDNewSurfaceList(6);
+        for (UINT i = 0; i < 6; ++i)
+            pList[i] = {100, 0xFFFFFFFF, 1, this, 77, 0};
+        UMDFitSurfaceList(pList.get(), 6, 5, 9, row.Levels);
+        for (UINT i = 0; i < 6; ++i)
+        {
+            EXPECT_EQ(pList[i].Width, static_cast<UINT>(row.Expected[i].cx)) << i;
+            EXPECT_EQ(pList[i].Height, static_cast<UINT>(row.Expected[i].cy)) << i;
+            EXPECT_EQ(pList[i].pSysMem, this);
+            EXPECT_EQ(pList[i].SysMemPitch, 77u);
+        }
+    }
+}
+
+TEST_F(UMDSurfaceListTest, Fit_SmallerThanItsLevelOrNoList_Stays)
+{
+    const UMDSurfaceList pList = UMDCopySurfaceList(&m_Create);
+    UMDFitSurfaceList(pList.get(), 2, 640, 480, 2);
+    EXPECT_EQ(memcmp(pList.get(), m_Surfaces, sizeof m_Surfaces), 0);
+    UMDFitSurfaceList(nullptr, 2, 640, 480, 2);
+}

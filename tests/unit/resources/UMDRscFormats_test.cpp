@@ -1,0 +1,147 @@
+// Uploads and refreshes in every format on the fake device, from and into memory that ends with its last pixel.
+#include "ExactRequest.h"
+
+#include "resources/UMDRscCubeTexture.h"
+#include "resources/UMDRscSurface.h"
+
+using namespace tesslo::test;
+
+namespace
+{
+struct Size
+{
+    UINT Width, Height, Levels;
+};
+struct Paddings
+{
+    UINT Memory, Delegated;  ///< bytes behind a row
+};
+
+constexpr Size kSizes[] = {{64, 64, 2}, {13, 7, 4}, {4, 4, 3}, {6, 10, 2}};
+constexpr Paddings kPaddings[] = {{0, 0}, {0, 8}, {8, 0}, {4, 12}};
+
+class ResourceFormats : public ResourceFixture
+{
+protected:
+    /// Calls the case with each format, size and pair of paddings.
+    template <typename Case>
+    void EachOf(Case run)
+    {
+        for (D3DDDIFORMAT format : kPixelFormats)
+            for (const Size& size : kSizes)
+                for (const Paddings& paddings : kPaddings)
+                {
+                    SCOPED_TRACE(FormatName(format) + " " + std::to_string(size.Width) + "x" +
+                                 std::to_string(size.Height) + " padding " + std::to_string(paddings.Memory) + " " +
+                                 std::to_string(paddings.Delegated));
+                    m_Fake.RestartNames();
+                    m_Fake.SetPitchPadding(paddings.Delegated);
+                    ASSERT_NO_FATAL_FAILURE(run(format, size, paddings.Memory));
+                    DestroyAll();
+                    ForgetCalls();
+                }
+    }
+
+    /// Noise in the delegated surface, which an upload must leave where it has nothing to say.
+    static std::vector<BYTE> Scribble(FakePixels& pixels)
+    {
+        FillWithNoise(pixels.Bytes().data(), pixels.Bytes().size(), 77);
+        return pixels.Bytes();
+    }
+
+    void ExpectUploaded(FakePixels& pixels, const std::vector<BYTE>& before, ExactImage& memory, const RECT* pRect)
+    {
+        EXPECT_TRUE(pixels.Bytes() == WithPixels(before, pixels.Shape(), memory.Bits(), memory.Shape, pRect));
+    }
+};
+}  // namespace
+
+TEST_F(ResourceFormats, Texture_WriteToDelegated_EveryLevelHoldsItsPixels)
+{
+    EachOf([&](D3DDDIFORMAT format, const Size& size, UINT padding) {
+        ExactRequest request(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, size.Width, size.Height, size.Levels, padding);
+        auto* pTexture = Create<UMDRscTexture>(request);
+        for (UINT level = 0; level < size.Levels; level++)
+        {
+            FakePixels& pixels = m_Fake.Find<FakeTexture>("texture#1").Level(level).Pixels();
+            const std::vector<BYTE> before = Scribble(pixels);
+            EXPECT_EQ(pTexture->WriteToDelegated(level, nullptr), S_OK);
+            ExpectUploaded(pixels, before, request.Image(level), nullptr);
+        }
+    });
+}
+
+TEST_F(ResourceFormats, Texture_WriteToDelegatedByRectangle_AlignsItOutwardsAndStaysInside)
+{
+    const RECT rects[] = {{0, 0, 1, 1}, {1, 2, 4, 5}, {3, 3, 5, 5}, {-5, -5, 2, 2}, {2, 3, 100, 100}, {5, 2, 6, 3},
+        {0, 0, 1000000, 1}, {2, 2, 2, 5}, {5, 5, 5, 5}, {3, 5, 1, 1}};
+    EachOf([&](D3DDDIFORMAT format, const Size& size, UINT padding) {
+        ExactRequest request(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, size.Width, size.Height, 1, padding);
+        auto* pTexture = Create<UMDRscTexture>(request);
+        FakePixels& pixels = m_Fake.Find<FakeTexture>("texture#1").Level(0).Pixels();
+        for (const RECT& rect : rects)
+        {
+            SCOPED_TRACE(std::to_string(rect.left) + "," + std::to_string(rect.top));
+            const std::vector<BYTE> before = Scribble(pixels);
+            EXPECT_EQ(pTexture->WriteToDelegated(0, &rect), S_OK);
+            ExpectUploaded(pixels, before, request.Image(0), &rect);
+        }
+    });
+}
+
+TEST_F(ResourceFormats, Texture_WriteFromDelegated_RefreshesEveryLevelAndNothingElse)
+{
+    EachOf([&](D3DDDIFORMAT format, const Size& size, UINT padding) {
+        ExactRequest request(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, size.Width, size.Height, size.Levels, padding);
+        auto* pTexture = Create<UMDRscTexture>(request);
+        for (UINT level = 0; level < size.Levels; level++)
+        {
+            FakePixels& pixels = m_Fake.Find<FakeTexture>("texture#1").Level(level).Pixels();
+            Scribble(pixels);
+            ExactImage& memory = request.Image(level);
+            const std::vector<BYTE> expected =
+                WithPixels(memory.Bytes(), memory.Shape, pixels.Bytes().data(), pixels.Shape(), nullptr);
+            EXPECT_EQ(pTexture->WriteFromDelegated(level), S_OK);
+            EXPECT_TRUE(memory.Bytes() == expected) << "level " << level;
+        }
+    });
+}
+
+TEST_F(ResourceFormats, Cube_WriteToAndFromDelegated_EveryFaceAndLevel)
+{
+    EachOf([&](D3DDDIFORMAT format, const Size& size, UINT padding) {
+        ExactRequest request(
+            kFlagTexture | kFlagCubeMap, D3DDDIPOOL_SYSTEMMEM, format, size.Width, size.Width, size.Levels, padding);
+        auto* pCube = Create<UMDRscCubeTexture>(request);
+        for (UINT index = 0; index < 6 * size.Levels; index += 5)
+        {
+            FakePixels& pixels =
+                m_Fake.Find<FakeCubeTexture>("cube#1").Level(index / size.Levels, index % size.Levels).Pixels();
+            ExactImage& memory = request.Image(index);
+            std::vector<BYTE> before = Scribble(pixels);
+            EXPECT_EQ(pCube->WriteToDelegated(index, nullptr), S_OK);
+            ExpectUploaded(pixels, before, memory, nullptr);
+            Scribble(pixels);
+            before = memory.Bytes();
+            EXPECT_EQ(pCube->WriteFromDelegated(index), S_OK);
+            EXPECT_TRUE(
+                memory.Bytes() == WithPixels(before, memory.Shape, pixels.Bytes().data(), pixels.Shape(), nullptr));
+        }
+    });
+}
+
+TEST_F(ResourceFormats, Surface_WriteToDelegated_WholeAndByRectangle)
+{
+    const RECT rect = {3, 2, 6, 4};
+    EachOf([&](D3DDDIFORMAT format, const Size& size, UINT padding) {
+        ExactRequest request(0, D3DDDIPOOL_SYSTEMMEM, format, size.Width, size.Height, 1, padding);
+        auto* pSurface = Create<UMDRscSurface>(request);
+        FakePixels& pixels = m_Fake.Find<FakeSurface>("surface#1").Pixels();
+        for (const RECT* pRect : {static_cast<const RECT*>(nullptr), &rect})
+        {
+            const std::vector<BYTE> before = Scribble(pixels);
+            EXPECT_EQ(pSurface->WriteToDelegated(0, pRect), S_OK);
+            ExpectUploaded(pixels, before, request.Image(0), pRect);
+        }
+    });
+}
