@@ -1,6 +1,19 @@
-#include "output/UMDImgProc.h"
+#include "resources/UMDPixelCopy.h"
 #include "resources/UMDRscTexture.h"
 #include "util/UMDUtilDebugTrace.h"
+
+#include <algorithm>
+
+namespace
+{
+/// What a copy that counts in pixels of this size may touch of a locked surface's first plane.
+RECT TouchableOf(const RECT& rect, const D3DSURFACE_DESC& desc, UINT pitch, UINT bytesPerPixel)
+{
+    const UMDPixelLayout& layout = UMDPixelLayoutOf(static_cast<D3DDDIFORMAT>(desc.Format));
+    const UINT rowBytes = std::min(layout.RowBytes(0, desc.Width), pitch);
+    return UMDInside(rect, UMDFittingPixels(desc.Width, rowBytes, bytesPerPixel), layout.Rows(0, desc.Height));
+}
+}  // namespace
 
 HRESULT UMDRscTexture::Blt(const RECT* pSrcRect, UMDRscBase* pDst, const RECT* pDstRect)
 {
@@ -101,13 +114,11 @@ HRESULT UMDRscTexture::InternalBltFallback(const RECT* pSrcRect, IDirect3DSurfac
     D3DSURFACE_DESC dstDesc = {};
     pSrcSurface->GetDesc(&srcDesc);
     pDstSurface->GetDesc(&dstDesc);
-    const UINT width = static_cast<UINT>(pDstRect->right - pDstRect->left);
-    const UINT height = static_cast<UINT>(pDstRect->bottom - pDstRect->top);
     UMD_TRACE(UMDTRACE_ERROR,
         L"UMDRscTexture::Blt failed! SRC Resource:0x%x Pool:%d RenderTarget:%d DST Resource:0x%x Pool:%d RenderTarget:%d\n",
         UMDLow32(this), GetPool(), m_bIsRenderTarget, UMDLow32(pDst), pDst->GetPool(), pDst->IsRenderTarget());
-    UMD_TRACE(
-        UMDTRACE_ERROR, L"DST Width:%d Height:%d Width:%d Height:%d\n", dstDesc.Width, dstDesc.Height, width, height);
+    UMD_TRACE(UMDTRACE_ERROR, L"DST Width:%d Height:%d Width:%d Height:%d\n", dstDesc.Width, dstDesc.Height,
+        pDstRect->right - pDstRect->left, pDstRect->bottom - pDstRect->top);
     UMD_TRACE(UMDTRACE_ERROR, L"SRC Width:%d Height:%d Width:%d Height:%d\n", srcDesc.Width, srcDesc.Height,
         pSrcRect->right - pSrcRect->left, pSrcRect->bottom - pSrcRect->top);
 
@@ -121,14 +132,17 @@ HRESULT UMDRscTexture::InternalBltFallback(const RECT* pSrcRect, IDirect3DSurfac
         return UMDFail(hr, L"UMDRscTexture::Blt LockRect SRC failed! 0x%x\n", hr);
     }
 
+    const RECT area = TouchableOf(*pDstRect, dstDesc, static_cast<UINT>(dst.Pitch), m_BytesPerPixel);
+    const INT_PTR bytesPerPixel = static_cast<INT_PTR>(m_BytesPerPixel);
+    const INT_PTR dstOffset = static_cast<INT_PTR>(area.top) * dst.Pitch + area.left * bytesPerPixel;
     // The source's pitch stands where its address would be expected, and has to: the entry guard answers the fault that
     // a rectangle with pixels raises here. Both surfaces stay locked then.
-    const INT_PTR dstOffset = static_cast<INT_PTR>(pDstRect->top) * dst.Pitch +
-                              static_cast<INT_PTR>(pDstRect->left) * static_cast<INT_PTR>(m_BytesPerPixel);
-    const INT_PTR srcAddress = src.Pitch + static_cast<INT_PTR>(pSrcRect->top) * src.Pitch +
-                               static_cast<INT_PTR>(pSrcRect->left) * static_cast<INT_PTR>(m_BytesPerPixel);
-    UMDImgProcCopy(static_cast<BYTE*>(dst.pBits) + dstOffset, static_cast<UINT>(dst.Pitch),
-        reinterpret_cast<const BYTE*>(srcAddress), static_cast<UINT>(src.Pitch), width, height, m_BytesPerPixel);
+    const INT_PTR top = static_cast<INT_PTR>(pSrcRect->top) + area.top - pDstRect->top;
+    const INT_PTR left = static_cast<INT_PTR>(pSrcRect->left) + area.left - pDstRect->left;
+    const INT_PTR srcAddress = src.Pitch + top * src.Pitch + left * bytesPerPixel;
+    UMDCopyRows(static_cast<BYTE*>(dst.pBits) + dstOffset, static_cast<UINT>(dst.Pitch),
+        reinterpret_cast<const BYTE*>(srcAddress), static_cast<UINT>(src.Pitch),
+        static_cast<UINT>(area.right - area.left) * m_BytesPerPixel, static_cast<UINT>(area.bottom - area.top));
 
     if (HRESULT hr = pSrcSurface->UnlockRect(); FAILED(hr))
         UMD_TRACE(UMDTRACE_ERROR, L"UMDRscTexture::Blt UnlockRect SRC failed! 0x%x\n", hr);
