@@ -23,6 +23,8 @@ constexpr Paddings kPaddings[] = {{0, 0}, {0, 8}, {8, 0}, {4, 12}};
 class ResourceFormats : public ResourceFixture
 {
 protected:
+    static constexpr D3DDDIFORMAT kPixel = D3DDDIFMT_A8R8G8B8;
+
     /// Calls the case with each format, size and pair of paddings.
     template <typename Case>
     void EachOf(Case run)
@@ -47,6 +49,18 @@ protected:
     {
         FillWithNoise(pixels.Bytes().data(), pixels.Bytes().size(), 77);
         return pixels.Bytes();
+    }
+
+    /// Expects an upload of the pixels that the delegated surface has, and none in what is put behind them.
+    template <typename Upload>
+    static void ExpectNothingBehind(FakePixels& pixels, const ExactImage& memory, Upload upload)
+    {
+        constexpr BYTE kBehind = 0xEE;
+        pixels.Bytes().resize(pixels.Bytes().size() + memory.Size, kBehind);
+        const std::vector<BYTE> expected =
+            WithPixels(pixels.Bytes(), pixels.Shape(), memory.Bits(), memory.Shape, nullptr);
+        EXPECT_EQ(upload(), S_OK);
+        EXPECT_TRUE(pixels.Bytes() == expected);
     }
 
     void ExpectUploaded(FakePixels& pixels, const std::vector<BYTE>& before, ExactImage& memory, const RECT* pRect)
@@ -144,4 +158,46 @@ TEST_F(ResourceFormats, Surface_WriteToDelegated_WholeAndByRectangle)
             ExpectUploaded(pixels, before, request.Image(0), pRect);
         }
     });
+}
+
+// Memory of more pixels than the sub-resource has on the device.
+
+TEST_F(ResourceFormats, Level_MemoryLargerThanIt_CopiesWhatItHas)
+{
+    for (UINT level : {1U, 2U})
+    {
+        const ExactImage memory(kPixel, 64, 64, 0, 3);
+        CreateRequest request(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, kPixel, 8, 4, 3);
+        request.m_Surfaces[level] = memory.Info();
+        m_Fake.RestartNames();
+        auto* pTexture = Create<UMDRscTexture>(request);
+        ExpectNothingBehind(m_Fake.Find<FakeTexture>("texture#1").Level(level).Pixels(), memory,
+            [&] { return pTexture->WriteToDelegated(level, nullptr); });
+        DestroyAll();
+    }
+}
+
+TEST_F(ResourceFormats, CubeFace_MemoryLargerThanIt_CopiesWhatItHas)
+{
+    for (UINT index : {1U, 3U, 10U, 11U})
+    {
+        const ExactImage memory(kPixel, 64, 64, 0, 3);
+        CreateRequest request(kFlagTexture | kFlagCubeMap, D3DDDIPOOL_SYSTEMMEM, kPixel, 8, 8, 2);
+        request.m_Surfaces[index] = memory.Info();
+        m_Fake.RestartNames();
+        auto* pCube = Create<UMDRscCubeTexture>(request);
+        ExpectNothingBehind(m_Fake.Find<FakeCubeTexture>("cube#1").Level(index / 2, index % 2).Pixels(), memory,
+            [&] { return pCube->WriteToDelegated(index, nullptr); });
+        DestroyAll();
+    }
+}
+
+TEST_F(ResourceFormats, SecondSubResourceOfASurface_MemoryLargerThanIt_CopiesWhatItHas)
+{
+    const ExactImage memory(kPixel, 64, 64, 0, 3);
+    CreateRequest request(0, D3DDDIPOOL_SYSTEMMEM, kPixel, 8, 8, 2);
+    request.m_Surfaces[1] = memory.Info();
+    auto* pSurface = Create<UMDRscSurface>(request);
+    ExpectNothingBehind(
+        m_Fake.Find<FakeSurface>("surface#1").Pixels(), memory, [&] { return pSurface->WriteToDelegated(1, nullptr); });
 }
