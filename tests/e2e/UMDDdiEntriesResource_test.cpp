@@ -1,15 +1,8 @@
 // Pixels through textures and surfaces of the built driver on a real Direct3D 9Ex device: from the runtime's memory
 // into video memory and back.
-#include "DriverDll.h"
-#include "RegistryOverride.h"
+#include "DriverPixels.h"
 
 #include <d3d9.h>
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <vector>
-
-using namespace tesslo::test;
 
 namespace
 {
@@ -19,58 +12,7 @@ struct Format
     UINT BytesPerPixel;
 };
 
-class ResourcesPixelsTest : public testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        {
-            // Only while it loads: the real device needs the real registry.
-            const RegistryOverride registry;
-            m_pDriver = std::make_unique<DriverDll>();
-        }
-        ASSERT_EQ(m_pDriver->OpenAdapter(m_Kernel), S_OK);
-        ASSERT_EQ(m_pDriver->CreateDevice(m_Kernel), S_OK);
-    }
-
-    void TearDown() override
-    {
-        for (HANDLE hResource : m_Resources)
-            EXPECT_EQ(m_pDriver->m_DeviceFuncs.pfnDestroyResource(m_pDriver->m_hDevice, hResource), E_FAIL);
-        EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
-    }
-
-    HANDLE Create(UINT flags, D3DDDI_POOL pool, D3DDDIFORMAT format, std::vector<D3DDDI_SURFACEINFO> surfaces)
-    {
-        D3DDDIARG_CREATERESOURCE create = {};
-        create.Format = format;
-        create.Pool = pool;
-        create.pSurfList = surfaces.data();
-        create.SurfCount = static_cast<UINT>(surfaces.size());
-        create.Flags.Value = flags;
-        create.Rotation = D3DDDI_ROTATION_IDENTITY;
-        EXPECT_EQ(m_pDriver->m_DeviceFuncs.pfnCreateResource(m_pDriver->m_hDevice, &create), S_OK);
-        m_Resources.push_back(create.hResource);
-        return create.hResource;
-    }
-
-    HRESULT Blt(HANDLE hSource, HANDLE hDestination, const RECT& rect)
-    {
-        D3DDDIARG_BLT blt = {};
-        blt.hSrcResource = hSource;
-        blt.SrcRect = rect;
-        blt.hDstResource = hDestination;
-        blt.DstRect = rect;
-        return m_pDriver->m_DeviceFuncs.pfnBlt(m_pDriver->m_hDevice, &blt);
-    }
-
-    FakeKernel m_Kernel;
-    std::unique_ptr<DriverDll> m_pDriver;
-    std::vector<HANDLE> m_Resources;
-};
-
-constexpr UINT kFlagRenderTarget = 0x1;
-constexpr UINT kFlagTexture = 0x10000;
+using ResourcesPixelsTest = DriverPixels;
 }  // namespace
 
 TEST_F(ResourcesPixelsTest, TexBlt_OddSizesFormatsAndPadding_PixelsComeBack)
@@ -91,11 +33,7 @@ TEST_F(ResourcesPixelsTest, TexBlt_OddSizesFormatsAndPadding_PixelsComeBack)
         HANDLE hTarget = Create(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, format.Value, {size});
         HANDLE hCopy = Create(0, D3DDDIPOOL_SYSTEMMEM, format.Value, {size});
 
-        D3DDDIARG_TEXBLT texBlt = {};
-        texBlt.hSrcResource = hSystem;
-        texBlt.hDstResource = hVideo;
-        texBlt.SrcRect = whole;
-        ASSERT_EQ(m_pDriver->m_DeviceFuncs.pfnTexBlt(m_pDriver->m_hDevice, &texBlt), S_OK);
+        ASSERT_EQ(TexBlt(hSystem, hVideo, whole), S_OK);
         ASSERT_EQ(Blt(hVideo, hTarget, whole), S_OK);
         ASSERT_EQ(Blt(hTarget, hCopy, whole), S_OK);
 

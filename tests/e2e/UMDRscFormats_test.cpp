@@ -1,80 +1,19 @@
 // The built driver on a real Direct3D 9Ex device: what compressed textures show, and what a blit present of a target
 // of 16 bits a pixel leaves in the kernel-mode allocation.
 #include "CompressedBlocks.h"
-#include "DriverDll.h"
+#include "DriverPixels.h"
 #include "ExactImage.h"
-#include "RegistryOverride.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
+#include <cstring>
 
 using namespace tesslo::test;
 
 namespace
 {
-constexpr UINT kFlagRenderTarget = 0x1;
-constexpr UINT kFlagTexture = 0x10000;
-
-class FormatsOfTheDriver : public testing::Test
+class FormatsOfTheDriver : public DriverPixels
 {
 protected:
-    void SetUp() override
-    {
-        {
-            // Only while it loads: the real device needs the real registry.
-            const RegistryOverride registry;
-            m_pDriver = std::make_unique<DriverDll>();
-        }
-        ASSERT_EQ(m_pDriver->OpenAdapter(m_Kernel), S_OK);
-        ASSERT_EQ(m_pDriver->CreateDevice(m_Kernel), S_OK);
-    }
-
-    void TearDown() override
-    {
-        for (HANDLE hResource : m_Resources)
-            EXPECT_EQ(Functions().pfnDestroyResource(Device(), hResource), E_FAIL);
-        EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
-    }
-
-    HANDLE Device() const { return m_pDriver->m_hDevice; }
-    const D3DDDI_DEVICEFUNCS& Functions() const { return m_pDriver->m_DeviceFuncs; }
-
-    HANDLE Create(UINT flags, D3DDDI_POOL pool, D3DDDIFORMAT format, const D3DDDI_SURFACEINFO& surface)
-    {
-        D3DDDIARG_CREATERESOURCE create = {};
-        create.Format = format;
-        create.Pool = pool;
-        create.pSurfList = &surface;
-        create.SurfCount = 1;
-        create.Flags.Value = flags;
-        create.Rotation = D3DDDI_ROTATION_IDENTITY;
-        EXPECT_EQ(Functions().pfnCreateResource(Device(), &create), S_OK);
-        m_Resources.push_back(create.hResource);
-        return create.hResource;
-    }
-
-    HRESULT Blt(HANDLE hSource, HANDLE hDestination, const RECT& rect)
-    {
-        D3DDDIARG_BLT blt = {};
-        blt.hSrcResource = hSource;
-        blt.SrcRect = rect;
-        blt.hDstResource = hDestination;
-        blt.DstRect = rect;
-        return Functions().pfnBlt(Device(), &blt);
-    }
-
-    HRESULT TexBlt(HANDLE hSource, HANDLE hDestination, const RECT& rect)
-    {
-        D3DDDIARG_TEXBLT blt = {};
-        blt.hSrcResource = hSource;
-        blt.SrcRect = rect;
-        blt.hDstResource = hDestination;
-        blt.DstPoint = {rect.left, rect.top};
-        return Functions().pfnTexBlt(Device(), &blt);
-    }
-
     /// The 32-bit pixels of a surface in system memory.
     std::vector<UINT> PixelsOf(HANDLE hResource, UINT width, UINT height)
     {
@@ -90,10 +29,6 @@ protected:
         EXPECT_EQ(Functions().pfnUnlock(Device(), &unlock), S_OK);
         return pixels;
     }
-
-    FakeKernel m_Kernel;
-    std::unique_ptr<DriverDll> m_pDriver;
-    std::vector<HANDLE> m_Resources;
 };
 }  // namespace
 
@@ -109,11 +44,11 @@ TEST_F(FormatsOfTheDriver, CompressedTexture_WholeAndByRectangle_ShowsItsColours
         const ExactImage first(format, kWidth, kHeight, 0, 1), second(format, kWidth, kHeight, 8, 2);
         for (const ExactImage* pImage : {&first, &second})
             KeepPureColours(pImage->Shape, pImage->Bits());
-        HANDLE hFirst = Create(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, first.Info());
-        HANDLE hSecond = Create(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, second.Info());
-        HANDLE hVideo = Create(kFlagTexture, D3DDDIPOOL_LOCALVIDMEM, format, size);
-        HANDLE hTarget = Create(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, size);
-        HANDLE hCopy = Create(0, D3DDDIPOOL_SYSTEMMEM, D3DDDIFMT_A8R8G8B8, size);
+        HANDLE hFirst = Create(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, {first.Info()});
+        HANDLE hSecond = Create(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, {second.Info()});
+        HANDLE hVideo = Create(kFlagTexture, D3DDDIPOOL_LOCALVIDMEM, format, {size});
+        HANDLE hTarget = Create(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, {size});
+        HANDLE hCopy = Create(0, D3DDDIPOOL_SYSTEMMEM, D3DDDIFMT_A8R8G8B8, {size});
         EXPECT_EQ(TexBlt(hFirst, hVideo, whole), S_OK);
         EXPECT_EQ(TexBlt(hSecond, hVideo, part), S_OK);
         EXPECT_EQ(Blt(hVideo, hTarget, whole), S_OK);
@@ -142,8 +77,8 @@ TEST_F(FormatsOfTheDriver, BltPresentOf16Bits_AllocationHoldsThePixelsAndNothing
         for (size_t i = 1; i < image.Size; i += 2)
             image.Bits()[i] |= 0x80;  // a bit that X1R5G5B5 has no use for reads as set
         const D3DDDI_SURFACEINFO size = {kWidth, kHeight, 0, nullptr, 0, 0};
-        HANDLE hMemory = Create(0, D3DDDIPOOL_SYSTEMMEM, format, image.Info());
-        HANDLE hTarget = Create(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, format, size);
+        HANDLE hMemory = Create(0, D3DDDIPOOL_SYSTEMMEM, format, {image.Info()});
+        HANDLE hTarget = Create(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, format, {size});
         FakeKernel::Allocation& allocation =
             m_Kernel.FindAllocation(static_cast<D3DKMT_HANDLE>(m_Kernel.Calls("pfnAllocateCb")));
         std::ranges::fill(allocation.m_Memory, kUntouched);

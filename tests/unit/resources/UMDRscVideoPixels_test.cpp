@@ -43,6 +43,20 @@ protected:
         return bytes;
     }
 
+    /// What a surface in system memory shows, which goes to video memory and from there onto a render target.
+    Bytes ShownOf(ExactRequest& memory, const Size& size)
+    {
+        const RECT whole = {0, 0, static_cast<LONG>(size.Width), static_cast<LONG>(size.Height)};
+        CreateRequest video(0, kVideo, memory.m_Arg.Format, size.Width, size.Height);
+        CreateRequest target(kFlagRenderTarget, kVideo, D3DDDIFMT_A8R8G8B8, size.Width, size.Height);
+        auto* pMemory = Create<UMDRscSurface>(memory);
+        auto* pVideo = Create<UMDRscSurface>(video);
+        auto* pTarget = Create<UMDRscSurface>(target);
+        EXPECT_EQ(Blt(pMemory, whole, pVideo, whole), S_OK);
+        EXPECT_EQ(Blt(pVideo, whole, pTarget, whole), S_OK);
+        return PixelsOf(pTarget->GetSurface(0, 0), 4);
+    }
+
     /// What the surface shows when it is stretched onto a render target of its size.
     Bytes ColoursOf(IDirect3DSurface9* pSurface, const Size& size)
     {
@@ -101,16 +115,8 @@ TEST_F(VideoPixels, Blt_ToVideoMemoryAndOn_ShowsTheColours)
         {
             SCOPED_TRACE(FormatName(format) + " padding " + std::to_string(padding));
             const Size size = {64, 36};
-            const RECT whole = {0, 0, 64, 36};
             ExactRequest memory(0, kSystem, format, size.Width, size.Height, 1, padding);
-            CreateRequest video(0, kVideo, format, size.Width, size.Height);
-            CreateRequest target(kFlagRenderTarget, kVideo, D3DDDIFMT_A8R8G8B8, size.Width, size.Height);
-            auto* pMemory = Create<UMDRscSurface>(memory);
-            auto* pVideo = Create<UMDRscSurface>(video);
-            auto* pTarget = Create<UMDRscSurface>(target);
-            EXPECT_EQ(Blt(pMemory, whole, pVideo, whole), S_OK);
-            EXPECT_EQ(Blt(pVideo, whole, pTarget, whole), S_OK);
-            const Bytes shown = PixelsOf(pTarget->GetSurface(0, 0), 4);
+            const Bytes shown = ShownOf(memory, size);
             EXPECT_EQ(shown, ColoursOf(memory.Image(0), format, size));
             EXPECT_NE(shown, Bytes(shown.size(), shown[0]));
             DestroyAll();
@@ -121,7 +127,6 @@ TEST_F(VideoPixels, Blt_Grey_ShowsEachPixelsLuma)
 {
     // The device takes luma without colour for grey as it is, give or take what its matrix rounds.
     const Size size = {16, 8};
-    const RECT whole = {0, 0, 16, 8};
     for (D3DDDIFORMAT format : kVideoFormats)
     {
         SCOPED_TRACE(FormatName(format));
@@ -136,14 +141,7 @@ TEST_F(VideoPixels, Blt_Grey_ShowsEachPixelsLuma)
                 const UINT inPair = format == D3DDDIFMT_YUY2 ? x % 2 * 2 : format == D3DDDIFMT_UYVY ? x % 2 * 2 + 1 : 0;
                 image.Bits()[run.Offset + inPair] = luma(x, y);
             }
-        CreateRequest video(0, kVideo, format, size.Width, size.Height);
-        CreateRequest target(kFlagRenderTarget, kVideo, D3DDDIFMT_A8R8G8B8, size.Width, size.Height);
-        auto* pMemory = Create<UMDRscSurface>(memory);
-        auto* pVideo = Create<UMDRscSurface>(video);
-        auto* pTarget = Create<UMDRscSurface>(target);
-        EXPECT_EQ(Blt(pMemory, whole, pVideo, whole), S_OK);
-        EXPECT_EQ(Blt(pVideo, whole, pTarget, whole), S_OK);
-        const Bytes shown = PixelsOf(pTarget->GetSurface(0, 0), 4);
+        const Bytes shown = ShownOf(memory, size);
         for (UINT y = 0; y < size.Height; ++y)
             for (UINT x = 0; x < size.Width; ++x)
                 for (UINT channel = 0; channel < 3; ++channel)
