@@ -6,6 +6,9 @@
 #include <cstdio>
 #include <cstring>
 
+namespace tesslo::test
+{
+
 std::vector<UINT> CapsAnswer::Words(std::size_t count) const
 {
     std::vector<UINT> words(count);
@@ -29,7 +32,7 @@ CapsAnswer CapsAdapter::Ask(UINT type, UINT size, void* pInfo)
 
     TraceLines trace;
     answer.Result = m_Adapter.Functions().pfnGetCaps(m_Adapter.Handle(), &query);
-    answer.Lines = trace.Lines();
+    answer.Trace = trace.Lines();
     return answer;
 }
 
@@ -48,3 +51,5 @@ std::string CapsAdapter::FirstDifference(const std::vector<BYTE>& actual, const 
         static_cast<long long>(a - actual.begin()) - static_cast<long long>(kGuardSize), *a, *e);
     return text;
 }
+
+}  // namespace tesslo::test

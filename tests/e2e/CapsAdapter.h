@@ -1,6 +1,8 @@
 // An adapter of the driver's DLL, asked as the runtime asks: with a buffer that has guards around it.
 #pragma once
 
+#include "Lines.h"
+
 #include "host/kernel/HostKernel.h"
 #include "host/runtime/HostAdapter.h"
 #include "host/runtime/HostDriver.h"
@@ -8,11 +10,14 @@
 #include <string>
 #include <vector>
 
+namespace tesslo::test
+{
+
 struct CapsAnswer
 {
     HRESULT Result;
-    std::vector<BYTE> Memory;        ///< guard, buffer, guard
-    std::vector<std::string> Lines;  ///< traced by the query, without the prefix and the line feed
+    std::vector<BYTE> Memory;  ///< guard, buffer, guard
+    Lines Trace;               ///< traced by the query, without the prefix and the line feed
 
     /// The buffer's first words.
     std::vector<UINT> Words(std::size_t count) const;
@@ -43,3 +48,5 @@ private:
     HostKernel m_Kernel;
     HostAdapter m_Adapter;
 };
+
+}  // namespace tesslo::test

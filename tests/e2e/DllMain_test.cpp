@@ -4,22 +4,17 @@
 #include "MachineLog.h"
 #include "RegistryOverride.h"
 #include "TraceCapture.h"
+#include "TraceMask.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <thread>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::DriverDll;
-using tesslo::test::ImportPatch;
-using tesslo::test::MachineLog;
-using tesslo::test::RegistryOverride;
-using tesslo::test::TraceCapture;
-
-using Lines = std::vector<std::string>;
-
 constexpr wchar_t kClient[] = L"TessloTestClient.dll";
 
 TraceCapture* s_pTrace;
@@ -96,19 +91,21 @@ TEST_F(DllAttachTest, Attach_ClientNamedByPath_LoadsIt)
 
 TEST_F(DllAttachTest, Detach_ClientLoaded_FreesItBetweenTheTwoDetachLines)
 {
-    m_Registry.SetTraceMask(0x200);
     m_Registry.SetClientDllName(kClient);
-    DriverDll dll;
-    ASSERT_NE(GetModuleHandleW(kClient), nullptr);
-    // Left alive: the table that it would put right again is gone with the DLL.
-    auto* pPatch =
-        new ImportPatch(dll.Module(), "kernel32.dll", "FreeLibrary", reinterpret_cast<void*>(FreeAndRemember));
-    s_pFreeLibrary = pPatch->Original<decltype(s_pFreeLibrary)>();
-    m_Trace.Clear();
-    dll.Unload();
-    EXPECT_EQ(s_LinesAtFree, Lines{"DLL_PROCESS_DETACH\n"});
-    EXPECT_EQ(m_Trace.Lines(), (Lines{"DLL_PROCESS_DETACH\n", "DLL_PROCESS_DETACH PID:" + Pid() + "\n"}));
-    EXPECT_EQ(GetModuleHandleW(kClient), nullptr);
+    for (UINT mask : {0x200u, kAllLevels})
+    {
+        SCOPED_TRACE(mask);
+        m_Registry.SetTraceMask(mask);
+        DriverDll dll;
+        ASSERT_NE(GetModuleHandleW(kClient), nullptr);
+        // Left alive: the table that it would put right again is gone with the DLL.
+        new ImportPatch(dll.Module(), "kernel32.dll", "FreeLibrary", FreeAndRemember, &s_pFreeLibrary);
+        m_Trace.Clear();
+        dll.Unload();
+        EXPECT_EQ(s_LinesAtFree, Lines{"DLL_PROCESS_DETACH\n"});
+        EXPECT_EQ(m_Trace.Lines(), (Lines{"DLL_PROCESS_DETACH\n", "DLL_PROCESS_DETACH PID:" + Pid() + "\n"}));
+        EXPECT_EQ(GetModuleHandleW(kClient), nullptr);
+    }
 }
 
 TEST_F(DllAttachTest, Thread_StartsAndEnds_IsToldByTheThreadItself)
@@ -130,15 +127,20 @@ TEST_F(DllAttachTest, Reason_Unknown_IsTracedAndAnsweredWithTrue)
     m_Registry.SetTraceMask(0x1);
     m_Registry.SetClientDllName(kClient);
     DriverDll dll;
-    auto* pBase = reinterpret_cast<BYTE*>(dll.Module());
-    const auto* pHeaders =
-        reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase)->e_lfanew);
-    using EntryPoint = BOOL(WINAPI*)(HINSTANCE, DWORD, void*);
-    const auto pEntry = reinterpret_cast<EntryPoint>(pBase + pHeaders->OptionalHeader.AddressOfEntryPoint);
     m_Trace.Clear();
-    EXPECT_EQ(pEntry(dll.Module(), 7, nullptr), TRUE);
+    EXPECT_EQ(dll.DllMain(7), TRUE);
     EXPECT_EQ(m_Trace.Lines(), Lines{"DllMain unknown reason! 7\n"});
     EXPECT_NE(GetModuleHandleW(kClient), nullptr);
+}
+
+TEST_F(DllAttachTest, Reason_OfAThread_IsTracedAndAnsweredWithTrue)
+{
+    m_Registry.SetTraceMask(kAllLevels);
+    DriverDll dll;
+    m_Trace.Clear();
+    EXPECT_EQ(dll.DllMain(DLL_THREAD_ATTACH), TRUE);
+    EXPECT_EQ(dll.DllMain(DLL_THREAD_DETACH), TRUE);
+    EXPECT_EQ(m_Trace.Lines(), (Lines{"DLL_THREAD_ATTACH\n", "DLL_THREAD_DETACH\n"}));
 }
 
 TEST_F(DllAttachTest, LogFile_ErrorsAndFileBit_HoldsWhatTheDebuggerGot)

@@ -5,6 +5,9 @@
 #include <iterator>
 #include <stdexcept>
 
+namespace tesslo::test
+{
+
 namespace
 {
 
@@ -46,9 +49,9 @@ const IMAGE_DATA_DIRECTORY& PeImage::InternalDirectory(unsigned index) const
     return m_pHeaders->OptionalHeader.DataDirectory[index];
 }
 
-std::vector<std::string> PeImage::Exports() const
+Lines PeImage::Exports() const
 {
-    std::vector<std::string> names;
+    Lines names;
     const IMAGE_DATA_DIRECTORY& directory = InternalDirectory(IMAGE_DIRECTORY_ENTRY_EXPORT);
     if (directory.Size == 0)
         return names;
@@ -84,3 +87,5 @@ std::string PeImage::PdbName() const
     }
     return "";
 }
+
+}  // namespace tesslo::test

@@ -1,12 +1,17 @@
 // A PE image as a file: what the linker put into its headers.
 #pragma once
 
+#include "Lines.h"
+
 #include <windows.h>
 
 #include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
+
+namespace tesslo::test
+{
 
 class PeImage
 {
@@ -16,7 +21,7 @@ public:
 
     const IMAGE_NT_HEADERS64& Headers() const { return *m_pHeaders; }
     /// Names of the exports, in the order of the table.
-    std::vector<std::string> Exports() const;
+    Lines Exports() const;
     /// File names of the imported libraries, in lower case.
     std::set<std::string> ImportedLibraries() const;
     /// The name of the PDB file as the debug directory has it; "" for none.
@@ -35,3 +40,5 @@ private:
     std::vector<BYTE> m_Bytes;
     const IMAGE_NT_HEADERS64* m_pHeaders;
 };
+
+}  // namespace tesslo::test

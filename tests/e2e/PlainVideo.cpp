@@ -7,6 +7,9 @@
 #include <exception>
 #include <thread>
 
+namespace tesslo::test
+{
+
 namespace
 {
 constexpr GUID kIidService = {0xFC51A552, 0xD5E7, 0x11D9, {0xAF, 0x55, 0x00, 0x05, 0x4E, 0x43, 0xFF, 0x02}};
@@ -116,3 +119,5 @@ HostImage RunPlainVideoBlt(const PlainVideoBlt& blt)
         std::rethrow_exception(failure);
     return image;
 }
+
+}  // namespace tesslo::test

@@ -6,6 +6,9 @@
 #include <d3d9.h>
 #include <dxva2api.h>
 
+namespace tesslo::test
+{
+
 /// A filled rectangle of the source.
 struct PlainVideoFill
 {
@@ -26,3 +29,5 @@ struct PlainVideoBlt
 
 /// The target after the blit. Throws HostError when any call fails.
 HostImage RunPlainVideoBlt(const PlainVideoBlt& blt);
+
+}  // namespace tesslo::test

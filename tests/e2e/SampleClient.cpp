@@ -2,6 +2,9 @@
 
 #include <stdexcept>
 
+namespace tesslo::test
+{
+
 namespace
 {
 
@@ -57,3 +60,5 @@ void SampleClientConnection::Close()
         m_Client.Unplug(&m_pSlot, m_Source);
     m_bOpen = false;
 }
+
+}  // namespace tesslo::test

@@ -8,6 +8,9 @@
 
 #include <vector>
 
+namespace tesslo::test
+{
+
 class SampleClient
 {
 public:
@@ -46,3 +49,5 @@ private:
     void* m_pSlot = nullptr;
     bool m_bOpen;
 };
+
+}  // namespace tesslo::test

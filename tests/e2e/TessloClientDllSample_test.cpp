@@ -1,9 +1,11 @@
 // The sample client library, called as the driver calls it.
+#include "Gate.h"
 #include "ImportPatch.h"
 #include "PngImage.h"
 #include "SamePixels.h"
 #include "SampleClient.h"
 #include "TemporaryFolder.h"
+#include "TraceText.h"
 
 #include <algorithm>
 #include <fstream>
@@ -14,6 +16,8 @@
 #include "host/program/HostTraceFile.h"
 #include <gtest/gtest.h>
 #include <tlhelp32.h>
+
+using namespace tesslo::test;
 
 namespace
 {
@@ -39,24 +43,13 @@ UINT ThreadCount()
     return count;
 }
 
-using WriteFileFunction = BOOL(WINAPI*)(HANDLE, LPCVOID, DWORD, LPDWORD, LPOVERLAPPED);
-WriteFileFunction g_pWriteFile;
-HANDLE g_hGate;     // the disk answers while it is set
-HANDLE g_hEntered;  // somebody waits for the disk
+Gate* g_pDisk;  ///< in front of every write
+decltype(&WriteFile) g_pWriteFile;
 
 BOOL WINAPI WriteFileBehindGate(HANDLE hFile, LPCVOID pData, DWORD size, LPDWORD pWritten, LPOVERLAPPED pOverlapped)
 {
-    SetEvent(g_hEntered);
-    WaitForSingleObject(g_hGate, INFINITE);
+    g_pDisk->Pass();
     return g_pWriteFile(hFile, pData, size, pWritten, pOverlapped);
-}
-
-// Waits for something that another thread is about to do; 30 s at most.
-template <typename Condition>
-void WaitFor(Condition condition)
-{
-    for (UINT i = 0; i < 30'000 && !condition(); ++i)
-        Sleep(1);
 }
 
 class SampleClientTest : public testing::Test
@@ -73,6 +66,11 @@ protected:
     size_t FileCount() const
     {
         return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(m_Folder.Path()), {}));
+    }
+
+    HostImage Recorded(UINT source, UINT frame) const
+    {
+        return ReadPng(m_Folder.Path() / Text("source%u-frame%06u.png", source, frame));
     }
 
     TemporaryFolder m_Folder;
@@ -124,7 +122,7 @@ TEST_F(SampleClientTest, Recording_PaddedRowsAndGarbageAlpha_PictureEqualsThePix
     SampleClientConnection connection(m_Client, 2);
     ASSERT_TRUE(connection.Send(image));
     connection.Close();
-    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source2-frame000000.png"), image));
+    EXPECT_TRUE(SamePixels(Recorded(2, 0), image));
     EXPECT_EQ(m_Client.Counters(2).Recorded, 1u);
 }
 
@@ -137,10 +135,8 @@ TEST_F(SampleClientTest, Recording_SizeChanges_EveryPictureHasItsOwn)
     {
         const HostImage image = i / 8 == 1 ? Pattern(200 + i, 300, i) : Pattern(1 + i, 2, i);
         ASSERT_TRUE(connection.Send(image));
-        WaitFor([&] { return m_Client.Counters(0).Recorded == i + 1; });
-        char name[32];
-        std::snprintf(name, sizeof(name), "source0-frame%06u.png", i);
-        EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / name), image)) << i;
+        ASSERT_TRUE(WaitUntil([&] { return m_Client.Counters(0).Recorded == i + 1; }));
+        EXPECT_TRUE(SamePixels(Recorded(0, i), image)) << i;
     }
 }
 
@@ -158,9 +154,7 @@ TEST_F(SampleClientTest, Recording_FourSourcesAtOnce_NobodyTakesAnothersFrames)
         worker.join();
     for (UINT source = 0; source < 4; ++source)
         for (UINT i = 0; i < 8; ++i)
-            EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / ("source" + std::to_string(source) + "-frame00000" +
-                                                                 std::to_string(i) + ".png")),
-                Pattern(20 + source, 20, source * 100 + i)))
+            EXPECT_TRUE(SamePixels(Recorded(source, i), Pattern(20 + source, 20, source * 100 + i)))
                 << "source " << source << " frame " << i;
 }
 
@@ -172,7 +166,7 @@ TEST_F(SampleClientTest, Recording_SecondConnection_GoesOnNumbering)
         SampleClientConnection connection(m_Client, 0);
         ASSERT_TRUE(connection.Send(Pattern(8, 8, i)));
     }
-    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source0-frame000001.png"), Pattern(8, 8, 1)));
+    EXPECT_TRUE(SamePixels(Recorded(0, 1), Pattern(8, 8, 1)));
     EXPECT_EQ(m_Client.Counters(0).Connections, 2u);
 }
 
@@ -206,7 +200,7 @@ TEST_F(SampleClientTest, Recording_OneFileCannotBeMade_TheOthersAreWritten)
     connection.Close();
     EXPECT_EQ(m_Client.Counters(0).Failed, 1u);
     EXPECT_EQ(m_Client.Counters(0).Recorded, 1u);
-    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source0-frame000001.png"), Pattern(8, 8, 1)));
+    EXPECT_TRUE(SamePixels(Recorded(0, 1), Pattern(8, 8, 1)));
 }
 
 TEST_F(SampleClientTest, Recording_DiskFull_NoHalfPictureIsLeftAndTheNextIsTried)
@@ -214,48 +208,43 @@ TEST_F(SampleClientTest, Recording_DiskFull_NoHalfPictureIsLeftAndTheNextIsTried
     RecordTo(m_Folder.Path());
     SampleClientConnection connection(m_Client, 0);
     {
-        const tesslo::test::FailingImport full(m_Client.Module(), "kernel32.dll", "WriteFile", FALSE, ERROR_DISK_FULL);
+        const FailingImport full(m_Client.Module(), "kernel32.dll", "WriteFile", FALSE, ERROR_DISK_FULL);
         EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
-        WaitFor([this] { return m_Client.Counters(0).Failed == 1; });
+        ASSERT_TRUE(WaitUntil([this] { return m_Client.Counters(0).Failed == 1; }));
     }
     EXPECT_EQ(FileCount(), 0u);
     EXPECT_TRUE(connection.Send(Pattern(8, 8, 1)));
     connection.Close();
     EXPECT_EQ(m_Client.Counters(0).Failed, 1u);
-    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source0-frame000001.png"), Pattern(8, 8, 1)));
+    EXPECT_TRUE(SamePixels(Recorded(0, 1), Pattern(8, 8, 1)));
 }
 
 TEST_F(SampleClientTest, Recording_WriterStuck_UpdateDoesNotWaitAndDropsAreCounted)
 {
     RecordTo(m_Folder.Path());
-    g_hGate = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    g_hEntered = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-    tesslo::test::ImportPatch patch(
-        m_Client.Module(), "kernel32.dll", "WriteFile", reinterpret_cast<void*>(WriteFileBehindGate));
-    g_pWriteFile = patch.Original<WriteFileFunction>();
+    Gate disk;
+    g_pDisk = &disk;
+    const ImportPatch patch(m_Client.Module(), "kernel32.dll", "WriteFile", WriteFileBehindGate, &g_pWriteFile);
     SampleClientConnection connection(m_Client, 0);
     EXPECT_TRUE(connection.Send(Pattern(8, 8, 0)));
-    ASSERT_EQ(WaitForSingleObject(g_hEntered, 30'000), WAIT_OBJECT_0);
+    ASSERT_TRUE(disk.WaitForOne());
     // The writer holds the first frame's slot; seven more fit behind it.
     for (UINT i = 1; i < 12; ++i)
         EXPECT_TRUE(connection.Send(Pattern(8, 8, i)));
     EXPECT_EQ(m_Client.Counters(0).Received, 12u);
     EXPECT_EQ(m_Client.Counters(0).Dropped, 4u);
     EXPECT_EQ(m_Client.Counters(0).Recorded, 0u);
-    SetEvent(g_hGate);
+    disk.Open();
     connection.Close();
     EXPECT_EQ(m_Client.Counters(0).Recorded, 8u);
-    EXPECT_TRUE(SamePixels(ReadPng(m_Folder.Path() / "source0-frame000007.png"), Pattern(8, 8, 7)));
+    EXPECT_TRUE(SamePixels(Recorded(0, 7), Pattern(8, 8, 7)));
     EXPECT_FALSE(std::filesystem::exists(m_Folder.Path() / "source0-frame000008.png"));
-    CloseHandle(g_hEntered);
-    CloseHandle(g_hGate);
 }
 
 TEST_F(SampleClientTest, Plug_ThreadRefused_IsRefused)
 {
     RecordTo(m_Folder.Path());
-    const tesslo::test::FailingImport none(
-        m_Client.Module(), "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
+    const FailingImport none(m_Client.Module(), "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
     void* pSlot = nullptr;
     EXPECT_FALSE(m_Client.Plug(&pSlot, 0));
     EXPECT_EQ(pSlot, nullptr);

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
 
@@ -28,7 +30,7 @@ VS_FIXEDFILEINFO ReadVersion()
 
 TEST(DriverBinary, Exports_All_AreOpenAdapterAlone)
 {
-    EXPECT_EQ(PeImage(kDriver).Exports(), std::vector<std::string>{"OpenAdapter"});
+    EXPECT_EQ(PeImage(kDriver).Exports(), Lines{"OpenAdapter"});
 }
 
 TEST(DriverBinary, Imports_All_AreLibrariesOfThePlatform)

@@ -1,5 +1,4 @@
 // The video processor's capabilities, asked through the adapter entry of the DLL.
-
 #include "CapsAdapter.h"
 
 #include <gtest/gtest.h>
@@ -7,9 +6,10 @@
 #include <algorithm>
 #include <cstring>
 
+using namespace tesslo::test;
+
 namespace
 {
-using Lines = std::vector<std::string>;
 using Words = std::vector<UINT>;
 
 constexpr UINT kGetProcAmpRange = 29;
@@ -112,7 +112,7 @@ TEST(AdapterCapabilitiesDXVA, ProcAmpRange_EachTurn_PrintsTheRange)
     {
         const Lines expected = {"UMDAdapter::GetCaps D3DDDICAPS_GETPROCAMPRANGE",
             ">>> UMDGetAdapterCapabilitiesDXVAProcAmpRange", "UMDUtilDebugTracePrintValueRange", pRange};
-        EXPECT_EQ(adapter.Ask(kGetProcAmpRange, 16).Lines, expected);
+        EXPECT_EQ(adapter.Ask(kGetProcAmpRange, 16).Trace, expected);
     }
 }
 
@@ -121,7 +121,7 @@ TEST(AdapterCapabilitiesDXVA, GuidQueries_GivenADescription_PrintItBehindTheirNa
     CapsAdapter adapter(0x10);
     DXVADDI_VIDEODESC desc = DistinctDesc();
     for (UINT type : {22u, 23u})
-        EXPECT_EQ(adapter.Ask(type, 64, &desc).Lines, WithDump(adapter.Ask(type, 64).Lines, kDescLines))
+        EXPECT_EQ(adapter.Ask(type, 64, &desc).Trace, WithDump(adapter.Ask(type, 64).Trace, kDescLines))
             << "type " << type;
 }
 
@@ -134,7 +134,7 @@ TEST(AdapterCapabilitiesDXVA, FormatAndCapsQueries_GivenAnInput_PrintItInItsPlac
     dump.insert(dump.end(), kDescLines.begin(), kDescLines.end());
     dump.push_back("RenderTargetFormat: 23");
     for (UINT type : {24u, 25u, 26u, 27u, 28u})
-        EXPECT_EQ(adapter.Ask(type, 64, &input).Lines, WithDump(adapter.Ask(type, 64).Lines, dump)) << "type " << type;
+        EXPECT_EQ(adapter.Ask(type, 64, &input).Trace, WithDump(adapter.Ask(type, 64).Trace, dump)) << "type " << type;
 }
 
 TEST(AdapterCapabilitiesDXVA, AnyInput_AnswersStayAndInputIsNotWritten)

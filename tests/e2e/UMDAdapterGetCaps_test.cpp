@@ -1,17 +1,17 @@
 // Every capability query, asked through the adapter entry of the DLL.
-
 #include "CapsAdapter.h"
 #include "CapsExpected.h"
+#include "TraceText.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
+
+using namespace tesslo::test;
 
 namespace
 {
-using Lines = std::vector<std::string>;
 
 enum class Written
 {
@@ -134,9 +134,7 @@ Query QueryOf(UINT type)
         if (query.Type == type)
             return query;
     }
-    char line[64];
-    std::snprintf(line, sizeof(line), "UMDAdapter::GetCaps unknown caps 0x%x", type);
-    return {type, S_OK, Written::Zeros, {}, {line}};
+    return {type, S_OK, Written::Zeros, {}, {Text("UMDAdapter::GetCaps unknown caps 0x%x", type)}};
 }
 
 /// The caller's memory behind a query: untouched but for what the row says.
@@ -176,11 +174,7 @@ Lines LinesAt(UINT mask, const Lines& lines)
 
 Lines AllLines(UINT type)
 {
-    char entry[64];
-    std::snprintf(entry, sizeof(entry), "=> UMDAdapter::DdiGetCaps %d", type);
-    Lines lines = QueryOf(type).Trace;
-    lines.insert(lines.begin(), entry);
-    return lines;
+    return Joined({Text("=> UMDAdapter::DdiGetCaps %d", type)}, QueryOf(type).Trace);
 }
 }  // namespace
 
@@ -196,7 +190,7 @@ TEST(AdapterGetCaps, EveryTypeAndSize_WritesWhatItShallAndNoByteMore)
             const CapsAnswer answer = adapter.Ask(type, size);
             EXPECT_EQ(answer.Result, QueryOf(type).Result);
             EXPECT_EQ(CapsAdapter::FirstDifference(answer.Memory, MemoryAfter(QueryOf(type), size)), "");
-            EXPECT_EQ(answer.Lines, Lines{});
+            EXPECT_EQ(answer.Trace, Lines{});
         }
     }
 }
@@ -209,7 +203,7 @@ TEST(AdapterGetCaps, EveryType_TracesEntryThenNameThenAnswerEachAtItsLevel)
         for (UINT type : AllTypes())
         {
             SCOPED_TRACE(testing::Message() << "type " << type << " mask " << mask);
-            EXPECT_EQ(adapter.Ask(type, 2048).Lines, LinesAt(mask, AllLines(type)));
+            EXPECT_EQ(adapter.Ask(type, 2048).Trace, LinesAt(mask, AllLines(type)));
         }
     }
 }
@@ -217,11 +211,11 @@ TEST(AdapterGetCaps, EveryType_TracesEntryThenNameThenAnswerEachAtItsLevel)
 TEST(AdapterGetCaps, QueryTypes_SizeTracedInWordsAndRoundedDown)
 {
     CapsAdapter adapter(0x10);
-    EXPECT_EQ(adapter.Ask(7, 60).Lines, Lines{"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 15"});
-    EXPECT_EQ(adapter.Ask(7, 63).Lines, Lines{"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 15"});
-    EXPECT_EQ(adapter.Ask(7, 3).Lines, Lines{"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 0"});
+    EXPECT_EQ(adapter.Ask(7, 60).Trace, Lines{"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 15"});
+    EXPECT_EQ(adapter.Ask(7, 63).Trace, Lines{"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 15"});
+    EXPECT_EQ(adapter.Ask(7, 3).Trace, Lines{"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 0"});
     EXPECT_EQ(
-        adapter.Ask(7, 0xFFFFFFFF).Lines, Lines{"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 1073741823"});
+        adapter.Ask(7, 0xFFFFFFFF).Trace, Lines{"UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 1073741823"});
 }
 
 TEST(AdapterGetCaps, FormatData_SizeTracedInRecordsAndNotLookedAt)
@@ -229,10 +223,10 @@ TEST(AdapterGetCaps, FormatData_SizeTracedInRecordsAndNotLookedAt)
     CapsAdapter adapter(0x10);
     const Lines whole = {"UMDAdapter::GetCaps D3DDDICAPS_GETFORMATDATA", "UMDGetAdapterFormats 62"};
     const Lines none = {"UMDAdapter::GetCaps D3DDDICAPS_GETFORMATDATA", "UMDGetAdapterFormats 0"};
-    EXPECT_EQ(adapter.Ask(4, 1240).Lines, whole);
+    EXPECT_EQ(adapter.Ask(4, 1240).Trace, whole);
     const Lines less = {"UMDAdapter::GetCaps D3DDDICAPS_GETFORMATDATA", "UMDGetAdapterFormats 61"};
-    EXPECT_EQ(adapter.Ask(4, 1239).Lines, less);
-    EXPECT_EQ(adapter.Ask(4, 0).Lines, none);
+    EXPECT_EQ(adapter.Ask(4, 1239).Trace, less);
+    EXPECT_EQ(adapter.Ask(4, 0).Trace, none);
     EXPECT_EQ(adapter.Ask(4, 0).Words(62 * 5), FormatWords());
 }
 

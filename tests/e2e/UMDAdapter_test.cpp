@@ -1,19 +1,17 @@
-// The adapter through the built DLL: opening, creating devices, closing, and the DLL's own entry.
+// The adapter through the built DLL: opening, creating devices, closing.
 #include "DriverDll.h"
 #include "FakeFactory.h"
 #include "RegistryOverride.h"
 #include "TestClient.h"
 #include "TraceCapture.h"
+#include "TraceMask.h"
 
 #include <gtest/gtest.h>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
-
-constexpr DWORD kAllLevels = 0x7FF;
 constexpr UINT kVersionWin7 = 0x2003;
 
 /// The driver loaded with every level on; the test client library hands out the fake device.
@@ -32,12 +30,7 @@ protected:
     ~UMDAdapterTest() override { m_pDriver.reset(); }
 
     /// Lines of this thread that contain the text.
-    Lines Find(const std::string& text) const
-    {
-        Lines lines = m_Trace.LinesOfThisThread();
-        std::erase_if(lines, [&](const std::string& line) { return line.find(text) == std::string::npos; });
-        return lines;
-    }
+    Lines Find(const std::string& text) const { return Containing(m_Trace.LinesOfThisThread(), text); }
 
     RegistryOverride m_Registry;
     TraceCapture m_Trace;
@@ -172,32 +165,4 @@ TEST_F(UMDAdapterTest, OpenAdapter_MemoryRunsOut_FailsAndLeavesTheRecord)
     FailNthAllocation fail(1, m_pDriver->Module());
     EXPECT_EQ(m_pDriver->OpenAdapter(m_Kernel), E_FAIL);
     EXPECT_EQ(m_pDriver->m_AdapterFuncs.pfnGetCaps, nullptr);
-}
-
-TEST_F(UMDAdapterTest, DllMain_AnyReason_AnswersTrueAndTracesIt)
-{
-    const auto pBase = reinterpret_cast<const BYTE*>(m_pDriver->Module());
-    const auto pHeaders =
-        reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase)->e_lfanew);
-    const auto pEntry = reinterpret_cast<BOOL(WINAPI*)(HINSTANCE, DWORD, LPVOID)>(
-        reinterpret_cast<UINT_PTR>(pBase) + pHeaders->OptionalHeader.AddressOfEntryPoint);
-    const struct
-    {
-        DWORD m_Reason;
-        const char* m_pLine;
-    } cases[]{{DLL_THREAD_ATTACH, "DLL_THREAD_ATTACH\n"}, {DLL_THREAD_DETACH, "DLL_THREAD_DETACH\n"},
-        {77, "DllMain unknown reason! 77\n"}};
-    for (const auto& call : cases)
-    {
-        m_Trace.Clear();
-        EXPECT_EQ(pEntry(m_pDriver->Module(), call.m_Reason, nullptr), TRUE);
-        EXPECT_EQ(m_Trace.LinesOfThisThread(), Lines{call.m_pLine});
-    }
-}
-
-TEST_F(UMDAdapterTest, DllMain_ProcessDetach_FreesTheClientLibraryAndTellsTheProcess)
-{
-    m_pDriver->Unload();
-    EXPECT_EQ(m_Trace.LinesOfThisThread(),
-        (Lines{"DLL_PROCESS_DETACH\n", "DLL_PROCESS_DETACH PID:" + std::to_string(GetCurrentProcessId()) + "\n"}));
 }

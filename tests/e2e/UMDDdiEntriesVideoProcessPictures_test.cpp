@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
 constexpr LONG kOne = 1 << 16;  ///< as a 16.16 fixed-point number

@@ -3,6 +3,7 @@
 #include "FakeDxva2.h"
 #include "ImportPatch.h"
 #include "TraceLines.h"
+#include "TraceText.h"
 #include "VideoCalls.h"
 #include "host/runtime/HostSession.h"
 
@@ -12,21 +13,13 @@
 #include <cstdlib>
 #include <cstring>
 
+using namespace tesslo::test;
+
 namespace
 {
-using Lines = std::vector<std::string>;
-using Calls = std::vector<std::string>;
-using tesslo::test::FakeDxva2;
-using tesslo::test::ImportPatch;
+using Calls = Lines;
 
 constexpr UINT kMask = 0x103;  ///< errors, entries, video
-
-std::string Low32(HANDLE handle)
-{
-    char text[16];
-    std::snprintf(text, sizeof(text), "0x%x", static_cast<UINT>(reinterpret_cast<UINT_PTR>(handle)));
-    return text;
-}
 
 std::vector<LONG> Edges(const RECT& rect)
 {
@@ -62,9 +55,7 @@ protected:
     }
 
     HostSession m_Session;
-    FakeDxva2 m_Dxva2;
-    ImportPatch m_ServiceImport{m_Session.Driver().Module(), "dxva2.dll", "DXVA2CreateVideoService",
-        reinterpret_cast<void*>(FakeDxva2::CreateVideoService)};
+    FakeDxva2 m_Dxva2{m_Session.Driver().Module()};
     VideoCalls m_Video{m_Session.Device()};
     std::unique_ptr<HostResource> m_pTarget = m_Session.Device().CreateRenderTarget(64, 32);
     std::unique_ptr<HostResource> m_pSource = m_Session.Device().CreateRenderTarget(16, 16);
@@ -100,8 +91,8 @@ protected:
     void SetUp() override { g_LiveBlocks = 0; }
     void TearDown() override { g_RefusedSize = 0; }
 
-    ImportPatch m_Malloc{m_Session.Driver().Module(), "msvcrt.dll", "malloc", reinterpret_cast<void*>(CountingMalloc)};
-    ImportPatch m_Free{m_Session.Driver().Module(), "msvcrt.dll", "free", reinterpret_cast<void*>(CountingFree)};
+    ImportPatch m_Malloc{m_Session.Driver().Module(), "msvcrt.dll", "malloc", CountingMalloc};
+    ImportPatch m_Free{m_Session.Driver().Module(), "msvcrt.dll", "free", CountingFree};
 };
 }  // namespace
 
@@ -224,10 +215,10 @@ TEST_F(VideoProcess, SetRenderTarget_Surface_IsTheDevicesRenderTargetToo)
     TraceLines trace;
     EXPECT_EQ(m_Video.SetRenderTarget(hVideo, m_pTarget->Handle()), S_OK);
 
-    EXPECT_EQ(trace.Lines(), (Lines{"=> UMDDdiVideoProcessSetRenderTarget RT:" + Low32(m_pTarget->Handle()),
+    EXPECT_EQ(trace.Lines(), (Lines{"=> UMDDdiVideoProcessSetRenderTarget RT:" + Low(m_pTarget->Handle()),
                                  ">>> UMDDdiDeviceVideo::SetRenderTarget",
-                                 ">>> UMDGpuDXVA::SetRenderTarget hVideoProcess:" + Low32(hVideo) +
-                                     " hRenderTarget:" + Low32(m_pTarget->Handle())}));
+                                 ">>> UMDGpuDXVA::SetRenderTarget hVideoProcess:" + Low(hVideo) +
+                                     " hRenderTarget:" + Low(m_pTarget->Handle())}));
     m_Session.Device().Clear(0x123456);
     HostImage expected(64, 32);
     expected.Fill(m_pTarget->Rect(), 0x123456);
@@ -285,8 +276,8 @@ TEST_F(VideoProcess, BeginAndEndFrame_OnlyTraced)
 
     EXPECT_EQ(trace.Lines(),
         (Lines{"=> UMDDdiVideoProcessBeginFrame", ">>> UMDDdiDeviceVideo::BeginFrame",
-            ">>> UMDGpuDXVA::BeginFrame hVideoProcess:" + Low32(hVideo), "=> UMDDdiVideoProcessEndFrame",
-            ">>> UMDDdiDeviceVideo::EndFrame", ">>> UMDGpuDXVA::EndFrame hVideoProcess:" + Low32(hVideo)}));
+            ">>> UMDGpuDXVA::BeginFrame hVideoProcess:" + Low(hVideo), "=> UMDDdiVideoProcessEndFrame",
+            ">>> UMDDdiDeviceVideo::EndFrame", ">>> UMDGpuDXVA::EndFrame hVideoProcess:" + Low(hVideo)}));
     EXPECT_EQ(hComplete, reinterpret_cast<HANDLE>(0x5A5A5A5A));
     EXPECT_EQ(m_Dxva2.Calls, Calls{});
     m_Video.Destroy(hVideo);
@@ -299,7 +290,7 @@ TEST_F(VideoProcess, Blt_OneSample_EveryFieldArrives)
     ASSERT_EQ(BltOnce(hVideo), S_OK);
 
     EXPECT_EQ(trace.Lines(), (Lines{"=> UMDDdiVideoProcessBlt", ">>> UMDDdiDeviceVideo::Blt",
-                                 ">>> UMDGpuDXVA::Blt hVideoProcess:" + Low32(hVideo) + " NumSrcSurfaces:1",
+                                 ">>> UMDGpuDXVA::Blt hVideoProcess:" + Low(hVideo) + " NumSrcSurfaces:1",
                                  ">>> UMDGpuDXVA::InternalSetBltParams", ">>> UMDGpuDXVA::InternalSetBltSamples"}));
     EXPECT_EQ(m_Dxva2.Calls, Calls{"VideoProcessBlt"});
     EXPECT_EQ(m_Dxva2.BltSampleCount, 1u);
@@ -379,7 +370,7 @@ TEST_F(VideoProcessDetail, Blt_OneSample_EveryFieldPrintedByName)
             "PlanarAlpha: 232 231 15139048",
             "SampleFormat: 966136578 2 3 1 4 5 6 7",
             "SampleFlags: 1 0 1 0 1 0 48879",
-            "SrcResource: " + Low32(m_pSource->Handle())}));
+            "SrcResource: " + Low(m_pSource->Handle())}));
     // clang-format on
     m_Video.Destroy(hVideo);
 }
@@ -421,7 +412,7 @@ TEST_F(VideoProcess, Blt_AnyNumberOfSamplesButOne_RefusedBeforeTheService)
         EXPECT_EQ(m_Video.Blt(VideoCalls::DistinctBlt(hVideo, samples, count)), E_NOTIMPL);
         EXPECT_EQ(trace.Lines(),
             (Lines{"=> UMDDdiVideoProcessBlt", ">>> UMDDdiDeviceVideo::Blt",
-                ">>> UMDGpuDXVA::Blt hVideoProcess:" + Low32(hVideo) + " NumSrcSurfaces:" + std::to_string(count),
+                ">>> UMDGpuDXVA::Blt hVideoProcess:" + Low(hVideo) + " NumSrcSurfaces:" + std::to_string(count),
                 ">>> UMDGpuDXVA::InternalSetBltParams", ">>> UMDGpuDXVA::InternalSetBltSamples",
                 "UMDGpuDXVA::Blt NumSrcSurfaces:" + std::to_string(count) + " failed!"}));
         EXPECT_EQ(m_Dxva2.Calls, Calls{});

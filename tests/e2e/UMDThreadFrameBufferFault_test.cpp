@@ -16,11 +16,10 @@
 #include <thread>
 #include <vector>
 
+using namespace tesslo::test;
+
 namespace
 {
-using namespace tesslo::test;
-using Lines = std::vector<std::string>;
-
 constexpr UINT kIndex = 0;   ///< the first that closing waits for
 constexpr UINT kSource = 7;  ///< what the kernel-mode driver calls it
 constexpr char kAccessViolation[] = "EXCEPTION_ACCESS_VIOLATION\n";
@@ -134,7 +133,7 @@ TEST_P(ClientExportFaultTest, Flip_ExportFaults_EndsTheSourceAloneAndSaysWhose)
     if (GetParam().m_Export == TEST_CLIENT_UNPLUG)
     {
         ASSERT_EQ(Flip(), S_OK);
-        ASSERT_TRUE(m_Client.WaitForFrames(1));
+        ASSERT_TRUE(m_Client.WaitForUpdates(1));
         m_Trace.Clear();
     }
     else
@@ -160,7 +159,7 @@ TEST_F(ClientFaultTest, ReservedExports_Fault_TheDeviceComesFromAnAdapterAndFram
     EXPECT_EQ(m_Fake.Calls("d3d9.CreateDeviceEx"), 1u);
     CreatePrimary();
     ASSERT_EQ(Flip(), S_OK);
-    EXPECT_TRUE(m_Client.WaitForFrames(1));
+    EXPECT_TRUE(m_Client.WaitForUpdates(1));
     EXPECT_EQ(m_Trace.Count("Exception in client library! TessloVirtualMonitorReserved1 failed!\n"), 1u);
     EXPECT_EQ(m_Trace.Count("Exception in client library! TessloVirtualMonitorReserved2 failed!\n"), 1u);
     EXPECT_EQ(m_Trace.LinesContaining("Exception in DDI function!"), Lines{});
@@ -195,7 +194,7 @@ TEST_F(ClientFaultTest, CloseAdapter_UpdateDoesNotReturn_SaysWhoHangsUntilItRetu
     Open();
     CreatePrimary();
     ASSERT_EQ(Flip(), S_OK);
-    ASSERT_TRUE(m_Client.WaitForFrames(1));
+    ASSERT_TRUE(m_Client.WaitForUpdates(1));
     m_Trace.Clear();
     {
         const ImpatientWait impatient(m_Driver->Module(), 3);
@@ -242,7 +241,7 @@ TEST_F(ClientFaultTest, CreateDevice_DelegatedDeviceFaults_ReturnsAndTheNextOneW
     Open();
     CreatePrimary();
     EXPECT_EQ(Flip(), S_OK);
-    EXPECT_TRUE(m_Client.WaitForFrames(1));
+    EXPECT_TRUE(m_Client.WaitForUpdates(1));
     Close();
 }
 }  // namespace

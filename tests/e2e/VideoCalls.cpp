@@ -1,5 +1,8 @@
 #include "VideoCalls.h"
 
+namespace tesslo::test
+{
+
 const GUID VideoCalls::kProgressive = {0x5A54A0C9, 0xC7EC, 0x4BD9, {0x8E, 0xDE, 0xF3, 0xC7, 0x5D, 0xC4, 0x39, 0x3B}};
 
 D3DDDIARG_CREATEVIDEOPROCESSDEVICE VideoCalls::DistinctCreate()
@@ -75,3 +78,5 @@ D3DDDIARG_VIDEOPROCESSBLT VideoCalls::DistinctBlt(HANDLE hVideo, DXVADDI_VIDEOSA
     blt.NumSrcSurfaces = count;
     return blt;
 }
+
+}  // namespace tesslo::test

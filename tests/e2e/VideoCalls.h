@@ -3,6 +3,9 @@
 
 #include "host/runtime/HostDevice.h"
 
+namespace tesslo::test
+{
+
 class VideoCalls
 {
 public:
@@ -46,3 +49,5 @@ public:
 private:
     HostDevice& m_Device;
 };
+
+}  // namespace tesslo::test

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace tesslo::test;
+
 TEST(HostCapabilities, Asked_AnswersComeWhole)
 {
     HostDriver driver({L"TessloWddmUmode.dll", std::nullopt, 0});
@@ -36,7 +38,7 @@ TEST(HostCapabilities, Asked_WithTheLevelOfCapabilities_EveryAnswerIsInTheTrace)
     HostAdapter adapter(driver, kernel);
     TraceLines trace;
     HostAskCapabilities(adapter);
-    const std::vector<std::string> lines = trace.Lines();
+    const Lines lines = trace.Lines();
     for (const char* pLine : {"UMDGetAdapterFormats 62", "UMDAdapter::GetCaps D3DDDICAPS_GETD3DQUERYDATA count 15",
              ">>> UMDGetAdapterCapabilitiesD3D9", ">>> 842094158", ">>> 3 0 0 842094158 0 15 759 0 0",
              ">>> 6 196608 65536 6"})

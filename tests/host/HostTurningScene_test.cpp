@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
 
@@ -18,7 +20,8 @@ testing::AssertionResult Near(UINT actual, UINT expected)
     for (UINT shift : {0, 8, 16})
         if (std::abs(static_cast<int>(expected >> shift & 0xFF) - static_cast<int>(actual >> shift & 0xFF)) >
             kTolerance)
-            return testing::AssertionFailure() << "expected about " << Hex(expected) << ", got " << Hex(actual);
+            return testing::AssertionFailure()
+                   << "expected about " << ColorText(expected) << ", got " << ColorText(actual);
     return testing::AssertionSuccess();
 }
 

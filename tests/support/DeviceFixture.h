@@ -1,16 +1,15 @@
-// A started device object on a fake delegated device and a fake kernel, for unit tests.
+// Device objects on a fake delegated device and a fake kernel, for unit tests.
 //
 //     class DrawTest : public DeviceFixture {};
-//     TEST_F(DrawTest, ...) { EXPECT_EQ(Device().DrawPrimitive(&draw), S_OK); m_Fake.Lines() ... }
+//     TEST_F(DrawTest, ...) { EXPECT_EQ(Device().DrawPrimitive(&draw), S_OK); DeviceLines() ... }
 //
 // The driver's own start-up code runs: threads, hidden window, escapes. Only Direct3DCreate9Ex is replaced, in the
-// test program's import table. Records and lines of the start are forgotten before the test begins.
+// test program's import table.
 #pragma once
 
 #include "FakeFactory.h"
 #include "FakeKernel.h"
-#include "TraceCapture.h"
-#include "TraceMask.h"
+#include "TraceAt.h"
 
 #include "adapter/UMDAdapter.h"
 #include "device/UMDDdiDevice.h"
@@ -22,56 +21,18 @@
 namespace tesslo::test
 {
 
-class DeviceFixture : public testing::Test
+/// A device that the test starts and stops itself, as the adapter would.
+class UnstartedDeviceFixture : public testing::Test
 {
 protected:
-    /// Every trace level but the log file.
-    static constexpr UINT kAllLevels = 0x7FF;
+    std::unique_ptr<UMDDdiDevice> MakeDevice();
 
-    void SetUp() override
-    {
-        m_Callbacks = FakeKernel::Callbacks();
-        PrepareStart();
-        m_pAdapter = std::make_unique<UMDAdapter>(m_Kernel.RuntimeHandle(), 0x2003, &m_AdapterCallbacks);
-        m_pDevice = std::make_unique<UMDDdiDevice>(
-            m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), m_Kernel.RuntimeHandle(), &m_Callbacks);
-        ASSERT_TRUE(m_pDevice->Initialize());
-        WaitForWorkers();
-        ForgetCalls();
-    }
-
-    void TearDown() override
-    {
-        if (m_pDevice)
-            m_pDevice->DestroyThreads();
-        m_pDevice.reset();
-        m_pAdapter.reset();
-    }
-
-    /// For tests that change callbacks or fakes before the device starts.
-    virtual void PrepareStart() {}
-
-    /// Each frame-buffer thread prints one line when it begins; none of them may come into the test's own.
-    void WaitForWorkers()
-    {
-        constexpr size_t kWorkers = 6;
-        constexpr DWORD kLong = 30000;  // milliseconds; reached only by a failing test
-        const DWORD begin = GetTickCount();
-        while (m_Trace.Count(">>> UMDThreadFrameBuffer::Run\n") < kWorkers && GetTickCount() - begin < kLong)
-            Sleep(1);
-        ASSERT_EQ(m_Trace.Count(">>> UMDThreadFrameBuffer::Run\n"), kWorkers);
-    }
-
-    void ForgetCalls()
-    {
-        m_Fake.ClearLines();
-        m_Kernel.ClearLines();
-        m_Trace.Clear();
-    }
-
-    UMDDdiDevice& Device() { return *m_pDevice; }
-    /// The device handle that the runtime holds.
-    HANDLE DeviceHandle() { return m_pDevice.get(); }
+    void ForgetCalls();
+    /// All calls since the last ForgetCalls.
+    Lines DeviceLines() const { return m_Fake.Lines(); }
+    Lines KernelLines() const { return m_Kernel.Lines(); }
+    /// The trace of this thread since then.
+    Lines Trace() const { return m_Trace.LinesOfThisThread(); }
 
     TraceMask m_Mask{kAllLevels};
     TraceCapture m_Trace;
@@ -79,8 +40,24 @@ protected:
     FakeFactory m_Factory{m_Fake};
     FakeKernel m_Kernel;
     D3DDDI_ADAPTERCALLBACKS m_AdapterCallbacks{};
-    D3DDDI_DEVICECALLBACKS m_Callbacks{};
-    std::unique_ptr<UMDAdapter> m_pAdapter;
+    D3DDDI_DEVICECALLBACKS m_Callbacks = FakeKernel::Callbacks();
+    UMDAdapter m_Adapter{m_Kernel.RuntimeHandle(), 0x2003, &m_AdapterCallbacks};
+};
+
+/// A started device. Calls and lines of the start are forgotten before the test begins.
+class DeviceFixture : public UnstartedDeviceFixture
+{
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// For tests that change callbacks or fakes before the device starts.
+    virtual void PrepareStart() {}
+
+    UMDDdiDevice& Device() { return *m_pDevice; }
+    /// The device handle that the runtime holds.
+    HANDLE DeviceHandle() { return m_pDevice.get(); }
+
     std::unique_ptr<UMDDdiDevice> m_pDevice;
 };
 

@@ -58,6 +58,16 @@ HRESULT DriverDll::CloseAdapter()
     return m_AdapterFuncs.pfnCloseAdapter(std::exchange(m_hAdapter, nullptr));
 }
 
+BOOL DriverDll::DllMain(DWORD reason)
+{
+    const auto pBase = reinterpret_cast<const BYTE*>(m_hModule);
+    const auto pHeaders =
+        reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase)->e_lfanew);
+    const auto pEntry = reinterpret_cast<BOOL(WINAPI*)(HINSTANCE, DWORD, LPVOID)>(
+        reinterpret_cast<UINT_PTR>(pBase) + pHeaders->OptionalHeader.AddressOfEntryPoint);
+    return pEntry(m_hModule, reason, nullptr);
+}
+
 void DriverDll::Unload()
 {
     if (HMODULE hModule = std::exchange(m_hModule, nullptr))

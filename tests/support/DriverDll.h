@@ -27,6 +27,8 @@ public:
     /// Creates a device with these callbacks; on success the device's functions and handle are kept.
     HRESULT CreateDevice(FakeKernel& kernel, const D3DDDI_DEVICECALLBACKS& callbacks = FakeKernel::Callbacks());
     HRESULT CloseAdapter();
+    /// Calls the DLL's own entry, as the loader does.
+    BOOL DllMain(DWORD reason);
     /// Unloads now. The adapter must be closed.
     void Unload();
 

@@ -17,9 +17,8 @@ void* (*s_pOriginal)(size_t);
 }  // namespace
 
 FailNthAllocation::FailNthAllocation(unsigned nth, HMODULE hModule)
-    : m_Patch((s_pOriginal = malloc, hModule), "msvcrt.dll", "malloc", reinterpret_cast<void*>(InternalAllocate))
+    : m_Patch(hModule, "msvcrt.dll", "malloc", InternalAllocate, &s_pOriginal)
 {
-    s_pOriginal = m_Patch.Original<void* (*)(size_t)>();
     s_Nth = nth;
     s_Count = 0;
     s_PauseDepth = 0;

@@ -117,7 +117,7 @@ public:
 };
 }  // namespace
 
-FakeDxva2::FakeDxva2()
+FakeDxva2::FakeDxva2(HMODULE hModule) : m_Patch(hModule, "dxva2.dll", "DXVA2CreateVideoService", InternalCreateService)
 {
     g_pDxva2 = this;
 }
@@ -127,7 +127,7 @@ FakeDxva2::~FakeDxva2()
     g_pDxva2 = nullptr;
 }
 
-HRESULT WINAPI FakeDxva2::CreateVideoService(IDirect3DDevice9* pDevice, REFIID iid, void** ppService)
+HRESULT WINAPI FakeDxva2::InternalCreateService(IDirect3DDevice9* pDevice, REFIID iid, void** ppService)
 {
     g_pDxva2->Calls.push_back("DXVA2CreateVideoService");
     g_pDxva2->pServiceDevice = pDevice;

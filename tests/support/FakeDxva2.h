@@ -1,14 +1,15 @@
 // A stand-in for the platform's DXVA2: records what it is asked, answers what a test scripts, counts what lives.
 //
-// Install FakeDxva2::CreateVideoService in place of the import DXVA2CreateVideoService. One at a time.
+// While it lives, the executable's own calls of DXVA2CreateVideoService get it; for another module give that module's
+// handle. One at a time.
 #pragma once
+
+#include "ImportPatch.h"
+#include "Lines.h"
 
 #include "ddi/ddi.h"
 
 #include <dxva2api.h>
-
-#include <string>
-#include <vector>
 
 namespace tesslo::test
 {
@@ -16,13 +17,11 @@ namespace tesslo::test
 class FakeDxva2
 {
 public:
-    FakeDxva2();
+    /// @param hModule whose calls are answered; null for the executable.
+    explicit FakeDxva2(HMODULE hModule = nullptr);
     ~FakeDxva2();
-
     FakeDxva2(const FakeDxva2&) = delete;
     FakeDxva2& operator=(const FakeDxva2&) = delete;
-
-    static HRESULT WINAPI CreateVideoService(IDirect3DDevice9* pDevice, REFIID iid, void** ppService);
 
     // The script: what the three calls answer. A failing call creates nothing.
     HRESULT ServiceResult = S_OK;
@@ -30,7 +29,7 @@ public:
     HRESULT BltResult = S_OK;
 
     // The record. Calls has one entry a creation, a blit, and an object's end, in order.
-    std::vector<std::string> Calls;
+    Lines Calls;
     int LiveObjects = 0;
 
     IDirect3DDevice9* pServiceDevice = nullptr;
@@ -45,6 +44,11 @@ public:
     DXVA2_VideoSample BltSample = {};
     UINT BltSampleCount = 0;
     bool BltHasCompletion = false;
+
+private:
+    static HRESULT WINAPI InternalCreateService(IDirect3DDevice9* pDevice, REFIID iid, void** ppService);
+
+    ImportPatch m_Patch;
 };
 
 }  // namespace tesslo::test

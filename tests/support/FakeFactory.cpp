@@ -15,8 +15,7 @@ FakeFactory* s_pFactory;  ///< the living one; set and cleared on the test's thr
 FakeFactory::FakeFactory(FakeDevice& device, HMODULE hModule) : FakeFactoryMethods(device, "d3d9"), m_Device(device)
 {
     s_pFactory = this;
-    m_pPatch = std::make_unique<ImportPatch>(
-        hModule, "d3d9.dll", "Direct3DCreate9Ex", reinterpret_cast<void*>(&FakeFactory::InternalCreate));
+    m_pPatch = std::make_unique<ImportPatch>(hModule, "d3d9.dll", "Direct3DCreate9Ex", InternalCreate);
 }
 
 FakeFactory::~FakeFactory()

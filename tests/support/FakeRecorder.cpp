@@ -28,9 +28,7 @@ std::vector<std::string> FakeRecorder::Lines() const
 
 std::vector<std::string> FakeRecorder::LinesContaining(const std::string& text) const
 {
-    std::vector<std::string> lines = Lines();
-    std::erase_if(lines, [&](const std::string& line) { return line.find(text) == std::string::npos; });
-    return lines;
+    return Containing(Lines(), text);
 }
 
 size_t FakeRecorder::Calls(const std::string& method) const

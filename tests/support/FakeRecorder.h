@@ -5,6 +5,8 @@
 // "surface#2.LockRect". Any thread may call.
 #pragma once
 
+#include "Lines.h"
+
 #include <windows.h>
 
 #include <functional>
@@ -15,6 +17,9 @@
 
 namespace tesslo::test
 {
+
+/// What failing calls answer, as D3DERR_NOTAVAILABLE: no code of the driver's own, nor of the fakes'.
+inline constexpr HRESULT kRefused = static_cast<HRESULT>(0x8876086A);
 
 class FakeRecorder
 {

@@ -18,11 +18,10 @@ public:
     /// @param hModule the module that waits, null for the executable.
     /// @param slices  how many waits run out.
     ImpatientWait(HMODULE hModule, int slices)
-        : m_Patch(hModule, "kernel32.dll", "WaitForSingleObject", reinterpret_cast<void*>(InternalWait))
+        : m_Patch(hModule, "kernel32.dll", "WaitForSingleObject", InternalWait, &s_pWait)
     {
         s_Left = slices;
         s_Slices.clear();
-        s_pWait = m_Patch.Original<decltype(&WaitForSingleObject)>();
     }
 
     /// Whether all of them have run out.

@@ -32,14 +32,6 @@ void** FindSlot(HMODULE hModule, const std::string& dll, const std::string& func
     return nullptr;
 }
 
-void Store(void** ppSlot, void* pFunction)
-{
-    DWORD protection = 0;
-    VirtualProtect(ppSlot, sizeof *ppSlot, PAGE_READWRITE, &protection);
-    InterlockedExchangePointer(ppSlot, pFunction);
-    VirtualProtect(ppSlot, sizeof *ppSlot, protection, &protection);
-}
-
 UINT_PTR s_FailingValue;
 DWORD s_FailingError;
 
@@ -52,24 +44,25 @@ UINT_PTR FailingFunction()
 
 }  // namespace
 
-ImportPatch::ImportPatch(HMODULE hModule, const std::string& dll, const std::string& function, void* pReplacement)
-    : m_ppSlot(FindSlot(hModule ? hModule : GetModuleHandleW(nullptr), dll, function))
+void** ImportPatch::InternalFindSlot(HMODULE hModule, const std::string& dll, const std::string& function)
 {
-    if (!m_ppSlot)
+    void** ppSlot = FindSlot(hModule ? hModule : GetModuleHandleW(nullptr), dll, function);
+    if (!ppSlot)
         throw std::runtime_error("the module does not import " + function + " of " + dll);
-    m_pOriginal = *m_ppSlot;
-    Store(m_ppSlot, pReplacement);
+    return ppSlot;
 }
 
-ImportPatch::~ImportPatch()
+void ImportPatch::InternalStore(void* pFunction)
 {
-    Store(m_ppSlot, m_pOriginal);
+    DWORD protection = 0;
+    VirtualProtect(m_ppSlot, sizeof *m_ppSlot, PAGE_READWRITE, &protection);
+    InterlockedExchangePointer(m_ppSlot, pFunction);
+    VirtualProtect(m_ppSlot, sizeof *m_ppSlot, protection, &protection);
 }
 
 FailingImport::FailingImport(
     HMODULE hModule, const std::string& dll, const std::string& function, UINT_PTR value, DWORD error)
-    : m_Patch((s_FailingValue = value, s_FailingError = error, hModule), dll, function,
-          reinterpret_cast<void*>(FailingFunction))
+    : m_Patch((s_FailingValue = value, s_FailingError = error, hModule), dll, function, FailingFunction)
 {
 }
 

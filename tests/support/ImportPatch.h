@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <string>
+#include <type_traits>
 
 namespace tesslo::test
 {
@@ -11,22 +12,27 @@ namespace tesslo::test
 class ImportPatch
 {
 public:
-    /// @param hModule whose import is replaced; null for the executable.
-    /// @param dll     file name of the imported library, in any case.
+    /// @param hModule    whose import is replaced; null for the executable.
+    /// @param dll        file name of the imported library, in any case.
+    /// @param ppOriginal receives the replaced function before the first call of its replacement; may be null.
     /// Throws std::runtime_error when the module does not import that function by name.
-    ImportPatch(HMODULE hModule, const std::string& dll, const std::string& function, void* pReplacement);
-    ~ImportPatch();
+    template <typename Function>
+    ImportPatch(HMODULE hModule, const std::string& dll, const std::string& function, Function* pReplacement,
+        std::type_identity_t<Function>** ppOriginal = nullptr)
+        : m_ppSlot(InternalFindSlot(hModule, dll, function)), m_pOriginal(*m_ppSlot)
+    {
+        if (ppOriginal)
+            *ppOriginal = reinterpret_cast<Function*>(m_pOriginal);
+        InternalStore(reinterpret_cast<void*>(pReplacement));
+    }
+    ~ImportPatch() { InternalStore(m_pOriginal); }
     ImportPatch(const ImportPatch&) = delete;
     ImportPatch& operator=(const ImportPatch&) = delete;
 
-    /// The replaced function, as the type that the caller knows.
-    template <typename Function>
-    Function Original() const
-    {
-        return reinterpret_cast<Function>(m_pOriginal);
-    }
-
 private:
+    static void** InternalFindSlot(HMODULE hModule, const std::string& dll, const std::string& function);
+    void InternalStore(void* pFunction);
+
     void** m_ppSlot;
     void* m_pOriginal;
 };

@@ -5,7 +5,6 @@
 
 #include "kernel/UMDAllocationPrivateData.h"
 
-#include <functional>
 #include <span>
 
 namespace tesslo::test

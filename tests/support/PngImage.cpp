@@ -9,6 +9,9 @@
 #define STB_IMAGE_IMPLEMENTATION
 #include <stb/stb_image.h>
 
+namespace tesslo::test
+{
+
 HostImage ReadPng(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);
@@ -27,3 +30,5 @@ HostImage ReadPng(const std::filesystem::path& path)
     stbi_image_free(pPixels);
     return image;
 }
+
+}  // namespace tesslo::test

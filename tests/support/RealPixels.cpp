@@ -4,7 +4,8 @@
 
 #include <cstring>
 
-using namespace tesslo::test;
+namespace tesslo::test
+{
 
 std::string NameOf(const FormatRow& row)
 {
@@ -147,3 +148,5 @@ Bytes RealPixels::Scribble(IDirect3DSurface9* pSurface, UINT bytesPerPixel, BYTE
     EXPECT_EQ(pSurface->UnlockRect(), S_OK);
     return pixels;
 }
+
+}  // namespace tesslo::test

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-using Bytes = std::vector<BYTE>;
+namespace tesslo::test
+{
 
-inline constexpr D3DDDI_POOL kVideo = D3DDDIPOOL_LOCALVIDMEM;
-inline constexpr D3DDDI_POOL kSystem = D3DDDIPOOL_SYSTEMMEM;
+using Bytes = std::vector<BYTE>;
 
 // Eleven levels: 1057x35, 528x17, 264x8, 132x4, 66x2, 33x1, and on to 1x1.
 inline constexpr UINT kWidth = 1057;
@@ -51,7 +51,7 @@ inline constexpr RECT kRects[] = {
 std::string NameOf(const FormatRow& row);
 
 /// The runtime's pixels of a sub-resource, row behind row without padding.
-Bytes MemoryOf(tesslo::test::CreateRequest& request, UINT index, UINT bytesPerPixel);
+Bytes MemoryOf(CreateRequest& request, UINT index, UINT bytesPerPixel);
 
 /// Memory behind the driver's copy of a locked surface, row by row.
 Bytes Landed(Bytes memory, UINT pitch, const Bytes& pixels, UINT rowBytes);
@@ -75,7 +75,7 @@ protected:
     UINT AllocationCount() const { return static_cast<UINT>(m_Kernel.AllocationCount()); }
 
     template <typename Resource>
-    Resource* Create(tesslo::test::CreateRequest& request)
+    Resource* Create(CreateRequest& request)
     {
         EXPECT_EQ(UMDDdiCreateResource(m_pDevice.get(), &request.m_Arg), S_OK);
         m_Resources.push_back(request.m_Arg.hResource);
@@ -93,10 +93,12 @@ protected:
     Bytes Scribble(IDirect3DSurface9* pSurface, UINT bytesPerPixel, BYTE seed);
 
 private:
-    tesslo::test::FakeKernel m_Kernel;
+    FakeKernel m_Kernel;
     D3DDDI_ADAPTERCALLBACKS m_AdapterCallbacks{};
     D3DDDI_DEVICECALLBACKS m_Callbacks{};
     std::unique_ptr<UMDAdapter> m_pAdapter;
     std::unique_ptr<UMDDdiDevice> m_pDevice;
     std::vector<HANDLE> m_Resources;
 };
+
+}  // namespace tesslo::test

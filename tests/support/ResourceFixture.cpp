@@ -6,47 +6,21 @@
 namespace tesslo::test
 {
 
-CreateRequest::CreateRequest(UINT flags, D3DDDI_POOL pool, D3DDDIFORMAT format, UINT width, UINT height, UINT levels)
-{
-    constexpr UINT kCubeFaces = 6;
-    const UINT faces = flags & kFlagCubeMap ? kCubeFaces : 1;
-    for (UINT face = 0; face < faces; face++)
-        for (UINT level = 0; level < levels; level++)
-            m_Surfaces.push_back({std::max(width >> level, 1U), std::max(height >> level, 1U), 0, nullptr, 0, 0});
-    m_Arg.Format = format;
-    m_Arg.Pool = pool;
-    m_Arg.pSurfList = m_Surfaces.data();
-    m_Arg.SurfCount = static_cast<UINT>(m_Surfaces.size());
-    m_Arg.MipLevels = levels;
-    m_Arg.hResource = reinterpret_cast<HANDLE>(0x1234500000ABCDE0);
-    m_Arg.Flags.Value = flags;
-    m_Arg.Rotation = D3DDDI_ROTATION_IDENTITY;
-}
-
-CreateRequest& CreateRequest::WithMemory(UINT bytesPerPixel, UINT padding)
-{
-    m_Memory.clear();
-    BYTE next = 1;
-    for (D3DDDI_SURFACEINFO& surface : m_Surfaces)
-    {
-        surface.SysMemPitch = surface.Width * bytesPerPixel + padding;
-        std::vector<BYTE>& bytes = m_Memory.emplace_back(size_t{surface.SysMemPitch} * surface.Height);
-        for (BYTE& byte : bytes)
-            byte = next = static_cast<BYTE>(next * 5 + 1);
-    }
-    for (size_t i = 0; i < m_Surfaces.size(); i++)
-        m_Surfaces[i].pSysMem = m_Memory[i].data();
-    return *this;
-}
-
 void ResourceFixture::TearDown()
 {
     m_Fake.ClearScripts();
     m_Kernel.ClearScripts();
+    for (UINT i = 0; i < FakeDevice::kRenderTargetCount; ++i)
+        m_Fake.SetRenderTarget(i, nullptr);
     DestroyAll();
-    EXPECT_EQ(m_Fake.LiveObjects(), std::vector<std::string>{});
-    EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
+    ExpectNothingLeft();
     DeviceFixture::TearDown();
+}
+
+void ResourceFixture::ExpectNothingLeft()
+{
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+    EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
 }
 
 UMDRscBase* ResourceFixture::CreateAny(CreateRequest& request)
@@ -57,6 +31,58 @@ UMDRscBase* ResourceFixture::CreateAny(CreateRequest& request)
     request.m_Arg.hResource = hResourceOS;
     m_Resources.push_back(pResource);
     return pResource;
+}
+
+UMDRscBase* ResourceFixture::OpenAny(D3DDDIARG_OPENRESOURCE& open)
+{
+    const HANDLE hResourceOS = open.hResource;
+    EXPECT_EQ(UMDDdiOpenResource(DeviceHandle(), &open), S_OK);
+    UMDRscBase* pResource = ToResource(open.hResource);
+    open.hResource = hResourceOS;
+    if (pResource)
+        m_Resources.push_back(pResource);
+    return pResource;
+}
+
+void ResourceFixture::ExpectRefused(CreateRequest& request, const Lines& errors)
+{
+    const HANDLE hResourceOS = request.m_Arg.hResource;
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(UMDDdiCreateResource(DeviceHandle(), &request.m_Arg), E_FAIL); }), errors);
+    EXPECT_EQ(request.m_Arg.hResource, hResourceOS);
+    ExpectNothingLeft();
+}
+
+HANDLE ResourceFixture::InternalCreateKept(UINT flags, D3DDDI_POOL pool, UINT width, UINT height)
+{
+    const D3DDDIFORMAT format = flags == kFlagIndexBuffer ? D3DDDIFMT_INDEX16
+                                : flags == kFlagZBuffer   ? D3DDDIFMT_D24S8
+                                                          : D3DDDIFMT_A8R8G8B8;
+    CreateRequest& request = m_Kept.emplace_back(flags, pool, format, width, height);
+    if (pool == kSystem)
+        request.WithMemory(4, 0);
+    const HANDLE hResource = ToHandle(CreateAny(request));
+    ForgetCalls();
+    return hResource;
+}
+
+HANDLE ResourceFixture::CreateSystemVertices()
+{
+    CreateRequest& request = m_Kept.emplace_back(kFlagVertexBuffer, kSystem, D3DDDIFMT_VERTEXDATA, sizeof m_Memory, 1);
+    request.m_Surfaces[0].pSysMem = m_Memory;
+    request.m_Surfaces[0].SysMemPitch = sizeof m_Memory;
+    const HANDLE hResource = ToHandle(CreateAny(request));
+    ForgetCalls();
+    return hResource;
+}
+
+HANDLE ResourceFixture::CreatePrimary(UINT source, D3DDDIFORMAT format)
+{
+    CreateRequest& request = m_Kept.emplace_back(kFlagRenderTarget | kFlagPrimary, kVideo, format, 16, 8);
+    request.m_Arg.VidPnSourceId = source;
+    request.m_Arg.Rotation = D3DDDI_ROTATION_IDENTITY;
+    const HANDLE hResource = ToHandle(CreateAny(request));
+    ForgetCalls();
+    return hResource;
 }
 
 void ResourceFixture::Destroy(UMDRscBase* pResource)
@@ -71,14 +97,6 @@ void ResourceFixture::DestroyAll()
         Destroy(m_Resources.back());
 }
 
-std::vector<std::string> ResourceFixture::ErrorsOf(const std::function<void()>& operation)
-{
-    const TraceMask errorsOnly(UMDTRACE_ERROR);
-    m_Trace.Clear();
-    operation();
-    return m_Trace.LinesOfThisThread();
-}
-
 FakeRecorder& ResourceFixture::InternalRecorderOf(const std::string& call)
 {
     if (call.starts_with("pfn"))
@@ -89,39 +107,52 @@ FakeRecorder& ResourceFixture::InternalRecorderOf(const std::string& call)
 void ResourceFixture::ExpectFailures(const std::vector<FailureRow>& rows, const std::function<void()>& prepare,
     const std::function<HRESULT()>& operation)
 {
-    // Whatever it calls can fail: a row for each, in any order.
     prepare();
     ForgetCalls();
     EXPECT_EQ(operation(), S_OK);
+    InternalExpectRowForEachCall(rows);
+    DestroyAll();
+    for (const FailureRow& row : rows)
+    {
+        SCOPED_TRACE(row.m_Call + " " + std::to_string(row.m_Nth));
+        prepare();
+        InternalExpectFailure(row, operation);
+    }
+}
+
+// Whatever it calls can fail: a row for each, in any order.
+void ResourceFixture::InternalExpectRowForEachCall(const std::vector<FailureRow>& rows)
+{
     std::map<std::string, unsigned> counts;
-    std::vector<std::string> calls;
-    for (const auto& lines : {DeviceLines(), KernelLines()})
-        for (const std::string& line : lines)
-        {
-            const std::string name = ScriptNameOf(line);
-            calls.push_back(name + " " + std::to_string(++counts[name]));
-        }
-    std::vector<std::string> covered;
+    Lines calls, covered;
+    for (const std::string& line : Joined(DeviceLines(), KernelLines()))
+    {
+        const std::string name = ScriptNameOf(line);
+        calls.push_back(name + " " + std::to_string(++counts[name]));
+    }
     for (const FailureRow& row : rows)
         covered.push_back(row.m_Call + " " + std::to_string(row.m_Nth));
     std::ranges::sort(calls);
     std::ranges::sort(covered);
     EXPECT_EQ(covered, calls);
-    DestroyAll();
+}
 
-    for (const FailureRow& row : rows)
+void ResourceFixture::InternalExpectFailure(const FailureRow& row, const std::function<HRESULT()>& operation)
+{
+    InternalRecorderOf(row.m_Call).Fail(row.m_Call, kRefused, row.m_Nth);
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(operation(), row.m_Expected); }), row.m_Errors);
+    m_Fake.ClearScripts();
+    m_Kernel.ClearScripts();
+    DestroyAll();
+    ExpectNothingLeft();
+}
+
+void ResourceFixture::ExpectRefusedCalls(const std::vector<RefusedRow>& rows)
+{
+    for (const RefusedRow& row : rows)
     {
-        SCOPED_TRACE(row.m_Call + " " + std::to_string(row.m_Nth));
-        prepare();
-        InternalRecorderOf(row.m_Call).Fail(row.m_Call, kRefused, row.m_Nth);
-        HRESULT hr = S_OK;
-        EXPECT_EQ(ErrorsOf([&] { hr = operation(); }), row.m_Errors);
-        EXPECT_EQ(hr, row.m_Expected);
-        m_Fake.ClearScripts();
-        m_Kernel.ClearScripts();
-        DestroyAll();
-        EXPECT_EQ(m_Fake.LiveObjects(), std::vector<std::string>{});
-        EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
+        m_Fake.Fail(row.m_pCall, kRefused, 1);
+        EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(row.m_Operation(), kRefused) << row.m_pCall; }), Lines{row.m_pError});
     }
 }
 

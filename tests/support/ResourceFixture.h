@@ -2,67 +2,39 @@
 // leave behind.
 #pragma once
 
+#include "CreateRequest.h"
 #include "DeviceFixture.h"
 
 #include "device/entries/UMDDdiEntries.h"
 #include "resources/UMDRscBase.h"
 
 #include <functional>
-#include <string>
-#include <vector>
+#include <list>
 
 namespace tesslo::test
 {
 
-/// The arguments of a create-resource call, with the memory that they point at.
-class CreateRequest
-{
-public:
-    /// @param flags  resource flag bits, kFlag...
-    /// @param levels sub-resources, each half as wide and high as the one before; a cube's come six times over.
-    CreateRequest(UINT flags, D3DDDI_POOL pool, D3DDDIFORMAT format, UINT width, UINT height, UINT levels = 1);
-    CreateRequest(const CreateRequest&) = delete;
-    CreateRequest& operator=(const CreateRequest&) = delete;
-
-    /// Gives each sub-resource memory of its own, numbered bytes, with padding behind each row.
-    CreateRequest& WithMemory(UINT bytesPerPixel, UINT padding);
-    std::vector<BYTE>& Memory(UINT index) { return m_Memory.at(index); }
-
-    D3DDDIARG_CREATERESOURCE m_Arg{};
-    std::vector<D3DDDI_SURFACEINFO> m_Surfaces;
-
-private:
-    std::vector<std::vector<BYTE>> m_Memory;
-};
-
-// Resource flag bits.
-inline constexpr UINT kFlagRenderTarget = 0x1;
-inline constexpr UINT kFlagZBuffer = 0x2;
-inline constexpr UINT kFlagDynamic = 0x4;
-inline constexpr UINT kFlagWriteOnly = 0x40;
-inline constexpr UINT kFlagSharedResource = 0x800;
-inline constexpr UINT kFlagPrimary = 0x8000;
-inline constexpr UINT kFlagTexture = 0x10000;
-inline constexpr UINT kFlagCubeMap = 0x20000;
-inline constexpr UINT kFlagVertexBuffer = 0x80000;
-inline constexpr UINT kFlagIndexBuffer = 0x100000;
-inline constexpr UINT kFlagDecodeRenderTarget = 0x200000;
-inline constexpr UINT kFlagVideoProcessRenderTarget = 0x800000;
-
 /// One failing delegated call or callback: what comes of it, and the error lines.
 struct FailureRow
 {
-    std::string m_Call;                 ///< as in a script of the fakes: "CreateTexture", "surface.LockRect"
-    unsigned m_Nth;                     ///< which call of that name in the operation, counted from 1
-    HRESULT m_Expected;                 ///< of the operation
-    std::vector<std::string> m_Errors;  ///< trace lines of the error level
+    std::string m_Call;  ///< as in a script of the fakes: "CreateTexture", "surface.LockRect"
+    unsigned m_Nth;      ///< which call of that name in the operation, counted from 1
+    HRESULT m_Expected;  ///< of the operation
+    Lines m_Errors;      ///< of the trace
+};
+
+/// An operation whose one delegated call is refused: it passes the code on.
+struct RefusedRow
+{
+    const char* m_pCall;
+    std::function<HRESULT()> m_Operation;
+    const char* m_pError;  ///< the one error line
 };
 
 class ResourceFixture : public DeviceFixture
 {
 protected:
-    /// The code that failing calls answer; no code of the driver's own.
-    static constexpr HRESULT kRefused = D3DERR_NOTAVAILABLE;
+    ResourceFixture() { m_Fake.NameMemory(m_Memory, sizeof m_Memory, "memory"); }
 
     /// Destroys what Create made, and expects that nothing lives on, neither on the device nor in the kernel.
     void TearDown() override;
@@ -77,16 +49,30 @@ protected:
         return pResource;
     }
     UMDRscBase* CreateAny(CreateRequest& request);
+    /// Calls the open entry and expects success. @return the resource, destroyed in the end; null when none was made.
+    UMDRscBase* OpenAny(D3DDDIARG_OPENRESOURCE& open);
+    /// Calls the create entry and expects that it fails, tells these errors and leaves nothing.
+    void ExpectRefused(CreateRequest& request, const Lines& errors);
+
+    // Handles of new resources, where any of its kind will do. Calls and trace are forgotten. Pictures are 16 by 8 of
+    // four bytes, cubes have edges of 8, buffers 64 bytes.
+    HANDLE CreateTarget() { return InternalCreateKept(kFlagRenderTarget, kVideo, 16, 8); }
+    HANDLE CreateTexture() { return InternalCreateKept(kFlagTexture, kVideo, 16, 8); }
+    HANDLE CreateSystemTexture() { return InternalCreateKept(kFlagTexture, kSystem, 16, 8); }
+    HANDLE CreateCube() { return InternalCreateKept(kFlagCubeMap, kVideo, 8, 8); }
+    HANDLE CreateDepth() { return InternalCreateKept(kFlagZBuffer, kVideo, 16, 8); }
+    HANDLE CreateIndices() { return InternalCreateKept(kFlagIndexBuffer, kVideo, 64, 1); }
+    HANDLE CreateVertices() { return InternalCreateKept(kFlagVertexBuffer, kVideo, 64, 1); }
+    /// Over m_Memory.
+    HANDLE CreateSystemVertices();
+    /// Of a source of the virtual monitor.
+    HANDLE CreatePrimary(UINT source, D3DDDIFORMAT format = D3DDDIFMT_X8R8G8B8);
+
     /// Destroys a resource by its entry.
     void Destroy(UMDRscBase* pResource);
+    void Destroy(HANDLE hResource) { Destroy(ToResource(hResource)); }
     /// Gives back what Create made so far.
     void DestroyAll();
-
-    /// All calls since the last ForgetCalls.
-    std::vector<std::string> DeviceLines() const { return m_Fake.Lines(); }
-    std::vector<std::string> KernelLines() const { return m_Kernel.Lines(); }
-    /// Trace lines of this thread that the error level prints while the operation runs.
-    std::vector<std::string> ErrorsOf(const std::function<void()>& operation);
 
     /// Runs the operation once for each row with that call failing, after preparing anew each time.
     /// Expects exactly the row's result and error lines, nothing left behind, and a row for each call that the
@@ -94,10 +80,23 @@ protected:
     void ExpectFailures(const std::vector<FailureRow>& rows, const std::function<void()>& prepare,
         const std::function<HRESULT()>& operation);
 
+    /// Runs each operation with its call answering kRefused.
+    void ExpectRefusedCalls(const std::vector<RefusedRow>& rows);
+
+    /// Nothing lives on the device nor in the kernel.
+    void ExpectNothingLeft();
+
+    /// Memory of the runtime's, for buffers and for draws from user memory; calls print it as "memory".
+    BYTE m_Memory[64] = {1, 2, 3};
+
 private:
+    HANDLE InternalCreateKept(UINT flags, D3DDDI_POOL pool, UINT width, UINT height);
+    void InternalExpectRowForEachCall(const std::vector<FailureRow>& rows);
+    void InternalExpectFailure(const FailureRow& row, const std::function<HRESULT()>& operation);
     FakeRecorder& InternalRecorderOf(const std::string& call);
 
     std::vector<UMDRscBase*> m_Resources;
+    std::list<CreateRequest> m_Kept;  ///< of the handles: their memory
 };
 
 /// "surface#2.LockRect(out, null, 0)" becomes "surface.LockRect", as scripts name it.

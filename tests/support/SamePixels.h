@@ -1,18 +1,19 @@
 // Compares pictures and tells where they differ.
 #pragma once
 
-#include "host/runtime/HostImage.h"
+#include "TraceText.h"
 
-#include <cstdio>
-#include <string>
+#include "host/runtime/HostImage.h"
 
 #include <gtest/gtest.h>
 
-inline std::string Hex(UINT color)
+namespace tesslo::test
 {
-    char text[16];
-    std::snprintf(text, sizeof(text), "0x%06X", color);
-    return text;
+
+/// "0x102030"
+inline std::string ColorText(UINT color)
+{
+    return Text("0x%06X", color);
 }
 
 inline testing::AssertionResult SamePixels(const HostImage& actual, const HostImage& expected)
@@ -30,6 +31,9 @@ inline testing::AssertionResult SamePixels(const HostImage& actual, const HostIm
     if (count == 0)
         return testing::AssertionSuccess();
     return testing::AssertionFailure() << count << " pixels differ, the first at " << first % expected.m_Width << ","
-                                       << first / expected.m_Width << ": expected " << Hex(expected.m_Pixels[first])
-                                       << ", got " << Hex(actual.m_Pixels[first]);
+                                       << first / expected.m_Width << ": expected "
+                                       << ColorText(expected.m_Pixels[first]) << ", got "
+                                       << ColorText(actual.m_Pixels[first]);
 }
+
+}  // namespace tesslo::test

@@ -6,6 +6,9 @@
 #include <filesystem>
 #include <string>
 
+namespace tesslo::test
+{
+
 class TemporaryFolder
 {
 public:
@@ -29,3 +32,5 @@ public:
 private:
     std::filesystem::path m_Path;
 };
+
+}  // namespace tesslo::test

@@ -1,6 +1,7 @@
 #include "TestClient.h"
 
-#include "FailNthAllocation.h"
+#include "TraceText.h"
+#include "Waiting.h"
 
 #include "client/test/TestClientTable.h"
 
@@ -14,11 +15,11 @@ namespace tesslo::test
 namespace
 {
 
-constexpr DWORD kGenerousWait = 30000;  ///< milliseconds
-
-std::string SlotText(void** ppConnection)
+void SetTable(HMODULE hModule, const TestClientTable* pTable)
 {
-    return std::to_string(reinterpret_cast<UINT_PTR>(*ppConnection));
+    const auto pSetTable = reinterpret_cast<TestClientSetTableFunction>(
+        reinterpret_cast<void*>(GetProcAddress(hModule, TEST_CLIENT_SET_TABLE)));
+    pSetTable(pTable);
 }
 
 }  // namespace
@@ -33,95 +34,131 @@ TestClient::TestClient(const std::string& variant)
     m_hEventCalled = CreateEventW(nullptr, FALSE, FALSE, nullptr);
     const TestClientTable table{
         this, InternalPlug, InternalUpdate, InternalUnplug, InternalReserved1, InternalReserved2};
-    auto pSetTable = reinterpret_cast<TestClientSetTableFunction>(
-        reinterpret_cast<void*>(GetProcAddress(m_hModule, TEST_CLIENT_SET_TABLE)));
-    pSetTable(&table);
+    SetTable(m_hModule, &table);
 }
 
 TestClient::~TestClient()
 {
-    auto pSetTable = reinterpret_cast<TestClientSetTableFunction>(
-        reinterpret_cast<void*>(GetProcAddress(m_hModule, TEST_CLIENT_SET_TABLE)));
-    pSetTable(nullptr);
+    SetTable(m_hModule, nullptr);
     FreeLibrary(m_hModule);
     CloseHandle(m_hEventCalled);
 }
 
-std::vector<TestClient::Frame> TestClient::Frames() const
+std::vector<TestClient::Call> TestClient::History() const
 {
     std::lock_guard lock(m_Mutex);
-    return m_Frames;
+    return m_History;
 }
 
-bool TestClient::WaitForFrames(size_t count) const
+std::vector<TestClient::Call> TestClient::Updates() const
 {
-    return InternalWait([&] { return Frames().size() >= count; });
+    std::vector<Call> calls = History();
+    std::erase_if(calls, [](const Call& call) { return call.m_Name != "Update"; });
+    return calls;
 }
 
-bool TestClient::WaitForCalls(const std::string& method, size_t count) const
+std::vector<std::string> TestClient::Names() const
 {
-    return InternalWait([&] { return Calls(method) >= count; });
+    std::vector<std::string> names;
+    for (const Call& call : History())
+        names.push_back(call.m_Name);
+    return names;
+}
+
+void TestClient::Forget()
+{
+    ClearLines();
+    std::lock_guard lock(m_Mutex);
+    m_History.clear();
+}
+
+bool TestClient::WaitForCalls(size_t count) const
+{
+    return InternalWait([&] { return History().size() >= count; });
+}
+
+bool TestClient::WaitForUpdates(size_t count) const
+{
+    return InternalWait([&] { return Updates().size() >= count; });
 }
 
 bool TestClient::InternalWait(const std::function<bool()>& condition) const
 {
     while (!condition())
-        if (WaitForSingleObject(m_hEventCalled, kGenerousWait) != WAIT_OBJECT_0)
+        if (WaitForSingleObject(m_hEventCalled, kLong) != WAIT_OBJECT_0)
             return condition();
     return true;
 }
 
-bool TestClient::InternalCall(const char* pExport, const std::string& arguments)
+bool TestClient::InternalBegin(const Call& call, const std::string& moreArguments)
 {
-    const bool succeeded = SUCCEEDED(RecordCall("", pExport, arguments));
+    const std::string slot = std::to_string(reinterpret_cast<UINT_PTR>(call.m_pSlotValue));
+    const std::string source = std::to_string(call.m_VidPnSourceId);
+    return SUCCEEDED(RecordCall("", call.m_Name.c_str(), slot + ", " + source + moreArguments));
+}
+
+void TestClient::InternalEnd(Call&& call)
+{
+    {
+        std::lock_guard lock(m_Mutex);
+        m_History.push_back(std::move(call));
+    }
     SetEvent(m_hEventCalled);
-    return succeeded;
 }
 
 BOOLEAN TestClient::InternalPlug(void* pContext, void** ppConnection, UINT VidPnSourceId)
 {
     auto& client = *static_cast<TestClient*>(pContext);
-    if (!client.InternalCall("Plug", SlotText(ppConnection) + ", " + std::to_string(VidPnSourceId)))
-        return FALSE;
-    *ppConnection = client.m_pConnection;
-    return TRUE;
+    Call call{"Plug", ppConnection, *ppConnection, VidPnSourceId, GetCurrentThreadId(), {}, {}};
+    const bool accepted = client.InternalBegin(call);
+    if (accepted)
+        *ppConnection = client.m_pConnection;
+    client.InternalEnd(std::move(call));
+    return accepted;
 }
 
 BOOLEAN TestClient::InternalUpdate(void* pContext, void** ppConnection, const TessloVirtualMonitorFrame* pFrame)
 {
     auto& client = *static_cast<TestClient*>(pContext);
-    {
-        const auto* pBits = static_cast<const BYTE*>(pFrame->pBits);
-        Frame frame{*pFrame, {pBits, pBits + size_t{pFrame->Pitch} * pFrame->Height}, GetCurrentThreadId()};
-        frame.m_Record.pBits = nullptr;
-        std::lock_guard lock(client.m_Mutex);
-        client.m_Frames.push_back(std::move(frame));
-    }
-    return client.InternalCall("Update", SlotText(ppConnection) + ", " + std::to_string(pFrame->VidPnSourceId) + ", " +
-                                             std::to_string(pFrame->Width) + "x" + std::to_string(pFrame->Height));
+    if (client.m_OnFrame)
+        client.m_OnFrame(*pFrame);
+    Call call{"Update", ppConnection, *ppConnection, pFrame->VidPnSourceId, GetCurrentThreadId(), *pFrame, {}};
+    const bool accepted =
+        client.InternalBegin(call, ", " + std::to_string(pFrame->Width) + "x" + std::to_string(pFrame->Height));
+    const auto* pPixels = static_cast<const UINT*>(pFrame->pBits);
+    call.m_Pixels.assign(pPixels, pPixels + size_t{pFrame->Width} * pFrame->Height);
+    client.InternalEnd(std::move(call));
+    return accepted;
 }
 
 BOOLEAN TestClient::InternalUnplug(void* pContext, void** ppConnection, UINT VidPnSourceId)
 {
     auto& client = *static_cast<TestClient*>(pContext);
-    return client.InternalCall("Unplug", SlotText(ppConnection) + ", " + std::to_string(VidPnSourceId));
+    Call call{"Unplug", ppConnection, *ppConnection, VidPnSourceId, GetCurrentThreadId(), {}, {}};
+    const bool accepted = client.InternalBegin(call);
+    client.InternalEnd(std::move(call));
+    return accepted;
 }
 
-BOOLEAN TestClient::InternalReserved1(void* pContext, HWND, IDirect3DDevice9Ex** ppDevice)
+BOOLEAN TestClient::InternalReserved1(void* pContext, HWND hWnd, IDirect3DDevice9Ex** ppDevice)
 {
     auto& client = *static_cast<TestClient*>(pContext);
-    if (!client.InternalCall("Reserved1", "") || !client.m_pDevice)
+    const LONG result = client.RecordCall("", "Reserved1", Low(hWnd));
+    if (result == S_FALSE)
+        return TRUE;
+    *ppDevice = client.m_pDevice;
+    if (FAILED(result) || !client.m_pDevice)
         return FALSE;
     client.m_pDevice->AddRef();
-    *ppDevice = client.m_pDevice;
     return TRUE;
 }
 
 BOOLEAN TestClient::InternalReserved2(void* pContext, IDirect3DDevice9Ex* pDevice, IDirect3DSurface9* pSurface)
 {
     auto& client = *static_cast<TestClient*>(pContext);
-    return client.InternalCall(
-        "Reserved2", client.PointerText(pDevice, "device") + ", " + client.PointerText(pSurface, "surface"));
+    const std::string arguments =
+        client.PointerText(pDevice, "device") + ", " + client.PointerText(pSurface, "surface");
+    return SUCCEEDED(client.RecordCall("", "Reserved2", arguments));
 }
 
 }  // namespace tesslo::test

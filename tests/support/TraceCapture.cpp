@@ -95,9 +95,7 @@ std::vector<std::string> TraceCapture::LinesOfThisThread() const
 
 std::vector<std::string> TraceCapture::LinesContaining(const std::string& text) const
 {
-    std::vector<std::string> lines = Lines();
-    std::erase_if(lines, [&](const std::string& line) { return line.find(text) == std::string::npos; });
-    return lines;
+    return Containing(Lines(), text);
 }
 
 size_t TraceCapture::Count(const std::string& line) const

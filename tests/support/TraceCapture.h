@@ -6,6 +6,8 @@
 //     EXPECT_EQ(trace.Lines(), (std::vector<std::string>{"=> UMDDdiVolBlt E_NOT_IMPL\n"}));
 #pragma once
 
+#include "Lines.h"
+
 #include <windows.h>
 
 #include <mutex>

@@ -1,11 +1,9 @@
 // The trace of an operation with the exact level of every line.
 #pragma once
 
-#include "TraceCapture.h"
+#include "Lines.h"
 
 #include <functional>
-#include <string>
-#include <vector>
 
 namespace tesslo::test
 {
@@ -13,10 +11,10 @@ namespace tesslo::test
 /// Runs the operation with all levels on, then with each level alone; it must trace the same lines each time.
 /// @return this thread's lines in their order, each behind its level: "0x4 >>> UMDDdiDevice::Flush\n". Hexadecimal
 ///         numbers, which are handles and addresses, show as "0x#"; result codes stay.
-std::vector<std::string> LevelledTrace(TraceCapture& trace, const std::function<void()>& operation);
+Lines LevelledTrace(const std::function<void()>& operation);
 
 /// Runs the operation with each level alone, and takes the lines of all threads.
 /// @return each line once, behind its level, sorted; hexadecimal numbers show as above.
-std::vector<std::string> LevelledTraceOfAllThreads(TraceCapture& trace, const std::function<void()>& operation);
+Lines LevelledTraceOfAllThreads(const std::function<void()>& operation);
 
 }  // namespace tesslo::test

@@ -3,6 +3,9 @@
 
 #include "TraceCapture.h"
 
+namespace tesslo::test
+{
+
 class TraceLines
 {
 public:
@@ -16,5 +19,7 @@ public:
     }
 
 private:
-    tesslo::test::TraceCapture m_Capture;
+    TraceCapture m_Capture;
 };
+
+}  // namespace tesslo::test

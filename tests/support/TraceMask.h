@@ -6,6 +6,9 @@
 namespace tesslo::test
 {
 
+/// Every trace level but the log file.
+inline constexpr UINT kAllLevels = 0x7FF;
+
 class TraceMask
 {
 public:

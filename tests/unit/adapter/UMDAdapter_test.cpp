@@ -18,7 +18,6 @@
 #include <vector>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {

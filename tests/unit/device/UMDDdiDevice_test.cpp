@@ -11,30 +11,18 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace tesslo::test
-{
+using namespace tesslo::test;
+
 namespace
 {
-/// A device that the test starts and stops itself, as the adapter would.
-class DeviceLife : public testing::Test
+class DeviceLife : public UnstartedDeviceFixture
 {
 protected:
-    std::unique_ptr<UMDDdiDevice> MakeDevice()
+    DeviceLife()
     {
-        return std::make_unique<UMDDdiDevice>(
-            m_Kernel.RuntimeHandle(), 9, 0x2003, &m_Adapter, m_Kernel.RuntimeHandle(), &m_Callbacks);
+        g_DebugLevelUMD = UMDTRACE_ERROR | UMDTRACE_ENTER | UMDTRACE_LEAVE;
+        m_Trace.Clear();
     }
-
-    static constexpr UINT kDeviceMethods = UMDTRACE_ERROR | UMDTRACE_ENTER | UMDTRACE_LEAVE;
-
-    TraceMask m_Mask{kDeviceMethods};
-    TraceCapture m_Trace;
-    FakeDevice m_Fake;
-    FakeFactory m_Factory{m_Fake};
-    FakeKernel m_Kernel;
-    D3DDDI_ADAPTERCALLBACKS m_AdapterCallbacks{};
-    D3DDDI_DEVICECALLBACKS m_Callbacks = FakeKernel::Callbacks();
-    UMDAdapter m_Adapter{m_Kernel.RuntimeHandle(), 0x2003, &m_AdapterCallbacks};
 };
 
 TEST_F(DeviceLife, Initialize_AllWell_TracesContextThenThreads)
@@ -173,7 +161,7 @@ TEST_F(DeviceLife, DestroyThreads_Running_StopsSourcesInOrderThenTheGpu)
     const TraceMask mask(UMDTRACE_ENTER | UMDTRACE_LEAVE | UMDTRACE_DETAIL);
     m_Trace.Clear();
     pDevice->DestroyThreads();
-    std::vector<std::string> lines = m_Trace.LinesOfThisThread();
+    Lines lines = m_Trace.LinesOfThisThread();
     std::erase_if(lines, [](const std::string& line) { return line.find("UMDDdiDevice::") == std::string::npos; });
     EXPECT_THAT(lines,
         ElementsAre(">>> UMDDdiDevice::DestroyThreads m_hContext:0x7000\n",
@@ -193,7 +181,7 @@ TEST_F(DeviceLife, DestroyThreads_Running_WaitsForEachThreadBeforeTheNext)
     const TraceMask mask(UMDTRACE_LEAVE | UMDTRACE_DETAIL | UMDTRACE_GPU);
     m_Trace.Clear();
     pDevice->DestroyThreads();
-    std::vector<std::string> lines = m_Trace.Lines();
+    Lines lines = m_Trace.Lines();
     std::erase_if(lines, [](const std::string& line) {
         return line.find("RequestExit") == std::string::npos && line != "UMDThreadFrameBuffer::Run exit\n" &&
                !line.starts_with("<<<");
@@ -201,7 +189,7 @@ TEST_F(DeviceLife, DestroyThreads_Running_WaitsForEachThreadBeforeTheNext)
     std::erase(lines, ">>> UMDThreadGpuD3D9::ThreadGuiRequestExit\n");
     std::erase(lines, "UMDThreadFrameBuffer::RequestExit\n");
     std::erase_if(lines, [](const std::string& line) { return line.find("m_hEventRequestExit") != std::string::npos; });
-    std::vector<std::string> expected;
+    Lines expected;
     for (UINT i = 0; i < UMD_VIDPN_SOURCE_COUNT; ++i)
     {
         expected.push_back(
@@ -215,7 +203,7 @@ TEST_F(DeviceLife, DestroyThreads_Running_WaitsForEachThreadBeforeTheNext)
 
 TEST_F(DeviceLife, Life_Whole_EachLineHasItsLevel)
 {
-    std::vector<std::string> lines = LevelledTrace(m_Trace, [this] {
+    Lines lines = LevelledTrace([this] {
         auto pDevice = MakeDevice();
         pDevice->Initialize();
         pDevice->DestroyThreads();
@@ -243,7 +231,7 @@ TEST_F(DeviceLife, InterFrameBufferThreadsStart_EachSource_IsToldAtTheDetailLeve
     m_Trace.Clear();
     EXPECT_EQ(pDevice->InterFrameBufferThreadsStart(), S_OK);
     EXPECT_EQ(pDevice->InterFrameBufferThreadsStop(), S_OK);
-    std::vector<std::string> expected;
+    Lines expected;
     for (UINT i = 0; i < UMD_VIDPN_SOURCE_COUNT; ++i)
         expected.push_back(
             "UMDDdiDevice::InterFrameBufferThreadsStart m_ThreadFrameBuffer[" + std::to_string(i) + "]\n");
@@ -316,8 +304,7 @@ TEST_F(DeviceLife, Delete_AfterThirdSourceFailedToStart_LeavesNoThreadAndNoHandl
     m_Trace.Clear();
     g_ThreadsCreated = 0;
     {
-        const ImportPatch patch(nullptr, "KERNEL32.dll", "CreateThread", reinterpret_cast<void*>(RefuseFourthThread));
-        g_pCreateThread = patch.Original<decltype(&CreateThread)>();
+        const ImportPatch patch(nullptr, "KERNEL32.dll", "CreateThread", RefuseFourthThread, &g_pCreateThread);
         auto pDevice = MakeDevice();
         EXPECT_FALSE(pDevice->Initialize());
     }
@@ -331,4 +318,3 @@ TEST_F(DeviceLife, Delete_AfterThirdSourceFailedToStart_LeavesNoThreadAndNoHandl
     EXPECT_THAT(m_Fake.LiveObjects(), IsEmpty());
 }
 }  // namespace
-}  // namespace tesslo::test

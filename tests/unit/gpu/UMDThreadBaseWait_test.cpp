@@ -12,15 +12,10 @@
 #include <thread>
 #include <vector>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FailingImport;
-using tesslo::test::ImpatientWait;
-using tesslo::test::RaiseAccessViolation;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-using Lines = std::vector<std::string>;
-
 /// Runs until it is let go.
 class HeldThread : public UMDThreadBase
 {

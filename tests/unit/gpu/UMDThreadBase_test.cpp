@@ -1,5 +1,6 @@
 #include "gpu/UMDThreadBase.h"
 
+#include "Gate.h"
 #include "ImportPatch.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
@@ -8,33 +9,24 @@
 
 #include <vector>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FailingImport;
-using tesslo::test::ImportPatch;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
 class GatedThread : public UMDThreadBase
 {
 public:
-    GatedThread() : m_hGate(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
-    ~GatedThread() override { CloseHandle(m_hGate); }
-
-    void Open() { SetEvent(m_hGate); }
     HANDLE Handle() const { return m_hThread; }
     DWORD Id() const { return m_dwThreadId; }
 
     void Run() override
     {
         m_RunOn = GetCurrentThreadId();
-        WaitForSingleObject(m_hGate, INFINITE);
+        m_Gate.Pass();
     }
 
+    Gate m_Gate;
     DWORD m_RunOn = 0;
-
-private:
-    HANDLE m_hGate;
 };
 
 struct CreateThreadArguments
@@ -59,11 +51,10 @@ TEST(UMDThreadBase, Start_Always_CreatesAThreadWithDefaultsThatRunsTheObject)
     g_CreateThreadCalls.clear();
     GatedThread thread;
     {
-        ImportPatch patch(nullptr, "kernel32.dll", "CreateThread", reinterpret_cast<void*>(RecordingCreateThread));
-        g_pCreateThread = patch.Original<decltype(&CreateThread)>();
+        const ImportPatch patch(nullptr, "kernel32.dll", "CreateThread", RecordingCreateThread, &g_pCreateThread);
         EXPECT_TRUE(thread.Start());
     }
-    thread.Open();
+    thread.m_Gate.Open();
     EXPECT_EQ(thread.Wait(INFINITE), WAIT_OBJECT_0);
 
     ASSERT_EQ(g_CreateThreadCalls.size(), 1u);
@@ -84,7 +75,7 @@ TEST(UMDThreadBase, Start_CreateThreadFails_TracesOneLineWithoutLineFeedAndAnswe
 
     EXPECT_FALSE(thread.Start());
 
-    EXPECT_EQ(trace.Lines(), std::vector<std::string>{"UMDThreadBase::Start CreateThread failed. LastError 8"});
+    EXPECT_EQ(trace.Lines(), Lines{"UMDThreadBase::Start CreateThread failed. LastError 8"});
     EXPECT_EQ(thread.Handle(), nullptr);
     EXPECT_EQ(thread.Wait(INFINITE), 0u);
 }
@@ -100,7 +91,7 @@ TEST(UMDThreadBase, Wait_WhileTheThreadRuns_TimesOut)
     GatedThread thread;
     ASSERT_TRUE(thread.Start());
     EXPECT_EQ(thread.Wait(1), static_cast<DWORD>(WAIT_TIMEOUT));
-    thread.Open();
+    thread.m_Gate.Open();
     EXPECT_EQ(thread.Wait(INFINITE), WAIT_OBJECT_0);
 }
 
@@ -108,7 +99,7 @@ TEST(UMDThreadBase, Wait_AfterTheEnd_AnswersAtOnceAnyNumberOfTimes)
 {
     GatedThread thread;
     ASSERT_TRUE(thread.Start());
-    thread.Open();
+    thread.m_Gate.Open();
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(thread.Wait(INFINITE), WAIT_OBJECT_0);
 
@@ -123,7 +114,7 @@ TEST(UMDThreadBase, Destructor_AfterTheEnd_ClosesTheThreadHandle)
     {
         GatedThread thread;
         ASSERT_TRUE(thread.Start());
-        thread.Open();
+        thread.m_Gate.Open();
         thread.Wait(INFINITE);
         hThread = thread.Handle();
         DWORD flags = 0;

@@ -15,20 +15,10 @@
 #include <string>
 #include <vector>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FakeDevice;
-using tesslo::test::FakeFactory;
-using tesslo::test::ImportPatch;
-using tesslo::test::kLong;
-using tesslo::test::RaiseAccessViolation;
-using tesslo::test::SetDeed;
-using tesslo::test::TestClient;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-using tesslo::test::WaitUntil;
-using Lines = std::vector<std::string>;
-
 const TestClientDeed kFault = {TEST_CLIENT_FAULT, 0, nullptr};
 constexpr char kAccessViolation[] = "EXCEPTION_ACCESS_VIOLATION\n";
 constexpr char kReserved1Exception[] = "Exception in client library! TessloVirtualMonitorReserved1 failed!\n";
@@ -191,8 +181,7 @@ TEST_F(GpuFaultTest, DeviceRelease_Faults_TheThreadEndsCleanly)
 
 TEST_F(GpuFaultTest, WindowProcedure_Faults_IsToldAndTheThreadLivesOn)
 {
-    const ImportPatch window(nullptr, "user32.dll", "DefWindowProcW", reinterpret_cast<void*>(BrittleWindowProc));
-    g_pDefWindowProc = window.Original<decltype(&DefWindowProcW)>();
+    const ImportPatch window(nullptr, "user32.dll", "DefWindowProcW", BrittleWindowProc, &g_pDefWindowProc);
     g_FaultingMessage = WM_APP;
     Start();
     const HWND hWnd = g_hWindow;
@@ -211,8 +200,7 @@ TEST_F(GpuFaultTest, WindowProcedure_Faults_IsToldAndTheThreadLivesOn)
 
 TEST_F(GpuFaultTest, WindowCreation_ItsProcedureFaults_ReleasesTheStarterWithoutADevice)
 {
-    const ImportPatch window(nullptr, "user32.dll", "DefWindowProcW", reinterpret_cast<void*>(BrittleWindowProc));
-    g_pDefWindowProc = window.Original<decltype(&DefWindowProcW)>();
+    const ImportPatch window(nullptr, "user32.dll", "DefWindowProcW", BrittleWindowProc, &g_pDefWindowProc);
     g_FaultingMessage = WM_NCCREATE;
     Start();
     EXPECT_EQ(m_Thread.GetDevice(), nullptr);
@@ -228,8 +216,7 @@ TEST_F(GpuFaultTest, WindowCreation_ItsProcedureFaults_ReleasesTheStarterWithout
 TEST_F(GpuFaultTest, WindowCreation_Faults_ReleasesTheStarterAndTheNextDeviceHasItsWindow)
 {
     {
-        const ImportPatch window(
-            nullptr, "user32.dll", "CreateWindowExW", reinterpret_cast<void*>(BrittleCreateWindow));
+        const ImportPatch window(nullptr, "user32.dll", "CreateWindowExW", BrittleCreateWindow);
         Start();
     }
     EXPECT_EQ(m_Thread.GetDevice(), nullptr);
@@ -249,7 +236,7 @@ TEST_F(GpuFaultTest, WindowCreation_Faults_ReleasesTheStarterAndTheNextDeviceHas
 
 TEST_F(GpuFaultTest, Run_FaultsBeforeTheDevice_ReleasesTheStarterWithoutADevice)
 {
-    const ImportPatch cursor(nullptr, "user32.dll", "SetCursor", reinterpret_cast<void*>(BrittleSetCursor));
+    const ImportPatch cursor(nullptr, "user32.dll", "SetCursor", BrittleSetCursor);
     Start();
     EXPECT_EQ(m_Thread.GetDevice(), nullptr);
     EXPECT_EQ(m_Thread.Wait(kLong), WAIT_OBJECT_0);
@@ -260,8 +247,7 @@ TEST_F(GpuFaultTest, Run_FaultsBeforeTheDevice_ReleasesTheStarterWithoutADevice)
 TEST_F(GpuFaultTest, MessageLoop_Faults_TheDeviceStaysForThoseWhoUseIt)
 {
     {
-        const ImportPatch wait(
-            nullptr, "user32.dll", "MsgWaitForMultipleObjectsEx", reinterpret_cast<void*>(BrittleWait));
+        const ImportPatch wait(nullptr, "user32.dll", "MsgWaitForMultipleObjectsEx", BrittleWait);
         UMDThreadGpuD3D9 thread;
         thread.ThreadGuiStart(nullptr);
         EXPECT_EQ(thread.Wait(kLong), WAIT_OBJECT_0);

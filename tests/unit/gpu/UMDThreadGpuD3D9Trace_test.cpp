@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -23,7 +22,7 @@ protected:
 
 TEST_F(UMDGpuTraceTest, Thread_Life_EachLineHasItsLevel)
 {
-    Lines lines = LevelledTraceOfAllThreads(m_Trace, [] {
+    Lines lines = LevelledTraceOfAllThreads([] {
         UMDThreadGpuD3D9 thread;
         thread.ThreadGuiStart(UMDClientLibraryModule());
         thread.ThreadGuiRequestExit();
@@ -46,17 +45,16 @@ TEST_F(UMDGpuTraceTest, Thread_Life_EachLineHasItsLevel)
 
 TEST_F(UMDGpuTraceTest, Device_CreatedAndRefused_EachLineHasItsLevel)
 {
-    EXPECT_EQ(LevelledTrace(m_Trace,
-                  [this] {
-                      UMDGpuD3D9 gpu(nullptr);
-                      EXPECT_EQ(gpu.Create(nullptr), S_OK);
-                      gpu.Destroy();
-                      m_Device.Fail("d3d9.CreateDeviceEx", D3DERR_NOTAVAILABLE);
-                      EXPECT_EQ(gpu.Create(nullptr), D3DERR_NOTAVAILABLE);
-                      m_Device.Fail("d3d9.GetAdapterIdentifier", D3DERR_INVALIDCALL);
-                      EXPECT_EQ(gpu.Create(nullptr), D3DERR_INVALIDCALL);
-                      m_Device.ClearScripts();
-                  }),
+    EXPECT_EQ(LevelledTrace([this] {
+        UMDGpuD3D9 gpu(nullptr);
+        EXPECT_EQ(gpu.Create(nullptr), S_OK);
+        gpu.Destroy();
+        m_Device.Fail("d3d9.CreateDeviceEx", D3DERR_NOTAVAILABLE);
+        EXPECT_EQ(gpu.Create(nullptr), D3DERR_NOTAVAILABLE);
+        m_Device.Fail("d3d9.GetAdapterIdentifier", D3DERR_INVALIDCALL);
+        EXPECT_EQ(gpu.Create(nullptr), D3DERR_INVALIDCALL);
+        m_Device.ClearScripts();
+    }),
         (Lines{"0x1 UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 126\n",
             "0x200 UMDGpuD3D9::Create  m_pD3DDevice9Ex->ShowCursor WasPreviouslyVisible:0\n",
             "0x1 UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 126\n",
@@ -68,11 +66,10 @@ TEST_F(UMDGpuTraceTest, Device_CreatedAndRefused_EachLineHasItsLevel)
 TEST_F(UMDGpuTraceTest, Device_NoFactory_EachLineIsAnError)
 {
     m_Factory.m_hCreateResult = D3DERR_NOTAVAILABLE;
-    EXPECT_EQ(LevelledTrace(m_Trace,
-                  [] {
-                      UMDGpuD3D9 gpu(nullptr);
-                      EXPECT_EQ(gpu.Create(nullptr), E_FAIL);
-                  }),
+    EXPECT_EQ(LevelledTrace([] {
+        UMDGpuD3D9 gpu(nullptr);
+        EXPECT_EQ(gpu.Create(nullptr), E_FAIL);
+    }),
         (Lines{"0x1 InitD3D  Direct3DCreate9 failed! hResult:0x8876086a\n",
             "0x1 UMDGpuD3D9::InternalDeviceRetrieveFromClientDll GetProcAddress (1) failed! 126\n",
             "0x1 InitD3D  CreateDevice m_pD3DDevice9Ex failed! hResult:0x80004005\n"}));

@@ -47,12 +47,6 @@ BOOL WINAPI WatchedUnregisterClass(LPCWSTR pClass, HINSTANCE hInstance)
 class UMDThreadGpuD3D9WindowClass : public testing::Test
 {
 protected:
-    UMDThreadGpuD3D9WindowClass()
-    {
-        g_pCreateWindow = m_CreateWindow.Original<decltype(&CreateWindowExW)>();
-        g_pUnregisterClass = m_UnregisterClass.Original<decltype(&UnregisterClassW)>();
-    }
-
     /// Starts and ends a GPU thread. @return whether it had a device.
     bool HadDevice()
     {
@@ -68,9 +62,9 @@ protected:
     TraceCapture m_Trace;
     FakeDevice m_Device;
     FakeFactory m_Factory{m_Device};
-    ImportPatch m_CreateWindow{nullptr, "user32.dll", "CreateWindowExW", reinterpret_cast<void*>(SlowCreateWindow)};
+    ImportPatch m_CreateWindow{nullptr, "user32.dll", "CreateWindowExW", SlowCreateWindow, &g_pCreateWindow};
     ImportPatch m_UnregisterClass{
-        nullptr, "user32.dll", "UnregisterClassW", reinterpret_cast<void*>(WatchedUnregisterClass)};
+        nullptr, "user32.dll", "UnregisterClassW", WatchedUnregisterClass, &g_pUnregisterClass};
 };
 
 TEST_F(UMDThreadGpuD3D9WindowClass, Life_TwoThreadsStartAndEndDevices_NoneTakesTheClassFromTheOther)

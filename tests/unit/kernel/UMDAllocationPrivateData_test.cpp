@@ -99,9 +99,9 @@ TEST_F(UMDAllocationPrivateDataTest, Texture_NotSharedOrNoRenderTarget_HasNoAllo
         CreateRequest request(flags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 16, 16);
         CreateAny(request);
     }
-    EXPECT_EQ(KernelLines(), std::vector<std::string>{});
+    EXPECT_EQ(KernelLines(), Lines{});
     DestroyAll();
-    EXPECT_EQ(KernelLines(), std::vector<std::string>{});
+    EXPECT_EQ(KernelLines(), Lines{});
 }
 
 TEST(UMDReadAllocationPrivateData, SizeKindAndNull_OnlyTheDriversOwnRecordIsTaken)

@@ -7,16 +7,10 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FailingImport;
-using tesslo::test::ImportPatch;
-using tesslo::test::RegistryOverride;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
-using Lines = std::vector<std::string>;
-
 constexpr wchar_t kKey[] = L"Software\\Zembrilo\\Tesslo";
 
 std::wstring s_Asked;  ///< the name that the loader was asked for
@@ -58,8 +52,8 @@ protected:
     RegistryOverride m_Registry;
     TraceMask m_Mask{UMDTRACE_ERROR};
     TraceCapture m_Trace;
-    ImportPatch m_Load{nullptr, "kernel32.dll", "LoadLibraryW", reinterpret_cast<void*>(TakeName)};
-    ImportPatch m_Free{nullptr, "kernel32.dll", "FreeLibrary", reinterpret_cast<void*>(TakeFree)};
+    ImportPatch m_Load{nullptr, "kernel32.dll", "LoadLibraryW", TakeName};
+    ImportPatch m_Free{nullptr, "kernel32.dll", "FreeLibrary", TakeFree};
 };
 
 TEST_F(UMDClientLibraryTest, Load_NoName_WritesTheDefaultBackAndLoadsIt)

@@ -12,15 +12,10 @@
 #include <string>
 #include <vector>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FailNthAllocation;
-using tesslo::test::FakeDevice;
-using tesslo::test::LevelledTrace;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-using Lines = std::vector<std::string>;
-
 /// What the worker would take of the ring's newest frame.
 UMDFrame Newest(const UMDFrameBuffer& frameBuffer)
 {
@@ -53,14 +48,13 @@ TEST_F(UMDFrameBufferTest, Life_OneFrame_EachLineHasItsLevel)
 {
     const auto pTarget = MakeTarget(8, 4);
     TraceCapture trace;
-    EXPECT_EQ(LevelledTrace(trace,
-                  [&] {
-                      UMDFrameBuffer frameBuffer(&m_Device);
-                      frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8);
-                      const UMDFrame frame = Newest(frameBuffer);
-                      UMDFrameBuffer::GetDuplicateFrameBuffer(frame);
-                      UMDFrameBuffer::GetDuplicateFrameBufferMalloc(frame);
-                  }),
+    EXPECT_EQ(LevelledTrace([&] {
+        UMDFrameBuffer frameBuffer(&m_Device);
+        frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8);
+        const UMDFrame frame = Newest(frameBuffer);
+        UMDFrameBuffer::GetDuplicateFrameBuffer(frame);
+        UMDFrameBuffer::GetDuplicateFrameBufferMalloc(frame);
+    }),
         (Lines{"0x200 >>> UMDGpuDx9Surface::UMDGpuDx9Surface\n", "0x200 >>> UMDFrameBuffer::UMDFrameBuffer\n",
             "0x200 >>> UMDFrameBuffer::DuplicateFrameBuffer\n", "0x200 >>> UMDGpuDx9Surface::Create\n",
             "0x200 >>> UMDGpuDx9Surface::Duplicate\n",

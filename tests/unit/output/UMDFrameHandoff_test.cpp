@@ -6,10 +6,10 @@
 
 #include <thread>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FakeDevice;
-
 class UMDFrameHandoffTest : public testing::Test
 {
 protected:

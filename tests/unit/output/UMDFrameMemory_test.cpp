@@ -5,11 +5,10 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FailNthAllocation;
-using tesslo::test::ImportPatch;
-
 int g_Freed;
 void (*g_pFree)(void*);
 
@@ -22,13 +21,7 @@ void CountingFree(void* pMemory)
 /// Counts the blocks that are freed.
 class UMDFrameMemoryTest : public testing::Test
 {
-protected:
-    UMDFrameMemoryTest() : m_Free(nullptr, "msvcrt.dll", "free", reinterpret_cast<void*>(CountingFree))
-    {
-        g_pFree = m_Free.Original<void (*)(void*)>();
-    }
-
-    ImportPatch m_Free;
+    ImportPatch m_Free{nullptr, "msvcrt.dll", "free", CountingFree, &g_pFree};
 };
 
 TEST_F(UMDFrameMemoryTest, Release_LastReference_FreesTheBytesAndTheObject)

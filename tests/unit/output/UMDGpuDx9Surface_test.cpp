@@ -12,17 +12,10 @@
 #include <algorithm>
 #include <chrono>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FailNthAllocation;
-using tesslo::test::FakeDevice;
-using tesslo::test::ImportPatch;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-using Lines = std::vector<std::string>;
-
-constexpr HRESULT kRefused = D3DERR_INVALIDCALL;  // 0x8876086c
-
 std::vector<DWORD> g_Pauses;
 
 void WINAPI RecordingSleep(DWORD milliseconds)
@@ -219,14 +212,14 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_GetDescFails_ReturnsItsCode)
         TraceMask mask(UMDTRACE_ERROR);
         TraceCapture trace;
         EXPECT_EQ(Duplicate(4, 4), kRefused);
-        EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetDesc SRC failed! hResult:0x8876086c\n"});
+        EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetDesc SRC failed! hResult:0x8876086a\n"});
     }
     {
         m_Device.Fail("surface.GetDesc", kRefused, 2);
         TraceMask mask(UMDTRACE_ERROR);
         TraceCapture trace;
         EXPECT_EQ(Duplicate(4, 4), kRefused);
-        EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetDesc DST failed! hResult:0x8876086c\n"});
+        EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetDesc DST failed! hResult:0x8876086a\n"});
     }
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 0u);
 }
@@ -299,13 +292,13 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackRefusedThreeTimes_PausesAndCounts
     m_Device.Fail("GetRenderTargetData", kRefused);
     TraceMask mask(UMDTRACE_ERROR);
     TraceCapture trace;
-    ImportPatch patch(nullptr, "kernel32.dll", "Sleep", reinterpret_cast<void*>(RecordingSleep));
+    ImportPatch patch(nullptr, "kernel32.dll", "Sleep", RecordingSleep);
 
     EXPECT_EQ(Duplicate(4, 4), kRefused);
 
-    EXPECT_EQ(trace.Lines(), (Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:1\n",
-                                 "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:2\n",
-                                 "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:3\n"}));
+    EXPECT_EQ(trace.Lines(), (Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:1\n",
+                                 "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:2\n",
+                                 "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:3\n"}));
     EXPECT_EQ(g_Pauses, (std::vector<DWORD>{10, 10, 10}));
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 3u);
 }
@@ -328,11 +321,11 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackSucceedsTheSecondTime_StopsThere)
     m_Device.Fail("GetRenderTargetData", kRefused, 1);
     TraceMask mask(UMDTRACE_ERROR);
     TraceCapture trace;
-    ImportPatch patch(nullptr, "kernel32.dll", "Sleep", reinterpret_cast<void*>(RecordingSleep));
+    ImportPatch patch(nullptr, "kernel32.dll", "Sleep", RecordingSleep);
 
     EXPECT_EQ(Duplicate(4, 4), S_OK);
 
-    EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086c CountFail:1\n"});
+    EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:1\n"});
     EXPECT_EQ(g_Pauses, std::vector<DWORD>{10});
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 2u);
 }

@@ -13,6 +13,8 @@
 #include <cstring>
 #include <ostream>
 
+using namespace tesslo::test;
+
 namespace
 {
 constexpr BYTE kUntouched = 0xC3;
@@ -217,17 +219,16 @@ TEST(ImageRotationTwoPixels, EachTurn_OrderOfThePixels)
 
 TEST(ImageRotationUnknown, TracedAndRefused_OutputsAndImageUntouched)
 {
-    tesslo::test::TraceMask mask(UMDTRACE_ERROR);
+    const TraceMask mask(UMDTRACE_ERROR);
     for (UINT rotation : {0u, 5u, 90u})
     {
-        tesslo::test::TraceCapture trace;
+        const TraceCapture trace;
         const BYTE src[8] = {1, 2, 3, 4, 5, 6, 7, 8};
         BYTE dst[8] = {};
         UINT pitch = 8, width = 2, height = 1;
         EXPECT_EQ(UMDImgProcRotation(dst, src, &pitch, &width, &height, 4, rotation), E_FAIL);
         EXPECT_EQ(trace.Lines(),
-            (std::vector<std::string>{
-                "UMDThreadFrameBuffer::InternalCopyData failded no rotation " + std::to_string(rotation) + "\n"}));
+            Lines{"UMDThreadFrameBuffer::InternalCopyData failded no rotation " + std::to_string(rotation) + "\n"});
         EXPECT_EQ(pitch, 8u);
         EXPECT_EQ(width, 2u);
         EXPECT_EQ(height, 1u);

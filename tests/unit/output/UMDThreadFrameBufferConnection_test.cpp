@@ -1,11 +1,10 @@
 // The connection of a frame-buffer thread to the client library: opened by the first frame, closed at the end.
-#include "FrameBufferThread.h"
+#include "FrameBufferThreadFixture.h"
+
+using namespace tesslo::test;
 
 namespace
 {
-using namespace tesslo::test;
-using Lines = std::vector<std::string>;
-
 class FrameBufferConnectionTest : public FrameBufferThreadFixture
 {
 };
@@ -20,7 +19,7 @@ TEST_F(FrameBufferConnectionTest, Run_NoFrameEver_OpensNoConnection)
 TEST_F(FrameBufferConnectionTest, Connection_SeveralFrames_KeepsOneSlotOnOneThread)
 {
     int library = 0;
-    m_Client.m_pConnection = &library;
+    m_Client.SetConnection(&library);
     Start();
     for (size_t frame = 1; frame <= 3; ++frame)
     {
@@ -28,10 +27,10 @@ TEST_F(FrameBufferConnectionTest, Connection_SeveralFrames_KeepsOneSlotOnOneThre
         ASSERT_TRUE(m_Client.WaitForCalls(1 + frame));
     }
     Stop();
-    const auto calls = m_Client.Calls();
+    const auto calls = m_Client.History();
     EXPECT_EQ(m_Client.Names(), (Lines{"Plug", "Update", "Update", "Update", "Unplug"}));
     EXPECT_EQ(calls[0].m_pSlotValue, nullptr);
-    for (const FrameClientCall& call : calls)
+    for (const TestClient::Call& call : calls)
     {
         EXPECT_EQ(call.m_ppSlot, calls[0].m_ppSlot);
         EXPECT_EQ(call.m_ThreadId, calls[0].m_ThreadId);
@@ -49,29 +48,26 @@ TEST_F(FrameBufferConnectionTest, InitializeConnection_ExportMissing_EndsTheWork
     const TraceMask mask(kErrorsAndEnd);
     struct Case
     {
-        const char* m_pExport;
+        const char* m_pExport;  ///< that the library lacks
         const char* m_pLine;
     };
     const Case cases[] = {
-        {"TessloVirtualMonitorPlug",
-            "UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! 127\n"},
-        {"TessloVirtualMonitorUnplug",
-            "UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! 127\n"},
-        {"TessloVirtualMonitorUpdate",
-            "UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! 127\n"},
+        {"Plug", "UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress1 failed! 127\n"},
+        {"Unplug", "UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress2 failed! 127\n"},
+        {"Update", "UMDThreadFrameBuffer::InternalInitializeConnection GetProcAddress3 failed! 127\n"},
     };
     for (const Case& row : cases)
     {
         m_Thread.emplace();
-        m_Client.m_Missing = {row.m_pExport};
-        Start();
+        const TestClient client(row.m_pExport);
+        ASSERT_TRUE(Start(client.Module()));
         m_Trace.Clear();
         ASSERT_TRUE(Present(4, 2));
         ASSERT_TRUE(WaitForEnd());
         EXPECT_EQ(
             ErrorLines(), (Lines{row.m_pLine, "UMDThreadFrameBuffer::Run InternalInitializeConnection failed!\n"}));
         EXPECT_EQ(m_Trace.Count("UMDThreadFrameBuffer::Run exit\n"), 1u);
-        EXPECT_EQ(m_Client.Names(), Lines{});
+        EXPECT_EQ(client.Names(), Lines{});
         ExpectExited();
         EXPECT_TRUE(m_Thread->RequestExit());
     }
@@ -80,7 +76,7 @@ TEST_F(FrameBufferConnectionTest, InitializeConnection_ExportMissing_EndsTheWork
 TEST_F(FrameBufferConnectionTest, InitializeConnection_NoClientLibrary_EndsTheWorkerAtTheFirstFrame)
 {
     const TraceMask mask(kErrorsAndEnd);
-    ASSERT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, nullptr, m_pDevice->GetDevice()));
+    ASSERT_TRUE(Start(nullptr));
     m_Trace.Clear();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(WaitForEnd());
@@ -92,7 +88,7 @@ TEST_F(FrameBufferConnectionTest, InitializeConnection_NoClientLibrary_EndsTheWo
 TEST_F(FrameBufferConnectionTest, InitializeConnection_PlugRefused_EndsTheWorkerUnplugged)
 {
     const TraceMask mask(kErrorsAndEnd);
-    m_Client.m_Refusing = {"Plug"};
+    m_Client.Fail("Plug", E_FAIL);
     Start();
     m_Trace.Clear();
     ASSERT_TRUE(Present(4, 2));
@@ -107,7 +103,7 @@ TEST_F(FrameBufferConnectionTest, InitializeConnection_PlugRefused_EndsTheWorker
 TEST_F(FrameBufferConnectionTest, SendFrameBuffer_UpdateRefused_ClosesTheConnectionAndEnds)
 {
     const TraceMask mask(kErrorsAndEnd);
-    m_Client.m_Refusing = {"Update"};
+    m_Client.Fail("Update", E_FAIL);
     Start();
     m_Trace.Clear();
     ASSERT_TRUE(Present(4, 2));
@@ -123,7 +119,7 @@ TEST_F(FrameBufferConnectionTest, SendFrameBuffer_UpdateRefused_ClosesTheConnect
 TEST_F(FrameBufferConnectionTest, UninitializeConnection_UnplugRefused_IsTracedAndEndsCleanly)
 {
     const TraceMask mask(kErrorsAndEnd);
-    m_Client.m_Refusing = {"Unplug"};
+    m_Client.Fail("Unplug", E_FAIL);
     Start();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(m_Client.WaitForCalls(2));

@@ -1,7 +1,7 @@
 // Faults on a frame-buffer thread: of the client library, and of what else the worker calls.
 #include "ClientDeed.h"
 #include "Faults.h"
-#include "FrameBufferThread.h"
+#include "FrameBufferThreadFixture.h"
 #include "Gate.h"
 #include "ImpatientWait.h"
 
@@ -11,7 +11,6 @@
 namespace
 {
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 const TestClientDeed kFault = {TEST_CLIENT_FAULT, 0, nullptr};
 
@@ -19,8 +18,6 @@ const TestClientDeed kFault = {TEST_CLIENT_FAULT, 0, nullptr};
 class FrameBufferFaultTest : public FrameBufferThreadFixture
 {
 protected:
-    void Start() { ASSERT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Library.Module(), m_pDevice->GetDevice())); }
-
     /// What the worker traces at the level of errors, from a first frame to its end.
     Lines ErrorsOfTheFirstFrame()
     {
@@ -35,7 +32,7 @@ protected:
     /// The methods of the library that were called, in their order.
     Lines Called() const
     {
-        Lines lines = m_Library.Lines();
+        Lines lines = m_Client.Lines();
         for (std::string& line : lines)
             line = line.substr(0, line.find('('));
         return lines;
@@ -68,13 +65,11 @@ protected:
         m_pTarget.Reset();
         EXPECT_EQ(m_Fake.LiveObjects(), Lines{}) << "the frame was given back";
     }
-
-    TestClient m_Library;
 };
 
 TEST_F(FrameBufferFaultTest, Plug_Faults_EndsTheWorkerAsIfRefused)
 {
-    SetDeed(m_Library, TEST_CLIENT_PLUG, kFault);
+    SetDeed(m_Client, TEST_CLIENT_PLUG, kFault);
     EXPECT_EQ(ErrorsOfTheFirstFrame(),
         (Lines{"EXCEPTION_ACCESS_VIOLATION\n",
             "Exception in client library! TessloVirtualMonitorPlug of source 4 failed!\n",
@@ -86,7 +81,7 @@ TEST_F(FrameBufferFaultTest, Plug_Faults_EndsTheWorkerAsIfRefused)
 
 TEST_F(FrameBufferFaultTest, Update_Faults_ClosesTheConnectionAsIfRefused)
 {
-    SetDeed(m_Library, TEST_CLIENT_UPDATE, kFault);
+    SetDeed(m_Client, TEST_CLIENT_UPDATE, kFault);
     EXPECT_EQ(ErrorsOfTheFirstFrame(),
         (Lines{"EXCEPTION_ACCESS_VIOLATION\n",
             "Exception in client library! TessloVirtualMonitorUpdate of source 4 failed!\n",
@@ -99,7 +94,7 @@ TEST_F(FrameBufferFaultTest, Update_Faults_ClosesTheConnectionAsIfRefused)
 
 TEST_F(FrameBufferFaultTest, Update_Raises_IsNamedByItsCode)
 {
-    SetDeed(m_Library, TEST_CLIENT_UPDATE, {TEST_CLIENT_RAISE, 0xE06D7363, nullptr});
+    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_RAISE, 0xE06D7363, nullptr});
     const Lines lines = ErrorsOfTheFirstFrame();
     ASSERT_EQ(lines.size(), 5u);
     EXPECT_EQ(lines[0], "EXCEPTION_XXX -529697949 unknown\n");
@@ -110,10 +105,10 @@ TEST_F(FrameBufferFaultTest, Update_Raises_IsNamedByItsCode)
 TEST_F(FrameBufferFaultTest, Unplug_Faults_EndsTheWorkerCleanly)
 {
     const TraceMask mask(kErrorsAndEnd);
-    SetDeed(m_Library, TEST_CLIENT_UNPLUG, kFault);
+    SetDeed(m_Client, TEST_CLIENT_UNPLUG, kFault);
     Start();
     ASSERT_TRUE(Present(4, 2));
-    ASSERT_TRUE(m_Library.WaitForFrames(1));
+    ASSERT_TRUE(m_Client.WaitForUpdates(1));
     m_Trace.Clear();
     Stop();
     // A worker that is still busy with the frame sees the exit there, and does not wait for it.
@@ -128,8 +123,8 @@ TEST_F(FrameBufferFaultTest, Unplug_Faults_EndsTheWorkerCleanly)
 
 TEST_F(FrameBufferFaultTest, UpdateAndUnplug_Fault_EachIsTracedAndTheWorkerEnds)
 {
-    SetDeed(m_Library, TEST_CLIENT_UPDATE, kFault);
-    SetDeed(m_Library, TEST_CLIENT_UNPLUG, kFault);
+    SetDeed(m_Client, TEST_CLIENT_UPDATE, kFault);
+    SetDeed(m_Client, TEST_CLIENT_UNPLUG, kFault);
     const Lines lines = ErrorsOfTheFirstFrame();
     EXPECT_EQ(std::ranges::count(lines, "EXCEPTION_ACCESS_VIOLATION\n"), 2);
     EXPECT_EQ(lines.back(), "UMDThreadFrameBuffer::Run InternalUninitializeConnection() failed!\n");
@@ -140,7 +135,7 @@ TEST_F(FrameBufferFaultTest, UpdateAndUnplug_Fault_EachIsTracedAndTheWorkerEnds)
 TEST_F(FrameBufferFaultTest, Update_EndsTheThread_TheNextPresentSaysSoOnce)
 {
     const TraceMask mask(UMDTRACE_ERROR);
-    SetDeed(m_Library, TEST_CLIENT_UPDATE, {TEST_CLIENT_END_THREAD, 0, nullptr});
+    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_END_THREAD, 0, nullptr});
     Start();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(WaitForEnd());
@@ -157,7 +152,7 @@ TEST_F(FrameBufferFaultTest, Update_EndsTheThread_TheNextPresentSaysSoOnce)
 TEST_F(FrameBufferFaultTest, Update_EndsTheThreadAndNoPresentFollows_TheExitRequestSaysSo)
 {
     const TraceMask mask(UMDTRACE_ERROR);
-    SetDeed(m_Library, TEST_CLIENT_UPDATE, {TEST_CLIENT_END_THREAD, 0, nullptr});
+    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_END_THREAD, 0, nullptr});
     Start();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(WaitForEnd());
@@ -173,7 +168,7 @@ TEST_F(FrameBufferFaultTest, Update_EndsTheThreadAndNoPresentFollows_TheExitRequ
 TEST_F(FrameBufferFaultTest, Plug_EndsTheThread_TheNextPresentSaysSo)
 {
     const TraceMask mask(UMDTRACE_ERROR);
-    SetDeed(m_Library, TEST_CLIENT_PLUG, {TEST_CLIENT_END_THREAD, 0, nullptr});
+    SetDeed(m_Client, TEST_CLIENT_PLUG, {TEST_CLIENT_END_THREAD, 0, nullptr});
     Start();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(WaitForEnd());
@@ -187,10 +182,10 @@ TEST_F(FrameBufferFaultTest, Wait_UpdateDoesNotReturn_TellsWhoHangs)
 {
     const TraceMask mask(UMDTRACE_ERROR);
     const HANDLE hRelease = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    SetDeed(m_Library, TEST_CLIENT_UPDATE, {TEST_CLIENT_HANG, 0, hRelease});
+    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_HANG, 0, hRelease});
     Start();
     ASSERT_TRUE(Present(4, 2));
-    ASSERT_TRUE(m_Library.WaitForFrames(1));
+    ASSERT_TRUE(m_Client.WaitForUpdates(1));
     m_Trace.Clear();
     WaitImpatiently([&] { SetEvent(hRelease); });
     EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadFrameBuffer::Wait source 4 has not ended after 5 s, it is in "
@@ -220,16 +215,16 @@ TEST_F(FrameBufferFaultTest, Update_TakesLong_PresentsGoOn)
 {
     const TraceMask mask(UMDTRACE_ERROR);
     const HANDLE hRelease = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    SetDeed(m_Library, TEST_CLIENT_UPDATE, {TEST_CLIENT_HANG, 0, hRelease});
+    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_HANG, 0, hRelease});
     Start();
     ASSERT_TRUE(Present(4, 2));
-    ASSERT_TRUE(m_Library.WaitForFrames(1));
+    ASSERT_TRUE(m_Client.WaitForUpdates(1));
     m_Trace.Clear();
     for (int i = 0; i < 3; ++i)
         EXPECT_TRUE(Present(4, 2));
     EXPECT_EQ(m_Trace.Lines(), Lines{});
     SetEvent(hRelease);
-    EXPECT_TRUE(m_Library.WaitForFrames(2));
+    EXPECT_TRUE(m_Client.WaitForUpdates(2));
     Stop();
     CloseHandle(hRelease);
 }

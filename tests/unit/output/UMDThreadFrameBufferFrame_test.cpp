@@ -1,14 +1,13 @@
 // The way of a frame through a frame-buffer thread: the copy, the rotation, the newest one wins.
 #include "FailNthAllocation.h"
-#include "FrameBufferThread.h"
+#include "FrameBufferThreadFixture.h"
 
 #include <cstring>
 
+using namespace tesslo::test;
+
 namespace
 {
-using namespace tesslo::test;
-using Lines = std::vector<std::string>;
-
 class FrameBufferFrameTest : public FrameBufferThreadFixture
 {
 };
@@ -35,7 +34,7 @@ TEST_F(FrameBufferFrameTest, Update_EachRotation_SendsTheRotatedImageAndItsGeome
     {
         ASSERT_TRUE(Present(3, 2, 10, row.m_Rotation));
         ASSERT_TRUE(m_Client.WaitForCalls(++calls));
-        const FrameClientCall update = m_Client.Calls().back();
+        const TestClient::Call update = m_Client.History().back();
         EXPECT_EQ(update.m_Pixels, row.m_Pixels) << "rotation " << row.m_Rotation;
         const TessloVirtualMonitorFrame expected = {
             0, kSource, row.m_Width, row.m_Height, row.m_Width * 4, 0, update.m_Frame.pBits};
@@ -49,7 +48,7 @@ TEST_F(FrameBufferFrameTest, Update_LandscapeFrameRotatedBy90_IsDeliveredAsPortr
     Start();
     ASSERT_TRUE(Present(800, 600, 0, D3DDDI_ROTATION_90));
     ASSERT_TRUE(m_Client.WaitForCalls(2));
-    const FrameClientCall update = m_Client.Calls().back();
+    const TestClient::Call update = m_Client.History().back();
     EXPECT_EQ(update.m_Frame.Width, 600u);
     EXPECT_EQ(update.m_Frame.Height, 800u);
     EXPECT_EQ(update.m_Frame.Pitch, 2400u);
@@ -84,7 +83,7 @@ TEST_F(FrameBufferFrameTest, ProcessFrameBuffer_AStepFails_EndsTheWorkerAndUnplu
     for (const Case& row : cases)
     {
         m_Thread.emplace();
-        const size_t callsBefore = m_Client.Calls().size();
+        const size_t callsBefore = m_Client.History().size();
         Start();
         m_Trace.Clear();
         if (row.m_pMethod)
@@ -138,15 +137,15 @@ TEST_F(FrameBufferFrameTest, FrameBufferAvailable_EventRefused_Fails)
 TEST_F(FrameBufferFrameTest, Update_SlowLibrary_GetsOnlyTheNewestFrameAndPresentsDoNotWait)
 {
     Start();
-    m_Client.Hold("Update");
+    Hold("Update");
     ASSERT_TRUE(Present(4, 2, 100));
-    ASSERT_TRUE(m_Client.WaitUntilHeld());
+    ASSERT_TRUE(m_Gate.WaitForOne());
     for (UINT frame = 2; frame <= 20; ++frame)
         ASSERT_TRUE(Present(4, 2, frame * 100)) << "returns though the library holds the first frame";
-    m_Client.Release();
+    m_Gate.Open();
     ASSERT_TRUE(m_Client.WaitForCalls(3));
     Stop();
-    const auto updates = m_Client.Calls("Update");
+    const auto updates = m_Client.Updates();
     ASSERT_EQ(updates.size(), 2u);
     EXPECT_EQ(updates[0].m_Pixels.front(), 100u);
     EXPECT_EQ(updates[1].m_Pixels.front(), 2000u);
@@ -155,16 +154,16 @@ TEST_F(FrameBufferFrameTest, Update_SlowLibrary_GetsOnlyTheNewestFrameAndPresent
 TEST_F(FrameBufferFrameTest, Run_WokenForAFrameThatIsTaken_WaitsForTheNext)
 {
     Start();
-    m_Client.Hold("Plug");
+    Hold("Plug");
     ASSERT_TRUE(Present(4, 2, 100));
-    ASSERT_TRUE(m_Client.WaitUntilHeld());
+    ASSERT_TRUE(m_Gate.WaitForOne());
     ASSERT_TRUE(Present(4, 2, 200));  // taken behind the plug, which leaves its wake-up behind
-    m_Client.Release();
+    m_Gate.Open();
     ASSERT_TRUE(m_Client.WaitForCalls(2));
     ASSERT_TRUE(Present(4, 2, 300));
     ASSERT_TRUE(m_Client.WaitForCalls(3));
     Stop();
-    const auto updates = m_Client.Calls("Update");
+    const auto updates = m_Client.Updates();
     ASSERT_EQ(updates.size(), 2u);
     EXPECT_EQ(updates[0].m_Pixels.front(), 200u);
     EXPECT_EQ(updates[1].m_Pixels.front(), 300u);
@@ -172,7 +171,7 @@ TEST_F(FrameBufferFrameTest, Run_WokenForAFrameThatIsTaken_WaitsForTheNext)
 
 TEST_F(FrameBufferFrameTest, FrameBufferAvailable_ManyFrames_AllocatesNothing)
 {
-    tesslo::test::TraceMask quiet(0);
+    TraceMask quiet(0);
     Start();
     for (int frame = 0; frame < 3; ++frame)
         ASSERT_TRUE(Present(4, 2));

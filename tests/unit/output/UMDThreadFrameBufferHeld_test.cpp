@@ -1,13 +1,13 @@
 // A frame that the client library still holds while its ring goes or changes: it must stay.
-#include "FrameBufferThread.h"
+#include "FrameBufferThreadFixture.h"
+#include "ImportPatch.h"
 
 #include <atomic>
 
+using namespace tesslo::test;
+
 namespace
 {
-using namespace tesslo::test;
-using Lines = std::vector<std::string>;
-
 // What becomes of one block of memory.
 std::atomic<const void*> g_pWatched;
 std::atomic<int> g_Freed;
@@ -26,9 +26,8 @@ void WatchingFree(void* pMemory)
 class HeldFrameTest : public FrameBufferThreadFixture
 {
 protected:
-    HeldFrameTest() : m_Free(nullptr, "msvcrt.dll", "free", reinterpret_cast<void*>(WatchingFree))
+    HeldFrameTest()
     {
-        g_pFree = m_Free.Original<void (*)(void*)>();
         g_pWatched = nullptr;
         g_Freed = 0;
     }
@@ -36,17 +35,20 @@ protected:
     /// Presents a frame and leaves the library in the middle of its Update.
     void PresentAndHold(UINT width, UINT height, UINT firstPixel)
     {
-        m_Client.m_OnFrame = [](const TessloVirtualMonitorFrame& frame) {
+        m_Client.SetOnFrame([](const TessloVirtualMonitorFrame& frame) {
             if (!g_pWatched)
                 g_pWatched = frame.pBits;
-        };
-        m_Client.m_OnHeldFrame = [this](const TessloVirtualMonitorFrame&) { m_FreedUnderTheLibrary = g_Freed; };
-        m_Client.Hold("Update");
+        });
+        m_Client.On("Update", [this] {
+            m_Gate.Pass();
+            if (m_FreedUnderTheLibrary < 0)
+                m_FreedUnderTheLibrary = g_Freed;
+        });
         ASSERT_TRUE(Present(width, height, firstPixel));
-        ASSERT_TRUE(m_Client.WaitUntilHeld());
+        ASSERT_TRUE(m_Gate.WaitForOne());
     }
 
-    ImportPatch m_Free;
+    ImportPatch m_Free{nullptr, "msvcrt.dll", "free", WatchingFree, &g_pFree};
     int m_FreedUnderTheLibrary = -1;
 };
 
@@ -69,11 +71,11 @@ TEST_F(HeldFrameTest, RequestExit_LibraryHoldsAFrame_TheRingGoesAndTheFrameStays
     EXPECT_EQ(m_Fake.Find<FakeSurface>("surface#4").ReferenceCount(), 1u) << "the worker's own";
     EXPECT_EQ(static_cast<IDirect3DSurface9*>(&m_Fake.Find<FakeSurface>("surface#4")), pHeld);
 
-    m_Client.Release();
+    m_Gate.Open();
     ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(m_FreedUnderTheLibrary, 0);
     EXPECT_EQ(g_Freed, 1);
-    EXPECT_EQ(m_Client.Calls("Update").back().m_Pixels, (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
+    EXPECT_EQ(m_Client.Updates().back().m_Pixels, (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{"surface#3"});
     EXPECT_EQ(m_Client.Names(), (Lines{"Plug", "Update", "Update", "Unplug"}));
     EXPECT_EQ(m_Trace.Count("UMDThreadFrameBuffer::Run exiting...\n"), 0u) << "ends without a further wait";
@@ -86,7 +88,7 @@ TEST_F(HeldFrameTest, RequestExit_ANewerFrameIsWaiting_IsNotDelivered)
     PresentAndHold(4, 2, 100);
     ASSERT_TRUE(Present(4, 2, 200));
     EXPECT_TRUE(m_Thread->RequestExit());
-    m_Client.Release();
+    m_Gate.Open();
     ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(m_Client.Names(), (Lines{"Plug", "Update", "Unplug"}));
     m_pTarget.Reset();
@@ -100,11 +102,11 @@ TEST_F(HeldFrameTest, FrameBufferAvailable_SizeChangesUnderTheLibrary_TheHeldFra
     for (UINT frame = 1; frame <= 6; ++frame)
         ASSERT_TRUE(Present(16, 9, frame * 1000)) << "the fourth frame makes the held one's slot again";
     EXPECT_EQ(g_Freed, 0);
-    m_Client.Release();
+    m_Gate.Open();
     ASSERT_TRUE(m_Client.WaitForCalls(3));
     EXPECT_EQ(m_FreedUnderTheLibrary, 0);
     EXPECT_EQ(g_Freed, 1);
-    const auto updates = m_Client.Calls("Update");
+    const auto updates = m_Client.Updates();
     EXPECT_EQ(updates[0].m_Pixels, (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
     EXPECT_EQ(updates[1].m_Frame.Width, 16u);
     EXPECT_EQ(updates[1].m_Frame.Height, 9u);
@@ -119,7 +121,7 @@ TEST_F(HeldFrameTest, DestroyThreads_LibraryHoldsAFrameOfTheDevice_WaitsForItAnd
     // What closing the adapter does with the device's own workers, in the same order.
     EXPECT_TRUE(m_Thread->RequestExit());
     EXPECT_EQ(m_Thread->Wait(0), static_cast<DWORD>(WAIT_TIMEOUT));
-    m_Client.Release();
+    m_Gate.Open();
     ASSERT_TRUE(WaitForEnd());
     m_Thread.reset();
     m_pTarget.Reset();

@@ -1,15 +1,14 @@
 // Life of a frame-buffer thread: its start, its loop, its end.
 #include "FailNthAllocation.h"
-#include "FrameBufferThread.h"
+#include "FrameBufferThreadFixture.h"
 #include "TraceLevels.h"
 
 #include <algorithm>
 
+using namespace tesslo::test;
+
 namespace
 {
-using namespace tesslo::test;
-using Lines = std::vector<std::string>;
-
 // Tells of each wait of a worker.
 HANDLE g_hAtWait;
 decltype(&WaitForMultipleObjects) g_pWait;
@@ -78,7 +77,7 @@ TEST_F(UMDThreadFrameBufferTest, Start_AfterTheEnd_AnswersTrueAndStartsNothing)
 {
     Start();
     Stop();
-    EXPECT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()));
+    EXPECT_TRUE(Start(m_Client.Module()));
     EXPECT_EQ(m_Thread->Wait(0), WAIT_OBJECT_0);
     ExpectExited();
 }
@@ -89,14 +88,13 @@ TEST_F(UMDThreadFrameBufferTest, Start_NoMemoryForTheRing_FailsAndPresentsAreRef
     bool started = true;
     {
         FailNthAllocation shortage(1);
-        started = m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice());
+        started = Start(m_Client.Module());
     }
     EXPECT_FALSE(started);
     EXPECT_EQ(m_Trace.Lines(),
         (Lines{">>> UMDThreadFrameBuffer::Start\n", "UMDThreadFrameBuffer::Start FrameBuffer is NULL\n"}));
     ExpectExited();
-    EXPECT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()))
-        << "started once is started";
+    EXPECT_TRUE(Start(m_Client.Module())) << "started once is started";
     EXPECT_TRUE(m_Thread->RequestExit());
     EXPECT_EQ(m_Thread->Wait(INFINITE), 0u);
 }
@@ -105,7 +103,7 @@ TEST_F(UMDThreadFrameBufferTest, Start_NoThread_Fails)
 {
     m_Trace.Clear();
     FailingImport noThread(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
-    EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()));
+    EXPECT_FALSE(Start(m_Client.Module()));
     EXPECT_EQ(m_Trace.Lines(),
         (Lines{">>> UMDThreadFrameBuffer::Start\n", ">>> UMDGpuDx9Surface::UMDGpuDx9Surface\n",
             ">>> UMDFrameBuffer::UMDFrameBuffer\n", "UMDThreadBase::Start CreateThread failed. LastError 8",
@@ -117,8 +115,7 @@ TEST_F(UMDThreadFrameBufferTest, Start_NoThread_Fails)
 TEST_F(UMDThreadFrameBufferTest, Life_OneFrame_TracesEachStepOnItsThread)
 {
     g_hAtWait = CreateSemaphoreW(nullptr, 0, 100, nullptr);
-    ImportPatch wait(nullptr, "kernel32.dll", "WaitForMultipleObjects", reinterpret_cast<void*>(TellingWait));
-    g_pWait = wait.Original<decltype(&WaitForMultipleObjects)>();
+    const ImportPatch wait(nullptr, "kernel32.dll", "WaitForMultipleObjects", TellingWait, &g_pWait);
     m_Trace.Clear();
     Start();
     ASSERT_EQ(WaitForSingleObject(g_hAtWait, kLong), WAIT_OBJECT_0);
@@ -151,30 +148,28 @@ TEST_F(UMDThreadFrameBufferTest, Life_OneFrame_TracesEachStepOnItsThread)
 
 TEST_F(UMDThreadFrameBufferTest, Life_WithAndWithoutAFrame_EachLineHasItsLevel)
 {
-    Lines lines = LevelledTraceOfAllThreads(m_Trace, [&] {
+    const Lines lines = LevelledTraceOfAllThreads([&] {
         m_Thread.emplace();
         Start();
         Stop();
         m_Thread.emplace();
-        const size_t calls = m_Client.Calls().size();
+        const size_t calls = m_Client.History().size();
         Start();
         ASSERT_TRUE(Present(4, 2));
         ASSERT_TRUE(m_Client.WaitForCalls(calls + 2));
         Stop();
         m_Thread.reset();
     });
-    std::erase_if(
-        lines, [](const std::string& line) { return line.find("UMDThreadFrameBuffer") == std::string::npos; });
-    EXPECT_EQ(
-        lines, (Lines{"0x204 UMDThreadFrameBuffer::Run exit\n", "0x204 UMDThreadFrameBuffer::Run exiting...\n",
-                   "0x40 >>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
-                   "0x40 >>> UMDThreadFrameBuffer::InternalInitializeConnection\n",
-                   "0x40 >>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n",
-                   "0x40 >>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n",
-                   "0x40 >>> UMDThreadFrameBuffer::InternalUninitializeConnection\n",
-                   "0x40 >>> UMDThreadFrameBuffer::Run\n", "0x40 >>> UMDThreadFrameBuffer::Start\n",
-                   "0x40 UMDThreadFrameBuffer::RequestExit\n", "0x40 UMDThreadFrameBuffer::UMDThreadFrameBuffer\n",
-                   "0x40 UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n"}));
+    EXPECT_EQ(Containing(lines, "UMDThreadFrameBuffer"),
+        (Lines{"0x204 UMDThreadFrameBuffer::Run exit\n", "0x204 UMDThreadFrameBuffer::Run exiting...\n",
+            "0x40 >>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
+            "0x40 >>> UMDThreadFrameBuffer::InternalInitializeConnection\n",
+            "0x40 >>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n",
+            "0x40 >>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n",
+            "0x40 >>> UMDThreadFrameBuffer::InternalUninitializeConnection\n", "0x40 >>> UMDThreadFrameBuffer::Run\n",
+            "0x40 >>> UMDThreadFrameBuffer::Start\n", "0x40 UMDThreadFrameBuffer::RequestExit\n",
+            "0x40 UMDThreadFrameBuffer::UMDThreadFrameBuffer\n",
+            "0x40 UMDThreadFrameBuffer::~UMDThreadFrameBuffer\n"}));
 }
 
 TEST_F(UMDThreadFrameBufferTest, WhatIsDeclined_EachLine_IsAnError)
@@ -185,13 +180,13 @@ TEST_F(UMDThreadFrameBufferTest, WhatIsDeclined_EachLine_IsAnError)
     EXPECT_FALSE(Present(4, 4));
     {
         FailNthAllocation shortage(1);
-        EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()));
+        EXPECT_FALSE(Start(m_Client.Module()));
     }
     EXPECT_FALSE(Present(4, 4));
     m_Thread.emplace();
     {
         FailingImport noThread(nullptr, "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
-        EXPECT_FALSE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice()));
+        EXPECT_FALSE(Start(m_Client.Module()));
     }
     for (const DWORD answer : {DWORD{WAIT_FAILED}, DWORD{WAIT_ABANDONED_0}})
     {
@@ -242,7 +237,7 @@ TEST_F(UMDThreadFrameBufferTest, RequestExit_Twice_AnswersTrueAndDoesNothingMore
 
 TEST_F(UMDThreadFrameBufferTest, RequestExit_WorkerEndedByItself_StillDeletesTheRing)
 {
-    m_Client.m_Refusing = {"Plug"};
+    m_Client.Fail("Plug", E_FAIL);
     Start();
     ASSERT_TRUE(Present(4, 2));
     ASSERT_TRUE(WaitForEnd());

@@ -13,11 +13,9 @@
 #include <memory>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
-constexpr D3DDDI_POOL kVideo = D3DDDIPOOL_LOCALVIDMEM;
 const HANDLE kContext = reinterpret_cast<HANDLE>(0x7000);
 
 /// A surface that keeps what a blit present copies into it.
@@ -62,9 +60,6 @@ protected:
         return UMDRscFactoryNew(&Device(), &request.m_Arg);
     }
 };
-
-constexpr UINT kEveryClass[] = {
-    kFlagVertexBuffer, kFlagIndexBuffer, kFlagZBuffer, kFlagCubeMap, kFlagTexture, kFlagRenderTarget, 0};
 
 std::vector<DWORD> g_Pauses;
 
@@ -147,7 +142,6 @@ TEST_F(UMDRscLifeTest, ReadBackSurface_AfterDestroy_IsReleased)
         pReader->Destroy();
         EXPECT_EQ(m_Fake.LiveObjects(), before) << flags;
     }
-    m_Fake.SetRenderTarget(0, nullptr);
 }
 
 TEST_F(UMDRscLifeTest, PlainSurface_OfARenderTargetsFlags_IsNoRenderTargetOnceCreated)
@@ -188,14 +182,13 @@ TEST_F(UMDRscLifeTest, BltPresent_TargetSmallerThanTheSource_CopiesWhatTheTarget
     EXPECT_EQ(probe.m_Arguments, (std::vector<UINT>{6, 3, 2, 20}));
     probe.Destroy();
     pBound->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
-    m_Fake.SetRenderTarget(0, nullptr);
 }
 
 TEST_F(UMDRscLifeTest, FlipPresent_AnyResult_AsksForTenMilliseconds)
 {
     CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
     auto* pTarget = Create<UMDRscSurface>(request);
-    const ImportPatch patch(nullptr, "kernel32.dll", "Sleep", reinterpret_cast<void*>(KeepPause));
+    const ImportPatch patch(nullptr, "kernel32.dll", "Sleep", KeepPause);
     g_Pauses.clear();
     EXPECT_EQ(pTarget->KernelModePresentCbFLIP(kContext), S_OK);
     m_Kernel.Fail("pfnPresentCb", kRefused, 1);

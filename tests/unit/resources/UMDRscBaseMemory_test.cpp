@@ -1,27 +1,23 @@
 // Memory running out: every allocation of the driver's own, one by one, in every create and open.
 #include "FailNthAllocation.h"
-#include "ResourceFixture.h"
+#include "OpenRequestFixture.h"
 
-#include "kernel/UMDAllocationPrivateData.h"
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscTexture.h"
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
-constexpr D3DDDI_POOL kSystem = D3DDDIPOOL_SYSTEMMEM;
 
-class UMDResourceMemoryTest : public ResourceFixture
+class UMDResourceMemoryTest : public OpenRequestFixture
 {
 };
 }  // namespace
 
 TEST_F(UMDResourceMemoryTest, ObjectItself_EveryClass_AnswersOutOfMemory)
 {
-    for (UINT flags :
-        {kFlagVertexBuffer, kFlagIndexBuffer, kFlagZBuffer, kFlagCubeMap, kFlagTexture, kFlagRenderTarget, 0U})
+    for (UINT flags : kEveryClass)
     {
         CreateRequest request(flags, kSystem, D3DDDIFMT_A8R8G8B8, 16, 16);
         ForgetCalls();
@@ -48,10 +44,9 @@ TEST_F(UMDResourceMemoryTest, SurfaceList_Missing_TheObjectWorksWithoutUploads)
         {
             const TraceMask quiet(0);
             const FailNthAllocation fail(2);
-            ASSERT_EQ(UMDDdiCreateResource(DeviceHandle(), &request.m_Arg), S_OK);
+            pResource = CreateAny(request);
             EXPECT_GE(fail.Count(), 2U);
         }
-        pResource = ToResource(request.m_Arg.hResource);
         if (auto* pSurface = dynamic_cast<UMDRscSurface*>(pResource))
         {
             EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pSurface->WriteToDelegated(0, &rect), E_FAIL); }),
@@ -65,39 +60,31 @@ TEST_F(UMDResourceMemoryTest, SurfaceList_Missing_TheObjectWorksWithoutUploads)
                 Lines{"UMDRscTexture::WriteFromDelegated failed! m_SurfCount >= StreamOffset\n"});
             EXPECT_NE(pTexture->GetSurface(0, 0), nullptr);
         }
-        EXPECT_EQ(UMDDdiDestroyResource(DeviceHandle(), request.m_Arg.hResource), E_FAIL);
-        EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
-        EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
+        DestroyAll();
+        ExpectNothingLeft();
     }
 }
 
-TEST_F(UMDResourceMemoryTest, Open_WithoutMemory_AnswersOkWithANullHandle)
+TEST_F(UMDResourceMemoryTest, Open_WithoutMemoryForTheObject_AnswersOkWithANullHandle)
 {
-    UMDAllocationPrivateData record = {};
-    record.Kind = 6;
-    record.TextureKind = 6;
-    record.Width = record.Height = 16;
-    record.Format = 21;
-    record.Levels = 2;
-    D3DDDI_OPENALLOCATIONINFO allocation = {};
-    allocation.pPrivateDriverData = &record;
-    allocation.PrivateDriverDataSize = sizeof record;
-    D3DDDIARG_OPENRESOURCE open = {};
-    open.NumAllocations = 1;
-    open.pOpenAllocationInfo = &allocation;
-    open.hResource = this;
     const TraceMask quiet(0);
     {
         const FailNthAllocation fail(1);
-        EXPECT_EQ(UMDDdiOpenResource(DeviceHandle(), &open), S_OK);
+        EXPECT_EQ(UMDDdiOpenResource(DeviceHandle(), &m_Open), S_OK);
     }
-    EXPECT_EQ(open.hResource, nullptr);
+    EXPECT_EQ(m_Open.hResource, nullptr);
     EXPECT_EQ(DeviceLines(), Lines{});
+}
+
+TEST_F(UMDResourceMemoryTest, Open_WithoutMemoryForTheList_OpensWithoutIt)
+{
+    const TraceMask quiet(0);
+    UMDRscBase* pResource = nullptr;
     {
-        const FailNthAllocation fail(2);  // the list: the texture opens without it
-        EXPECT_EQ(UMDDdiOpenResource(DeviceHandle(), &open), S_OK);
+        const FailNthAllocation fail(2);
+        pResource = OpenAny(m_Open);
+        EXPECT_GE(fail.Count(), 2U);
     }
-    ASSERT_NE(open.hResource, nullptr);
-    EXPECT_EQ(dynamic_cast<UMDRscTexture*>(ToResource(open.hResource))->WriteToDelegated(0, nullptr), E_FAIL);
-    UMDDdiDestroyResource(DeviceHandle(), open.hResource);
+    ASSERT_NE(pResource, nullptr);
+    EXPECT_EQ(dynamic_cast<UMDRscTexture*>(pResource)->WriteToDelegated(0, nullptr), E_FAIL);
 }

@@ -10,7 +10,6 @@
 #include "resources/UMDShaderVertex.h"
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {

@@ -1,10 +1,10 @@
 // What every object behind a handle has in common.
 #include "ResourceFixture.h"
+#include "TraceText.h"
 
 #include "resources/UMDShaderPixel.h"
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -12,12 +12,6 @@ class UMDRscBaseTest : public ResourceFixture
 {
 };
 
-std::string Low(const void* pointer)
-{
-    char text[16];
-    snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
-    return text;
-}
 }  // namespace
 
 TEST_F(UMDRscBaseTest, Life_BareObject_TracesTheHandlePairTwice)

@@ -1,26 +1,19 @@
 // Cube textures: every face and level, locks of the first, updates, and surface counts that are no cube's.
 #include "ResourceFixture.h"
+#include "TraceLevels.h"
+#include "TraceText.h"
 
 #include "resources/UMDRscCubeTexture.h"
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
-constexpr D3DDDI_POOL kVideo = D3DDDIPOOL_LOCALVIDMEM;
-constexpr D3DDDI_POOL kSystem = D3DDDIPOOL_SYSTEMMEM;
 
 class UMDRscCubeTextureTest : public ResourceFixture
 {
 };
 
-std::string Low(const void* pointer)
-{
-    char text[16];
-    snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
-    return text;
-}
 }  // namespace
 
 TEST_F(UMDRscCubeTextureTest, Create_OneToNineLevels_FetchesAndSelectsEveryFaceAndLevel)
@@ -204,4 +197,34 @@ TEST_F(UMDRscCubeTextureTest, TexBlt_OtherPoolsOrNoCube_IsRefused)
         EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pSrc->TexBlt(&rect, pDst, &rect), E_FAIL); }), Lines{row.pError});
         EXPECT_EQ(DeviceLines(), Lines{});
     }
+}
+
+TEST_F(UMDRscCubeTextureTest, Life_Trace_EachLineHasItsLevel)
+{
+    CreateRequest request(kFlagCubeMap, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8, 2);
+    Lines lines = {"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"};
+    for (int i = 0; i < 12; ++i)
+    {
+        const int size = i % 2 ? 4 : 8;
+        char line[120];
+        snprintf(line, sizeof line,
+            "0x200 UMDRscCubeTexture::Create %02d Face:%02d Level:%02d 0x# Width:%d Height:%d\n", i, i / 2, i % 2, size,
+            size);
+        lines.push_back(line);
+    }
+    lines.insert(
+        lines.end(), {"0x22    KMode Handle - m_hAllocation:0x# m_hKMResource:0x#\n",
+                         "0x200 UMDRscCubeTexture::Create m_pTexture:0x# this:0x#\n", "0x20    Lock: CubeTexture 0x#\n",
+                         "0x20    Unlock: CubeTexture 0x#\n", "0x200 UMDRscCubeTexture::Destroy() m_pTexture:0x#\n",
+                         "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"});
+    void* pData = nullptr;
+    UINT pitch = 0;
+    EXPECT_EQ(LevelledTrace([&] {
+        UMDRscCubeTexture cube(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, 0, D3DPOOL_DEFAULT);
+        cube.Create();
+        cube.Lock(1, 0, 0, &pData, &pitch, 0);
+        cube.Unlock();
+        cube.Destroy();
+    }),
+        lines);
 }

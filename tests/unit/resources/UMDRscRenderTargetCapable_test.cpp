@@ -1,10 +1,10 @@
 // The kernel-mode callbacks and the read-back of the delegated render target.
 #include "ResourceFixture.h"
+#include "TraceLevels.h"
 
 #include "resources/UMDRscSurface.h"
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -386,4 +386,13 @@ TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_EachStepFails_UnlocksAndReturns
         }
         m_Kernel.FindAllocation(1).m_bLocked = false;  // the refused unlock's
     }
+}
+
+TEST_F(UMDRscRenderTargetCapableTest, AllocationRefused_IsToldAsAnError)
+{
+    CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
+    m_Kernel.Fail("pfnAllocateCb", kRefused);
+    const Lines lines = LevelledTrace([&] { Destroy(CreateAny(request)); });
+    EXPECT_EQ(Containing(lines, "pfnAllocateCb"),
+        Lines{"0x1 UMDRscRenderTargetCapable::KernelModeAllocateCb pfnAllocateCb failed! hResult 0x8876086a \n"});
 }

@@ -98,7 +98,7 @@ TEST_F(SurfacePixels, Create_FormatThatTheDeviceHasNotForTheKind_IsRefusedAndNot
             CreateRequest request(row.Flags, kVideo, format, 16, 16);
             const TraceCapture trace;
             EXPECT_EQ(UMDDdiCreateResource(DeviceHandle(), &request.m_Arg), E_FAIL);
-            EXPECT_EQ(trace.LinesOfThisThread(), std::vector<std::string>{row.Error}) << "format " << format;
+            EXPECT_EQ(trace.LinesOfThisThread(), Lines{row.Error}) << "format " << format;
             EXPECT_EQ(AllocationCount(), 0U);
         }
     }

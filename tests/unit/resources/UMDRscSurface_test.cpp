@@ -1,10 +1,11 @@
 // Surfaces: creation, locks, copies into and out of the kernel-mode allocation, uploads.
 #include "ResourceFixture.h"
+#include "TraceLevels.h"
+#include "TraceText.h"
 
 #include "resources/UMDRscSurface.h"
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -14,12 +15,6 @@ protected:
     FakePixels& PixelsOf(const std::string& name) { return m_Fake.Find<FakeSurface>(name).Pixels(); }
 };
 
-std::string Low(const void* pointer)
-{
-    char text[16];
-    snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
-    return text;
-}
 }  // namespace
 
 TEST_F(UMDRscSurfaceTest, Create_MultisampledTarget_PassesEveryArgument)
@@ -190,7 +185,6 @@ TEST_F(UMDRscSurfaceTest, CopyTo_SizesAround_CopiesTheIntersectionOfTheRenderTar
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pSurface->CopyTo(nullptr, 5, 4, 4, 20), kRefused); }),
         (Lines{"UMDRscRenderTargetCapable::RenderTargetDataLock GetRenderTarget failed! hResult: 0x8876086a\n",
             "UMDRscSurface::CopyTo RenderTargetDataLock failed! hResult: 0x8876086a\n"}));
-    m_Fake.SetRenderTarget(0, nullptr);
 }
 
 TEST_F(UMDRscSurfaceTest, WriteToDelegated_EveryFormatAndRectangle_UploadsThosePixels)
@@ -265,4 +259,56 @@ TEST_F(UMDRscSurfaceTest, WriteToDelegated_EachCallFails_ReturnsItsCode)
         {{"surface.LockRect", 1, kRefused, {"UMDRscSurface::WriteToDelegated Lock failed! 0x8876086a\n"}},
             {"surface.UnlockRect", 1, kRefused, {"UMDRscSurface::WriteToDelegated Unlock failed! 0x8876086a\n"}}},
         [&] { pSurface = Create<UMDRscSurface>(request); }, [&] { return pSurface->WriteToDelegated(0, nullptr); });
+}
+
+TEST_F(UMDRscSurfaceTest, Life_Trace_EachLineHasItsLevel)
+{
+    CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 4);
+    request.WithMemory(4, 0).m_Arg.VidPnSourceId = 3;
+    void* pData = nullptr;
+    UINT pitch = 0;
+    EXPECT_EQ(LevelledTrace([&] {
+        UMDRscSurface surface(&Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DPOOL_DEFAULT, false);
+        surface.Create();
+        surface.Lock(0, 0, 0, &pData, &pitch, 0);
+        surface.Unlock();
+        surface.WriteToDelegated(0, nullptr);
+        surface.KernelModeSetDisplayModeCb();
+        surface.Destroy();
+    }),
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x22    KMode Handle - m_hAllocation:0x# m_hKMResource:0x#\n",
+            "0x200 UMDRscSurface::Create m_pSurface: 0x# Resource:0x# m_VidPnSourceId:3 m_hAllocation:0x# m_Width:8 m_Height:4\n",
+            "0x20    Lock: RenderTarget 0x#\n", "0x20    Unlock: RenderTarget 0x#\n",
+            "0x200 UMDRscSurface::WriteToDelegated 0\n",
+            "0x20 UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb DeviceContext:0x# Resource:0x# VidPnSourceId:3 m_hAllocation:0x#\n",
+            "0x200 UMDRscSurface::Destroy() this:0x# m_pSurface:0x# \n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
+}
+
+TEST_F(UMDRscSurfaceTest, ReadBack_Trace_EachLineHasItsLevel)
+{
+    CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 4);
+    auto* pTarget = Create<UMDRscSurface>(request);
+    m_Fake.SetRenderTarget(0, pTarget->GetSurface(0, 0));
+    EXPECT_EQ(LevelledTrace([&] {
+        IDirect3DSurface9* pSurface = nullptr;
+        D3DLOCKED_RECT locked = {};
+        D3DSURFACE_DESC desc = {};
+        EXPECT_EQ(pTarget->RenderTargetDataLock(&pSurface, &locked, &desc), S_OK);
+        pTarget->RenderTargetDataUnlock(&pSurface);
+        pTarget->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
+    }),
+        (Lines{"0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock\n",
+            "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock 0x#\n",
+            "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock Width 0x# Height 0x#\n",
+            "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock pRenderTarget 0x#\n",
+            "0x200 UMDRscRenderTargetCapable::RenderTargetDataLock LockedRect.pBits 0x#\n",
+            "0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n"}));
+    EXPECT_EQ(LevelledTrace([&] {
+        IDirect3DSurface9* pSurface = nullptr;
+        pTarget->RenderTargetDataUnlock(&pSurface);
+    }),
+        (Lines{"0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataUnlock\n",
+            "0x1 UMDRscRenderTargetCapable::RenderTargetDataUnlock *ppRenderTarget is NULL\n"}));
 }

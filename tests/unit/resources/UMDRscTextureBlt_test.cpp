@@ -7,12 +7,9 @@
 #include <memory>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
-constexpr D3DDDI_POOL kVideo = D3DDDIPOOL_LOCALVIDMEM;
-constexpr D3DDDI_POOL kSystem = D3DDDIPOOL_SYSTEMMEM;
 constexpr UINT kTarget = kFlagTexture | kFlagRenderTarget;
 const RECT kSrcRect = {1, 2, 5, 6};
 const RECT kDstRect = {3, 4, 7, 9};

@@ -6,7 +6,6 @@
 #include "resources/UMDRscTexture.h"
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -137,9 +136,23 @@ TEST_F(UMDRscTextureOpenedTest, SurfaceBltToAnotherPool_NoRowOfTheTable_IsRefuse
     OpenedProbe texture(&Device(), &m_Open);
     ASSERT_EQ(texture.Open(), S_OK);
     const RECT srcRect = {1, 2, 4, 6}, dstRect = {0, 0, 5, 6};
-    EXPECT_EQ(LevelledTrace(m_Trace, [&] { EXPECT_EQ(pSource->Blt(&srcRect, &texture, &dstRect), E_FAIL); }),
+    EXPECT_EQ(LevelledTrace([&] { EXPECT_EQ(pSource->Blt(&srcRect, &texture, &dstRect), E_FAIL); }),
         (Lines{"0x200 UMDRscSurface::Blt DST Resource:0x# Pool:1 SRC Resource:0x# Pool:0\n",
             "0x1 UMDRscSurface::Blt failed! SRC Resource:0x# DST Resource:0x# Pool:1 RenderTarget:1\n",
             "0x1 DST Width:64 Height:32 Width:5 Height:6\n", "0x1 SRC Width:16 Height:8 Width:3 Height:4\n"}));
     texture.Destroy();
+}
+
+TEST_F(UMDRscTextureOpenedTest, Life_Trace_EachLineHasItsLevel)
+{
+    EXPECT_EQ(LevelledTrace([&] {
+        UMDRscTexture texture(&Device(), m_Open.hResource, &m_Open,
+            UMDRscTextureTraits{TRUE, 0, D3DPOOL_DEFAULT, UMDRESOURCETYPE_TEXTURE});
+        texture.Open();
+        texture.Destroy();
+    }),
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x20 UMDRscTexture::Open Resource:0x# m_pTexture 0x# Width:64 Height:32 Format:23 SharedHandle:0x# hAllocation:0x#\n",
+            "0x200 UMDRscTexture::Destroy m_pTexture:0x#\n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
 }

@@ -1,12 +1,13 @@
 // Textures: creation with all levels, locks, uploads and refreshes of the runtime's memory, copies into the allocation.
 #include "ResourceFixture.h"
+#include "TraceLevels.h"
+#include "TraceText.h"
 
 #include "resources/UMDRscTexture.h"
 
 #include <algorithm>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -19,12 +20,6 @@ protected:
     }
 };
 
-std::string Low(const void* pointer)
-{
-    char text[16];
-    snprintf(text, sizeof text, "0x%x", UMDLow32(pointer));
-    return text;
-}
 }  // namespace
 
 TEST_F(UMDRscTextureTest, Create_OneToElevenLevels_FetchesEachAndSelectsByLevel)
@@ -317,4 +312,28 @@ TEST_F(UMDRscTextureTest, CopyFromAndTo_NoAllocation_AreRefused)
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pTexture->CopyFrom(pixels, 5, 3, 4, 20), E_FAIL); }),
         Lines{"UMDRscTexture::CopyFrom m_hAllocation is NULL\n"});
     EXPECT_EQ(pTexture->CopyTo(pixels, 5, 3, 4, 20), E_NOTIMPL);
+}
+
+TEST_F(UMDRscTextureTest, Life_Trace_EachLineHasItsLevel)
+{
+    CreateRequest request(kFlagTexture, kSystem, D3DDDIFMT_X8R8G8B8, 8, 4);
+    request.WithMemory(4, 0);
+    void* pData = nullptr;
+    UINT pitch = 0;
+    EXPECT_EQ(LevelledTrace([&] {
+        UMDRscTexture texture(&Device(), request.m_Arg.hResource, &request.m_Arg,
+            UMDRscTextureTraits{FALSE, 0, D3DPOOL_SYSTEMMEM, UMDRESOURCETYPE_TEXTURE});
+        texture.Create();
+        texture.Lock(1, 0, 0, &pData, &pitch, 0);
+        texture.Unlock();
+        texture.WriteToDelegated(0, nullptr);
+        texture.WriteFromDelegated(0);
+        texture.Destroy();
+    }),
+        (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
+            "0x20 UMDRscTexture::Create Resource:0x# m_pTexture 0x# m_bIsRenderTarget 0 m_bIsSharedResource 0 pSharedHandle=0x# *pSharedHandle=0x#\n",
+            "0x20    Lock: Texture 0x# AreaValid:1\n", "0x20    Unlock: Texture 0x#\n",
+            "0x200 UMDRscTexture::WriteToDelegated 0\n", "0x200 UMDRscTexture::WriteFromDelegated 0\n",
+            "0x200 UMDRscTexture::Destroy m_pTexture:0x#\n",
+            "0x20    ~hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n"}));
 }

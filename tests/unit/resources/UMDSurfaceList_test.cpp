@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-using tesslo::test::FailNthAllocation;
+using namespace tesslo::test;
 
 namespace
 {

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 TEST(FakeDeviceTest, SetRenderState_AnyCall_IsRecordedAsOneLine)
 {

@@ -11,8 +11,6 @@ namespace
 {
 constexpr UINT UNTOUCHED = 0x5A5A5A5A;
 
-using Lines = std::vector<std::string>;
-
 struct Size
 {
     UINT Format;

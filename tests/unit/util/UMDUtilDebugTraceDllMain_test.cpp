@@ -11,13 +11,10 @@
 
 #include <regex>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::ImportPatch;
-using tesslo::test::RegistryOverride;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
 constexpr wchar_t kServiceKey[] = L"System\\CurrentControlSet\\Services\\TessloWddmKmode";
 
 void WINAPI AnswerMarch(SYSTEMTIME* pTime)
@@ -42,7 +39,7 @@ protected:
     RegistryOverride m_Registry;
     TraceMask m_Mask{0};
     TraceCapture m_Trace;
-    ImportPatch m_Time{nullptr, "kernel32.dll", "GetLocalTime", reinterpret_cast<void*>(AnswerMarch)};
+    ImportPatch m_Time{nullptr, "kernel32.dll", "GetLocalTime", AnswerMarch};
 };
 
 TEST_F(UMDUtilDebugTraceDllMainTest, Attach_NoValue_PrintsNothingAndKeepsTracingOff)
@@ -73,7 +70,7 @@ TEST_F(UMDUtilDebugTraceDllMainTest, Attach_AnyMask_PrintsTheBannerLineByLine)
     m_Registry.SetTraceMask(0x40000000);
     UMDUtilDebugTraceDllMainReason(DLL_PROCESS_ATTACH);
     EXPECT_EQ(g_DebugLevelUMD, 0x40000000u);
-    const std::vector<std::string> lines = m_Trace.Lines();
+    const Lines lines = m_Trace.Lines();
     ASSERT_EQ(lines.size(), 12u);
     EXPECT_NE(lines[4].find(UMD_VERSION_TEXT), std::string::npos) << "the logo names the version";
     EXPECT_EQ(lines[5], "\n");
@@ -112,7 +109,7 @@ TEST_F(UMDUtilDebugTraceDllMainTest, Reason_OtherThanAttach_PrintsItsNameAndLeav
     {
         m_Trace.Clear();
         UMDUtilDebugTraceDllMainReason(row.m_Reason);
-        EXPECT_EQ(m_Trace.Lines(), std::vector<std::string>{row.m_pLine});
+        EXPECT_EQ(m_Trace.Lines(), Lines{row.m_pLine});
         EXPECT_EQ(g_DebugLevelUMD, UMDTRACE_GPU);
     }
 }

@@ -5,11 +5,10 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
 struct ExceptionRow
 {
     DWORD m_Code;
@@ -54,7 +53,7 @@ TEST(UMDUtilDebugTraceException, Code_KnownOrNot_PrintsItsOneLineAndRunsTheHandl
     {
         trace.Clear();
         EXPECT_EQ(UMDUtilDebugTraceException(row.m_Code), 1);
-        EXPECT_EQ(trace.Lines(), std::vector<std::string>{row.m_pLine}) << std::hex << row.m_Code;
+        EXPECT_EQ(trace.Lines(), Lines{row.m_pLine}) << std::hex << row.m_Code;
     }
 }
 

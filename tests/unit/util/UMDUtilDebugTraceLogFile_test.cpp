@@ -2,6 +2,7 @@
 #include "util/UMDUtilDebugTrace.h"
 
 #include "ImportPatch.h"
+#include "Lines.h"
 #include "TemporaryFolder.h"
 #include "TraceMask.h"
 
@@ -13,12 +14,10 @@
 #include <thread>
 #include <vector>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::ImportPatch;
-using tesslo::test::TraceMask;
-using Lines = std::vector<std::string>;
-
 std::wstring s_Folder;
 std::vector<std::wstring> s_Debugger;
 int s_Sleeps;
@@ -85,14 +84,14 @@ protected:
 
     TemporaryFolder m_Folder;
     TraceMask m_Mask{UMDTRACE_ERROR | UMDTRACE_LOGFILE};
-    ImportPatch m_FolderPath{nullptr, "shell32.dll", "SHGetSpecialFolderPathW", reinterpret_cast<void*>(AnswerFolder)};
+    ImportPatch m_FolderPath{nullptr, "shell32.dll", "SHGetSpecialFolderPathW", AnswerFolder};
 };
 
 TEST_F(LogFileTest, Append_EightThreadsAtOnce_EveryLineArrivesWholeAndInTheOrderOfItsThread)
 {
     constexpr int kThreads = 8;
     constexpr int kLines = 250;
-    const ImportPatch output(nullptr, "kernel32.dll", "OutputDebugStringW", reinterpret_cast<void*>(TakeNothing));
+    const ImportPatch output(nullptr, "kernel32.dll", "OutputDebugStringW", TakeNothing);
     std::vector<Lines> expected(kThreads);
     std::vector<std::thread> threads;
     for (int i = 0; i < kThreads; ++i)
@@ -121,7 +120,7 @@ TEST_F(LogFileTest, Append_EightThreadsAtOnce_EveryLineArrivesWholeAndInTheOrder
 
 TEST_F(LogFileTest, Append_AnotherWriterHasTheFile_WaitsUntilItIsClosed)
 {
-    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", reinterpret_cast<void*>(CountSleep));
+    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", CountSleep);
     s_hHeld = Hold(GENERIC_WRITE, FILE_SHARE_READ);
     ASSERT_NE(s_hHeld, INVALID_HANDLE_VALUE);
     s_SleepsUntilClosed = 3;
@@ -132,8 +131,8 @@ TEST_F(LogFileTest, Append_AnotherWriterHasTheFile_WaitsUntilItIsClosed)
 
 TEST_F(LogFileTest, Append_AnotherKeepsTheFile_GivesTheLineUpAfterFiftyMilliseconds)
 {
-    const ImportPatch output(nullptr, "kernel32.dll", "OutputDebugStringW", reinterpret_cast<void*>(TakeLine));
-    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", reinterpret_cast<void*>(CountSleep));
+    const ImportPatch output(nullptr, "kernel32.dll", "OutputDebugStringW", TakeLine);
+    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", CountSleep);
     const HANDLE hFile = Hold(GENERIC_READ, 0);
     ASSERT_NE(hFile, INVALID_HANDLE_VALUE);
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"lost\n");
@@ -147,7 +146,7 @@ TEST_F(LogFileTest, Append_AnotherKeepsTheFile_GivesTheLineUpAfterFiftyMilliseco
 
 TEST_F(LogFileTest, Append_AReaderHasTheFile_WritesAtOnce)
 {
-    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", reinterpret_cast<void*>(CountSleep));
+    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", CountSleep);
     const HANDLE hFile = Hold(GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
     ASSERT_NE(hFile, INVALID_HANDLE_VALUE);
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"watched\n");
@@ -158,7 +157,7 @@ TEST_F(LogFileTest, Append_AReaderHasTheFile_WritesAtOnce)
 
 TEST_F(LogFileTest, Append_FileMayNotBeWritten_StopsAtOnce)
 {
-    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", reinterpret_cast<void*>(CountSleep));
+    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", CountSleep);
     std::filesystem::create_directory(Path());
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"nowhere\n");
     EXPECT_EQ(s_Sleeps, 0);
@@ -166,7 +165,7 @@ TEST_F(LogFileTest, Append_FileMayNotBeWritten_StopsAtOnce)
 
 TEST_F(LogFileTest, Append_FolderMissing_StopsAtOnce)
 {
-    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", reinterpret_cast<void*>(CountSleep));
+    const ImportPatch sleep(nullptr, "kernel32.dll", "Sleep", CountSleep);
     s_Folder += L"\\missing";
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"nowhere\n");
     EXPECT_EQ(s_Sleeps, 0);

@@ -5,13 +5,12 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
 /// Line of the flags with these filled slots: eleven slots, single blanks between them.
-std::string FlagsLine(const std::vector<std::string>& filled)
+std::string FlagsLine(const Lines& filled)
 {
     std::string line = "   Flags: ";
     for (size_t slot = 0; slot < 11; ++slot)
@@ -41,8 +40,7 @@ TEST(UMDUtilDebugTracePrintLock, Request_EachField_StandsInItsPlace)
         TraceCapture trace;
         UMDUtilDebugTracePrintLock(&lock, UMDRESOURCETYPE_TEXTURE);
         EXPECT_EQ(trace.Lines(),
-            (std::vector<std::string>{
-                "   Lock: hResource:0x9abcdef0 SubResourceIndex:2 Offset:3 Size:4 left:3 right:5 top:4 bottom:-6\n",
+            (Lines{"   Lock: hResource:0x9abcdef0 SubResourceIndex:2 Offset:3 Size:4 left:3 right:5 top:4 bottom:-6\n",
                 "   Flags: TEXTURE |           \n"}));
     }
 }
@@ -65,8 +63,7 @@ TEST(UMDUtilDebugTracePrintLock, Flag_Each_HasItsName)
         "AreaValid | ", "BoxValid | ", "NotifyOnly | ", "MightDrawFromLocked | ", "DoNotWait | "};
     for (UINT bit = 0; bit < 32; ++bit)
     {
-        const std::vector<std::string> filled =
-            bit < ARRAYSIZE(names) ? std::vector<std::string>{names[bit]} : std::vector<std::string>{};
+        const Lines filled = bit < ARRAYSIZE(names) ? Lines{names[bit]} : Lines{};
         EXPECT_EQ(PrintedFlags(1u << bit, UMDRESOURCETYPE_ZBUFFER), FlagsLine(filled)) << "bit " << bit;
     }
 }

@@ -7,13 +7,10 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
-using Lines = std::vector<std::string>;
-
 constexpr const char* kFlagNames[32] = {"RenderTarget | ", "ZBuffer | ", "Dynamic | ", "HintStatic | ",
     "AutogenMipmap | ", "DMap | ", "WriteOnly | ", "NotLockable | ", "Points | ", "RtPatches | ", "NPatches | ",
     "SharedResource | ", "DiscardRenderTarget | ", "Video | ", "CaptureBuffer | ", "Primary | ", "Texture | ",

@@ -5,11 +5,10 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
 struct StateRow
 {
     UINT m_State;
@@ -80,7 +79,7 @@ TEST(UMDUtilDebugTracePrintTextureStageState, State_Each_PrintsItsLine)
         trace.Clear();
         const D3DDDIARG_TEXTURESTAGESTATE argument = Argument(row.m_State);
         UMDUtilDebugTracePrintTextureStageState(UMDTRACE_DDI, &argument);
-        EXPECT_EQ(trace.Lines(), std::vector<std::string>{row.m_pLine});
+        EXPECT_EQ(trace.Lines(), Lines{row.m_pLine});
     }
 }
 

@@ -6,13 +6,10 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
-using Lines = std::vector<std::string>;
-
 /// Lines at the dump's own level; with every other level on there must be none.
 template <typename Print, typename Argument>
 Lines Printed(UINT level, Print* pPrint, const Argument& argument)

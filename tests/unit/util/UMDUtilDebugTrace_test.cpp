@@ -13,11 +13,10 @@
 #include <thread>
 #include <vector>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::ImportPatch;
-using tesslo::test::TraceMask;
-
 std::vector<std::wstring> s_Lines;
 std::wstring s_Folder;
 int s_FolderCalls;
@@ -85,8 +84,8 @@ protected:
     }
 
     std::filesystem::path m_Folder;
-    ImportPatch m_Output{nullptr, "kernel32.dll", "OutputDebugStringW", reinterpret_cast<void*>(TakeLine)};
-    ImportPatch m_FolderPath{nullptr, "shell32.dll", "SHGetSpecialFolderPathW", reinterpret_cast<void*>(AnswerFolder)};
+    ImportPatch m_Output{nullptr, "kernel32.dll", "OutputDebugStringW", TakeLine};
+    ImportPatch m_FolderPath{nullptr, "shell32.dll", "SHGetSpecialFolderPathW", AnswerFolder};
 };
 
 TEST_F(UMDUtilDebugTraceTest, Mask_EachBitAgainstEachLevel_PrintsWhereTheyMeet)

@@ -11,16 +11,10 @@
 #include <string>
 #include <vector>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::ImportPatch;
-using tesslo::test::RaiseAccessViolation;
-using tesslo::test::RaiseCode;
-using tesslo::test::RaiseDivisionByZero;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-using Lines = std::vector<std::string>;
-
 class UMDUtilGuardTest : public testing::Test
 {
 protected:

@@ -8,17 +8,10 @@
 
 #include <gtest/gtest.h>
 
+using namespace tesslo::test;
+
 namespace
 {
-using tesslo::test::FailingImport;
-using tesslo::test::ImportPatch;
-using tesslo::test::LevelledTrace;
-using tesslo::test::RegistryOverride;
-using tesslo::test::TraceCapture;
-using tesslo::test::TraceMask;
-
-using Lines = std::vector<std::string>;
-
 constexpr wchar_t kKey[] = L"Software\\Zembrilo\\Test";
 constexpr wchar_t kMissingKey[] = L"Software\\Zembrilo\\Missing";
 
@@ -94,21 +87,20 @@ TEST_F(UMDUtilRegistryTest, Get_Text_IsReadAndTracedWithData)
 
 TEST_F(UMDUtilRegistryTest, EachLine_OfReadsAndWrites_HasItsLevel)
 {
-    EXPECT_EQ(LevelledTrace(m_Trace,
-                  [] {
-                      wchar_t text[8] = {};
-                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", text, sizeof(text));
-                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text));
-                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Nothing", text, sizeof(text));
-                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, 2);
-                      UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Text", REG_SZ, L"abc", 8);
-                      UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
-                      FailingImport noWrite(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_ACCESS_DENIED, 0);
-                      UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
-                      FailingImport noKey(nullptr, "advapi32.dll", "RegCreateKeyExW", ERROR_ACCESS_DENIED, 0);
-                      UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text));
-                      UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
-                  }),
+    EXPECT_EQ(LevelledTrace([] {
+        wchar_t text[8] = {};
+        UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", text, sizeof(text));
+        UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text));
+        UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Nothing", text, sizeof(text));
+        UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, 2);
+        UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Text", REG_SZ, L"abc", 8);
+        UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
+        FailingImport noWrite(nullptr, "advapi32.dll", "RegSetValueExW", ERROR_ACCESS_DENIED, 0);
+        UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
+        FailingImport noKey(nullptr, "advapi32.dll", "RegCreateKeyExW", ERROR_ACCESS_DENIED, 0);
+        UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Text", text, sizeof(text));
+        UMDUtilRegistryValueSet(HKEY_LOCAL_MACHINE, kKey, L"Bytes", REG_BINARY, "abc", 3);
+    }),
         (Lines{"0x200 UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Number\n",
             "0x200 UMDUtilRegistryValueGet RegQueryValueExW Software\\Zembrilo\\Test Text Data: abc\n",
             "0x1 UMDUtilRegistryValueGet RegQueryValueExW failed! Nothing ERROR_FILE_NOT_FOUND\n",
@@ -209,9 +201,8 @@ TEST_F(UMDUtilRegistryTest, Set_ValueRefused_TellsTheValue)
 TEST_F(UMDUtilRegistryTest, Access_ReadAndWrite_AskForNoMoreAndCloseTheKey)
 {
     s_Open = 0;
-    ImportPatch create(nullptr, "advapi32.dll", "RegCreateKeyExW", reinterpret_cast<void*>(CreateKey));
-    ImportPatch close(nullptr, "advapi32.dll", "RegCloseKey", reinterpret_cast<void*>(CloseKey));
-    s_pCloseKey = close.Original<decltype(s_pCloseKey)>();
+    ImportPatch create(nullptr, "advapi32.dll", "RegCreateKeyExW", CreateKey);
+    ImportPatch close(nullptr, "advapi32.dll", "RegCloseKey", CloseKey, &s_pCloseKey);
     DWORD value = 0;
     EXPECT_TRUE(UMDUtilRegistryValueGet(HKEY_LOCAL_MACHINE, kKey, L"Number", &value, sizeof(value)));
     EXPECT_EQ(s_Access, REGSAM{0x20019});

@@ -9,7 +9,6 @@
 #include <functional>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -81,8 +80,6 @@ protected:
     };
 
     FakeDxva2 m_Dxva2;
-    ImportPatch m_ServiceImport{
-        nullptr, "dxva2.dll", "DXVA2CreateVideoService", reinterpret_cast<void*>(FakeDxva2::CreateVideoService)};
 };
 
 TEST_F(UMDDdiDeviceVideoTest, Operations_Each_PrintOnTheVideoLevelAloneAndPassTheResult)

@@ -10,7 +10,6 @@
 #include <optional>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -77,17 +76,9 @@ protected:
     }
 
     /// What the operation prints on the video and error levels.
-    Lines TraceOf(const std::function<void()>& operation)
-    {
-        const TraceMask mask(kVideoAndErrors);
-        m_Trace.Clear();
-        operation();
-        return m_Trace.LinesOfThisThread();
-    }
+    static Lines TraceOf(const std::function<void()>& operation) { return TraceAt(kVideoAndErrors, operation); }
 
     FakeDxva2 m_Dxva2;
-    ImportPatch m_ServiceImport{
-        nullptr, "dxva2.dll", "DXVA2CreateVideoService", reinterpret_cast<void*>(FakeDxva2::CreateVideoService)};
     std::optional<CreateRequest> m_Target;
     std::optional<CreateRequest> m_Source;
     UMDRscRenderTargetCapable* m_pTarget = nullptr;
@@ -177,7 +168,7 @@ TEST_F(UMDGpuDXVATest, Create_ServiceCallFails_ItsCodeAndLineAndNothingLives)
 
 TEST_F(UMDGpuDXVATest, Create_NoDelegatedDevice_RefusedBeforeTheService)
 {
-    UMDDdiDevice neverStarted(m_Kernel.RuntimeHandle(), 9, 0x2003, m_pAdapter.get(), nullptr, &m_Callbacks);
+    UMDDdiDevice neverStarted(m_Kernel.RuntimeHandle(), 9, 0x2003, &m_Adapter, nullptr, &m_Callbacks);
     m_pVideo = std::make_unique<UMDGpuDXVA>(&neverStarted);
     EXPECT_EQ(TraceOf([&] { EXPECT_EQ(CreateVideo(), E_FAIL); }),
         (Lines{">>> UMDGpuDXVA::Create 22 3\n", "UMDGpuDXVA::Create DXVA2CreateVideoService failed! 0x80004005\n"}));

@@ -15,7 +15,6 @@
 #include <set>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -42,11 +41,6 @@ struct FilledTable
 class FaultOnTrace
 {
 public:
-    FaultOnTrace() : m_Patch(nullptr, "KERNEL32.dll", "OutputDebugStringW", reinterpret_cast<void*>(Output))
-    {
-        s_pOriginal = m_Patch.Original<decltype(s_pOriginal)>();
-    }
-
     void Arm(void (*pFault)(), const char* pEntryName)
     {
         s_pFault = pFault;
@@ -68,7 +62,7 @@ private:
     static inline std::wstring s_EntryLine;
     static inline void(WINAPI* s_pOriginal)(LPCWSTR) = nullptr;
     static inline const DWORD s_ThreadId = GetCurrentThreadId();
-    ImportPatch m_Patch;
+    ImportPatch m_Patch{nullptr, "KERNEL32.dll", "OutputDebugStringW", Output, &s_pOriginal};
 };
 
 struct Fault

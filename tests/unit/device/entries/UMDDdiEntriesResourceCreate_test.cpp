@@ -1,24 +1,16 @@
 // What create-resource makes of the runtime's flags: the class, shown by the delegated call that follows.
+#include "EntryTrace.h"
 #include "ResourceFixture.h"
-
-#include "resources/UMDRscCubeTexture.h"
-#include "resources/UMDRscSurface.h"
+#include "TraceLevels.h"
 
 #include <typeinfo>
 
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
 class UMDDdiCreateResourceTest : public ResourceFixture
 {
-protected:
-    void TearDown() override
-    {
-        m_Trace.Clear();
-        ResourceFixture::TearDown();
-    }
 };
 
 /// The delegated calls of a resource of 8 by 4 with these flags, in one sub-resource for each face.
@@ -62,6 +54,31 @@ Lines ExpectedCalls(UINT flags, bool systemMemory)
         return {"CreateOffscreenPlainSurface(8, 4, 22, " + pool + ", out, null)"};
     return {};
 }
+
+struct RefusedCall
+{
+    UINT m_Flags;
+    const char* m_pCall;
+    unsigned m_Nth;  ///< which call of that name, and the number of the resource's levels
+    const char* m_pError;
+};
+
+constexpr RefusedCall kRefusedCalls[] = {
+    {kFlagVertexBuffer, "CreateVertexBuffer", 1, "UMDRscVertexBuffer::Create CreateVertexBuffer failed! 0x8876086a\n"},
+    {kFlagIndexBuffer, "CreateIndexBuffer", 1, "UMDRscIndexBuffer::Create CreateIndexBuffer failed! 0x8876086a\n"},
+    {kFlagZBuffer, "CreateDepthStencilSurface", 1,
+        "UMDRscZBuffer::Create CreateDepthStencilSurface failed! 0x8876086a\n"},
+    {kFlagCubeMap, "CreateCubeTexture", 1, "UMDRscCubeTexture::Create CreateCubeTexture failed! 0x8876086a\n"},
+    {kFlagCubeMap, "cube.GetCubeMapSurface", 1, "UMDRscCubeTexture::Create GetCubeMapSurface failed! 0x8876086a\n"},
+    {kFlagCubeMap, "cube.GetCubeMapSurface", 2, "UMDRscCubeTexture::Create GetCubeMapSurface failed! 0x8876086a\n"},
+    {kFlagCubeMap, "cube.GetDesc", 1, "UMDRscCubeTexture::Create GetDesc failed! 0x8876086a\n"},
+    {kFlagCubeMap, "cube.GetDesc", 2, "UMDRscCubeTexture::Create GetDesc failed! 0x8876086a\n"},
+    {kFlagTexture, "CreateTexture", 1, "UMDRscTexture::Create CreateTexture failed! 0x8876086a\n"},
+    {kFlagTexture, "texture.GetSurfaceLevel", 1, "UMDRscTexture::Open GetSurfaceLevel failed! 0x8876086a\n"},
+    {kFlagTexture, "texture.GetSurfaceLevel", 2, "UMDRscTexture::Open GetSurfaceLevel failed! 0x8876086a\n"},
+    {kFlagRenderTarget, "CreateRenderTarget", 1, "UMDRscSurface::Create CreateRenderTarget failed! 0x8876086a\n"},
+    {0, "CreateOffscreenPlainSurface", 1, "UMDRscSurface::Create CreateRenderTarget failed! 0x8876086a\n"},
+};
 
 /// The calls without the names of the objects, whose numbers run on.
 Lines WithoutNames(Lines lines)
@@ -154,11 +171,9 @@ TEST_F(UMDDdiCreateResourceTest, Success_TracesEntryAndHandleAndReturnsTheObject
     CreateRequest request(kFlagZBuffer, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_D24S8, 8, 8);
     UMDRscBase* pResource = CreateAny(request);
     const Lines lines = m_Trace.Lines();
-    char handle[32];
-    snprintf(handle, sizeof handle, "   Handle: 0x%x\n", UMDLow32(pResource));
     ASSERT_GE(lines.size(), 3U);
     EXPECT_EQ(lines.front(), "=> UMDDdiCreateResource\n");
-    EXPECT_EQ(lines.back(), handle);
+    EXPECT_EQ(lines.back(), "   Handle: " + Low(pResource) + "\n");
 }
 
 TEST_F(UMDDdiCreateResourceTest, TraceLevels_EachBitOfTheMask_PrintsTheLinesOfItsLevel)
@@ -194,23 +209,11 @@ TEST_F(UMDDdiCreateResourceTest, NoSurfaces_EveryMirroredClass_IsRefusedAndLeave
         {0, "UMDRscSurface::Create failed! m_SurfCount = 0\n"}};
     for (const auto& row : rows)
     {
-        for (bool withList : {false, true})
-        {
-            CreateRequest request(row.Flags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_X8R8G8B8, 8, 8);
-            if (withList)
-                request.m_Arg.SurfCount = 0;
-            else
-            {
-                request.m_Arg.pSurfList = nullptr;
-                request.m_Arg.SurfCount = 0;
-            }
-            const HANDLE hBefore = request.m_Arg.hResource;
-            HRESULT hr = S_OK;
-            EXPECT_EQ(ErrorsOf([&] { hr = UMDDdiCreateResource(DeviceHandle(), &request.m_Arg); }), Lines{row.pError});
-            EXPECT_EQ(hr, E_FAIL);
-            EXPECT_EQ(request.m_Arg.hResource, hBefore);
-            EXPECT_EQ(m_Kernel.AllocationCount(), 0U);
-        }
+        CreateRequest request(row.Flags, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
+        request.m_Arg.SurfCount = 0;
+        ExpectRefused(request, {row.pError});
+        request.m_Arg.pSurfList = nullptr;
+        ExpectRefused(request, {row.pError});
     }
     EXPECT_EQ(DeviceLines(), Lines{});
 }
@@ -223,53 +226,65 @@ TEST_F(UMDDdiCreateResourceTest, NoSurfaces_UnhandledFlags_StillMakesTheBareObje
     EXPECT_NE(CreateAny(request), nullptr);
 }
 
-TEST_F(UMDDdiCreateResourceTest, DelegatedDeviceRefuses_EveryClass_AnswersFailAndLeavesNothing)
+TEST_F(UMDDdiCreateResourceTest, DelegatedDeviceRefuses_EveryCall_AnswersFailAndLeavesNothing)
+{
+    for (const RefusedCall& row : kRefusedCalls)
+    {
+        m_Fake.ClearScripts();
+        m_Fake.Fail(row.m_pCall, kRefused, row.m_Nth);
+        CreateRequest request(row.m_Flags, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8, row.m_Nth);
+        ExpectRefused(request, {row.m_pError});
+    }
+}
+
+TEST_F(UMDDdiCreateResourceTest, DelegatedDeviceRefuses_EveryCall_TheObjectIsDestroyed)
+{
+    for (const RefusedCall& row : kRefusedCalls)
+    {
+        m_Fake.ClearScripts();
+        m_Fake.Fail(row.m_pCall, kRefused, row.m_Nth);
+        CreateRequest request(row.m_Flags, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8, row.m_Nth);
+        m_Trace.Clear();
+        EXPECT_EQ(UMDDdiCreateResource(DeviceHandle(), &request.m_Arg), E_FAIL);
+        EXPECT_EQ(m_Trace.LinesContaining("   hResource driver:").size(), 1U) << row.m_pCall;
+        EXPECT_EQ(m_Trace.LinesContaining("   ~hResource driver:").size(), 1U) << row.m_pCall;
+    }
+}
+
+TEST_F(UMDDdiCreateResourceTest, EveryClass_DumpsTheRequestAndTheRuntimesHandle)
 {
     const struct
     {
         UINT Flags;
-        const char* pCall;
-        const char* pError;
-    } rows[] = {
-        {kFlagVertexBuffer, "CreateVertexBuffer", "UMDRscVertexBuffer::Create CreateVertexBuffer failed! 0x8876086a\n"},
-        {kFlagIndexBuffer, "CreateIndexBuffer", "UMDRscIndexBuffer::Create CreateIndexBuffer failed! 0x8876086a\n"},
-        {kFlagZBuffer, "CreateDepthStencilSurface",
-            "UMDRscZBuffer::Create CreateDepthStencilSurface failed! 0x8876086a\n"},
-        {kFlagCubeMap, "CreateCubeTexture", "UMDRscCubeTexture::Create CreateCubeTexture failed! 0x8876086a\n"},
-        {kFlagCubeMap, "cube.GetCubeMapSurface", "UMDRscCubeTexture::Create GetCubeMapSurface failed! 0x8876086a\n"},
-        {kFlagCubeMap, "cube.GetDesc", "UMDRscCubeTexture::Create GetDesc failed! 0x8876086a\n"},
-        {kFlagTexture, "CreateTexture", "UMDRscTexture::Create CreateTexture failed! 0x8876086a\n"},
-        {kFlagTexture, "texture.GetSurfaceLevel", "UMDRscTexture::Open GetSurfaceLevel failed! 0x8876086a\n"},
-        {kFlagRenderTarget, "CreateRenderTarget", "UMDRscSurface::Create CreateRenderTarget failed! 0x8876086a\n"},
-        {0, "CreateOffscreenPlainSurface", "UMDRscSurface::Create CreateRenderTarget failed! 0x8876086a\n"},
-    };
+        const char* pFlags;
+    } rows[] = {{kFlagVertexBuffer, "VertexBuffer | "}, {kFlagIndexBuffer, "IndexBuffer | "},
+        {kFlagZBuffer, "ZBuffer | "}, {kFlagCubeMap, "CubeMap | "}, {kFlagTexture, "Texture | "},
+        {kFlagRenderTarget, "RenderTarget | "}, {0, ""}, {kFlagPrimary, "Primary | "}};
     for (const auto& row : rows)
     {
-        for (UINT nth : {1U, 2U})
-        {
-            m_Fake.ClearScripts();
-            m_Fake.Fail(row.pCall, kRefused, nth);
-            CreateRequest request(row.Flags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_X8R8G8B8, 8, 8, nth);
-            HRESULT hr = S_OK;
-            const Lines errors = ErrorsOf([&] { hr = UMDDdiCreateResource(DeviceHandle(), &request.m_Arg); });
-            if (nth == 2 && std::string(row.pCall).find('.') == std::string::npos)
-            {
-                // Only one such call a resource: the second resource's is refused.
-                ASSERT_EQ(hr, S_OK);
-                UMDDdiDestroyResource(DeviceHandle(), request.m_Arg.hResource);
-                continue;
-            }
-            EXPECT_EQ(errors, Lines{row.pError});
-            EXPECT_EQ(hr, E_FAIL);
-            EXPECT_EQ(m_Fake.LiveObjects(), Lines{}) << row.pCall;
-            EXPECT_EQ(m_Kernel.AllocationCount(), 0U) << row.pCall;
-        }
-        m_Fake.ClearScripts();
-        m_Fake.Fail(row.pCall, kRefused);
-        CreateRequest request(row.Flags, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_X8R8G8B8, 8, 8);
-        m_Trace.Clear();
-        EXPECT_EQ(UMDDdiCreateResource(DeviceHandle(), &request.m_Arg), E_FAIL);
-        EXPECT_EQ(m_Trace.LinesContaining("   hResource driver:").size(), 1U) << row.pCall;
-        EXPECT_EQ(m_Trace.LinesContaining("   ~hResource driver:").size(), 1U) << "the object is destroyed";
+        CreateRequest request(row.Flags, D3DDDIPOOL_VIDEOMEMORY, D3DDDIFMT_A8R8G8B8, 8, 8);
+        UMDRscBase* pResource = nullptr;
+        Lines lines = EntryLines([&] { pResource = CreateAny(request); });
+        lines = Named(Without(Without(lines, "   KMode"), "   - Surface"), {{"object", pResource}});
+        EXPECT_EQ(lines,
+            (Lines{"=> UMDDdiCreateResource\n",
+                "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:" +
+                    std::to_string(request.m_Arg.SurfCount) + " VidPnSourceId:0\n",
+                "   Flags: " + std::string(row.pFlags) + std::string(31, ' ') + "\n",
+                "   hResource driver:object (own) <==> hResource OS:0xabcde0 (saved)\n", "   Handle: object\n"}));
     }
+}
+
+TEST_F(UMDDdiCreateResourceTest, UnhandledResource_IsToldAsAnError)
+{
+    CreateRequest request(kFlagPrimary, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
+    const Lines lines = LevelledTrace([&] { Destroy(CreateAny(request)); });
+    EXPECT_EQ(Containing(lines, "unhandled"), Lines{"0x1 UMDDdiCreateResource unhandled resource\n"});
+}
+
+TEST_F(UMDDdiCreateResourceTest, TheHandle_IsOfTheEntryAndTheResourceLevel)
+{
+    CreateRequest request(kFlagRenderTarget, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
+    const Lines lines = LevelledTrace([&] { Destroy(CreateAny(request)); });
+    EXPECT_EQ(Containing(lines, "   Handle:"), Lines{"0x22    Handle: 0x#\n"});
 }

@@ -1,11 +1,8 @@
 // Locks and unlocks through their entries: the flags that go on, and what the runtime gets back.
+#include "EntryTrace.h"
 #include "ResourceFixture.h"
 
-#include "resources/UMDRscIndexBuffer.h"
-#include "resources/UMDRscTexture.h"
-
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -61,15 +58,12 @@ TEST_F(UMDDdiLockResourceTest, AreaFlag_DecidesForTextures_OutputsReachTheRuntim
     EXPECT_EQ(UMDDdiLock(DeviceHandle(), &lock), S_OK);
     EXPECT_EQ(lock.pSurfData, m_Fake.Find<FakeTexture>("texture#1").Level(0).Pixels().Bytes().data());
     EXPECT_EQ(lock.Pitch, 32U);
-    char entry[64];
-    snprintf(entry, sizeof entry, "=> UMDDdiLock hResource:0x%x\n", UMDLow32(pTexture));
-    EXPECT_EQ(m_Trace.Lines().front(), entry);
+    EXPECT_EQ(m_Trace.Lines().front(), "=> UMDDdiLock hResource:" + Low(pTexture) + "\n");
     D3DDDIARG_UNLOCK unlock = {};
     unlock.hResource = ToHandle(pTexture);
     m_Trace.Clear();
     EXPECT_EQ(UMDDdiUnlock(DeviceHandle(), &unlock), S_OK);
-    snprintf(entry, sizeof entry, "=> UMDDdiUnlock hResource:0x%x\n", UMDLow32(pTexture));
-    EXPECT_EQ(m_Trace.Lines().front(), entry);
+    EXPECT_EQ(m_Trace.Lines().front(), "=> UMDDdiUnlock hResource:" + Low(pTexture) + "\n");
 }
 
 TEST_F(UMDDdiLockResourceTest, NullHandle_TheGuardAnswersOk)
@@ -80,4 +74,34 @@ TEST_F(UMDDdiLockResourceTest, NullHandle_TheGuardAnswersOk)
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(UMDDdiLock(DeviceHandle(), &lock), S_OK); }), fault);
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(UMDDdiUnlock(DeviceHandle(), &unlock), S_OK); }),
         (Lines{"EXCEPTION_ACCESS_VIOLATION\n", "Exception in DDI function! UMDDdiUnlock failed!\n"}));
+}
+
+TEST_F(UMDDdiLockResourceTest, Lock_EveryClass_TellsTheKindAmongItsFlags)
+{
+    const struct
+    {
+        HANDLE hResource;
+        const char* pFlags;
+    } rows[] = {{CreateTexture(), "TEXTURE |  ReadOnly |          "},
+        {CreateTarget(), "RENDERTARGET |  ReadOnly |          "},
+        {CreateVertices(), "VERTEXBUFFER |  ReadOnly |          "},
+        {CreateIndices(), "INDEXBUFFER |  ReadOnly |          "}, {CreateDepth(), "ReadOnly |           "},
+        {CreateCube(), "ReadOnly |           "}};
+    for (const auto& row : rows)
+    {
+        D3DDDIARG_LOCK arg = {};
+        arg.hResource = row.hResource;
+        arg.SubResourceIndex = 2;
+        arg.Flags.ReadOnly = 1;
+        Lines lines = EntryLines({{"object", row.hResource}}, [&] { UMDDdiLock(DeviceHandle(), &arg); });
+        ASSERT_GE(lines.size(), 3u);
+        lines.resize(3);
+        EXPECT_EQ(
+            lines, (Lines{"=> UMDDdiLock hResource:object\n",
+                       "   Lock: hResource:object SubResourceIndex:2 Offset:0 Size:0 left:0 right:0 top:0 bottom:0\n",
+                       std::string("   Flags: ") + row.pFlags + "\n"}));
+        const D3DDDIARG_UNLOCK unlock = {row.hResource, 2, {}};
+        EXPECT_EQ(EntryLines({{"object", row.hResource}}, [&] { UMDDdiUnlock(DeviceHandle(), &unlock); }).front(),
+            "=> UMDDdiUnlock hResource:object\n");
+    }
 }

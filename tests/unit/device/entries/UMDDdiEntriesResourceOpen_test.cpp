@@ -1,12 +1,11 @@
 // Opening a texture that another process shares.
+#include "EntryTrace.h"
 #include "OpenRequestFixture.h"
+#include "TraceLevels.h"
 
 #include "resources/UMDRscTexture.h"
 
-#include <cstring>
-
 using namespace tesslo::test;
-using Lines = std::vector<std::string>;
 
 namespace
 {
@@ -23,43 +22,32 @@ protected:
         m_Open.hResource = reinterpret_cast<HANDLE>(0x55660000);
     }
 
-    void TearDown() override
-    {
-        m_Fake.ClearScripts();
-        if (m_pOpened)
-        {
-            EXPECT_EQ(UMDDdiDestroyResource(DeviceHandle(), ToHandle(m_pOpened)), E_FAIL);
-        }
-        ResourceFixture::TearDown();
-    }
-
     HRESULT Open() { return UMDDdiOpenResource(DeviceHandle(), &m_Open); }
-
-    UMDRscTexture* m_pOpened = nullptr;
 };
 }  // namespace
 
 TEST_F(UMDDdiOpenResourceTest, SharedTexture_BecomesATextureOfTheRecordsValues)
 {
-    EXPECT_EQ(Open(), S_OK);
-    m_pOpened = dynamic_cast<UMDRscTexture*>(ToResource(m_Open.hResource));
-    ASSERT_NE(m_pOpened, nullptr);
+    const auto* pTexture = dynamic_cast<UMDRscTexture*>(OpenAny(m_Open));
+    ASSERT_NE(pTexture, nullptr);
     EXPECT_EQ(DeviceLines(), (Lines{"CreateTexture(64, 32, 2, 1, 21, 0, out, out)", "texture#1.GetSurfaceLevel(0, out)",
                                  "texture#1.GetSurfaceLevel(1, out)"}));
     EXPECT_EQ(KernelLines(), Lines{});
-    EXPECT_EQ(m_pOpened->GetType(), UMDRESOURCETYPE_TEXTURE);
-    EXPECT_EQ(m_pOpened->GetFormat(), D3DDDIFMT_A8R8G8B8);
-    EXPECT_TRUE(m_pOpened->IsRenderTarget());
+    EXPECT_EQ(pTexture->GetType(), UMDRESOURCETYPE_TEXTURE);
+    EXPECT_EQ(pTexture->GetFormat(), D3DDDIFMT_A8R8G8B8);
+    EXPECT_TRUE(pTexture->IsRenderTarget());
+}
 
-    char opened[200];
-    snprintf(opened, sizeof opened,
-        "UMDRscTexture::Open Resource:0x%x m_pTexture 0x%x Width:64 Height:32 Format:21 SharedHandle:0xc0001234 hAllocation:0x40000080\n",
-        UMDLow32(m_pOpened), UMDLow32(m_pOpened->GetTexture()));
-    EXPECT_EQ(m_Trace.Count(opened), 1U);
-    EXPECT_EQ(m_Trace.Lines().front(), "=> UMDDdiOpenResource \n");
-    char handle[32];
-    snprintf(handle, sizeof handle, "   Handle:0x%x\n", UMDLow32(m_pOpened));
-    EXPECT_EQ(m_Trace.Lines().back(), handle);
+TEST_F(UMDDdiOpenResourceTest, SharedTexture_TracesItsEntryTheTextureAndTheHandle)
+{
+    auto* pTexture = dynamic_cast<UMDRscTexture*>(OpenAny(m_Open));
+    ASSERT_NE(pTexture, nullptr);
+    const Lines lines = Trace();
+    EXPECT_EQ(lines.front(), "=> UMDDdiOpenResource \n");
+    EXPECT_EQ(Containing(lines, "UMDRscTexture::Open"),
+        Lines{"UMDRscTexture::Open Resource:" + Low(pTexture) + " m_pTexture " + Low(pTexture->GetTexture()) +
+              " Width:64 Height:32 Format:21 SharedHandle:0xc0001234 hAllocation:0x40000080\n"});
+    EXPECT_EQ(lines.back(), "   Handle:" + Low(pTexture) + "\n");
 }
 
 TEST_F(UMDDdiOpenResourceTest, SharedHandle_EitherSign_ReachesTheDeviceSignExtended)
@@ -72,16 +60,16 @@ TEST_F(UMDDdiOpenResourceTest, SharedHandle_EitherSign_ReachesTheDeviceSignExten
     for (const auto& row : rows)
     {
         m_Record.SharedHandle = row.Record;
-        ASSERT_EQ(Open(), S_OK);
+        OpenAny(m_Open);
         EXPECT_EQ(reinterpret_cast<UINT64>(m_Fake.LastSharedHandle()), row.Expected);
-        UMDDdiDestroyResource(DeviceHandle(), m_Open.hResource);
+        DestroyAll();
     }
 }
 
 TEST_F(UMDDdiOpenResourceTest, Destroy_Opened_FreesNoAllocationOfTheOther)
 {
-    ASSERT_EQ(Open(), S_OK);
-    UMDDdiDestroyResource(DeviceHandle(), m_Open.hResource);
+    OpenAny(m_Open);
+    DestroyAll();
     EXPECT_EQ(KernelLines(), Lines{});
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
 }
@@ -177,19 +165,43 @@ TEST_F(UMDDdiOpenResourceTest, WhatCreateWrote_OpensAgain)
     m_Allocation.pPrivateDriverData = data.data();
     m_Allocation.PrivateDriverDataSize = static_cast<UINT>(data.size());
     ForgetCalls();
-    ASSERT_EQ(Open(), S_OK);
-    m_pOpened = dynamic_cast<UMDRscTexture*>(ToResource(m_Open.hResource));
+    EXPECT_NE(OpenAny(m_Open), nullptr);
     EXPECT_EQ(DeviceLines().front(), "CreateTexture(128, 64, 4, 1, 22, 0, out, out)");
     EXPECT_EQ(m_Trace.LinesContaining("SharedHandle:0x40000042 hAllocation:0x40000080\n").size(), 1U);
 }
 
 TEST_F(UMDDdiOpenResourceTest, MemoryOfAnOpenedTexture_UploadsNothingAndDoesNotFault)
 {
-    ASSERT_EQ(Open(), S_OK);
-    m_pOpened = dynamic_cast<UMDRscTexture*>(ToResource(m_Open.hResource));
+    auto* pTexture = dynamic_cast<UMDRscTexture*>(OpenAny(m_Open));
     ForgetCalls();
-    EXPECT_EQ(m_pOpened->WriteToDelegated(0, nullptr), S_OK);
-    EXPECT_EQ(m_pOpened->WriteFromDelegated(1), S_OK);
-    EXPECT_EQ(m_pOpened->WriteToDelegated(2, nullptr), E_FAIL);
+    EXPECT_EQ(pTexture->WriteToDelegated(0, nullptr), S_OK);
+    EXPECT_EQ(pTexture->WriteFromDelegated(1), S_OK);
+    EXPECT_EQ(pTexture->WriteToDelegated(2, nullptr), E_FAIL);
     EXPECT_EQ(DeviceLines(), Lines{});
+}
+
+TEST_F(UMDDdiOpenResourceTest, DriversRecord_IsDumpedBehindTheEntry)
+{
+    m_Open.hResource = reinterpret_cast<HANDLE>(UINT_PTR{0x99});
+    m_Record.Width = 16;
+    m_Record.Height = 8;
+    m_Record.Levels = 1;
+    m_Record.DriverHandle = 0x77;
+    m_Allocation.hAllocation = 0x88;
+    UMDRscBase* pResource = nullptr;
+    const Lines lines = EntryLines([&] { pResource = OpenAny(m_Open); });
+    EXPECT_EQ(Named(lines, {{"object", pResource}}),
+        (Lines{"=> UMDDdiOpenResource \n",
+            "   OpenResource hResource: 0x99 hKMResource: 0x0 PrivateDriverDataSize: 0 Flags: 0x0\n",
+            "   - Allocation 0: hAllocation:0x88 PrivateDriverDataSize:76\n", "   ResourceHandle: 0x77\n",
+            "   D3DDDIPOOL_VIDEOMEMORY Format:21 MultisampleType:0 MultisampleQuality:0 SurfCount:1\n",
+            "   - Surface 0: width=16 height=8 depth=1 pSysMem=0x0 SysMemPitch=0 SysMemSlicePitch=0\n",
+            "   Flags: RenderTarget |  Texture | \n",
+            "   hResource driver:object (own) <==> hResource OS:0x99 (saved)\n", "   Handle:object\n"}));
+}
+
+TEST_F(UMDDdiOpenResourceTest, TheHandle_IsOfTheEntryAndTheResourceLevel)
+{
+    const Lines lines = LevelledTrace([&] { Destroy(OpenAny(m_Open)); });
+    EXPECT_EQ(Containing(lines, "   Handle:"), Lines{"0x22    Handle:0x#\n"});
 }

@@ -1,14 +1,14 @@
 // Blits, fills and clears: which objects take part, and what reaches the delegated device.
-#include "DeviceObjects.h"
+#include "ResourceFixture.h"
 
 #include "resources/UMDRscTexture.h"
+
+using namespace tesslo::test;
 
 namespace
 {
 
-constexpr HRESULT kRefused = static_cast<HRESULT>(0x8876086C);
-
-class UMDDdiDeviceBlt : public DeviceObjects
+class UMDDdiDeviceBlt : public ResourceFixture
 {
 protected:
     HRESULT Blt(HANDLE hSrc, HANDLE hDst)
@@ -60,11 +60,11 @@ TEST_F(UMDDdiDeviceBlt, Blt_OntoItself_DoesNothingAndLeavesAtTheEntryLevel)
     for (HANDLE hResource : {hTarget, hCube})
     {
         ForgetCalls();
-        tesslo::test::TraceMask mask(UMDTRACE_ENTER);
+        TraceMask mask(UMDTRACE_ENTER);
         EXPECT_EQ(Blt(hResource, hResource), S_OK);
         EXPECT_EQ(Trace(), (Lines{">>> UMDDdiDevice::Blt\n", "<<< UMDDdiDevice::Blt\n"}));
     }
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceBlt, Blt_SurfacesAndTextures_SourceBlits)
@@ -74,7 +74,7 @@ TEST_F(UMDDdiDeviceBlt, Blt_SurfacesAndTextures_SourceBlits)
     EXPECT_EQ(Blt(hTexture, hTo), S_OK);
     EXPECT_EQ(m_Fake.LinesContaining("StretchRect"), (Lines{"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,11,8, 0)",
                                                          "StretchRect(texture#1[0], null, surface#2, null, 0)"}));
-    tesslo::test::TraceMask mask(UMDTRACE_LEAVE);
+    TraceMask mask(UMDTRACE_LEAVE);
     m_Trace.Clear();
     EXPECT_EQ(Blt(hFrom, hTo), S_OK);
     EXPECT_EQ(Trace(), Lines{"<<< UMDDdiDevice::Blt\n"});
@@ -83,7 +83,7 @@ TEST_F(UMDDdiDeviceBlt, Blt_SurfacesAndTextures_SourceBlits)
 TEST_F(UMDDdiDeviceBlt, Blt_Traced_PrintsBothSides)
 {
     const HANDLE hFrom = CreateTexture(), hTo = CreateTarget();
-    tesslo::test::TraceMask mask(UMDTRACE_DDI);
+    TraceMask mask(UMDTRACE_DDI);
     D3DDDIARG_BLT arg{};
     arg.hSrcResource = hFrom;
     arg.SrcRect = {1, 2, 5, 6};
@@ -114,7 +114,7 @@ TEST_F(UMDDdiDeviceBlt, Blt_OtherTypes_AreRefusedWithTheirTypes)
         EXPECT_EQ(Blt(hSrc, hDst), E_NOTIMPL);
         EXPECT_EQ(m_Trace.Count(std::string("UMDDdiDevice::Blt failed! SHARED RESOURCE unexpected ") + pTypes), 1u);
     }
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceBlt, Blt_SourceFails_ReturnsItsCode)
@@ -122,15 +122,13 @@ TEST_F(UMDDdiDeviceBlt, Blt_SourceFails_ReturnsItsCode)
     const HANDLE hFrom = CreateTarget(), hTo = CreateTarget();
     m_Fake.Fail("StretchRect", kRefused);
     EXPECT_EQ(Blt(hFrom, hTo), kRefused);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::Blt Blt failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::Blt Blt failed! 0x8876086a\n"), 1u);
     EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::Blt\n"), 0u);
 }
 
 TEST_F(UMDDdiDeviceBlt, TexBlt_SystemToVideo_UpdatesTheRectangleAtThePoint)
 {
-    std::vector<BYTE> pixels(16 * 8 * 4);
-    const HANDLE hFrom = CreateResource({.Texture = 1}, D3DDDIPOOL_SYSTEMMEM, pixels.data());
-    const HANDLE hTo = CreateTexture();
+    const HANDLE hFrom = CreateSystemTexture(), hTo = CreateTexture();
     EXPECT_EQ(TexBlt(hFrom, hTo), S_OK);
     EXPECT_EQ(
         m_Fake.LinesContaining("UpdateSurface"), Lines{"UpdateSurface(texture#1[0], 1,2,5,6, texture#2[0], 7,1)"});
@@ -139,12 +137,10 @@ TEST_F(UMDDdiDeviceBlt, TexBlt_SystemToVideo_UpdatesTheRectangleAtThePoint)
 
 TEST_F(UMDDdiDeviceBlt, TexBlt_AnyFailure_AnswersEFail)
 {
-    std::vector<BYTE> pixels(16 * 8 * 4);
-    const HANDLE hFrom = CreateResource({.Texture = 1}, D3DDDIPOOL_SYSTEMMEM, pixels.data());
-    const HANDLE hTo = CreateTexture(), hTarget = CreateTarget();
+    const HANDLE hFrom = CreateSystemTexture(), hTo = CreateTexture(), hTarget = CreateTarget();
     m_Fake.Fail("UpdateSurface", kRefused);
     EXPECT_EQ(TexBlt(hFrom, hTo), E_FAIL);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x8876086a\n"), 1u);
     EXPECT_EQ(TexBlt(hTo, hFrom), E_FAIL);
     EXPECT_EQ(TexBlt(hTarget, hTo), E_FAIL);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::TexBlt TexBlt failed 0x80004005\n"), 2u);
@@ -167,7 +163,7 @@ TEST_F(UMDDdiDeviceBlt, BufBlt_AnyTypes_IsReportedAndNeverDone)
         EXPECT_EQ(m_Trace.Count(pText), 1u);
         EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::BufBlt\n"), 1u);
     }
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceBlt, ColorFill_SurfaceAndTexture_FillsTheFirstSurface)
@@ -175,8 +171,8 @@ TEST_F(UMDDdiDeviceBlt, ColorFill_SurfaceAndTexture_FillsTheFirstSurface)
     const HANDLE hTarget = CreateTarget(), hTexture = CreateTexture();
     EXPECT_EQ(ColorFill(hTarget), S_OK);
     EXPECT_EQ(ColorFill(hTexture), S_OK);
-    EXPECT_EQ(
-        Calls(), (Lines{"ColorFill(surface#1, 1,2,3,4, 0x80102030)", "ColorFill(texture#1[0], 1,2,3,4, 0x80102030)"}));
+    EXPECT_EQ(DeviceLines(),
+        (Lines{"ColorFill(surface#1, 1,2,3,4, 0x80102030)", "ColorFill(texture#1[0], 1,2,3,4, 0x80102030)"}));
     char entry[140];
     snprintf(entry, sizeof(entry),
         "=> UMDDdiColorFill hResource:0x%x SubResourceIndex:0x3 Color:0x80102030 l:1 r:3  t:2 b:4\n",
@@ -195,7 +191,7 @@ TEST_F(UMDDdiDeviceBlt, ColorFill_NoTargetOrRefused_FailsWithItsText)
     const HANDLE hTarget = CreateTarget();
     m_Fake.Fail("ColorFill", kRefused);
     EXPECT_EQ(ColorFill(hTarget), kRefused);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::ColorFill ColorFill failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::ColorFill ColorFill failed! 0x8876086a\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceBlt, Clear_EveryFlag_DepthAndStencilOnlyWithTheirs)
@@ -204,19 +200,19 @@ TEST_F(UMDDdiDeviceBlt, Clear_EveryFlag_DepthAndStencilOnlyWithTheirs)
     {
         m_Fake.ClearLines();
         EXPECT_EQ(Clear(flags), S_OK);
-        EXPECT_EQ(Calls().size(), 1u);
+        EXPECT_EQ(DeviceLines().size(), 1u);
         const std::string depth = flags & D3DCLEAR_ZBUFFER ? "0.5" : "0";
         const std::string stencil = flags & D3DCLEAR_STENCIL ? "119" : "0";
-        EXPECT_NE(Calls()[0].find(", " + std::to_string(flags) + ", 0xff102030, " + depth + ", " + stencil + ")"),
+        EXPECT_NE(DeviceLines()[0].find(", " + std::to_string(flags) + ", 0xff102030, " + depth + ", " + stencil + ")"),
             std::string::npos)
-            << Calls()[0];
+            << DeviceLines()[0];
     }
 }
 
 TEST_F(UMDDdiDeviceBlt, Clear_Rectangles_AreForwardedAndTraced)
 {
     EXPECT_EQ(Clear(D3DCLEAR_TARGET, {{1, 2, 3, 4}, {5, 6, 7, 8}}), S_OK);
-    EXPECT_EQ(Calls(), Lines{"Clear(2, [1,2,3,4 5,6,7,8], 1, 0xff102030, 0, 0)"});
+    EXPECT_EQ(DeviceLines(), Lines{"Clear(2, [1,2,3,4 5,6,7,8], 1, 0xff102030, 0, 0)"});
     EXPECT_EQ(Trace(),
         (Lines{"=> UMDDdiClear ClrCount: 2 Flags:1 FillColor:ff102030 FillDepth:3f000000 FillStencil:77 \n",
             "Rectangle index:0 left:1 top:2 right:3 bottom:4\n", "Rectangle index:1 left:5 top:6 right:7 bottom:8\n",
@@ -229,7 +225,7 @@ TEST_F(UMDDdiDeviceBlt, Clear_DelegatedCallFails_TracesTheExitToo)
     EXPECT_EQ(Clear(D3DCLEAR_TARGET), kRefused);
     const Lines lines = Trace();
     ASSERT_EQ(lines.size(), 4u);
-    EXPECT_EQ(lines[2], "UMDDdiDevice::Clear failed! 0x8876086c\n");
+    EXPECT_EQ(lines[2], "UMDDdiDevice::Clear failed! 0x8876086a\n");
     EXPECT_EQ(lines[3], "<<< UMDDdiDevice::Clear\n");
 }
 

@@ -1,20 +1,17 @@
 // Draws: which delegated call each makes, with what vertices, and what is uploaded before it.
-#include "DeviceObjects.h"
+#include "ResourceFixture.h"
+
+using namespace tesslo::test;
 
 namespace
 {
 
-constexpr HRESULT kRefused = static_cast<HRESULT>(0x8876086C);
 constexpr UINT16 kIndices[] = {0, 1, 2};
 
-class UMDDdiDeviceDraw : public DeviceObjects
+class UMDDdiDeviceDraw : public ResourceFixture
 {
 protected:
-    UMDDdiDeviceDraw()
-    {
-        m_Fake.NameMemory(m_Memory, sizeof(m_Memory), "memory");
-        m_Fake.NameMemory(kIndices, sizeof(kIndices), "indices");
-    }
+    UMDDdiDeviceDraw() { m_Fake.NameMemory(kIndices, sizeof(kIndices), "indices"); }
 
     void BindMemory(UINT stride = 16)
     {
@@ -53,7 +50,7 @@ protected:
     {
         return {"vertexbuffer#1.Lock(" + std::to_string(offset) + ", 64, out, 0)", "vertexbuffer#1.Unlock()", draw};
     }
-    std::vector<BYTE> Uploaded() { return m_Fake.Find<tesslo::test::FakeVertexBuffer>("vertexbuffer#1").Bytes(); }
+    std::vector<BYTE> Uploaded() { return m_Fake.Find<FakeVertexBuffer>("vertexbuffer#1").Bytes(); }
 };
 
 }  // namespace
@@ -63,7 +60,7 @@ TEST_F(UMDDdiDeviceDraw, DrawPrimitive_Memory_StartsAtTheVertex)
     BindMemory();
     EXPECT_EQ(Draw(0), S_OK);
     EXPECT_EQ(Draw(3), S_OK);
-    EXPECT_EQ(Calls(), (Lines{"DrawPrimitiveUP(4, 5, memory, 16)", "DrawPrimitiveUP(4, 5, memory+48, 16)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"DrawPrimitiveUP(4, 5, memory, 16)", "DrawPrimitiveUP(4, 5, memory+48, 16)"}));
     EXPECT_EQ(Trace(), (Lines{"=> UMDDdiDrawPrimitive pEdgeFlags:0x0 PrimitiveCount:5 PrimitiveType:4 VStart:0\n",
                            ">>> UMDDdiDevice::DrawPrimitive\n", "<<< UMDDdiDevice::DrawPrimitive\n",
                            "=> UMDDdiDrawPrimitive pEdgeFlags:0x0 PrimitiveCount:5 PrimitiveType:4 VStart:3\n",
@@ -74,7 +71,7 @@ TEST_F(UMDDdiDeviceDraw, DrawPrimitive_SystemBuffer_UploadsAtTheOffsetAndDraws)
 {
     BindBuffer(CreateSystemVertices());
     EXPECT_EQ(Draw(2), S_OK);
-    EXPECT_EQ(Calls(), Upload(0, "DrawPrimitive(4, 2, 5)"));
+    EXPECT_EQ(DeviceLines(), Upload(0, "DrawPrimitive(4, 2, 5)"));
     EXPECT_EQ(Uploaded(), std::vector<BYTE>(m_Memory, m_Memory + 64));
 }
 
@@ -82,7 +79,7 @@ TEST_F(UMDDdiDeviceDraw, DrawPrimitive_SystemBufferWithOffset_UploadsBehindTheEn
 {
     BindBuffer(CreateSystemVertices(), 32);
     EXPECT_EQ(Draw(), D3DERR_INVALIDCALL);
-    EXPECT_EQ(Calls(), Lines{"vertexbuffer#1.Lock(32, 64, out, 0)"});
+    EXPECT_EQ(DeviceLines(), Lines{"vertexbuffer#1.Lock(32, 64, out, 0)"});
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::DrawPrimitive WriteToDelegated failed! 0x8876086c\n"), 1u);
 }
 
@@ -90,21 +87,21 @@ TEST_F(UMDDdiDeviceDraw, DrawPrimitive_VideoBuffer_OnlyDraws)
 {
     BindBuffer(CreateVertices(), 32);
     EXPECT_EQ(Draw(2), S_OK);
-    EXPECT_EQ(Calls(), Lines{"DrawPrimitive(4, 2, 5)"});
+    EXPECT_EQ(DeviceLines(), Lines{"DrawPrimitive(4, 2, 5)"});
 }
 
 TEST_F(UMDDdiDeviceDraw, DrawPrimitive2_Memory_ByteOffsetIsNotApplied)
 {
     BindMemory();
     EXPECT_EQ(Draw2(48), S_OK);
-    EXPECT_EQ(Calls(), Lines{"DrawPrimitiveUP(3, 6, memory, 16)"});
+    EXPECT_EQ(DeviceLines(), Lines{"DrawPrimitiveUP(3, 6, memory, 16)"});
 }
 
 TEST_F(UMDDdiDeviceDraw, DrawPrimitive2_Buffer_UploadsAtZeroAndDividesByTheStride)
 {
     BindBuffer(CreateSystemVertices(), 32);
     EXPECT_EQ(Draw2(47), S_OK);
-    EXPECT_EQ(Calls(), Upload(0, "DrawPrimitive(3, 2, 6)"));
+    EXPECT_EQ(DeviceLines(), Upload(0, "DrawPrimitive(3, 2, 6)"));
 }
 
 TEST_F(UMDDdiDeviceDraw, DrawPrimitive2_UploadFails_DrawsAllTheSame)
@@ -112,14 +109,14 @@ TEST_F(UMDDdiDeviceDraw, DrawPrimitive2_UploadFails_DrawsAllTheSame)
     BindBuffer(CreateSystemVertices());
     m_Fake.Fail("vertexbuffer.Lock", kRefused);
     EXPECT_EQ(Draw2(16), S_OK);
-    EXPECT_EQ(Calls(), (Lines{"vertexbuffer#1.Lock(0, 64, out, 0)", "DrawPrimitive(3, 1, 6)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"vertexbuffer#1.Lock(0, 64, out, 0)", "DrawPrimitive(3, 1, 6)"}));
 }
 
 TEST_F(UMDDdiDeviceDraw, DrawPrimitive2_StrideOfZero_FaultIsAnsweredWithOk)
 {
     BindBuffer(CreateVertices(), 0, 0);
     EXPECT_EQ(Draw2(16), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     const Lines lines = Trace();
     ASSERT_GT(lines.size(), 2u);
     EXPECT_EQ(lines[lines.size() - 2], "EXCEPTION_INT_DIVIDE_BY_ZERO\n");
@@ -130,19 +127,19 @@ TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive_Any_ForwardsSixFieldsAndUploadsNot
 {
     BindBuffer(CreateSystemVertices());
     EXPECT_EQ(DrawIndexed(), S_OK);
-    EXPECT_EQ(Calls(), Lines{"DrawIndexedPrimitive(6, -3, 1, 7, 9, 2)"});
+    EXPECT_EQ(DeviceLines(), Lines{"DrawIndexedPrimitive(6, -3, 1, 7, 9, 2)"});
 }
 
 TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive2_Memory_BaseIsSignedAndIndexStartIsNotApplied)
 {
     BindMemory();
     EXPECT_EQ(DrawIndexed2(32), S_OK);
-    EXPECT_EQ(Calls(), Lines{"DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory+32, 16)"});
+    EXPECT_EQ(DeviceLines(), Lines{"DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory+32, 16)"});
     const D3DDDIARG_SETSTREAMSOURCEUM arg = {0, 16};
     UMDDdiSetStreamSourceUM(DeviceHandle(), &arg, m_Memory + 40);
     m_Fake.ClearLines();
     EXPECT_EQ(DrawIndexed2(-16), S_OK);
-    EXPECT_EQ(Calls(), Lines{"DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory+24, 16)"});
+    EXPECT_EQ(DeviceLines(), Lines{"DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory+24, 16)"});
 }
 
 TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive2_IndexSize_OnlyTwoIsSixteenBits)
@@ -153,7 +150,8 @@ TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive2_IndexSize_OnlyTwoIsSixteenBits)
         m_Fake.ClearLines();
         EXPECT_EQ(DrawIndexed2(0, size), S_OK);
         const std::string format = size == 2 ? "101" : "102";
-        EXPECT_EQ(Calls(), Lines{"DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, " + format + ", memory, 16)"}) << size;
+        EXPECT_EQ(DeviceLines(), Lines{"DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, " + format + ", memory, 16)"})
+            << size;
     }
 }
 
@@ -162,25 +160,25 @@ TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive2_SystemBuffer_CachesItsMemoryUntil
     const HANDLE hBuffer = CreateSystemVertices();
     BindBuffer(hBuffer, 32);
     EXPECT_EQ(DrawIndexed2(), S_OK);
-    EXPECT_EQ(Calls(), Upload(0, "DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory, 16)"));
+    EXPECT_EQ(DeviceLines(), Upload(0, "DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory, 16)"));
     m_Fake.ClearLines();
     EXPECT_EQ(Draw(1), S_OK);
     EXPECT_EQ(DrawIndexed2(), S_OK);
-    EXPECT_EQ(Calls(), (Lines{"DrawPrimitiveUP(4, 5, memory+16, 16)",
-                           "DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory, 16)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"DrawPrimitiveUP(4, 5, memory+16, 16)",
+                                 "DrawIndexedPrimitiveUP(5, 1, 7, 2, indices, 101, memory, 16)"}));
     m_Fake.ClearLines();
     EXPECT_EQ(Draw2(16), S_OK);
-    EXPECT_EQ(Calls(), Upload(0, "DrawPrimitive(3, 1, 6)"));
+    EXPECT_EQ(DeviceLines(), Upload(0, "DrawPrimitive(3, 1, 6)"));
     BindBuffer(hBuffer);
     EXPECT_EQ(Draw(), S_OK);
-    EXPECT_EQ(Calls(), Upload(0, "DrawPrimitive(4, 0, 5)"));
+    EXPECT_EQ(DeviceLines(), Upload(0, "DrawPrimitive(4, 0, 5)"));
 }
 
 TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive2_VideoBuffer_HasNoMemoryAndFails)
 {
     BindBuffer(CreateVertices());
     EXPECT_EQ(DrawIndexed2(), E_FAIL);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::DrawIndexedPrimitive2 m_pStreamSource0VertexBufferPointer is NULL\n"), 1u);
 }
 
@@ -191,7 +189,7 @@ TEST_F(UMDDdiDeviceDraw, DrawIndexedPrimitive2_UploadFails_ReturnsItsCode)
     EXPECT_EQ(DrawIndexed2(), kRefused);
     EXPECT_EQ(
         m_Trace.Count("UMDDdiDevice::DrawIndexedPrimitive2 m_pStreamSource0VertexBufferResource->WriteToDelegated "
-                      "failed! 0x8876086c\n"),
+                      "failed! 0x8876086a\n"),
         1u);
 }
 
@@ -205,15 +203,15 @@ TEST_F(UMDDdiDeviceDraw, DelegatedCallFails_EveryPath_TracesItsTextAndReturnsThe
     EXPECT_EQ(DrawIndexed(), kRefused);
     EXPECT_EQ(DrawIndexed2(), kRefused);
     EXPECT_EQ(m_Trace.LinesContaining("failed!"),
-        (Lines{"UMDDdiDevice::DrawPrimitive DrawPrimitiveUP failed! 0x8876086c\n",
-            "UMDDdiDevice::DrawPrimitive2 DrawPrimitiveUP failed! 0x8876086c\n",
-            "UMDDdiDevice::DrawIndexedPrimitive DrawIndexedPrimitive failed! 0x8876086c\n",
-            "UMDDdiDevice::DrawIndexedPrimitive2 DrawIndexedPrimitive failed! 0x8876086c\n"}));
+        (Lines{"UMDDdiDevice::DrawPrimitive DrawPrimitiveUP failed! 0x8876086a\n",
+            "UMDDdiDevice::DrawPrimitive2 DrawPrimitiveUP failed! 0x8876086a\n",
+            "UMDDdiDevice::DrawIndexedPrimitive DrawIndexedPrimitive failed! 0x8876086a\n",
+            "UMDDdiDevice::DrawIndexedPrimitive2 DrawIndexedPrimitive failed! 0x8876086a\n"}));
     BindBuffer(CreateVertices());
     EXPECT_EQ(Draw(), kRefused);
     EXPECT_EQ(Draw2(), kRefused);
     EXPECT_EQ(m_Trace.LinesContaining("failed!"),
-        (Lines{"UMDDdiDevice::DrawPrimitive m_ThreadGpuD3D9.DrawPrimitive failed! 0x8876086c\n",
-            "UMDDdiDevice::DrawPrimitive2 DrawPrimitive failed! 0x8876086c\n"}));
+        (Lines{"UMDDdiDevice::DrawPrimitive m_ThreadGpuD3D9.DrawPrimitive failed! 0x8876086a\n",
+            "UMDDdiDevice::DrawPrimitive2 DrawPrimitive failed! 0x8876086a\n"}));
     EXPECT_EQ(m_Trace.LinesContaining("<<<"), Lines{});
 }

@@ -1,14 +1,15 @@
 // Shaders, vertex declarations and shader constants.
-#include "DeviceObjects.h"
 #include "FailNthAllocation.h"
+#include "ResourceFixture.h"
+
+using namespace tesslo::test;
 
 namespace
 {
 
-constexpr HRESULT kRefused = static_cast<HRESULT>(0x8876086C);
 constexpr UINT kCode[] = {0xFFFE0200, 0x0000FFFF};
 
-class UMDDdiDeviceShader : public DeviceObjects
+class UMDDdiDeviceShader : public ResourceFixture
 {
 protected:
     UMDDdiDeviceShader() { m_Fake.NameMemory(kCode, sizeof(kCode), "code"); }
@@ -35,7 +36,7 @@ protected:
     std::string DeclarationLine(std::vector<D3DVERTEXELEMENT9> elements)
     {
         elements.push_back(D3DDECL_END());
-        return "CreateVertexDeclaration(" + tesslo::test::FormatElements(elements.data()) + ", out)";
+        return "CreateVertexDeclaration(" + FormatElements(elements.data()) + ", out)";
     }
 
     static constexpr D3DDDIVERTEXELEMENT kElement = {1, 2, 3, 4, 5, 6};
@@ -54,7 +55,7 @@ TEST_F(UMDDdiDeviceShader, PixelShader_Life_CreatedSetDeleted)
     EXPECT_EQ(UMDDdiSetPixelShader(DeviceHandle(), hShader), S_OK);
     EXPECT_EQ(UMDDdiDeletePixelShader(DeviceHandle(), hShader), S_OK);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
-    EXPECT_EQ(Calls(), (Lines{"CreatePixelShader(code, out)", "SetPixelShader(pixelshader#1)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"CreatePixelShader(code, out)", "SetPixelShader(pixelshader#1)"}));
     char created[100];
     snprintf(created, sizeof(created), "<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n", UMDLow32(hShader));
     EXPECT_EQ(m_Trace.Count(created), 1u);
@@ -72,7 +73,7 @@ TEST_F(UMDDdiDeviceShader, VertexShader_Life_CreatedSetDeleted)
     EXPECT_EQ(UMDDdiSetVertexShaderDecl(DeviceHandle(), hShader), S_OK);
     EXPECT_EQ(UMDDdiDeleteVertexShaderFunc(DeviceHandle(), hShader), S_OK);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
-    EXPECT_EQ(Calls(), (Lines{"CreateVertexShader(code, out)", "SetVertexShader(vertexshader#1)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"CreateVertexShader(code, out)", "SetVertexShader(vertexshader#1)"}));
     char created[100];
     snprintf(
         created, sizeof(created), "<<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x%x\n", UMDLow32(hShader));
@@ -87,7 +88,7 @@ TEST_F(UMDDdiDeviceShader, Declaration_Life_CreatedSetDeleted)
     EXPECT_EQ(UMDDdiSetVertexShaderFunc(DeviceHandle(), hDeclaration), S_OK);
     EXPECT_EQ(UMDDdiDeleteVertexShaderDecl(DeviceHandle(), hDeclaration), S_OK);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
-    EXPECT_EQ(Calls(), (Lines{DeclarationLine({kElement9}), "SetVertexDeclaration(declaration#1)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{DeclarationLine({kElement9}), "SetVertexDeclaration(declaration#1)"}));
     char created[100];
     snprintf(created, sizeof(created), "<<< UMDDdiDevice::CreateVertexShaderDecl 0x%x\n", UMDLow32(hDeclaration));
     EXPECT_EQ(m_Trace.Count("=> UMDDdiCreateVertexShaderDecl M:4 O:2 S:1 T:3 U:5 I:6 N:1 S:0x0\n"), 1u);
@@ -102,9 +103,9 @@ TEST_F(UMDDdiDeviceShader, CreateDeclaration_WithOrWithoutEndMarker_DelegatedLis
     const HANDLE handles[] = {CreateDeclaration({kElement, kElement}), CreateDeclaration({kElement, end, kElement}),
         CreateDeclaration({}), CreateDeclaration(std::vector<D3DDDIVERTEXELEMENT>(64, kElement)),
         CreateDeclaration(full)};
-    EXPECT_EQ(Calls(), (Lines{DeclarationLine({kElement9, kElement9}), DeclarationLine({kElement9}),
-                           DeclarationLine({}), DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9)),
-                           DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9))}));
+    EXPECT_EQ(DeviceLines(), (Lines{DeclarationLine({kElement9, kElement9}), DeclarationLine({kElement9}),
+                                 DeclarationLine({}), DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9)),
+                                 DeclarationLine(std::vector<D3DVERTEXELEMENT9>(64, kElement9))}));
     for (HANDLE hDeclaration : handles)
         UMDDdiDeleteVertexShaderDecl(DeviceHandle(), hDeclaration);
 }
@@ -115,7 +116,7 @@ TEST_F(UMDDdiDeviceShader, CreateDeclaration_TooManyOrNoElements_FailsWithoutACa
     EXPECT_EQ(m_LastResult, E_FAIL);
     D3DDDIARG_CREATEVERTEXSHADERDECL arg = {2, nullptr};
     EXPECT_EQ(UMDDdiCreateVertexShaderDecl(DeviceHandle(), &arg, nullptr), E_FAIL);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:65\n"), 1u);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl failed! NumVertexElements:2\n"), 1u);
 }
@@ -131,7 +132,7 @@ TEST_F(UMDDdiDeviceShader, NullHandlesAndRecords_EveryEntry_OkWithoutACall)
     EXPECT_EQ(UMDDdiDeleteVertexShaderDecl(hDevice, nullptr), S_OK);
     EXPECT_EQ(UMDDdiCreateVertexShaderFunc(hDevice, nullptr, kCode), S_OK);
     EXPECT_EQ(UMDDdiCreateVertexShaderDecl(hDevice, nullptr, nullptr), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     EXPECT_EQ(m_Trace.LinesContaining("Exception").size(), 0u);
     EXPECT_EQ(m_Trace.Count("=> UMDDdiCreateVertexShaderDecl M:0 O:0 S:0 T:0 U:0 I:0 N:0 S:0x0\n"), 1u);
 }
@@ -147,9 +148,9 @@ TEST_F(UMDDdiDeviceShader, Create_DelegatedCallFails_ReturnsItsCodeAndNoHandle)
     EXPECT_EQ(m_LastResult, kRefused);
     EXPECT_EQ(CreateDeclaration({kElement}), nullptr);
     EXPECT_EQ(m_LastResult, kRefused);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreatePixelShader Create failed! 0x8876086c\n"), 1u);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x8876086c\n"), 1u);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreatePixelShader Create failed! 0x8876086a\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderFunc Create failed! 0x8876086a\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x8876086a\n"), 1u);
     EXPECT_EQ(m_Trace.LinesContaining("   ~hResource driver:").size(), 3u) << "every object is destroyed";
 }
 
@@ -166,17 +167,17 @@ TEST_F(UMDDdiDeviceShader, Create_NoMemory_FailsWithItsText)
     };
     for (const auto& [create, pText] : rows)
     {
-        tesslo::test::TraceMask mask(UMDTRACE_ERROR);  // the capture of other lines would take the memory
+        TraceMask mask(UMDTRACE_ERROR);  // the capture of other lines would take the memory
         m_Trace.Clear();
         m_LastResult = S_OK;
         {
-            tesslo::test::FailNthAllocation fail(1);
+            FailNthAllocation fail(1);
             create();
         }
         EXPECT_EQ(m_LastResult, E_FAIL) << pText;
         EXPECT_EQ(Trace(), Lines{pText});
     }
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceShader, Set_DelegatedCallFails_VertexObjectsAreDeletedPixelShadersAreNot)
@@ -193,9 +194,9 @@ TEST_F(UMDDdiDeviceShader, Set_DelegatedCallFails_VertexObjectsAreDeletedPixelSh
     EXPECT_EQ(m_Fake.LiveObjects(), (Lines{"pixelshader#1", "declaration#1"}));
     EXPECT_EQ(UMDDdiSetVertexShaderDecl(DeviceHandle(), hDeclaration), kRefused);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{"pixelshader#1"});
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShader Set failed! 0x8876086c\n"), 1u);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc Set failed! 0x8876086c\n"), 1u);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShader Set failed! 0x8876086a\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc Set failed! 0x8876086a\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x8876086a\n"), 1u);
     UMDDdiDeletePixelShader(DeviceHandle(), hPixelShader);
 }
 
@@ -212,7 +213,7 @@ TEST_F(UMDDdiDeviceShader, Constants_AllKinds_AreForwardedWithRegisterAndCount)
     EXPECT_EQ(UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats), S_OK);
     EXPECT_EQ(UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers), S_OK);
     EXPECT_EQ(UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans), S_OK);
-    EXPECT_EQ(Calls(),
+    EXPECT_EQ(DeviceLines(),
         (Lines{"SetVertexShaderConstantF(3, [1 2 3 4 5.5 6 7 8], 2)", "SetPixelShaderConstantF(4, [1 2 3 4], 1)",
             "SetPixelShaderConstantI(5, [1 -2 3 4], 1)", "SetPixelShaderConstantB(6, [1 0 1], 3)"}));
     EXPECT_EQ(m_Trace.Count("=> UMDDdiSetPixelShaderConst C:1 R:4\n"), 1u);
@@ -222,7 +223,7 @@ TEST_F(UMDDdiDeviceShader, VertexConstants_NoData_OkWithoutACall)
 {
     const D3DDDIARG_SETVERTEXSHADERCONST vertex = {3, 2};
     EXPECT_EQ(UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, nullptr), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceShader, Constants_DelegatedCallFails_OnlyVertexConstantsTraceTheExit)
@@ -241,9 +242,9 @@ TEST_F(UMDDdiDeviceShader, Constants_DelegatedCallFails_OnlyVertexConstantsTrace
     EXPECT_EQ(UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats), kRefused);
     EXPECT_EQ(UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers), kRefused);
     EXPECT_EQ(UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans), kRefused);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderConst SetConst failed! 0x8876086c\n"), 1u);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConst SetConst failed! 0x8876086c\n"), 1u);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConstI SetConstI failed! 0x8876086c\n"), 1u);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConstB SetConstB failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderConst SetConst failed! 0x8876086a\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConst SetConst failed! 0x8876086a\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConstI SetConstI failed! 0x8876086a\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConstB SetConstB failed! 0x8876086a\n"), 1u);
     EXPECT_EQ(m_Trace.LinesContaining("<<<"), Lines{"<<< UMDDdiDevice::SetVertexShaderConst\n"});
 }

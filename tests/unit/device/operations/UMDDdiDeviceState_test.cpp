@@ -1,14 +1,15 @@
 // State changes: what reaches the delegated device, with which arguments, and what does not.
-#include "DeviceObjects.h"
 #include "Faults.h"
+#include "ResourceFixture.h"
+
+using namespace tesslo::test;
 
 namespace
 {
 
-constexpr HRESULT kRefused = static_cast<HRESULT>(0x8876086C);
-constexpr char kRefusedText[] = "0x8876086c\n";
+constexpr char kRefusedText[] = "0x8876086a\n";
 
-class UMDDdiDeviceState : public DeviceObjects
+class UMDDdiDeviceState : public ResourceFixture
 {
 protected:
     HRESULT SetRenderState(UINT state, UINT value)
@@ -42,11 +43,11 @@ protected:
 class UMDDdiDeviceWithoutDelegated : public testing::Test
 {
 protected:
-    tesslo::test::TraceMask m_Mask{0x1};
-    tesslo::test::FakeKernel m_Kernel;
-    D3DDDI_DEVICECALLBACKS m_Callbacks = tesslo::test::FakeKernel::Callbacks();
+    TraceMask m_Mask{0x1};
+    FakeKernel m_Kernel;
+    D3DDDI_DEVICECALLBACKS m_Callbacks = FakeKernel::Callbacks();
     UMDDdiDevice m_Device{m_Kernel.RuntimeHandle(), 9, 0x2003, nullptr, nullptr, &m_Callbacks};
-    tesslo::test::TraceCapture m_Trace;
+    TraceCapture m_Trace;
 };
 
 }  // namespace
@@ -62,7 +63,7 @@ TEST_F(UMDDdiDeviceState, SetRenderState_EveryState_OnlyTheRuntimesOwnAreIgnored
             expected = {};
         if (state == 62)
             expected = {"EndScene()"};
-        EXPECT_EQ(Calls(), expected) << state;
+        EXPECT_EQ(DeviceLines(), expected) << state;
     }
     EXPECT_EQ(Trace(), Lines{});
 }
@@ -71,7 +72,7 @@ TEST_F(UMDDdiDeviceState, SetRenderState_SceneCapture_BeginsOnlyWithOne)
 {
     for (UINT value : {1u, 0u, 2u, 0xFFFFFFFFu})
         EXPECT_EQ(SetRenderState(D3DDDIRS_SCENECAPTURE, value), S_OK);
-    EXPECT_EQ(Calls(), (Lines{"BeginScene()", "EndScene()", "EndScene()", "EndScene()"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"BeginScene()", "EndScene()", "EndScene()", "EndScene()"}));
 }
 
 TEST_F(UMDDdiDeviceState, SetRenderState_DelegatedCallFails_TracesAndReturnsItsCode)
@@ -94,8 +95,7 @@ TEST_F(UMDDdiDeviceWithoutDelegated, SetRenderState_AnyState_FailsWithItsText)
         m_Trace.Clear();
         const D3DDDIARG_RENDERSTATE arg = {static_cast<D3DDDIRENDERSTATETYPE>(state), 0};
         EXPECT_EQ(m_Device.SetRenderState(&arg), E_FAIL);
-        EXPECT_EQ(m_Trace.Lines(),
-            std::vector<std::string>{">>> UMDDdiDevice::SetRenderState m_DeviceDelegated.GetDevice() is NULL\n"});
+        EXPECT_EQ(m_Trace.Lines(), Lines{">>> UMDDdiDevice::SetRenderState m_DeviceDelegated.GetDevice() is NULL\n"});
     }
 }
 
@@ -103,7 +103,7 @@ TEST_F(UMDDdiDeviceWithoutDelegated, DrawPrimitive_Any_FailsWithItsText)
 {
     const D3DDDIARG_DRAWPRIMITIVE arg = {D3DPT_POINTLIST, 0, 1};
     EXPECT_EQ(m_Device.DrawPrimitive(&arg), E_FAIL);
-    EXPECT_EQ(m_Trace.Lines(), std::vector<std::string>{"UMDDdiDevice::DrawPrimitive NULL == pDelegatedDevice\n"});
+    EXPECT_EQ(m_Trace.Lines(), Lines{"UMDDdiDevice::DrawPrimitive NULL == pDelegatedDevice\n"});
 }
 
 TEST_F(UMDDdiDeviceState, SetTextureStageState_EveryStage_ThoseAboveFifteenAreIgnored)
@@ -114,7 +114,7 @@ TEST_F(UMDDdiDeviceState, SetTextureStageState_EveryStage_ThoseAboveFifteenAreIg
         EXPECT_EQ(SetStageState(stage, 1, 4), S_OK) << stage;
         const Lines expected =
             stage > 15 ? Lines{} : Lines{"SetTextureStageState(" + std::to_string(stage) + ", 1, 4)"};
-        EXPECT_EQ(Calls(), expected) << stage;
+        EXPECT_EQ(DeviceLines(), expected) << stage;
     }
     EXPECT_EQ(Trace(), Lines{});
 }
@@ -132,7 +132,7 @@ TEST_F(UMDDdiDeviceState, SetTexture_TextureAndNull_AreBound)
     const HANDLE hTexture = CreateTexture();
     EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 257, hTexture), S_OK);
     EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 1, nullptr), S_OK);
-    EXPECT_EQ(Calls(), (Lines{"SetTexture(257, texture#1)", "SetTexture(1, null)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"SetTexture(257, texture#1)", "SetTexture(1, null)"}));
     char entry[120];
     snprintf(entry, sizeof(entry), "=> UMDDdiSetTexture Stage:257 hTexture:0x%x [Type:6 Pool:0]\n", UMDLow32(hTexture));
     EXPECT_EQ(Trace(), (Lines{entry, ">>> UMDDdiDevice::SetTexture\n", "<<< UMDDdiDevice::SetTexture\n",
@@ -146,7 +146,7 @@ TEST_F(UMDDdiDeviceState, SetTexture_NoTwoDimensionalTexture_FailsWithoutACall)
     {
         ForgetCalls();
         EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 0, hResource), E_FAIL);
-        EXPECT_EQ(Calls(), Lines{});
+        EXPECT_EQ(DeviceLines(), Lines{});
         EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetTexture pTexture is NULL\n"), 1u);
     }
 }
@@ -155,7 +155,7 @@ TEST_F(UMDDdiDeviceState, SetTexture_SharedResource_IsAcceptedAndNotBound)
 {
     UMDRscBase shared(&Device(), nullptr, UMDRESOURCETYPE_SHARED);
     EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 0, ToHandle(&shared)), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetTexture SHARED RESOURCE\n"), 1u);
 }
 
@@ -164,7 +164,7 @@ TEST_F(UMDDdiDeviceState, SetRenderTarget_SurfaceAndTexture_FirstSurfaceIsBoundA
     const HANDLE hTarget = CreateTarget(), hTexture = CreateTexture();
     EXPECT_EQ(SetRenderTarget(hTarget, 0, 5), S_OK);
     EXPECT_EQ(SetRenderTarget(hTexture, 3), S_OK);
-    EXPECT_EQ(Calls(), (Lines{"SetRenderTarget(0, surface#1)", "SetRenderTarget(3, texture#1[0])"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"SetRenderTarget(0, surface#1)", "SetRenderTarget(3, texture#1[0])"}));
     EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::SetRenderTarget\n"), 2u);
 }
 
@@ -180,7 +180,7 @@ TEST_F(UMDDdiDeviceState, SetRenderTarget_NullRecordOrNoTarget_FailsWithItsText)
         EXPECT_EQ(SetRenderTarget(hResource), E_FAIL);
         EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetRenderTarget pResourceRenderTargetCapable is NULL\n"), 1u);
     }
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceState, SetDepthStencil_BufferAndNull_AreBound)
@@ -188,7 +188,7 @@ TEST_F(UMDDdiDeviceState, SetDepthStencil_BufferAndNull_AreBound)
     const HANDLE hDepth = CreateDepth();
     EXPECT_EQ(SetDepth(hDepth), S_OK);
     EXPECT_EQ(SetDepth(nullptr), S_OK);
-    EXPECT_EQ(Calls(), (Lines{"SetDepthStencilSurface(surface#1)", "SetDepthStencilSurface(null)"}));
+    EXPECT_EQ(DeviceLines(), (Lines{"SetDepthStencilSurface(surface#1)", "SetDepthStencilSurface(null)"}));
 }
 
 TEST_F(UMDDdiDeviceState, SetViewport_AnySize_DepthIsAlwaysZeroToOne)
@@ -196,21 +196,21 @@ TEST_F(UMDDdiDeviceState, SetViewport_AnySize_DepthIsAlwaysZeroToOne)
     const D3DDDIARG_ZRANGE range = {0.25f, 0.5f};
     EXPECT_EQ(UMDDdiSetZRange(DeviceHandle(), &range), S_OK);
     EXPECT_EQ(SetViewport(20, 30), S_OK);
-    ASSERT_EQ(Calls().size(), 1u);
+    ASSERT_EQ(DeviceLines().size(), 1u);
     m_Fake.ClearLines();
     const D3DVIEWPORT9 viewport = {3, 4, 20, 30, 0.0f, 1.0f};
     m_Fake.SetViewport(&viewport);
-    const Lines expected = Calls();
+    const Lines expected = DeviceLines();
     m_Fake.ClearLines();
     EXPECT_EQ(SetViewport(20, 30), S_OK);
-    EXPECT_EQ(Calls(), expected);
+    EXPECT_EQ(DeviceLines(), expected);
 }
 
 TEST_F(UMDDdiDeviceState, SetViewport_NoWidthOrNoHeight_IsNotForwarded)
 {
     EXPECT_EQ(SetViewport(0, 5), S_OK);
     EXPECT_EQ(SetViewport(5, 0), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceState, ScissorTransformClipPlane_Any_AreForwardedUnchanged)
@@ -224,7 +224,8 @@ TEST_F(UMDDdiDeviceState, ScissorTransformClipPlane_Any_AreForwardedUnchanged)
     EXPECT_EQ(UMDDdiSetTransform(DeviceHandle(), &transform), S_OK);
     const D3DDDIARG_SETCLIPPLANE plane = {5, {1, 0.5f, -2, 4}};
     EXPECT_EQ(UMDDdiSetClipPlane(DeviceHandle(), &plane), S_OK);
-    EXPECT_EQ(Calls(), (Lines{"SetScissorRect(1,2,3,4)", "SetTransform(256, [2.5 0 0 0 0 0 0 0 0 0 0 0 0 0 0 -1])",
+    EXPECT_EQ(
+        DeviceLines(), (Lines{"SetScissorRect(1,2,3,4)", "SetTransform(256, [2.5 0 0 0 0 0 0 0 0 0 0 0 0 0 0 -1])",
                            "SetClipPlane(5, [1 0.5 -2 4])"}));
 }
 
@@ -232,7 +233,7 @@ TEST_F(UMDDdiDeviceState, ValidateDevice_Succeeds_WritesThePassesAndTracesThem)
 {
     D3DDDIARG_VALIDATETEXTURESTAGESTATE arg = {77};
     EXPECT_EQ(UMDDdiValidateDevice(DeviceHandle(), &arg), S_OK);
-    EXPECT_EQ(Calls(), Lines{"ValidateDevice(out)"});
+    EXPECT_EQ(DeviceLines(), Lines{"ValidateDevice(out)"});
     EXPECT_EQ(arg.NumPasses, 0u);
     EXPECT_EQ(Trace(), (Lines{"=> UMDDdiValidateDevice NumPasses:77\n", ">>> UMDDdiDevice::ValidateDevice\n",
                            "<<< UMDDdiDevice::ValidateDevice 0\n"}));
@@ -294,7 +295,7 @@ TEST_F(UMDDdiDeviceState, EntryTraces_SpecialArguments_PrintDefinedNumbers)
 
 TEST_F(UMDDdiDeviceState, AnyEntry_FaultInTheDelegatedDevice_AnswersOkWithTwoLines)
 {
-    m_Fake.On("SetScissorRect", tesslo::test::RaiseAccessViolation);
+    m_Fake.On("SetScissorRect", RaiseAccessViolation);
     const RECT rect{};
     m_Trace.Clear();
     EXPECT_EQ(UMDDdiSetScissorRect(DeviceHandle(), &rect), S_OK);

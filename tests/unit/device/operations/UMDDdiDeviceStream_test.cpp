@@ -1,12 +1,12 @@
 // Stream 0 and the index buffer.
-#include "DeviceObjects.h"
+#include "ResourceFixture.h"
+
+using namespace tesslo::test;
 
 namespace
 {
 
-constexpr HRESULT kRefused = static_cast<HRESULT>(0x8876086C);
-
-class UMDDdiDeviceStream : public DeviceObjects
+class UMDDdiDeviceStream : public ResourceFixture
 {
 protected:
     HRESULT SetStream(HANDLE hBuffer, UINT stream = 0, UINT offset = 0, UINT stride = 16)
@@ -30,7 +30,7 @@ protected:
         ForgetCalls();
         const D3DDDIARG_DRAWPRIMITIVE arg = {D3DPT_POINTLIST, 0, 1};
         UMDDdiDrawPrimitive(DeviceHandle(), &arg, nullptr);
-        return Calls();
+        return DeviceLines();
     }
 };
 
@@ -40,7 +40,7 @@ TEST_F(UMDDdiDeviceStream, SetStreamSource_Buffer_IsBoundWithOffsetAndStride)
 {
     const HANDLE hVertices = CreateVertices();
     EXPECT_EQ(SetStream(hVertices, 0, 32, 16), S_OK);
-    EXPECT_EQ(Calls(), Lines{"SetStreamSource(0, vertexbuffer#1, 32, 16)"});
+    EXPECT_EQ(DeviceLines(), Lines{"SetStreamSource(0, vertexbuffer#1, 32, 16)"});
     char entry[120];
     snprintf(entry, sizeof(entry), "=> UMDDdiSetStreamSource hVertexBuffer:0x%x Stream:0 Offset:32 Stride:16 \n",
         UMDLow32(hVertices));
@@ -50,10 +50,9 @@ TEST_F(UMDDdiDeviceStream, SetStreamSource_Buffer_IsBoundWithOffsetAndStride)
 TEST_F(UMDDdiDeviceStream, SetStreamSource_NullBuffer_KeepsTheBinding)
 {
     SetStreamUM(m_Memory);
-    m_Fake.NameMemory(m_Memory, sizeof(m_Memory), "memory");
     EXPECT_EQ(SetStream(nullptr, 0, 8, 8), S_OK);
     EXPECT_EQ(SetStream(nullptr, 3), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     EXPECT_EQ(DrawnFrom(), Lines{"DrawPrimitiveUP(1, 1, memory, 16)"});
 }
 
@@ -61,7 +60,6 @@ TEST_F(UMDDdiDeviceStream, SetStreamSource_OtherStream_IsRefusedAndKeepsTheBindi
 {
     const HANDLE hVertices = CreateVertices();
     SetStreamUM(m_Memory);
-    m_Fake.NameMemory(m_Memory, sizeof(m_Memory), "memory");
     m_Trace.Clear();
     EXPECT_EQ(SetStream(hVertices, 1), E_NOTIMPL);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetStreamSource stream not implemented! 1\n"), 1u);
@@ -72,17 +70,16 @@ TEST_F(UMDDdiDeviceStream, SetStreamSource_DelegatedCallFails_KeepsTheBinding)
 {
     const HANDLE hVertices = CreateVertices();
     SetStreamUM(m_Memory);
-    m_Fake.NameMemory(m_Memory, sizeof(m_Memory), "memory");
     m_Fake.Fail("SetStreamSource", kRefused);
     EXPECT_EQ(SetStream(hVertices), kRefused);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetStreamSource SetStreamSource failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetStreamSource SetStreamSource failed! 0x8876086a\n"), 1u);
     EXPECT_EQ(DrawnFrom(), Lines{"DrawPrimitiveUP(1, 1, memory, 16)"});
 }
 
 TEST_F(UMDDdiDeviceStream, SetStreamSourceUM_Data_IsRememberedWithoutACall)
 {
     EXPECT_EQ(SetStreamUM(m_Memory, 0, 20), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     char entry[100], detail[120];
     snprintf(entry, sizeof(entry), "=> UMDDdiSetStreamSourceUM Stream:0 Stride:20 pData:0x%x\n", UMDLow32(m_Memory));
     snprintf(detail, sizeof(detail), "UMDDdiDevice::SetStreamSourceUM Resource:0x0 Pointer:0x%x Stride:20\n",
@@ -110,7 +107,7 @@ TEST_F(UMDDdiDeviceStream, SetIndices_Buffer_IsBound)
 {
     const HANDLE hIndices = CreateIndices();
     EXPECT_EQ(SetIndices(hIndices), S_OK);
-    EXPECT_EQ(Calls(), Lines{"SetIndices(indexbuffer#1)"});
+    EXPECT_EQ(DeviceLines(), Lines{"SetIndices(indexbuffer#1)"});
     EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::SetIndices\n"), 1u);
 }
 
@@ -120,7 +117,7 @@ TEST_F(UMDDdiDeviceStream, SetIndices_NullRecordOrNullBuffer_IsAcceptedWithoutAC
     EXPECT_EQ(Trace(), (Lines{"=> UMDDdiSetIndices pSetIndices:0x0 Stride:0 hIndexBuffer:0x0\n",
                            ">>> UMDDdiDevice::SetIndices\n", "UMDDdiDevice::SetIndices pSetIndices is NULL\n"}));
     EXPECT_EQ(SetIndices(nullptr), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     EXPECT_EQ(m_Trace.LinesContaining("Exception in"), Lines{});
 }
 
@@ -129,7 +126,7 @@ TEST_F(UMDDdiDeviceStream, SetIndices_BufferWithoutDelegatedBuffer_IsAcceptedAnd
     const HANDLE hIndices = CreateIndices();
     ToResource(hIndices)->Destroy();
     EXPECT_EQ(SetIndices(hIndices), S_OK);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetIndices pIndexBuffer is NULL\n"), 1u);
 }
 
@@ -138,7 +135,7 @@ TEST_F(UMDDdiDeviceStream, SetIndices_DelegatedCallFails_ReturnsItsCode)
     const HANDLE hIndices = CreateIndices();
     m_Fake.Fail("SetIndices", kRefused);
     EXPECT_EQ(SetIndices(hIndices), kRefused);
-    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetIndices SetIndices failed! 0x8876086c\n"), 1u);
+    EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetIndices SetIndices failed! 0x8876086a\n"), 1u);
 }
 
 TEST_F(UMDDdiDeviceStream, DestroyResource_BufferOfStreamZero_LaterDrawsFail)
@@ -149,14 +146,15 @@ TEST_F(UMDDdiDeviceStream, DestroyResource_BufferOfStreamZero_LaterDrawsFail)
     const D3DDDIARG_DRAWINDEXEDPRIMITIVE2 indexed = {D3DPT_POINTLIST, 0, 0, 1, 0, 1};
     const UINT16 index = 0;
     EXPECT_EQ(UMDDdiDrawIndexedPrimitive2(DeviceHandle(), &indexed, 2, &index, nullptr), S_OK);
-    DestroyResource(hVertices);
+    Destroy(hVertices);
+    ForgetCalls();
 
     const D3DDDIARG_DRAWPRIMITIVE draw = {D3DPT_POINTLIST, 0, 1};
     const D3DDDIARG_DRAWPRIMITIVE2 draw2 = {D3DPT_POINTLIST, 0, 1};
     EXPECT_EQ(UMDDdiDrawPrimitive(DeviceHandle(), &draw, nullptr), E_FAIL);
     EXPECT_EQ(UMDDdiDrawPrimitive2(DeviceHandle(), &draw2), E_FAIL);
     EXPECT_EQ(UMDDdiDrawIndexedPrimitive2(DeviceHandle(), &indexed, 2, &index, nullptr), E_FAIL);
-    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(DeviceLines(), Lines{});
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::DrawPrimitive failed! stream 0 is not set\n"), 1u);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::DrawPrimitive2 failed! stream 0 is not set\n"), 1u);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::DrawIndexedPrimitive2 failed! stream 0 is not set\n"), 1u);
@@ -166,17 +164,17 @@ TEST_F(UMDDdiDeviceStream, DestroyResource_AnotherBuffer_KeepsTheBinding)
 {
     const HANDLE hVertices = CreateVertices(), hOther = CreateVertices();
     SetStream(hVertices);
-    DestroyResource(hOther);
+    Destroy(hOther);
+    ForgetCalls();
     EXPECT_EQ(DrawnFrom(), Lines{"DrawPrimitive(1, 0, 1)"});
 }
 
 TEST_F(UMDDdiDeviceStream, SetStreamSourceUM_AfterABuffer_TheBufferIsForgotten)
 {
-    m_Fake.NameMemory(m_Memory, sizeof(m_Memory), "memory");
     SetStream(CreateVertices());
     EXPECT_EQ(SetStreamUM(m_Memory), S_OK);
     ForgetCalls();
     const D3DDDIARG_DRAWPRIMITIVE2 arg = {D3DPT_POINTLIST, 0, 1};
     EXPECT_EQ(UMDDdiDrawPrimitive2(DeviceHandle(), &arg), S_OK);
-    EXPECT_EQ(Calls(), Lines{"DrawPrimitiveUP(1, 1, memory, 16)"});
+    EXPECT_EQ(DeviceLines(), Lines{"DrawPrimitiveUP(1, 1, memory, 16)"});
 }

@@ -5,14 +5,12 @@
 
 #include "DeviceFixture.h"
 #include "FakeSurface.h"
-#include "FrameClient.h"
-#include "Waiting.h"
+#include "Gate.h"
+#include "TestClient.h"
 
 #include "util/UMDUtilDebugTrace.h"
 
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace tesslo::test
 {
@@ -34,6 +32,7 @@ protected:
 
     void TearDown() override
     {
+        m_Gate.Open();
         if (m_Thread && m_Thread->RequestExit())
             m_Thread->Wait(INFINITE);
         m_Thread.reset();
@@ -41,7 +40,8 @@ protected:
         DeviceFixture::TearDown();
     }
 
-    void Start() { ASSERT_TRUE(m_Thread->Start(m_pDevice.get(), kSource, m_Client.Module(), m_pDevice->GetDevice())); }
+    void Start() { ASSERT_TRUE(Start(m_Client.Module())); }
+    bool Start(HMODULE hClient) { return m_Thread->Start(m_pDevice.get(), kSource, hClient, m_pDevice->GetDevice()); }
 
     /// Presents a render target whose pixels count up from the first one.
     bool Present(UINT width, UINT height, UINT firstPixel = 0, UINT rotation = D3DDDI_ROTATION_IDENTITY)
@@ -57,6 +57,12 @@ protected:
 
     bool WaitForEnd() { return m_Thread->Wait(kLong) == WAIT_OBJECT_0; }
 
+    /// Holds the library in its calls of this name, until the gate opens.
+    void Hold(const std::string& method)
+    {
+        m_Client.On(method, [this] { m_Gate.Pass(); });
+    }
+
     /// Ends the worker and waits for it.
     void Stop()
     {
@@ -70,21 +76,22 @@ protected:
         const TraceMask mask(kAllLevels);
         m_Trace.Clear();
         EXPECT_FALSE(Present(4, 4));
-        EXPECT_EQ(m_Trace.Lines(), (std::vector<std::string>{">>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
+        EXPECT_EQ(m_Trace.Lines(), (Lines{">>> UMDThreadFrameBuffer::FrameBufferAvailable\n",
                                        "UMDThreadFrameBuffer::FrameBufferAvailable thread has exited!\n"}));
     }
 
     /// The lines at the level of errors.
-    std::vector<std::string> ErrorLines() const
+    Lines ErrorLines() const
     {
-        std::vector<std::string> lines = m_Trace.Lines();
+        Lines lines = m_Trace.Lines();
         std::erase_if(lines, [](const std::string& line) {
             return line.find("failed") == std::string::npos && line.find("failded") == std::string::npos;
         });
         return lines;
     }
 
-    FrameClient m_Client;
+    TestClient m_Client;
+    Gate m_Gate;
     UMDComPtr<IDirect3DSurface9> m_pTarget;
     std::optional<UMDThreadFrameBuffer> m_Thread;
 };
