@@ -1,6 +1,7 @@
 #include "CapsAdapter.h"
 
 #include "TraceLines.h"
+#include "TraceText.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -46,8 +47,7 @@ std::string CapsAdapter::FirstDifference(const std::vector<BYTE>& actual, const 
     const auto [a, e] = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
     if (a == actual.end() && e == expected.end())
         return "";
-    char text[96];
-    std::snprintf(text, sizeof(text), "byte %lld is 0x%02X, not 0x%02X",
+    const std::string text = Text("byte %lld is 0x%02X, not 0x%02X",
         static_cast<long long>(a - actual.begin()) - static_cast<long long>(kGuardSize), *a, *e);
     return text;
 }

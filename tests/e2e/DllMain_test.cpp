@@ -37,6 +37,15 @@ class DllAttachTest : public testing::Test
 protected:
     DllAttachTest() { s_pTrace = &m_Trace; }
 
+    /// The lines of an attach that finds no client library.
+    Lines AttachWithoutClient(DWORD mask)
+    {
+        m_Registry.SetTraceMask(mask);
+        m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
+        const DriverDll dll;
+        return m_Trace.Lines();
+    }
+
     RegistryOverride m_Registry;
     TraceCapture m_Trace;
 };
@@ -53,20 +62,14 @@ TEST_F(DllAttachTest, Attach_NoMask_PrintsNothingFromLoadToUnload)
 TEST_F(DllAttachTest, Attach_LogFileBitAlone_PrintsTheLoadersLinesAlone)
 {
     // Those are of every level, and so of this bit too; a failure is not.
-    m_Registry.SetTraceMask(0x800);
-    m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
-    DriverDll dll;
-    const Lines lines = m_Trace.Lines();
+    const Lines lines = AttachWithoutClient(0x800);
     ASSERT_EQ(lines.size(), 12u);
     EXPECT_EQ(lines.back(), "DLL_PROCESS_ATTACH\n");
 }
 
 TEST_F(DllAttachTest, Attach_MaskSet_ReadsItBeforeTheClientLibraryIsLoaded)
 {
-    m_Registry.SetTraceMask(0x1);
-    m_Registry.SetClientDllName(L"NoSuchLibrary.dll");
-    DriverDll dll;
-    const Lines lines = m_Trace.Lines();
+    const Lines lines = AttachWithoutClient(0x1);
     ASSERT_EQ(lines.size(), 13u);
     EXPECT_EQ(lines[7], "| Tesslo WDDM Umode DllMain\n");
     EXPECT_EQ(lines[11], "DLL_PROCESS_ATTACH\n");

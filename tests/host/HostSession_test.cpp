@@ -2,6 +2,7 @@
 #include "PngImage.h"
 #include "SamePixels.h"
 #include "TemporaryFolder.h"
+#include "TraceText.h"
 #include "host/runtime/HostSession.h"
 #include "host/scenes/HostFillScene.h"
 
@@ -48,8 +49,7 @@ protected:
 
     std::filesystem::path Picture(UINT source, UINT frame) const
     {
-        char name[64];
-        std::snprintf(name, sizeof(name), "source%u-frame%06u.png", source, frame);
+        const std::string name = Text("source%u-frame%06u.png", source, frame);
         return m_Folder.Path() / name;
     }
 

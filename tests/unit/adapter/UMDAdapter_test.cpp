@@ -5,6 +5,7 @@
 #include "FakeKernel.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
+#include "TraceText.h"
 
 #include "device/UMDDdiDevice.h"
 #include "util/UMDUtilDebugTrace.h"
@@ -81,8 +82,7 @@ TEST_F(UMDAdapterTest, CreateDevice_OtherVersionInTheRecord_PassesTheAdaptersOwn
 {
     m_Trace.Clear();
     const HANDLE hDevice = CreateDevice();
-    char line[128];
-    snprintf(line, sizeof line, "=> UMDAdapter::DdiCreateDevice hDevice: 0x%x Interface: 7 Version:22136\n",
+    const std::string line = Text("=> UMDAdapter::DdiCreateDevice hDevice: 0x%x Interface: 7 Version:22136\n",
         UMDLow32(m_Kernel.RuntimeHandle()));
     EXPECT_EQ(m_Trace.Lines().front(), line);
     const auto& begin = *static_cast<const DeviceBegin*>(hDevice);

@@ -3,8 +3,7 @@
 #include "FailNthAllocation.h"
 #include "FakeDevice.h"
 #include "ImportPatch.h"
-#include "TraceCapture.h"
-#include "TraceMask.h"
+#include "TraceAt.h"
 #include "util/UMDComPtr.h"
 
 #include <gtest/gtest.h>
@@ -145,43 +144,22 @@ TEST_F(UMDGpuDx9SurfaceTest, Create_MemoryShort_LeavesTheSurfaceToTheOwner)
 
 TEST_F(UMDGpuDx9SurfaceTest, Duplicate_AnyPartMissing_Fails)
 {
-    const Lines expected = {
-        "UMDGpuDx9Surface::Duplicate ppDstSurface/ppDstSurfaceMalloc/pSrcSurface/m_pDevice is NULL\n"};
     MakeTarget(4, 4);
-    {
-        TraceMask mask(UMDTRACE_ERROR);
-        TraceCapture trace;
-        EXPECT_EQ(Duplicate(4, 4), E_FAIL) << "no pair";
-        EXPECT_EQ(trace.Lines(), expected);
-    }
+    const auto expectRefused = [&](UMDGpuDx9Surface& surface, IDirect3DSurface9** ppCopy, UMDFrameMemory** ppMemory,
+                                   IDirect3DSurface9* pSource) {
+        EXPECT_EQ(
+            ErrorsOf([&] { EXPECT_EQ(surface.Duplicate(ppCopy, ppMemory, pSource, 4, 4, D3DFMT_X8R8G8B8), E_FAIL); }),
+            Lines{"UMDGpuDx9Surface::Duplicate ppDstSurface/ppDstSurfaceMalloc/pSrcSurface/m_pDevice is NULL\n"});
+    };
+    expectRefused(m_Surface, &m_pCopy, &m_pMemory, m_pTarget.Get());
     ASSERT_EQ(Create(4, 4), S_OK);
-    {
-        TraceMask mask(UMDTRACE_ERROR);
-        TraceCapture trace;
-        IDirect3DSurface9* pNone = nullptr;
-        EXPECT_EQ(m_Surface.Duplicate(&pNone, &m_pMemory, m_pTarget.Get(), 4, 4, D3DFMT_X8R8G8B8), E_FAIL);
-        EXPECT_EQ(trace.Lines(), expected);
-    }
-    {
-        TraceMask mask(UMDTRACE_ERROR);
-        TraceCapture trace;
-        UMDFrameMemory* pNone = nullptr;
-        EXPECT_EQ(m_Surface.Duplicate(&m_pCopy, &pNone, m_pTarget.Get(), 4, 4, D3DFMT_X8R8G8B8), E_FAIL);
-        EXPECT_EQ(trace.Lines(), expected);
-    }
-    {
-        TraceMask mask(UMDTRACE_ERROR);
-        TraceCapture trace;
-        EXPECT_EQ(m_Surface.Duplicate(&m_pCopy, &m_pMemory, nullptr, 4, 4, D3DFMT_X8R8G8B8), E_FAIL);
-        EXPECT_EQ(trace.Lines(), expected);
-    }
-    {
-        UMDGpuDx9Surface neverCreated;
-        TraceMask mask(UMDTRACE_ERROR);
-        TraceCapture trace;
-        EXPECT_EQ(neverCreated.Duplicate(&m_pCopy, &m_pMemory, m_pTarget.Get(), 4, 4, D3DFMT_X8R8G8B8), E_FAIL);
-        EXPECT_EQ(trace.Lines(), expected);
-    }
+    IDirect3DSurface9* pNoCopy = nullptr;
+    expectRefused(m_Surface, &pNoCopy, &m_pMemory, m_pTarget.Get());
+    UMDFrameMemory* pNoMemory = nullptr;
+    expectRefused(m_Surface, &m_pCopy, &pNoMemory, m_pTarget.Get());
+    expectRefused(m_Surface, &m_pCopy, &m_pMemory, nullptr);
+    UMDGpuDx9Surface neverCreated;
+    expectRefused(neverCreated, &m_pCopy, &m_pMemory, m_pTarget.Get());
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 0u);
 }
 
@@ -207,19 +185,11 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_GetDescFails_ReturnsItsCode)
 {
     MakeTarget(4, 4);
     ASSERT_EQ(Create(4, 4), S_OK);
+    for (const auto& [nth, pWhich] : {std::pair{1u, "SRC"}, {2u, "DST"}})
     {
-        m_Device.Fail("surface.GetDesc", kRefused, 1);
-        TraceMask mask(UMDTRACE_ERROR);
-        TraceCapture trace;
-        EXPECT_EQ(Duplicate(4, 4), kRefused);
-        EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetDesc SRC failed! hResult:0x8876086a\n"});
-    }
-    {
-        m_Device.Fail("surface.GetDesc", kRefused, 2);
-        TraceMask mask(UMDTRACE_ERROR);
-        TraceCapture trace;
-        EXPECT_EQ(Duplicate(4, 4), kRefused);
-        EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetDesc DST failed! hResult:0x8876086a\n"});
+        m_Device.Fail("surface.GetDesc", kRefused, nth);
+        EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Duplicate(4, 4), kRefused); }),
+            Lines{std::string("UMDGpuDx9Surface::Duplicate GetDesc ") + pWhich + " failed! hResult:0x8876086a\n"});
     }
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 0u);
 }
@@ -273,13 +243,9 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_MakingAgainFails_ReturnsItsCodeAndLeavesN
     MakeTarget(9, 9);
     ASSERT_EQ(Create(4, 4), S_OK);
     m_Device.Fail("CreateOffscreenPlainSurface", D3DERR_OUTOFVIDEOMEMORY);
-    TraceMask mask(UMDTRACE_ERROR);
-    TraceCapture trace;
-
-    EXPECT_EQ(Duplicate(9, 9), D3DERR_OUTOFVIDEOMEMORY);
-
-    EXPECT_EQ(trace.Lines(), (Lines{"UMDGpuDx9Surface::Create CreateOffscreenPlainSurface failed! 0x8876017c\n",
-                                 "UMDGpuDx9Surface::Duplicate Create failed! 0x8876017c\n"}));
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Duplicate(9, 9), D3DERR_OUTOFVIDEOMEMORY); }),
+        (Lines{"UMDGpuDx9Surface::Create CreateOffscreenPlainSurface failed! 0x8876017c\n",
+            "UMDGpuDx9Surface::Duplicate Create failed! 0x8876017c\n"}));
     EXPECT_EQ(m_pCopy, nullptr);
     EXPECT_EQ(m_pMemory, nullptr);
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 0u);
@@ -290,15 +256,11 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackRefusedThreeTimes_PausesAndCounts
     MakeTarget(4, 4);
     ASSERT_EQ(Create(4, 4), S_OK);
     m_Device.Fail("GetRenderTargetData", kRefused);
-    TraceMask mask(UMDTRACE_ERROR);
-    TraceCapture trace;
-    ImportPatch patch(nullptr, "kernel32.dll", "Sleep", RecordingSleep);
-
-    EXPECT_EQ(Duplicate(4, 4), kRefused);
-
-    EXPECT_EQ(trace.Lines(), (Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:1\n",
-                                 "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:2\n",
-                                 "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:3\n"}));
+    const ImportPatch patch(nullptr, "kernel32.dll", "Sleep", RecordingSleep);
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Duplicate(4, 4), kRefused); }),
+        (Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:1\n",
+            "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:2\n",
+            "UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:3\n"}));
     EXPECT_EQ(g_Pauses, (std::vector<DWORD>{10, 10, 10}));
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 3u);
 }
@@ -319,13 +281,9 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackSucceedsTheSecondTime_StopsThere)
     MakeTarget(4, 4);
     ASSERT_EQ(Create(4, 4), S_OK);
     m_Device.Fail("GetRenderTargetData", kRefused, 1);
-    TraceMask mask(UMDTRACE_ERROR);
-    TraceCapture trace;
-    ImportPatch patch(nullptr, "kernel32.dll", "Sleep", RecordingSleep);
-
-    EXPECT_EQ(Duplicate(4, 4), S_OK);
-
-    EXPECT_EQ(trace.Lines(), Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:1\n"});
+    const ImportPatch patch(nullptr, "kernel32.dll", "Sleep", RecordingSleep);
+    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Duplicate(4, 4), S_OK); }),
+        Lines{"UMDGpuDx9Surface::Duplicate GetRenderTargetData failed! 0x8876086a CountFail:1\n"});
     EXPECT_EQ(g_Pauses, std::vector<DWORD>{10});
     EXPECT_EQ(m_Device.Calls("GetRenderTargetData"), 2u);
 }

@@ -35,11 +35,10 @@ TEST_F(UMDRscCubeTextureTest, Create_OneToNineLevels_FetchesAndSelectsEveryFaceA
                     "cube#1.GetCubeMapSurface(" + std::to_string(face) + ", " + std::to_string(level) + ", out)");
                 calls.push_back("cube#1" + place + ".GetDesc(out)");
                 EXPECT_EQ(pCube->GetSurface(face, level), &fake.Level(face, level));
-                char line[120];
-                snprintf(line, sizeof line,
-                    "UMDRscCubeTexture::Create %02u Face:%02u Level:%02u 0x%x Width:%u Height:%u\n",
-                    face * levels + level, face, level, UMDLow32(pCube->GetSurface(face, level)), 256U >> level,
-                    256U >> level);
+                const std::string line =
+                    Text("UMDRscCubeTexture::Create %02u Face:%02u Level:%02u 0x%x Width:%u Height:%u\n",
+                        face * levels + level, face, level, UMDLow32(pCube->GetSurface(face, level)), 256U >> level,
+                        256U >> level);
                 traces.push_back(line);
             }
         traces.push_back(
@@ -165,8 +164,7 @@ TEST_F(UMDRscCubeTextureTest, TexBlt_SystemToVideo_UpdatesTheWholeAndNothingElse
     const RECT rect = {1, 1, 3, 3};
     EXPECT_EQ(pSrc->TexBlt(&rect, pDst, &rect), S_OK);
     EXPECT_EQ(DeviceLines(), Lines{"UpdateTexture(cube#1, cube#2)"});
-    char line[200];
-    snprintf(line, sizeof line,
+    const std::string line = Text(
         "UMDRscCubeTexture::TexBlt DST Resource:0x%x Pool:0 IsRenderTarget:0 SRC Resource:0x%x Pool:2 IsRenderTarget:0\n",
         UMDLow32(pDst), UMDLow32(pSrc));
     EXPECT_EQ(m_Trace.Lines(), Lines{line});
@@ -206,10 +204,9 @@ TEST_F(UMDRscCubeTextureTest, Life_Trace_EachLineHasItsLevel)
     for (int i = 0; i < 12; ++i)
     {
         const int size = i % 2 ? 4 : 8;
-        char line[120];
-        snprintf(line, sizeof line,
-            "0x200 UMDRscCubeTexture::Create %02d Face:%02d Level:%02d 0x# Width:%d Height:%d\n", i, i / 2, i % 2, size,
-            size);
+        const std::string line =
+            Text("0x200 UMDRscCubeTexture::Create %02d Face:%02d Level:%02d 0x# Width:%d Height:%d\n", i, i / 2, i % 2,
+                size, size);
         lines.push_back(line);
     }
     lines.insert(

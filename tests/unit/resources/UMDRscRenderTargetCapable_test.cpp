@@ -1,6 +1,7 @@
 // The kernel-mode callbacks and the read-back of the delegated render target.
 #include "ResourceFixture.h"
 #include "TraceLevels.h"
+#include "TraceText.h"
 
 #include "resources/UMDRscSurface.h"
 
@@ -95,8 +96,7 @@ TEST_F(UMDRscRenderTargetCapableTest, Callbacks_Refused_AreTracedAndReturnedOrSw
 TEST_F(UMDRscRenderTargetCapableTest, SetDisplayMode_AnyObject_TracesItsHandles)
 {
     m_pTarget->KernelModeSetDisplayModeCb();
-    char line[200];
-    snprintf(line, sizeof line,
+    const std::string line = Text(
         "UMDRscRenderTargetCapable::KernelModeSetDisplayModeCb DeviceContext:0x%x Resource:0x%x VidPnSourceId:0 m_hAllocation:0x1\n",
         UMDLow32(&Device()), UMDLow32(m_pTarget));
     EXPECT_EQ(m_Trace.Lines(), Lines{line});
@@ -242,10 +242,8 @@ TEST_F(UMDRscRenderTargetCapableTest, DataLock_Success_TracesEveryStep)
     D3DSURFACE_DESC desc = {};
     m_pTarget->RenderTargetDataLock(&pSurface, &locked, &desc);
     m_pTarget->RenderTargetDataUnlock(&pSurface);
-    char target[16];
-    snprintf(target, sizeof target, "0x%x", UMDLow32(m_pTarget->GetSurface(0, 0)));
-    char bits[16];
-    snprintf(bits, sizeof bits, "0x%x", UMDLow32(locked.pBits));
+    const std::string target = Text("0x%x", UMDLow32(m_pTarget->GetSurface(0, 0)));
+    const std::string bits = Text("0x%x", UMDLow32(locked.pBits));
     const std::string prefix = ">>> UMDRscRenderTargetCapable::RenderTargetData";
     EXPECT_EQ(m_Trace.Lines(),
         (Lines{prefix + "Lock\n", prefix + "Lock " + target + "\n", prefix + "Lock Width 0x5 Height 0x3\n",

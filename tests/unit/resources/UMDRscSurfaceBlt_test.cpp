@@ -1,11 +1,10 @@
 // Blits whose source is a surface: the way that each pair of pools takes, and every call on it failing.
-#include "ResourceFixture.h"
+#include "BltFixture.h"
+#include "TraceText.h"
 
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscTexture.h"
 #include "resources/UMDRscVertexBuffer.h"
-
-#include <memory>
 
 using namespace tesslo::test;
 
@@ -14,84 +13,65 @@ namespace
 const RECT kSrcRect = {1, 2, 5, 6};
 const RECT kDstRect = {3, 4, 7, 8};
 
-class UMDRscSurfaceBltTest : public ResourceFixture
+struct Way
+{
+    UINT SrcFlags;
+    D3DDDI_POOL SrcPool;
+    UINT DstFlags;
+    D3DDDI_POOL DstPool;
+    UINT DstEdge;
+    Lines Traces;
+    Lines Calls;
+};
+
+const Way kWays[] = {
+    {kFlagRenderTarget, kVideo, kFlagRenderTarget, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO\n"},
+        {"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,7,8, 0)"}},
+    {kFlagRenderTarget, kVideo, kFlagTexture, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO\n"},
+        {"StretchRect(surface#1, 1,2,5,6, texture#1[0], 3,4,7,8, 0)"}},
+    {kFlagRenderTarget, kVideo, 0, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO plain\n"},
+        {"surface#1.GetDesc(out)", "CreateOffscreenPlainSurface(16, 16, 21, 2, out, null)",
+            "GetRenderTargetData(surface#1, surface#3)", "UpdateSurface(surface#3, null, surface#2, null)"}},
+    {0, kVideo, kFlagRenderTarget, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO plain NEW\n"},
+        {"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,7,8, 0)"}},
+    {0, kVideo, 0, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO plain NEW\n"},
+        {"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,7,8, 0)"}},
+    {0, kSystem, kFlagRenderTarget, kVideo, 16,
+        {"UMDRscSurface::Blt SYSTEM TO VIDEO\n", "UMDRscSurface::Blt SYSTEM TO VIDEO similar 21 21\n",
+            "UMDRscSurface::WriteToDelegated 0\n"},
+        {"surface#1.LockRect(out, null, 0)", "surface#1.UnlockRect()",
+            "UpdateSurface(surface#1, 1,2,5,6, surface#2, 3,4)"}},
+    {kFlagRenderTarget, kVideo, 0, kSystem, 16, {"UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n"},
+        {"surface#2.GetDesc(out)", "surface#1.GetDesc(out)", "GetRenderTargetData(surface#1, surface#2)"}},
+    {0, kSystem, 0, kSystem, 16, {"UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n"},
+        {"surface#2.GetDesc(out)", "surface#1.GetDesc(out)", "GetRenderTargetData(surface#1, surface#2)"}},
+    {kFlagRenderTarget, kVideo, 0, kSystem, 8, {"UMDRscSurface::Blt VIDEO TO SYSTEM different resolution\n"},
+        {"surface#2.GetDesc(out)", "surface#1.GetDesc(out)", "CreateRenderTarget(8, 8, 21, 0, 0, 0, out, null)",
+            "StretchRect(surface#1, 1,2,5,6, surface#3, 3,4,7,8, 0)", "GetRenderTargetData(surface#3, surface#2)"}},
+    // The destination texture's memory is not refreshed: no lock behind the read-back.
+    {kFlagRenderTarget, kVideo, kFlagTexture, kSystem, 16, {"UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n"},
+        {"texture#1[0].GetDesc(out)", "surface#1.GetDesc(out)", "GetRenderTargetData(surface#1, texture#1[0])"}},
+};
+
+class UMDRscSurfaceBltTest : public BltFixture<UMDRscSurface>
 {
 protected:
-    /// Makes the pair anew. The surfaces of both are 16 wide and 16 high unless told otherwise.
-    void Prepare(UINT srcFlags, D3DDDI_POOL srcPool, UINT dstFlags, D3DDDI_POOL dstPool, UINT dstEdge = 16,
-        D3DDDIFORMAT dstFormat = D3DDDIFMT_A8R8G8B8)
-    {
-        m_pSrcRequest = std::make_unique<CreateRequest>(srcFlags, srcPool, D3DDDIFMT_A8R8G8B8, 16, 16);
-        m_pSrcRequest->WithMemory(4, 4);
-        m_pDstRequest = std::make_unique<CreateRequest>(dstFlags, dstPool, dstFormat, dstEdge, dstEdge);
-        m_pDstRequest->WithMemory(4, 4);
-        m_pSrc = Create<UMDRscSurface>(*m_pSrcRequest);
-        m_pDst = Create<UMDRscRenderTargetCapable>(*m_pDstRequest);
-        ForgetCalls();
-    }
-
     HRESULT Blt() { return m_pSrc->Blt(&kSrcRect, m_pDst, &kDstRect); }
-
-    std::unique_ptr<CreateRequest> m_pSrcRequest, m_pDstRequest;
-    UMDRscSurface* m_pSrc = nullptr;
-    UMDRscRenderTargetCapable* m_pDst = nullptr;
 };
 }  // namespace
 
 TEST_F(UMDRscSurfaceBltTest, EveryPairOfPools_TakesItsWay)
 {
-    const struct
-    {
-        UINT SrcFlags;
-        D3DDDI_POOL SrcPool;
-        UINT DstFlags;
-        D3DDDI_POOL DstPool;
-        UINT DstEdge;
-        Lines Traces;
-        Lines Calls;
-    } rows[] = {
-        {kFlagRenderTarget, kVideo, kFlagRenderTarget, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO\n"},
-            {"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,7,8, 0)"}},
-        {kFlagRenderTarget, kVideo, kFlagTexture, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO\n"},
-            {"StretchRect(surface#1, 1,2,5,6, texture#1[0], 3,4,7,8, 0)"}},
-        {kFlagRenderTarget, kVideo, 0, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO plain\n"},
-            {"surface#1.GetDesc(out)", "CreateOffscreenPlainSurface(16, 16, 21, 2, out, null)",
-                "GetRenderTargetData(surface#1, surface#3)", "UpdateSurface(surface#3, null, surface#2, null)"}},
-        {0, kVideo, kFlagRenderTarget, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO plain NEW\n"},
-            {"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,7,8, 0)"}},
-        {0, kVideo, 0, kVideo, 16, {"UMDRscSurface::Blt VIDEO TO VIDEO plain NEW\n"},
-            {"StretchRect(surface#1, 1,2,5,6, surface#2, 3,4,7,8, 0)"}},
-        {0, kSystem, kFlagRenderTarget, kVideo, 16,
-            {"UMDRscSurface::Blt SYSTEM TO VIDEO\n", "UMDRscSurface::Blt SYSTEM TO VIDEO similar 21 21\n",
-                "UMDRscSurface::WriteToDelegated 0\n"},
-            {"surface#1.LockRect(out, null, 0)", "surface#1.UnlockRect()",
-                "UpdateSurface(surface#1, 1,2,5,6, surface#2, 3,4)"}},
-        {kFlagRenderTarget, kVideo, 0, kSystem, 16, {"UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n"},
-            {"surface#2.GetDesc(out)", "surface#1.GetDesc(out)", "GetRenderTargetData(surface#1, surface#2)"}},
-        {0, kSystem, 0, kSystem, 16, {"UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n"},
-            {"surface#2.GetDesc(out)", "surface#1.GetDesc(out)", "GetRenderTargetData(surface#1, surface#2)"}},
-        {kFlagRenderTarget, kVideo, 0, kSystem, 8, {"UMDRscSurface::Blt VIDEO TO SYSTEM different resolution\n"},
-            {"surface#2.GetDesc(out)", "surface#1.GetDesc(out)", "CreateRenderTarget(8, 8, 21, 0, 0, 0, out, null)",
-                "StretchRect(surface#1, 1,2,5,6, surface#3, 3,4,7,8, 0)", "GetRenderTargetData(surface#3, surface#2)"}},
-        // The destination texture's memory is not refreshed: no lock behind the read-back.
-        {kFlagRenderTarget, kVideo, kFlagTexture, kSystem, 16,
-            {"UMDRscSurface::Blt VIDEO TO SYSTEM similar dimension\n"},
-            {"texture#1[0].GetDesc(out)", "surface#1.GetDesc(out)", "GetRenderTargetData(surface#1, texture#1[0])"}},
-    };
     int number = 0;
-    for (const auto& row : rows)
+    for (const Way& row : kWays)
     {
         SCOPED_TRACE(number++);
-        m_Fake.RestartNames();
-        Prepare(row.SrcFlags, row.SrcPool, row.DstFlags, row.DstPool, row.DstEdge);
+        Prepare(row.SrcFlags, row.SrcPool, row.DstFlags, row.DstPool, {.m_DstEdge = row.DstEdge});
         const TraceMask mask(UMDTRACE_DETAIL | UMDTRACE_ERROR);
         EXPECT_EQ(Blt(), S_OK);
-        char first[160];
-        snprintf(first, sizeof first, "UMDRscSurface::Blt DST Resource:0x%x Pool:%d SRC Resource:0x%x Pool:%d\n",
+        const std::string first = Text("UMDRscSurface::Blt DST Resource:0x%x Pool:%d SRC Resource:0x%x Pool:%d\n",
             UMDLow32(m_pDst), row.DstPool == kSystem ? 2 : 0, UMDLow32(m_pSrc), row.SrcPool == kSystem ? 2 : 0);
-        Lines traces = {first};
-        traces.insert(traces.end(), row.Traces.begin(), row.Traces.end());
-        EXPECT_EQ(m_Trace.Lines(), traces);
+        EXPECT_EQ(m_Trace.Lines(), Joined({first}, row.Traces));
         EXPECT_EQ(DeviceLines(), row.Calls);
         EXPECT_EQ(m_Fake.LiveObjects().size(), 2U);
         DestroyAll();
@@ -100,7 +80,7 @@ TEST_F(UMDRscSurfaceBltTest, EveryPairOfPools_TakesItsWay)
 
 TEST_F(UMDRscSurfaceBltTest, SystemToVideo_OtherFormat_IsDroppedAndReportedAsDone)
 {
-    Prepare(0, kSystem, kFlagRenderTarget, kVideo, 16, D3DDDIFMT_R5G6B5);
+    Prepare(0, kSystem, kFlagRenderTarget, kVideo, {.m_DstFormat = D3DDDIFMT_R5G6B5});
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Blt(), S_OK); }), Lines{"UMDRscSurface::Blt SYSTEM TO VIDEO different 21 23\n"});
     EXPECT_EQ(DeviceLines(), Lines{});
 }
@@ -143,53 +123,60 @@ TEST_F(UMDRscSurfaceBltTest, PoolsOfNoRow_AreReportedWithSizes)
     auto* pDst = Create<UMDRscSurface>(dstRequest);
     const RECT srcRect = {1, 1, 4, 3};
     const RECT dstRect = {0, 0, 5, 6};
-    char first[160];
-    snprintf(first, sizeof first,
-        "UMDRscSurface::Blt failed! SRC Resource:0x%x DST Resource:0x%x Pool:0 RenderTarget:1\n", UMDLow32(&source),
-        UMDLow32(pDst));
+    const std::string first = "UMDRscSurface::Blt failed! SRC Resource:" + Low(&source) + " DST Resource:" + Low(pDst) +
+                              " Pool:0 RenderTarget:1\n";
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(source.Blt(&srcRect, pDst, &dstRect), E_FAIL); }),
         (Lines{first, "DST Width:8 Height:6 Width:5 Height:6\n", "SRC Width:16 Height:12 Width:3 Height:2\n"}));
     source.Destroy();
 }
 
-TEST_F(UMDRscSurfaceBltTest, EveryCallOfEveryWayFails_ReturnsItsCodeAndReleasesTheTemporary)
+TEST_F(UMDRscSurfaceBltTest, VideoToVideo_CallFails_ReturnsItsCode)
 {
-    const std::string prefix = "UMDRscSurface::Blt ";
-    const std::string suffix = " failed! 0x8876086a\n";
-    auto blt = [&] { return Blt(); };
-
     ExpectFailures(
-        {{"StretchRect", 1, kRefused, {prefix + "StretchRect" + suffix}}},
-        [&] { Prepare(kFlagRenderTarget, kVideo, kFlagRenderTarget, kVideo); }, blt);
+        {{"StretchRect", 1, kRefused, {"UMDRscSurface::Blt StretchRect failed! 0x8876086a\n"}}},
+        [&] { Prepare(kFlagRenderTarget, kVideo, kFlagRenderTarget, kVideo); }, [&] { return Blt(); });
+}
 
+TEST_F(UMDRscSurfaceBltTest, VideoToPlainVideo_EachCallFails_ReturnsItsCodeAndReleasesTheTemporary)
+{
     ExpectFailures(
-        {{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
-            {"CreateOffscreenPlainSurface", 1, kRefused, {prefix + "CreateOffscreenPlainSurface" + suffix}},
-            {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}},
-            {"UpdateSurface", 1, kRefused, {prefix + "UpdateSurface" + suffix}}},
-        [&] { Prepare(kFlagRenderTarget, kVideo, 0, kVideo); }, blt);
+        {{"surface.GetDesc", 1, kRefused, {"UMDRscSurface::Blt GetDesc failed! 0x8876086a\n"}},
+            {"CreateOffscreenPlainSurface", 1, kRefused,
+                {"UMDRscSurface::Blt CreateOffscreenPlainSurface failed! 0x8876086a\n"}},
+            {"GetRenderTargetData", 1, kRefused, {"UMDRscSurface::Blt GetRenderTargetData failed! 0x8876086a\n"}},
+            {"UpdateSurface", 1, kRefused, {"UMDRscSurface::Blt UpdateSurface failed! 0x8876086a\n"}}},
+        [&] { Prepare(kFlagRenderTarget, kVideo, 0, kVideo); }, [&] { return Blt(); });
+}
 
+TEST_F(UMDRscSurfaceBltTest, SystemToVideo_EachCallFails_ReturnsItsCode)
+{
+    const std::string upload = "UMDRscSurface::Blt WriteToDelegated failed! 0x8876086a\n";
     ExpectFailures(
-        {{"surface.LockRect", 1, kRefused,
-             {"UMDRscSurface::WriteToDelegated Lock failed! 0x8876086a\n", prefix + "WriteToDelegated" + suffix}},
+        {{"surface.LockRect", 1, kRefused, {"UMDRscSurface::WriteToDelegated Lock failed! 0x8876086a\n", upload}},
             {"surface.UnlockRect", 1, kRefused,
-                {"UMDRscSurface::WriteToDelegated Unlock failed! 0x8876086a\n", prefix + "WriteToDelegated" + suffix}},
-            {"UpdateSurface", 1, kRefused, {prefix + "UpdateSurface" + suffix}}},
-        [&] { Prepare(0, kSystem, kFlagRenderTarget, kVideo); }, blt);
+                {"UMDRscSurface::WriteToDelegated Unlock failed! 0x8876086a\n", upload}},
+            {"UpdateSurface", 1, kRefused, {"UMDRscSurface::Blt UpdateSurface failed! 0x8876086a\n"}}},
+        [&] { Prepare(0, kSystem, kFlagRenderTarget, kVideo); }, [&] { return Blt(); });
+}
 
+TEST_F(UMDRscSurfaceBltTest, VideoToSystem_EachCallFails_ReturnsItsCode)
+{
     ExpectFailures(
-        {{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
-            {"surface.GetDesc", 2, kRefused, {prefix + "GetDesc" + suffix}},
-            {"CreateRenderTarget", 1, kRefused, {prefix + "CreateRenderTarget" + suffix}},
-            {"StretchRect", 1, kRefused, {prefix + "StretchRect" + suffix}},
-            {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}}},
-        [&] { Prepare(kFlagRenderTarget, kVideo, 0, kSystem, 8); }, blt);
+        {{"surface.GetDesc", 1, kRefused, {"UMDRscSurface::Blt GetDesc failed! 0x8876086a\n"}},
+            {"surface.GetDesc", 2, kRefused, {"UMDRscSurface::Blt GetDesc failed! 0x8876086a\n"}},
+            {"GetRenderTargetData", 1, kRefused, {"UMDRscSurface::Blt GetRenderTargetData failed! 0x8876086a\n"}}},
+        [&] { Prepare(kFlagRenderTarget, kVideo, 0, kSystem); }, [&] { return Blt(); });
+}
 
+TEST_F(UMDRscSurfaceBltTest, VideoToSystemOfAnotherSize_EachCallFails_ReturnsItsCodeAndReleasesTheTemporary)
+{
     ExpectFailures(
-        {{"surface.GetDesc", 1, kRefused, {prefix + "GetDesc" + suffix}},
-            {"surface.GetDesc", 2, kRefused, {prefix + "GetDesc" + suffix}},
-            {"GetRenderTargetData", 1, kRefused, {prefix + "GetRenderTargetData" + suffix}}},
-        [&] { Prepare(kFlagRenderTarget, kVideo, 0, kSystem); }, blt);
+        {{"surface.GetDesc", 1, kRefused, {"UMDRscSurface::Blt GetDesc failed! 0x8876086a\n"}},
+            {"surface.GetDesc", 2, kRefused, {"UMDRscSurface::Blt GetDesc failed! 0x8876086a\n"}},
+            {"CreateRenderTarget", 1, kRefused, {"UMDRscSurface::Blt CreateRenderTarget failed! 0x8876086a\n"}},
+            {"StretchRect", 1, kRefused, {"UMDRscSurface::Blt StretchRect failed! 0x8876086a\n"}},
+            {"GetRenderTargetData", 1, kRefused, {"UMDRscSurface::Blt GetRenderTargetData failed! 0x8876086a\n"}}},
+        [&] { Prepare(kFlagRenderTarget, kVideo, 0, kSystem, {.m_DstEdge = 8}); }, [&] { return Blt(); });
 }
 
 TEST_F(UMDRscSurfaceBltTest, Temporaries_BothWays_AreReleasedExactlyOnce)
@@ -198,7 +185,7 @@ TEST_F(UMDRscSurfaceBltTest, Temporaries_BothWays_AreReleasedExactlyOnce)
     const UINT edges[] = {16, 8};
     for (UINT edge : edges)
     {
-        Prepare(kFlagRenderTarget, kVideo, 0, edge == 16 ? kVideo : kSystem, edge);
+        Prepare(kFlagRenderTarget, kVideo, 0, edge == 16 ? kVideo : kSystem, {.m_DstEdge = edge});
         IUnknown* pHeld = nullptr;
         m_Fake.On("GetRenderTargetData", [&] {
             pHeld = &m_Fake.Find<FakeSurface>(m_Fake.LiveObjects().back());

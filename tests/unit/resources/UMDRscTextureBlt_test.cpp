@@ -1,10 +1,9 @@
 // Blits and texture blits whose source is a texture: the way that each pair of pools takes, and every call failing.
-#include "ResourceFixture.h"
+#include "BltFixture.h"
+#include "TraceText.h"
 
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscTexture.h"
-
-#include <memory>
 
 using namespace tesslo::test;
 
@@ -15,29 +14,11 @@ const RECT kSrcRect = {1, 2, 5, 6};
 const RECT kDstRect = {3, 4, 7, 9};
 const RECT kNoPixels = {3, 4, 3, 4};
 
-class UMDRscTextureBltTest : public ResourceFixture
+class UMDRscTextureBltTest : public BltFixture<UMDRscTexture>
 {
 protected:
-    void Prepare(UINT srcFlags, D3DDDI_POOL srcPool, UINT dstFlags, D3DDDI_POOL dstPool, UINT dstEdge = 16,
-        UINT srcLevels = 1, UINT dstLevels = 1)
-    {
-        m_Fake.RestartNames();
-        m_pSrcRequest = std::make_unique<CreateRequest>(srcFlags, srcPool, D3DDDIFMT_A8R8G8B8, 16, 16, srcLevels);
-        m_pSrcRequest->WithMemory(4, 4);
-        m_pDstRequest =
-            std::make_unique<CreateRequest>(dstFlags, dstPool, D3DDDIFMT_A8R8G8B8, dstEdge, dstEdge, dstLevels);
-        m_pDstRequest->WithMemory(4, 4);
-        m_pSrc = Create<UMDRscTexture>(*m_pSrcRequest);
-        m_pDst = Create<UMDRscRenderTargetCapable>(*m_pDstRequest);
-        ForgetCalls();
-    }
-
     HRESULT Blt() { return m_pSrc->Blt(&kSrcRect, m_pDst, &kDstRect); }
     HRESULT TexBlt() { return m_pSrc->TexBlt(&kSrcRect, m_pDst, &kDstRect); }
-
-    std::unique_ptr<CreateRequest> m_pSrcRequest, m_pDstRequest;
-    UMDRscTexture* m_pSrc = nullptr;
-    UMDRscRenderTargetCapable* m_pDst = nullptr;
 };
 }  // namespace
 
@@ -71,10 +52,9 @@ TEST_F(UMDRscTextureBltTest, EveryPairOfPools_TakesItsWay)
     for (const auto& row : rows)
     {
         SCOPED_TRACE(number++);
-        Prepare(row.SrcFlags, row.SrcPool, row.DstFlags, row.DstPool, row.DstEdge);
+        Prepare(row.SrcFlags, row.SrcPool, row.DstFlags, row.DstPool, {.m_DstEdge = row.DstEdge});
         EXPECT_EQ(Blt(), S_OK);
-        char first[200];
-        snprintf(first, sizeof first,
+        const std::string first = Text(
             "UMDRscTexture::Blt DST Resource:0x%x Pool:%d IsRenderTarget:%d SRC Resource:0x%x Pool:%d IsRenderTarget:%d\n",
             UMDLow32(m_pDst), m_pDst->GetPool(), m_pDst->IsRenderTarget(), UMDLow32(m_pSrc), m_pSrc->GetPool(),
             m_pSrc->IsRenderTarget());
@@ -89,7 +69,7 @@ TEST_F(UMDRscTextureBltTest, EveryPairOfPools_TakesItsWay)
 
 TEST_F(UMDRscTextureBltTest, VideoToSystem_OtherSize_GoesThroughATargetOfTheRectanglesSize)
 {
-    Prepare(kTarget, kVideo, 0, kSystem, 5);
+    Prepare(kTarget, kVideo, 0, kSystem, {.m_DstEdge = 5});
     // The read-back into another size is refused by the fake: what counts is the way there.
     EXPECT_EQ(Blt(), D3DERR_INVALIDCALL);
     EXPECT_EQ(DeviceLines(),
@@ -100,7 +80,7 @@ TEST_F(UMDRscTextureBltTest, VideoToSystem_OtherSize_GoesThroughATargetOfTheRect
     EXPECT_EQ(m_Fake.LiveObjects(), (Lines{"texture#1", "surface#1"}));
     DestroyAll();
 
-    Prepare(kTarget, kVideo, kFlagTexture, kSystem, 4);
+    Prepare(kTarget, kVideo, kFlagTexture, kSystem, {.m_DstEdge = 4});
     const RECT fitting = {3, 4, 7, 8};
     EXPECT_EQ(m_pSrc->Blt(&kSrcRect, m_pDst, &fitting), S_OK);
     EXPECT_EQ(DeviceLines().back(), "texture#2[0].UnlockRect()");  // the texture's memory is refreshed
@@ -144,7 +124,8 @@ TEST_F(UMDRscTextureBltTest, EveryCallOfEveryWayFails_ReturnsItsCodeAndReleasesT
             {"CreateRenderTarget", 1, kRefused, {"UMDRscTexture::Blt CreateRenderTarget failed 0x8876086a\n"}},
             {"StretchRect", 1, kRefused, {"UMDRscTexture::Blt StretchRect failed 0x8876086a\n"}},
             {"GetRenderTargetData", 1, kRefused, readBack}},
-        [&] { Prepare(kTarget, kVideo, 0, kSystem, 5); }, [&] { return m_pSrc->Blt(&kSrcRect, m_pDst, &fitting); });
+        [&] { Prepare(kTarget, kVideo, 0, kSystem, {.m_DstEdge = 5}); },
+        [&] { return m_pSrc->Blt(&kSrcRect, m_pDst, &fitting); });
     const std::string texBlt = "UMDRscTexture::Blt TexBlt failed! 0x8876086a\n";
     ExpectFailures(
         {{"texture.LockRect", 1, kRefused, {"UMDRscTexture::WriteToDelegated LockRect failed! 0x8876086a\n", texBlt}},
@@ -168,8 +149,7 @@ TEST_F(UMDRscTextureBltTest, NoDelegatedSurfaceAtTheDestination_IsRefused)
 TEST_F(UMDRscTextureBltTest, Fallback_NoPixels_LocksUnlocksAndAnswersFail)
 {
     Prepare(kFlagTexture, kVideo, 0, kSystem);
-    char first[200];
-    snprintf(first, sizeof first,
+    const std::string first = Text(
         "UMDRscTexture::Blt failed! SRC Resource:0x%x Pool:0 RenderTarget:0 DST Resource:0x%x Pool:2 RenderTarget:0\n",
         UMDLow32(m_pSrc), UMDLow32(m_pDst));
     const Lines report = {
@@ -226,7 +206,7 @@ TEST_F(UMDRscTextureBltTest, TexBlt_EveryNumberOfLevels_RectangleAndPointAreLeve
 {
     for (UINT levels = 1; levels <= 5; levels++)
     {
-        Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo, 16, levels, levels);
+        Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo, {.m_SrcLevels = levels, .m_DstLevels = levels});
         EXPECT_EQ(TexBlt(), S_OK);
         Lines expected;
         for (UINT level = 0; level < levels; level++)
@@ -239,8 +219,7 @@ TEST_F(UMDRscTextureBltTest, TexBlt_EveryNumberOfLevels_RectangleAndPointAreLeve
                                    : "UpdateSurface(texture#1" + index + ", null, texture#2" + index + ", null)");
         }
         EXPECT_EQ(DeviceLines(), expected);
-        char first[200];
-        snprintf(first, sizeof first,
+        const std::string first = Text(
             "UMDRscTexture::TexBlt DST Resource:0x%x Pool:0 IsRenderTarget:0 SRC Resource:0x%x Pool:2 IsRenderTarget:0\n",
             UMDLow32(m_pDst), UMDLow32(m_pSrc));
         EXPECT_EQ(m_Trace.Lines().front(), first);
@@ -262,7 +241,7 @@ TEST_F(UMDRscTextureBltTest, TexBlt_OtherPools_IsRefused)
 
 TEST_F(UMDRscTextureBltTest, TexBlt_DestinationWithFewerLevelsOrNoSurfaces_StopsThere)
 {
-    Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo, 16, 3, 2);
+    Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo, {.m_SrcLevels = 3, .m_DstLevels = 2});
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(TexBlt(), E_FAIL); }), Lines{"UMDRscTexture::TexBlt pSurfaceDst is NULL\n"});
     EXPECT_EQ(m_Fake.Calls("UpdateSurface"), 2U);
     CreateRequest bufferRequest(kFlagVertexBuffer, kVideo, D3DDDIFMT_VERTEXDATA, 16, 1);
@@ -281,7 +260,8 @@ TEST_F(UMDRscTextureBltTest, TexBlt_EachCallFails_ReturnsItsCodeAtOnce)
         {{"texture.LockRect", 1, kRefused, lock}, {"texture.UnlockRect", 1, kRefused, unlock},
             {"UpdateSurface", 1, kRefused, update}, {"texture.LockRect", 2, kRefused, lock},
             {"texture.UnlockRect", 2, kRefused, unlock}, {"UpdateSurface", 2, kRefused, update}},
-        [&] { Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo, 16, 2, 2); }, [&] { return TexBlt(); });
+        [&] { Prepare(kFlagTexture, kSystem, kFlagTexture, kVideo, {.m_SrcLevels = 2, .m_DstLevels = 2}); },
+        [&] { return TexBlt(); });
 }
 
 TEST_F(UMDRscTextureBltTest, VideoToSystem_OneEdgeDiffers_GoesThroughATarget)

@@ -76,32 +76,47 @@ std::vector<Case> AllCases()
     }
     return cases;
 }
+
+D3DDDI_SURFACEINFO InfoOf(Image& memory, UINT width)
+{
+    return {width, memory.Height, 0, memory.Bits(), memory.Pitch, 0};
+}
+
+D3DLOCKED_RECT LockedOf(Image& locked)
+{
+    return {static_cast<INT>(locked.Pitch), locked.Bits()};
+}
+
+/// The destination has the source's pixels inside the area, and guard bytes everywhere else.
+void ExpectCopied(const Image& destination, const Image& source, const RECT& area, UINT bytesPerPixel)
+{
+    for (UINT row = 0; row < destination.Height; ++row)
+    {
+        for (UINT byte = 0; byte < destination.Pitch; ++byte)
+        {
+            const LONG x = static_cast<LONG>(byte / bytesPerPixel);
+            const LONG y = static_cast<LONG>(row);
+            const bool inside = x >= area.left && x < area.right && y >= area.top && y < area.bottom;
+            ASSERT_EQ(destination.At(row, byte), inside ? source.At(row, byte) : kGuard)
+                << "row " << row << " byte " << byte;
+        }
+    }
+    EXPECT_TRUE(destination.MarginsIntact());
+}
 }  // namespace
 
 TEST(UMDSurfaceCopy, ToLocked_EveryFormatPaddingAndRectangle_CopiesThosePixelsAndNoOther)
 {
     for (const Case& c : AllCases())
     {
+        SCOPED_TRACE(testing::Message() << "width " << c.Width << " bytes " << c.BytesPerPixel);
         Image memory(c.Width * c.BytesPerPixel + c.MemoryPadding, c.Height, kSourceGuard);
         Image locked(c.Width * c.BytesPerPixel + c.LockedPadding, c.Height);
         memory.Number(1);
-        const D3DDDI_SURFACEINFO info = {c.Width, c.Height, 0, memory.Bits(), memory.Pitch, 0};
-        UMDCopyToLocked({static_cast<INT>(locked.Pitch), locked.Bits()}, info, c.WithRect ? &c.Rect : nullptr,
-            Pixels(c.BytesPerPixel));
-
-        const RECT area = c.WithRect ? c.Rect : RECT{0, 0, static_cast<LONG>(c.Width), static_cast<LONG>(c.Height)};
-        for (UINT row = 0; row < c.Height; ++row)
-        {
-            for (UINT byte = 0; byte < locked.Pitch; ++byte)
-            {
-                const LONG x = static_cast<LONG>(byte / c.BytesPerPixel);
-                const LONG y = static_cast<LONG>(row);
-                const bool inside = x >= area.left && x < area.right && y >= area.top && y < area.bottom;
-                ASSERT_EQ(locked.At(row, byte), inside ? memory.At(row, byte) : kGuard)
-                    << "width " << c.Width << " bytes " << c.BytesPerPixel << " row " << row << " byte " << byte;
-            }
-        }
-        EXPECT_TRUE(locked.MarginsIntact());
+        UMDCopyToLocked(
+            LockedOf(locked), InfoOf(memory, c.Width), c.WithRect ? &c.Rect : nullptr, Pixels(c.BytesPerPixel));
+        const RECT whole = {0, 0, static_cast<LONG>(c.Width), static_cast<LONG>(c.Height)};
+        ExpectCopied(locked, memory, c.WithRect ? c.Rect : whole, c.BytesPerPixel);
     }
 }
 
@@ -114,14 +129,8 @@ TEST(UMDSurfaceCopy, FromLocked_EveryFormatAndPadding_CopiesThePixelsAndNoPaddin
         Image memory(c.Width * c.BytesPerPixel + c.MemoryPadding, c.Height);
         Image locked(c.Width * c.BytesPerPixel + c.LockedPadding, c.Height, kSourceGuard);
         locked.Number(9);
-        const D3DDDI_SURFACEINFO info = {c.Width, c.Height, 0, memory.Bits(), memory.Pitch, 0};
-        UMDCopyFromLocked(info, {static_cast<INT>(locked.Pitch), locked.Bits()}, Pixels(c.BytesPerPixel));
-        for (UINT row = 0; row < c.Height; ++row)
-        {
-            for (UINT byte = 0; byte < memory.Pitch; ++byte)
-                ASSERT_EQ(memory.At(row, byte), byte < c.Width * c.BytesPerPixel ? locked.At(row, byte) : kGuard);
-        }
-        EXPECT_TRUE(memory.MarginsIntact());
+        UMDCopyFromLocked(InfoOf(memory, c.Width), LockedOf(locked), Pixels(c.BytesPerPixel));
+        ExpectCopied(memory, locked, {0, 0, static_cast<LONG>(c.Width), static_cast<LONG>(c.Height)}, c.BytesPerPixel);
     }
 }
 
@@ -130,14 +139,8 @@ TEST(UMDSurfaceCopy, ToLocked_PackedMemoryAndPaddedSurface_RowsLandAtTheSurfaces
     Image memory(8, 3, kSourceGuard);
     Image locked(12, 3);
     memory.Number(1);
-    const D3DDDI_SURFACEINFO info = {2, 3, 0, memory.Bits(), memory.Pitch, 0};
-    UMDCopyToLocked({12, locked.Bits()}, info, nullptr, Pixels(4));
-    for (UINT row = 0; row < 3; ++row)
-    {
-        for (UINT byte = 0; byte < 12; ++byte)
-            ASSERT_EQ(locked.At(row, byte), byte < 8 ? memory.At(row, byte) : kGuard) << row << ' ' << byte;
-    }
-    EXPECT_TRUE(locked.MarginsIntact());
+    UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 2), nullptr, Pixels(4));
+    ExpectCopied(locked, memory, {0, 0, 2, 3}, 4);
 }
 
 TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
@@ -156,23 +159,12 @@ TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
     };
     for (const auto& c : cases)
     {
+        SCOPED_TRACE(c.Rect.left);
         Image memory(5 * 4 + 4, 4, kSourceGuard);
         Image locked(5 * 4 + 8, 4);
         memory.Number(3);
-        const D3DDDI_SURFACEINFO info = {5, 4, 0, memory.Bits(), memory.Pitch, 0};
-        UMDCopyToLocked({static_cast<INT>(locked.Pitch), locked.Bits()}, info, &c.Rect, Pixels(4));
-        for (LONG y = 0; y < 4; ++y)
-        {
-            for (LONG x = 0; x < 7; ++x)
-            {
-                const bool inside =
-                    x >= c.Inside.left && x < c.Inside.right && y >= c.Inside.top && y < c.Inside.bottom;
-                const UINT row = static_cast<UINT>(y);
-                const UINT byte = static_cast<UINT>(x) * 4;
-                ASSERT_EQ(locked.At(row, byte), inside ? memory.At(row, byte) : kGuard) << c.Rect.left << ' ' << x;
-            }
-        }
-        EXPECT_TRUE(locked.MarginsIntact());
+        UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 5), &c.Rect, Pixels(4));
+        ExpectCopied(locked, memory, c.Inside, 4);
     }
 }
 
@@ -182,35 +174,21 @@ TEST(UMDSurfaceCopy, ToLocked_TwoByteFormatCountedAsFour_CopiesWholeRowsAndNoMor
     Image memory(16, 6, kSourceGuard);
     Image locked(16, 6);
     memory.Number(5);
-    const D3DDDI_SURFACEINFO info = {7, 6, 0, memory.Bits(), memory.Pitch, 0};
-    UMDCopyToLocked({16, locked.Bits()}, info, nullptr, Pixels(4));
-    for (UINT row = 0; row < 6; ++row)
-    {
-        for (UINT byte = 0; byte < 16; ++byte)
-            ASSERT_EQ(locked.At(row, byte), memory.At(row, byte));
-    }
-    EXPECT_TRUE(locked.MarginsIntact());
+    UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 7), nullptr, Pixels(4));
+    ExpectCopied(locked, memory, {0, 0, 4, 6}, 4);
 }
 
 TEST(UMDSurfaceCopy, BothWays_RowsOfNoWholePixels_StopAtTheLastWholeOne)
 {
     for (const auto& [memoryPitch, lockedPitch] : {std::pair{19U, 24U}, {24U, 19U}, {19U, 19U}})
     {
-        Image memory(memoryPitch, 1);
-        Image locked(lockedPitch, 1);
-        const D3DDDI_SURFACEINFO info = {5, 1, 0, memory.Bits(), memory.Pitch, 0};
+        Image memory(memoryPitch, 1), locked(lockedPitch, 1), other(memoryPitch, 1);
         memory.Number(1);
-        UMDCopyToLocked({static_cast<INT>(lockedPitch), locked.Bits()}, info, nullptr, Pixels(4));
-        for (UINT byte = 0; byte < lockedPitch; ++byte)
-            EXPECT_EQ(locked.At(0, byte), byte < 16 ? memory.At(0, byte) : kGuard) << byte;
-        EXPECT_TRUE(locked.MarginsIntact());
-        Image other(memoryPitch, 1);
-        const D3DDDI_SURFACEINFO otherInfo = {5, 1, 0, other.Bits(), other.Pitch, 0};
+        UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 5), nullptr, Pixels(4));
+        ExpectCopied(locked, memory, {0, 0, 4, 1}, 4);
         locked.Number(5);
-        UMDCopyFromLocked(otherInfo, {static_cast<INT>(lockedPitch), locked.Bits()}, Pixels(4));
-        for (UINT byte = 0; byte < memoryPitch; ++byte)
-            EXPECT_EQ(other.At(0, byte), byte < 16 ? locked.At(0, byte) : kGuard) << byte;
-        EXPECT_TRUE(other.MarginsIntact());
+        UMDCopyFromLocked(InfoOf(other, 5), LockedOf(locked), Pixels(4));
+        ExpectCopied(other, locked, {0, 0, 4, 1}, 4);
     }
 }
 
@@ -219,8 +197,6 @@ TEST(UMDSurfaceCopy, ToLocked_NoBytesPerPixel_CopiesNothing)
     Image memory(16, 4, kSourceGuard);
     Image locked(16, 4);
     memory.Number(5);
-    const D3DDDI_SURFACEINFO info = {4, 4, 0, memory.Bits(), memory.Pitch, 0};
-    UMDCopyToLocked({16, locked.Bits()}, info, nullptr, Pixels(0));
-    for (UINT byte = 0; byte < 64; ++byte)
-        ASSERT_EQ(locked.Bits()[byte], kGuard);
+    UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 4), nullptr, Pixels(0));
+    ExpectCopied(locked, memory, {}, 4);
 }

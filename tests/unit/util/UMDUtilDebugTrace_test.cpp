@@ -2,11 +2,11 @@
 #include "util/UMDUtilDebugTrace.h"
 
 #include "ImportPatch.h"
+#include "TemporaryFolder.h"
 #include "TraceMask.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -49,16 +49,11 @@ class UMDUtilDebugTraceTest : public testing::Test
 {
 protected:
     UMDUtilDebugTraceTest()
-        : m_Folder(std::filesystem::temp_directory_path() / ("tesslo-log-" + std::to_string(GetCurrentProcessId())))
     {
-        std::filesystem::remove_all(m_Folder);
-        std::filesystem::create_directory(m_Folder);
-        s_Folder = m_Folder.wstring();
+        s_Folder = m_Folder.Path().wstring();
         s_FolderCalls = 0;
         s_Lines.clear();
     }
-
-    ~UMDUtilDebugTraceTest() override { std::filesystem::remove_all(m_Folder); }
 
     /// The lines behind the prefix of this thread, in one string.
     static std::wstring Debugger()
@@ -69,13 +64,25 @@ protected:
         return text;
     }
 
+    std::filesystem::path Path() const { return m_Folder.Path() / "Tesslo.log"; }
+
     std::string File() const
     {
-        std::ifstream file(m_Folder / "Tesslo.log");
+        std::ifstream file(Path());
         return std::string(std::istreambuf_iterator<char>(file), {});
     }
 
-    bool FileExists() const { return std::filesystem::exists(m_Folder / "Tesslo.log"); }
+    /// What the file has behind the prefix of a line whose message is this text. The debugger gets the text as it is.
+    std::string LoggedOf(const std::wstring& text) const
+    {
+        const TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
+        std::filesystem::remove(Path());
+        s_Lines.clear();
+        UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s", text.c_str());
+        EXPECT_EQ(Debugger(), text);
+        EXPECT_TRUE(File().starts_with(NarrowPrefix()));
+        return File().substr(NarrowPrefix().size());
+    }
 
     static std::string NarrowPrefix()
     {
@@ -83,7 +90,7 @@ protected:
         return std::string(prefix.begin(), prefix.end());
     }
 
-    std::filesystem::path m_Folder;
+    TemporaryFolder m_Folder;
     ImportPatch m_Output{nullptr, "kernel32.dll", "OutputDebugStringW", TakeLine};
     ImportPatch m_FolderPath{nullptr, "shell32.dll", "SHGetSpecialFolderPathW", AnswerFolder};
 };
@@ -126,7 +133,7 @@ TEST_F(UMDUtilDebugTraceTest, Mask_LogFileBitAlone_PrintsNothingAndWritesNoFile)
     }
     EXPECT_TRUE(s_Lines.empty());
     EXPECT_EQ(s_FolderCalls, 0);
-    EXPECT_FALSE(FileExists());
+    EXPECT_FALSE(std::filesystem::exists(Path()));
 }
 
 TEST_F(UMDUtilDebugTraceTest, Macro_LevelOff_DoesNotEvaluateItsArguments)
@@ -206,7 +213,7 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_BehindEachLine_IsClosed)
 {
     TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
-    EXPECT_TRUE(std::filesystem::remove(m_Folder / "Tesslo.log"));
+    EXPECT_TRUE(std::filesystem::remove(Path()));
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"new file\n");
     EXPECT_EQ(File(), NarrowPrefix() + "new file\n");
 }
@@ -228,15 +235,8 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAga
         {L"%.1f", "0.0"},
         {L"%%", "%"},
     };
-    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
     for (const Case& row : cases)
-    {
-        std::filesystem::remove(m_Folder / "Tesslo.log");
-        s_Lines.clear();
-        UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s\n", row.pMade);
-        EXPECT_EQ(Debugger(), std::wstring(row.pMade) + L"\n");
-        EXPECT_EQ(File(), NarrowPrefix() + row.pInFile + "\n");
-    }
+        EXPECT_EQ(LoggedOf(std::wstring(row.pMade) + L"\n"), std::string(row.pInFile) + "\n");
 }
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfDirectives_ReadsAZeroForEach)
@@ -248,19 +248,16 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfDirectives_ReadsAZeroForEach)
     };
     const Case cases[] = {{L"%d", "0"}, {L"%s", "(null)"}, {L"%S", "(null)"}, {L"%*.*f", "0"}, {L"%I64x", "0"},
         {L"%p", "0000000000000000"}, {L"%hs", "(null)"}, {L"%%", "%"}};
-    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
     for (const Case& row : cases)
     {
-        std::filesystem::remove(m_Folder / "Tesslo.log");
         std::wstring made;
-        std::string expected = NarrowPrefix();
+        std::string expected;
         while (Prefix().size() + made.size() + row.m_Unit.size() < 4096)
         {
             made += row.m_Unit;
             expected += row.m_InFile;
         }
-        UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s", made.c_str());
-        EXPECT_EQ(File(), expected);
+        EXPECT_EQ(LoggedOf(made), expected);
     }
 }
 
@@ -291,15 +288,8 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_HarmfulDirective_IsLeftOut)
         {L"a%5", "a"},
         {L"a%-*.*ll", "a"},
     };
-    TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
     for (const Case& row : cases)
-    {
-        std::filesystem::remove(m_Folder / "Tesslo.log");
-        s_Lines.clear();
-        UMDUtilDebugTrace(UMDTRACE_ERROR, L"%s", row.m_pMade);
-        EXPECT_EQ(Debugger(), std::wstring(row.m_pMade));
-        EXPECT_EQ(File(), NarrowPrefix() + row.m_pInFile) << NarrowPrefix();
-    }
+        EXPECT_EQ(LoggedOf(row.m_pMade), row.m_pInFile);
 }
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_FolderUnknown_SkipsTheFileAlone)
@@ -309,16 +299,16 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_FolderUnknown_SkipsTheFileAlone)
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
     EXPECT_EQ(Debugger(), L"line\n");
     EXPECT_EQ(s_FolderCalls, 1);
-    EXPECT_FALSE(FileExists());
+    EXPECT_FALSE(std::filesystem::exists(Path()));
 }
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_CannotBeOpened_SkipsTheFileAlone)
 {
-    std::filesystem::create_directory(m_Folder / "Tesslo.log");
+    std::filesystem::create_directory(Path());
     TraceMask mask(UMDTRACE_ERROR | UMDTRACE_LOGFILE);
     UMDUtilDebugTrace(UMDTRACE_ERROR, L"line\n");
     EXPECT_EQ(Debugger(), L"line\n");
-    EXPECT_TRUE(std::filesystem::is_directory(m_Folder / "Tesslo.log"));
+    EXPECT_TRUE(std::filesystem::is_directory(Path()));
 }
 
 TEST_F(UMDUtilDebugTraceTest, Low32_AddressAboveFourGigabytes_KeepsItsLowHalf)

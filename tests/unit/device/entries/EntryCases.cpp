@@ -1,11 +1,10 @@
 // One row an entry, in slot order.
 #include "EntryCases.h"
 
+#include "TraceText.h"
+
 #include "device/entries/UMDDdiEntries.h"
 #include "util/UMDUtilDebugTrace.h"
-
-#include <cstdarg>
-#include <cstdio>
 
 namespace tesslo::test
 {
@@ -19,21 +18,6 @@ constexpr UINT code[]{0xFFFE0200, 0x0000FFFF};  ///< the shortest shader
 HANDLE Handle(UINT_PTR value)
 {
     return reinterpret_cast<HANDLE>(value);
-}
-
-UINT Low(const void* pointer)
-{
-    return UMDLow32(pointer);
-}
-
-std::string Text(const char* pFormat, ...)
-{
-    char text[512];
-    va_list arguments;
-    va_start(arguments, pFormat);
-    vsnprintf(text, sizeof text, pFormat, arguments);
-    va_end(arguments);
-    return text;
 }
 
 }  // namespace
@@ -83,12 +67,12 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
         {7, ENTRY(UMDDdiSetStreamSourceUM), UMDTRACE_DDI, CALL {
             const D3DDDIARG_SETSTREAMSOURCEUM arg{0, 20};
             static const BYTE data[20]{};
-            line = Text("=> UMDDdiSetStreamSourceUM Stream:%d Stride:%d pData:0x%x\n", 0, 20, Low(data));
+            line = Text("=> UMDDdiSetStreamSourceUM Stream:%d Stride:%d pData:0x%x\n", 0, 20, UMDLow32(data));
             return funcs.pfnSetStreamSourceUm(hDevice, &arg, data);
         }},
         {8, ENTRY(UMDDdiSetIndices), UMDTRACE_DDI, CALL {
             const D3DDDIARG_SETINDICES arg{nullptr, 2};
-            line = Text("=> UMDDdiSetIndices pSetIndices:0x%x Stride:%d hIndexBuffer:0x%x\n", Low(&arg), 2, 0);
+            line = Text("=> UMDDdiSetIndices pSetIndices:0x%x Stride:%d hIndexBuffer:0x%x\n", UMDLow32(&arg), 2, 0);
             return funcs.pfnSetIndices(hDevice, &arg);
         }},
         {10, ENTRY(UMDDdiDrawPrimitive), UMDTRACE_DDI, CALL {
@@ -117,7 +101,7 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
             static const USHORT indices[3]{0, 1, 2};
             line = Text(
                 "=> UMDDdiDrawIndexedPrimitive2 PrimitiveType:0x%x BaseVertexOffset:%d NumVertices:%d PrimitiveCount:%d pIndices:0x%x\n",
-                4, -32, 3, 1, Low(indices));
+                4, -32, 3, 1, UMDLow32(indices));
             return funcs.pfnDrawIndexedPrimitive2(hDevice, &arg, 2, indices, nullptr);
         }},
         {17, ENTRY(UMDDdiBufBlt), UMDTRACE_DDI, CALL {
@@ -145,7 +129,7 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
         {24, ENTRY(UMDDdiSetVertexShaderConst), UMDTRACE_DDI, CALL {
             const D3DDDIARG_SETVERTEXSHADERCONST arg{7, 1};
             const FLOAT data[4]{};
-            line = Text("=> UMDDdiSetVertexShaderConst pSetShaderConst:0x%x Count:%d Register:%d\n", Low(&arg), 1, 7);
+            line = Text("=> UMDDdiSetVertexShaderConst pSetShaderConst:0x%x Count:%d Register:%d\n", UMDLow32(&arg), 1, 7);
             return funcs.pfnSetVertexShaderConst(hDevice, &arg, data);
         }},
         {25, ENTRY(UMDDdiMultiplyTransform), UMDTRACE_DDI, CALL {
@@ -191,7 +175,7 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
         }},
         {33, ENTRY(UMDDdiSetClipPlane), UMDTRACE_DDI, CALL {
             const D3DDDIARG_SETCLIPPLANE arg{2, {1, 2, 3, 4}};
-            line = Text("=> UMDDdiSetClipPlane pSetClipPlane:0x%x Index:%d Plane:%d\n", Low(&arg), 2, Low(arg.Plane));
+            line = Text("=> UMDDdiSetClipPlane pSetClipPlane:0x%x Index:%d Plane:%d\n", UMDLow32(&arg), 2, UMDLow32(arg.Plane));
             return funcs.pfnSetClipPlane(hDevice, &arg);
         }},
         {34, ENTRY(UMDDdiGetInfo), UMDTRACE_DDI, CALL {
@@ -241,7 +225,7 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
             D3DDDIARG_CREATEVERTEXSHADERFUNC arg{sizeof code, nullptr};
             line = Text(
                 "=> UMDDdiCreateVertexShaderFunc pCode:0x%x pDDICreateVSFunc:0x%x ShaderHandle:0x%x\n",
-                Low(code), Low(&arg), 0);
+                UMDLow32(code), UMDLow32(&arg), 0);
             return funcs.pfnCreateVertexShaderFunc(hDevice, &arg, code);
         }},
         {43, ENTRY(UMDDdiDeleteVertexShaderFunc), UMDTRACE_DDI, CALL {
@@ -272,7 +256,7 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
             const RECT rect{1, 2, 3, 4};
             line = Text(
                 "=> UMDDdiSetScissorRect pRect:0x%x left:%d right:%d top:%d bottom:%d\n",
-                Low(&rect), 1, 3, 2, 4);
+                UMDLow32(&rect), 1, 3, 2, 4);
             return funcs.pfnSetScissorRect(hDevice, &rect);
         }},
         {51, ENTRY(UMDDdiSetStreamSource), UMDTRACE_DDI | UMDTRACE_RESOURCE, CALL {
@@ -361,7 +345,7 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
             const INT data[4]{};
             line = Text(
                 "=> UMDDdiSetPixelShaderConstI pConstI:0x%x pDP2SetPSConstI:0x%x Count:%d Register:%d\n",
-                Low(data), Low(&arg), 1, 7);
+                UMDLow32(data), UMDLow32(&arg), 1, 7);
             return funcs.pfnSetPixelShaderConstI(hDevice, &arg, data);
         }},
         {66, ENTRY(UMDDdiSetPixelShaderConstB), UMDTRACE_DDI, CALL {
@@ -369,14 +353,14 @@ const std::vector<ForwardedEntry>& ForwardedEntries()
             const BOOL data[1]{};
             line = Text(
                 "=> UMDDdiSetPixelShaderConstB pConstB:0x%x pDP2SetPSConstB:0x%x Count:%d Register:%d\n",
-                Low(data), Low(&arg), 1, 7);
+                UMDLow32(data), UMDLow32(&arg), 1, 7);
             return funcs.pfnSetPixelShaderConstB(hDevice, &arg, data);
         }},
         {67, ENTRY(UMDDdiCreatePixelShader), UMDTRACE_DDI, CALL {
             D3DDDIARG_CREATEPIXELSHADER arg{sizeof code, nullptr};
             line = Text(
                 "=> UMDDdiCreatePixelShader pShader:0x%x pDDICreateShader:0x%x CodeSize:%d ShaderHandle:0x%x\n",
-                Low(code), Low(&arg), 8, 0);
+                UMDLow32(code), UMDLow32(&arg), 8, 0);
             return funcs.pfnCreatePixelShader(hDevice, &arg, code);
         }},
         {68, ENTRY(UMDDdiDeletePixelShader), UMDTRACE_DDI, CALL {

@@ -1,5 +1,6 @@
 // Blits, fills and clears: which objects take part, and what reaches the delegated device.
 #include "ResourceFixture.h"
+#include "TraceText.h"
 
 #include "resources/UMDRscTexture.h"
 
@@ -92,11 +93,10 @@ TEST_F(UMDDdiDeviceBlt, Blt_Traced_PrintsBothSides)
     arg.ColorKey = 9;
     arg.Flags.Value = 2;
     EXPECT_EQ(UMDDdiBlt(DeviceHandle(), &arg), S_OK);
-    char entry[240];
-    snprintf(entry, sizeof(entry),
-        "=> UMDDdiBlt Color:9 Flags:2 DST l:3 t:4 r:11 b:8 Rsc:0x%x [Type:5 Pool:0] SRC l:1 t:2 r:5 b:6 Rsc:0x%x "
-        "[Type:6 Pool:0]\n",
-        UMDLow32(hTo), UMDLow32(hFrom));
+    const std::string entry =
+        Text("=> UMDDdiBlt Color:9 Flags:2 DST l:3 t:4 r:11 b:8 Rsc:0x%x [Type:5 Pool:0] SRC l:1 t:2 r:5 b:6 Rsc:0x%x "
+             "[Type:6 Pool:0]\n",
+            UMDLow32(hTo), UMDLow32(hFrom));
     ASSERT_FALSE(Trace().empty());
     EXPECT_EQ(Trace()[0], entry);
 }
@@ -173,10 +173,9 @@ TEST_F(UMDDdiDeviceBlt, ColorFill_SurfaceAndTexture_FillsTheFirstSurface)
     EXPECT_EQ(ColorFill(hTexture), S_OK);
     EXPECT_EQ(DeviceLines(),
         (Lines{"ColorFill(surface#1, 1,2,3,4, 0x80102030)", "ColorFill(texture#1[0], 1,2,3,4, 0x80102030)"}));
-    char entry[140];
-    snprintf(entry, sizeof(entry),
-        "=> UMDDdiColorFill hResource:0x%x SubResourceIndex:0x3 Color:0x80102030 l:1 r:3  t:2 b:4\n",
-        UMDLow32(hTarget));
+    const std::string entry =
+        Text("=> UMDDdiColorFill hResource:0x%x SubResourceIndex:0x3 Color:0x80102030 l:1 r:3  t:2 b:4\n",
+            UMDLow32(hTarget));
     EXPECT_EQ(m_Trace.Count(entry), 1u);
 }
 

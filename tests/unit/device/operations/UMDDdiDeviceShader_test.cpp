@@ -1,6 +1,7 @@
 // Shaders, vertex declarations and shader constants.
 #include "FailNthAllocation.h"
 #include "ResourceFixture.h"
+#include "TraceText.h"
 
 using namespace tesslo::test;
 
@@ -56,8 +57,7 @@ TEST_F(UMDDdiDeviceShader, PixelShader_Life_CreatedSetDeleted)
     EXPECT_EQ(UMDDdiDeletePixelShader(DeviceHandle(), hShader), S_OK);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
     EXPECT_EQ(DeviceLines(), (Lines{"CreatePixelShader(code, out)", "SetPixelShader(pixelshader#1)"}));
-    char created[100];
-    snprintf(created, sizeof(created), "<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n", UMDLow32(hShader));
+    const std::string created = Text("<<< UMDDdiDevice::CreatePixelShader ShaderHandle:0x%x\n", UMDLow32(hShader));
     EXPECT_EQ(m_Trace.Count(created), 1u);
     EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::SetPixelShader\n"), 1u);
     EXPECT_EQ(m_Trace.Count("<<< UMDDdiDevice::DeletePixelShader\n"), 1u);
@@ -74,9 +74,7 @@ TEST_F(UMDDdiDeviceShader, VertexShader_Life_CreatedSetDeleted)
     EXPECT_EQ(UMDDdiDeleteVertexShaderFunc(DeviceHandle(), hShader), S_OK);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
     EXPECT_EQ(DeviceLines(), (Lines{"CreateVertexShader(code, out)", "SetVertexShader(vertexshader#1)"}));
-    char created[100];
-    snprintf(
-        created, sizeof(created), "<<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x%x\n", UMDLow32(hShader));
+    const std::string created = Text("<<< UMDDdiDevice::CreateVertexShaderFunc ShaderHandle:0x%x\n", UMDLow32(hShader));
     EXPECT_EQ(m_Trace.Count(created), 1u);
 }
 
@@ -89,8 +87,7 @@ TEST_F(UMDDdiDeviceShader, Declaration_Life_CreatedSetDeleted)
     EXPECT_EQ(UMDDdiDeleteVertexShaderDecl(DeviceHandle(), hDeclaration), S_OK);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
     EXPECT_EQ(DeviceLines(), (Lines{DeclarationLine({kElement9}), "SetVertexDeclaration(declaration#1)"}));
-    char created[100];
-    snprintf(created, sizeof(created), "<<< UMDDdiDevice::CreateVertexShaderDecl 0x%x\n", UMDLow32(hDeclaration));
+    const std::string created = Text("<<< UMDDdiDevice::CreateVertexShaderDecl 0x%x\n", UMDLow32(hDeclaration));
     EXPECT_EQ(m_Trace.Count("=> UMDDdiCreateVertexShaderDecl M:4 O:2 S:1 T:3 U:5 I:6 N:1 S:0x0\n"), 1u);
     EXPECT_EQ(m_Trace.Count(created), 1u);
 }

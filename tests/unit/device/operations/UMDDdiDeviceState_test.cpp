@@ -1,6 +1,7 @@
 // State changes: what reaches the delegated device, with which arguments, and what does not.
 #include "Faults.h"
 #include "ResourceFixture.h"
+#include "TraceText.h"
 
 using namespace tesslo::test;
 
@@ -133,8 +134,7 @@ TEST_F(UMDDdiDeviceState, SetTexture_TextureAndNull_AreBound)
     EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 257, hTexture), S_OK);
     EXPECT_EQ(UMDDdiSetTexture(DeviceHandle(), 1, nullptr), S_OK);
     EXPECT_EQ(DeviceLines(), (Lines{"SetTexture(257, texture#1)", "SetTexture(1, null)"}));
-    char entry[120];
-    snprintf(entry, sizeof(entry), "=> UMDDdiSetTexture Stage:257 hTexture:0x%x [Type:6 Pool:0]\n", UMDLow32(hTexture));
+    const std::string entry = Text("=> UMDDdiSetTexture Stage:257 hTexture:0x%x [Type:6 Pool:0]\n", UMDLow32(hTexture));
     EXPECT_EQ(Trace(), (Lines{entry, ">>> UMDDdiDevice::SetTexture\n", "<<< UMDDdiDevice::SetTexture\n",
                            "=> UMDDdiSetTexture Stage:1 hTexture:0x0 [Type:0 Pool:0]\n",
                            ">>> UMDDdiDevice::SetTexture\n", "<<< UMDDdiDevice::SetTexture\n"}));
@@ -283,11 +283,10 @@ TEST_F(UMDDdiDeviceState, EntryTraces_SpecialArguments_PrintDefinedNumbers)
     UMDDdiSetClipPlane(DeviceHandle(), &plane);
     const RECT rect = {1, 2, 3, 4};
     UMDDdiSetScissorRect(DeviceHandle(), &rect);
-    char clip[120], scissor[120];
-    snprintf(clip, sizeof(clip), "=> UMDDdiSetClipPlane pSetClipPlane:0x%x Index:5 Plane:%d\n", UMDLow32(&plane),
+    const std::string clip = Text("=> UMDDdiSetClipPlane pSetClipPlane:0x%x Index:5 Plane:%d\n", UMDLow32(&plane),
         static_cast<int>(UMDLow32(plane.Plane)));
-    snprintf(scissor, sizeof(scissor), "=> UMDDdiSetScissorRect pRect:0x%x left:1 right:3 top:2 bottom:4\n",
-        UMDLow32(&rect));
+    const std::string scissor =
+        Text("=> UMDDdiSetScissorRect pRect:0x%x left:1 right:3 top:2 bottom:4\n", UMDLow32(&rect));
     EXPECT_EQ(m_Trace.Count("=> UMDDdiSetZRange MinZ:0 MaxZ:1\n"), 1u);
     EXPECT_EQ(m_Trace.Count(clip), 1u);
     EXPECT_EQ(m_Trace.Count(scissor), 1u);

@@ -1,5 +1,6 @@
 // Stream 0 and the index buffer.
 #include "ResourceFixture.h"
+#include "TraceText.h"
 
 using namespace tesslo::test;
 
@@ -41,9 +42,8 @@ TEST_F(UMDDdiDeviceStream, SetStreamSource_Buffer_IsBoundWithOffsetAndStride)
     const HANDLE hVertices = CreateVertices();
     EXPECT_EQ(SetStream(hVertices, 0, 32, 16), S_OK);
     EXPECT_EQ(DeviceLines(), Lines{"SetStreamSource(0, vertexbuffer#1, 32, 16)"});
-    char entry[120];
-    snprintf(entry, sizeof(entry), "=> UMDDdiSetStreamSource hVertexBuffer:0x%x Stream:0 Offset:32 Stride:16 \n",
-        UMDLow32(hVertices));
+    const std::string entry =
+        Text("=> UMDDdiSetStreamSource hVertexBuffer:0x%x Stream:0 Offset:32 Stride:16 \n", UMDLow32(hVertices));
     EXPECT_EQ(Trace(), (Lines{entry, ">>> UMDDdiDevice::SetStreamSource\n", "<<< UMDDdiDevice::SetStreamSource\n"}));
 }
 
@@ -80,10 +80,9 @@ TEST_F(UMDDdiDeviceStream, SetStreamSourceUM_Data_IsRememberedWithoutACall)
 {
     EXPECT_EQ(SetStreamUM(m_Memory, 0, 20), S_OK);
     EXPECT_EQ(DeviceLines(), Lines{});
-    char entry[100], detail[120];
-    snprintf(entry, sizeof(entry), "=> UMDDdiSetStreamSourceUM Stream:0 Stride:20 pData:0x%x\n", UMDLow32(m_Memory));
-    snprintf(detail, sizeof(detail), "UMDDdiDevice::SetStreamSourceUM Resource:0x0 Pointer:0x%x Stride:20\n",
-        UMDLow32(m_Memory));
+    const std::string entry = Text("=> UMDDdiSetStreamSourceUM Stream:0 Stride:20 pData:0x%x\n", UMDLow32(m_Memory));
+    const std::string detail =
+        Text("UMDDdiDevice::SetStreamSourceUM Resource:0x0 Pointer:0x%x Stride:20\n", UMDLow32(m_Memory));
     EXPECT_EQ(Trace(),
         (Lines{entry, ">>> UMDDdiDevice::SetStreamSourceUM\n", detail, "<<< UMDDdiDevice::SetStreamSourceUM\n"}));
 }
