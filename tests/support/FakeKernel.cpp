@@ -64,6 +64,12 @@ FakeKernel::Allocation& FakeKernel::FindAllocation(D3DKMT_HANDLE hAllocation)
     return m_Allocations.at(hAllocation);
 }
 
+D3DKMT_HANDLE FakeKernel::LastAllocation() const
+{
+    std::lock_guard lock(m_Mutex);
+    return m_LastAllocation;
+}
+
 size_t FakeKernel::AllocationCount() const
 {
     std::lock_guard lock(m_Mutex);

@@ -39,6 +39,8 @@ public:
     void SetVidPnSourceId(UINT index, UINT vidPnSourceId);
     /// The living allocation of this handle; throws std::out_of_range when there is none. Handles count from 1.
     Allocation& FindAllocation(D3DKMT_HANDLE hAllocation);
+    /// The handle that was given out last; 0 before the first.
+    D3DKMT_HANDLE LastAllocation() const;
     size_t AllocationCount() const;
     size_t ContextCount() const;
 

@@ -1,0 +1,50 @@
+#include "StressDriver.h"
+
+namespace tesslo::test
+{
+
+namespace
+{
+
+void WINAPI NoSleep(DWORD)
+{
+    SwitchToThread();
+}
+
+}  // namespace
+
+StressDriver::StressDriver()
+{
+    m_Registry.SetTraceMask(0);
+    m_Registry.SetClientDllName(m_Client.DllName());
+    m_Dll.emplace();
+    m_Factory.emplace(m_Fake, Module());
+    m_Dxva2.emplace(Module());
+    m_pSleep = std::make_unique<ImportPatch>(Module(), "kernel32.dll", "Sleep", NoSleep);
+}
+
+StressDriver::~StressDriver()
+{
+    if (m_Dll->m_hAdapter)
+        m_Dll->CloseAdapter();
+}
+
+uint64_t StressDriver::Leftovers()
+{
+    return m_Fake.LiveObjects().size() + (m_Fake.ReferenceCount() - 1) + (m_Factory->ReferenceCount() - 1) +
+           static_cast<uint64_t>(m_Dxva2->LiveObjects);
+}
+
+void StressDriver::Clean()
+{
+    m_Fake.ClearScripts();
+    m_Kernel.ClearScripts();
+    m_Fake.ClearLines();
+    m_Kernel.ClearLines();
+    m_Client.Forget();
+    m_Dxva2->Calls.clear();
+    if (m_Fake.LiveObjects().empty())
+        m_Fake.RestartNames();
+}
+
+}  // namespace tesslo::test

@@ -1,0 +1,48 @@
+// The built driver with everything around it played: runtime callbacks, delegated device, video service, client
+// library.
+#pragma once
+
+#include "CreateRequest.h"
+#include "DriverDll.h"
+#include "FakeDxva2.h"
+#include "FakeFactory.h"
+#include "RegistryOverride.h"
+#include "TestClient.h"
+
+#include <memory>
+#include <optional>
+
+namespace tesslo::test
+{
+
+class StressDriver
+{
+public:
+    /// Loads the DLL with the test client library. The fixed pause behind a flip is taken out.
+    StressDriver();
+    ~StressDriver();
+    StressDriver(const StressDriver&) = delete;
+    StressDriver& operator=(const StressDriver&) = delete;
+
+    HMODULE Module() const { return m_Dll->Module(); }
+    const D3DDDI_DEVICEFUNCS& Functions() const { return m_Dll->m_DeviceFuncs; }
+    HANDLE Device() const { return m_Dll->m_hDevice; }
+
+    /// What lives on the delegated device, counts as a reference too many, or is left in the kernel: 0 between lives.
+    uint64_t Leftovers();
+    /// Takes away what a life left, so that the next one begins as the first did. Forgets calls and scripts.
+    void Clean();
+
+    RegistryOverride m_Registry;
+    TestClient m_Client;
+    FakeDevice m_Fake;
+    FakeKernel m_Kernel;
+    std::optional<DriverDll> m_Dll;
+    std::optional<FakeFactory> m_Factory;  ///< patches the DLL: goes first
+    std::optional<FakeDxva2> m_Dxva2;
+
+private:
+    std::unique_ptr<ImportPatch> m_pSleep;
+};
+
+}  // namespace tesslo::test

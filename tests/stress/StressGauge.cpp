@@ -1,0 +1,102 @@
+#include "StressGauge.h"
+
+#include <windows.h>
+
+#include <psapi.h>
+#include <tlhelp32.h>
+
+#include <cmath>
+
+namespace tesslo::test
+{
+
+namespace
+{
+
+/// Growth over all runs that the platform explains: handles and threads that it makes when it first needs them, pages
+/// that its heap keeps.
+struct Allowance
+{
+    const char* m_pWhat;
+    double StressSlopes::* m_pSlope;
+    double m_Total;
+};
+
+constexpr Allowance kAllowances[] = {
+    {"handles", &StressSlopes::m_Handles, 8},
+    {"threads", &StressSlopes::m_Threads, 2},
+    {"private bytes", &StressSlopes::m_PrivateBytes, 4 << 20},
+    {"references", &StressSlopes::m_References, 0.5},
+};
+
+size_t ThreadCount()
+{
+    const HANDLE hSnapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof(entry);
+    size_t count = 0;
+    for (BOOL more = Thread32First(hSnapshot, &entry); more; more = Thread32Next(hSnapshot, &entry))
+        count += entry.th32OwnerProcessID == GetCurrentProcessId();
+    CloseHandle(hSnapshot);
+    return count;
+}
+
+}  // namespace
+
+void StressGauge::Sample(uint64_t runs, uint64_t references)
+{
+    DWORD handles = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &handles);
+    PROCESS_MEMORY_COUNTERS_EX memory{};
+    GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof(memory));
+    m_Points.push_back({static_cast<double>(runs), static_cast<double>(handles), static_cast<double>(ThreadCount()),
+        static_cast<double>(memory.PrivateUsage), static_cast<double>(references)});
+}
+
+double StressGauge::InternalSlope(double Point::* pQuantity) const
+{
+    const size_t first = m_Points.size() / 2;
+    const auto count = static_cast<double>(m_Points.size() - first);
+    if (count < 2)
+        return 0;
+    double runs = 0, quantity = 0;
+    for (size_t i = first; i < m_Points.size(); ++i)
+    {
+        runs += m_Points[i].m_Runs / count;
+        quantity += m_Points[i].*pQuantity / count;
+    }
+    double together = 0, square = 0;
+    for (size_t i = first; i < m_Points.size(); ++i)
+    {
+        together += (m_Points[i].m_Runs - runs) * (m_Points[i].*pQuantity - quantity);
+        square += (m_Points[i].m_Runs - runs) * (m_Points[i].m_Runs - runs);
+    }
+    return square > 0 ? together / square : 0;
+}
+
+double StressGauge::InternalSpan() const
+{
+    return m_Points.size() < 2 ? 0 : m_Points.back().m_Runs - m_Points[m_Points.size() / 2].m_Runs;
+}
+
+StressSlopes StressGauge::Slopes() const
+{
+    return {InternalSlope(&Point::m_Handles), InternalSlope(&Point::m_Threads), InternalSlope(&Point::m_PrivateBytes),
+        InternalSlope(&Point::m_References)};
+}
+
+std::vector<std::string> StressGauge::Findings() const
+{
+    std::vector<std::string> findings;
+    const StressSlopes slopes = Slopes();
+    for (const Allowance& allowance : kAllowances)
+    {
+        const double growth = slopes.*allowance.m_pSlope * InternalSpan();
+        if (growth > allowance.m_Total)
+            findings.push_back(std::string(allowance.m_pWhat) + " grow by " + std::to_string(std::lround(growth)) +
+                               " in " + std::to_string(std::lround(InternalSpan())) + " runs");
+    }
+    return findings;
+}
+
+}  // namespace tesslo::test
