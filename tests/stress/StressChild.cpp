@@ -1,5 +1,6 @@
 #include "StressChild.h"
 
+#include "StressCrash.h"
 #include "StressRun.h"
 
 #include <windows.h>
@@ -115,6 +116,7 @@ std::string EndOf(DWORD code, bool hung, double limit)
 
 void StressRunChild(const StressCheck& check, const StressSettings& settings)
 {
+    StressReportCrashes();
     StressRun run(check, settings, [](uint64_t done, uint64_t all) {
         std::printf("%s%" PRIu64 " %" PRIu64 "\n", kProgress, done, all);
         std::fflush(stdout);
@@ -139,6 +141,7 @@ StressResult StressStartChild(const StressCheck& check, const StressSettings& se
     result.m_Name = check.m_pName;
     result.m_Seed = settings.m_Seed;
     bool complete = false;
+    std::string crash;
     child.ReadLines([&](const std::string& line) {
         uint64_t done = 0, all = 0;
         if (std::sscanf(line.c_str(), "@progress %" SCNu64 " %" SCNu64, &done, &all) == 2)
@@ -146,6 +149,8 @@ StressResult StressStartChild(const StressCheck& check, const StressSettings& se
             result.m_Runs = done;
             onProgress(done, all);
         }
+        else if (line.starts_with(kStressCrash))
+            crash = ": " + line.substr(sizeof(kStressCrash) - 1);
         else if (line.starts_with(kResult))
         {
             result = StressFromJson(line.substr(sizeof(kResult) - 1));
@@ -157,7 +162,7 @@ StressResult StressStartChild(const StressCheck& check, const StressSettings& se
     {
         ++result.m_FindingCount;
         result.m_bComplete = false;
-        result.m_Findings.push_back({settings.m_From + result.m_Runs, EndOf(child.ExitCode(), hung, limit)});
+        result.m_Findings.push_back({settings.m_From + result.m_Runs, EndOf(child.ExitCode(), hung, limit) + crash});
     }
     return result;
 }

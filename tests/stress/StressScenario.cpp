@@ -13,6 +13,7 @@ namespace
 {
 
 constexpr UINT kWidth = 16, kHeight = 8;
+constexpr int kPatience = 20;  ///< milliseconds
 constexpr RECT kAll = {0, 0, kWidth, kHeight};
 constexpr UINT kCode[] = {0xFFFE0200, 0x0000FFFF};  ///< the shortest shader
 constexpr GUID kProgressive = {0x5a54a0c9, 0xc7ec, 0x4bd9, {0x8e, 0xde, 0xf3, 0xc7, 0x5d, 0xc4, 0x39, 0x3b}};
@@ -317,11 +318,20 @@ void StressScenario::InternalPresents()
             present.hSrcResource = m_hPrimary;
             present.Flags.Flip = 1;
             InternalNote("pfnPresent flip", f.pfnPresent(h, &present));
+            InternalAwaitFrame();
         }
     }
     if (m_hTarget)
         InternalPresentBlit();
     InternalNote("pfnFlush", f.pfnFlush(h));
+}
+
+// Each frame is its own, so that lives make the same calls; a disturbed one may have lost its frames.
+void StressScenario::InternalAwaitFrame()
+{
+    const size_t frames = ++m_Frames;
+    for (int i = 0; i < kPatience && m_Driver.m_Client.Calls("Update") < frames; ++i)
+        Sleep(1);
 }
 
 // A blit present leaves a reference on the delegated render target, as every caller of it knows.

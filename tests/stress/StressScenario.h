@@ -48,6 +48,7 @@ private:
     void InternalLocks();
     void InternalVideo();
     void InternalPresents();
+    void InternalAwaitFrame();
     void InternalPresentBlit();
     void InternalClose();
     HRESULT InternalBlt(HANDLE hSource, HANDLE hDestination);
@@ -56,6 +57,7 @@ private:
     std::vector<StressStep> m_Steps;
     std::list<CreateRequest> m_Requests;  ///< their memory is the resources'
     std::vector<HANDLE> m_Resources;
+    size_t m_Frames = 0;  ///< presented
     HANDLE m_hSystemTexture = nullptr, m_hTexture = nullptr, m_hCube = nullptr, m_hSystemCube = nullptr;
     HANDLE m_hMemory = nullptr, m_hTarget = nullptr, m_hPrimary = nullptr, m_hDepth = nullptr;
     HANDLE m_hVertices = nullptr, m_hSystemVertices = nullptr, m_hIndices = nullptr, m_hVideoTarget = nullptr;

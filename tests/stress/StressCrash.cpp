@@ -1,0 +1,59 @@
+#include "StressCrash.h"
+
+#include <windows.h>
+
+#include <cinttypes>
+#include <cstdio>
+#include <cwchar>
+
+namespace tesslo::test
+{
+
+namespace
+{
+
+constexpr int kCallsMax = 24;
+
+void PrintCall(DWORD64 address)
+{
+    HMODULE hModule = nullptr;
+    wchar_t path[MAX_PATH] = L"?";
+    if (GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+            reinterpret_cast<const wchar_t*>(address), &hModule))
+        GetModuleFileNameW(hModule, path, MAX_PATH);
+    const wchar_t* pName = wcsrchr(path, L'\\');
+    std::printf(" %ls+0x%" PRIX64, pName ? pName + 1 : path, address - reinterpret_cast<DWORD64>(hModule));
+}
+
+LONG WINAPI Report(EXCEPTION_POINTERS* pPointers)
+{
+    std::printf("%s0x%08lX in", kStressCrash, pPointers->ExceptionRecord->ExceptionCode);
+    CONTEXT context = *pPointers->ContextRecord;
+    for (int i = 0; i < kCallsMax && context.Rip; ++i)
+    {
+        PrintCall(context.Rip);
+        DWORD64 base = 0;
+        void* pHandlerData = nullptr;
+        DWORD64 frame = 0;
+        if (PRUNTIME_FUNCTION pFunction = RtlLookupFunctionEntry(context.Rip, &base, nullptr))
+            RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, context.Rip, pFunction, &context, &pHandlerData, &frame, nullptr);
+        else
+        {
+            // A leaf has no entry: its return address is on top.
+            context.Rip = *reinterpret_cast<const DWORD64*>(context.Rsp);
+            context.Rsp += sizeof(DWORD64);
+        }
+    }
+    std::printf("\n");
+    std::fflush(stdout);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+}  // namespace
+
+void StressReportCrashes()
+{
+    SetUnhandledExceptionFilter(Report);
+}
+
+}  // namespace tesslo::test
