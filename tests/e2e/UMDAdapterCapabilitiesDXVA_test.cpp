@@ -28,13 +28,7 @@ DXVADDI_VIDEODESC DistinctDesc()
     DXVADDI_VIDEODESC desc = {};
     desc.SampleWidth = 101;
     desc.SampleHeight = 102;
-    desc.SampleFormat.SampleFormat = 2;
-    desc.SampleFormat.VideoChromaSubsampling = 3;
-    desc.SampleFormat.NominalRange = 4;
-    desc.SampleFormat.VideoTransferMatrix = 5;
-    desc.SampleFormat.VideoLighting = 6;
-    desc.SampleFormat.VideoPrimaries = 7;
-    desc.SampleFormat.VideoTransferFunction = 8;
+    desc.SampleFormat = {{{2, 3, 4, 5, 6, 7, 8}}};
     desc.Format = D3DDDIFMT_A8R8G8B8;
     desc.InputSampleFreq = {103, 104};
     desc.OutputFrameFreq = {105, 106};

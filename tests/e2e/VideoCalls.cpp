@@ -27,13 +27,7 @@ DXVADDI_VIDEOSAMPLE VideoCalls::DistinctSample()
     DXVADDI_VIDEOSAMPLE sample = {};
     sample.Start = 0x0000020100000202;
     sample.End = 0x0000020300000204;
-    sample.SampleFormat.SampleFormat = 2;
-    sample.SampleFormat.VideoChromaSubsampling = 3;
-    sample.SampleFormat.NominalRange = 1;
-    sample.SampleFormat.VideoTransferMatrix = 4;
-    sample.SampleFormat.VideoLighting = 5;
-    sample.SampleFormat.VideoPrimaries = 6;
-    sample.SampleFormat.VideoTransferFunction = 7;
+    sample.SampleFormat = {{{2, 3, 1, 4, 5, 6, 7}}};
     sample.SampleFlags.Value = 0xBEEF0015;  // three of the low flags, and data
     sample.SrcSubResourceIndex = 9;         // not looked at
     sample.SrcRect = {211, 212, 213, 214};

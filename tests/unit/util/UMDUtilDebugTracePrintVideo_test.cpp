@@ -35,15 +35,7 @@ DXVADDI_FIXED32 Fixed(USHORT fraction, SHORT value)
 
 DXVADDI_EXTENDEDFORMAT ExtendedFormat(UINT sampleFormat)
 {
-    DXVADDI_EXTENDEDFORMAT format = {};
-    format.SampleFormat = sampleFormat;
-    format.VideoChromaSubsampling = 15;
-    format.NominalRange = 1;
-    format.VideoTransferMatrix = 4;
-    format.VideoLighting = 5;
-    format.VideoPrimaries = 6;
-    format.VideoTransferFunction = 7;
-    return format;
+    return {{{sampleFormat, 15, 1, 4, 5, 6, 7}}};
 }
 
 DXVADDI_VIDEODESC Description()
