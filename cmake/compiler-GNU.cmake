@@ -1,5 +1,5 @@
 # What g++ is told beside the rest. It knows no structured exceptions (__try), without which there is no driver: what
-# guards the driver's entries is not compiled, and what links them is not linked.
+# guards the driver's entries and threads is not compiled, and what links that is not linked.
 set(TESSLO_HAS_STRUCTURED_EXCEPTIONS OFF)
 
 # Left off: the complaint of this version about designated initialisers, which leave out members on purpose, and
