@@ -93,6 +93,23 @@ protected:
         return lines;
     }
 
+    /// The thread has let its starter go without a device, and has ended.
+    void ExpectEndedWithoutADevice()
+    {
+        EXPECT_EQ(m_Thread.GetDevice(), nullptr);
+        EXPECT_EQ(m_Thread.Wait(kLong), WAIT_OBJECT_0);
+    }
+
+    /// The errors of a window that a fault kept from being made. @param pException tells where.
+    void ExpectNoWindow(const char* pException) const
+    {
+        const Lines lines = Errors();
+        ASSERT_EQ(lines.size(), 3u);
+        EXPECT_EQ(lines[0], kAccessViolation);
+        EXPECT_EQ(lines[1], pException);
+        EXPECT_TRUE(lines[2].starts_with("UMDThreadGpuD3D9::Run CreateWindow failed! ")) << lines[2];
+    }
+
     static bool ClassExists()
     {
         WNDCLASSEXW windowClass = {};
@@ -126,8 +143,7 @@ TEST_F(GpuFaultTest, Reserved1_EndsTheThread_ReleasesTheStarterWithoutADevice)
     TestClient client;
     SetDeed(client, TEST_CLIENT_RESERVED1, {TEST_CLIENT_END_THREAD, 0, nullptr});
     Start(client.Module());
-    EXPECT_EQ(m_Thread.GetDevice(), nullptr);
-    EXPECT_EQ(m_Thread.Wait(kLong), WAIT_OBJECT_0);
+    ExpectEndedWithoutADevice();
     UnregisterClassW(L"D3D UMD", GetModuleHandleW(nullptr));
 }
 
@@ -203,13 +219,8 @@ TEST_F(GpuFaultTest, WindowCreation_ItsProcedureFaults_ReleasesTheStarterWithout
     const ImportPatch window(nullptr, "user32.dll", "DefWindowProcW", BrittleWindowProc, &g_pDefWindowProc);
     g_FaultingMessage = WM_NCCREATE;
     Start();
-    EXPECT_EQ(m_Thread.GetDevice(), nullptr);
-    EXPECT_EQ(m_Thread.Wait(kLong), WAIT_OBJECT_0);
-    const Lines lines = Errors();
-    ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[0], kAccessViolation);
-    EXPECT_EQ(lines[1], "Exception in thread! UMDThreadGpuD3D9::InternalGuiWndMsgProc 129 failed!\n");
-    EXPECT_TRUE(lines[2].starts_with("UMDThreadGpuD3D9::Run CreateWindow failed! ")) << lines[2];
+    ExpectEndedWithoutADevice();
+    ExpectNoWindow("Exception in thread! UMDThreadGpuD3D9::InternalGuiWndMsgProc 129 failed!\n");
     UnregisterClassW(L"D3D UMD", GetModuleHandleW(nullptr));
 }
 
@@ -219,13 +230,8 @@ TEST_F(GpuFaultTest, WindowCreation_Faults_ReleasesTheStarterAndTheNextDeviceHas
         const ImportPatch window(nullptr, "user32.dll", "CreateWindowExW", BrittleCreateWindow);
         Start();
     }
-    EXPECT_EQ(m_Thread.GetDevice(), nullptr);
-    EXPECT_EQ(m_Thread.Wait(kLong), WAIT_OBJECT_0);
-    const Lines lines = Errors();
-    ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[0], kAccessViolation);
-    EXPECT_EQ(lines[1], "Exception in thread! UMDThreadGpuD3D9::InternalCreateWindow failed!\n");
-    EXPECT_TRUE(lines[2].starts_with("UMDThreadGpuD3D9::Run CreateWindow failed! ")) << lines[2];
+    ExpectEndedWithoutADevice();
+    ExpectNoWindow("Exception in thread! UMDThreadGpuD3D9::InternalCreateWindow failed!\n");
 
     UMDThreadGpuD3D9 next;
     next.ThreadGuiStart(nullptr);
@@ -238,8 +244,7 @@ TEST_F(GpuFaultTest, Run_FaultsBeforeTheDevice_ReleasesTheStarterWithoutADevice)
 {
     const ImportPatch cursor(nullptr, "user32.dll", "SetCursor", BrittleSetCursor);
     Start();
-    EXPECT_EQ(m_Thread.GetDevice(), nullptr);
-    EXPECT_EQ(m_Thread.Wait(kLong), WAIT_OBJECT_0);
+    ExpectEndedWithoutADevice();
     EXPECT_EQ(Errors(), (Lines{kAccessViolation, kRunException}));
     UnregisterClassW(L"D3D UMD", GetModuleHandleW(nullptr));
 }

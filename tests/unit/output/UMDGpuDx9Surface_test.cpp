@@ -41,6 +41,13 @@ protected:
         return m_Surface.Create(&m_Device, &m_pCopy, &m_pMemory, width, height, format);
     }
 
+    /// A target, and a pair to copy it to.
+    void MakeTargetAndPair(UINT width, UINT height)
+    {
+        MakeTarget(width, height);
+        ASSERT_EQ(Create(width, height), S_OK);
+    }
+
     HRESULT Duplicate(UINT width, UINT height, D3DFORMAT format = D3DFMT_X8R8G8B8)
     {
         return m_Surface.Duplicate(&m_pCopy, &m_pMemory, m_pTarget.Get(), width, height, format);
@@ -165,8 +172,7 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_AnyPartMissing_Fails)
 
 TEST_F(UMDGpuDx9SurfaceTest, Duplicate_SameSizeAndFormat_CopiesIntoTheSameSurface)
 {
-    MakeTarget(6, 2);
-    ASSERT_EQ(Create(6, 2), S_OK);
+    MakeTargetAndPair(6, 2);
     IDirect3DSurface9* const pCopy = m_pCopy;
     UMDFrameMemory* const pMemory = m_pMemory;
     TraceMask mask(UMDTRACE_DETAIL | UMDTRACE_ERROR);
@@ -183,8 +189,7 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_SameSizeAndFormat_CopiesIntoTheSameSurfac
 
 TEST_F(UMDGpuDx9SurfaceTest, Duplicate_GetDescFails_ReturnsItsCode)
 {
-    MakeTarget(4, 4);
-    ASSERT_EQ(Create(4, 4), S_OK);
+    MakeTargetAndPair(4, 4);
     for (const auto& [nth, pWhich] : {std::pair{1u, "SRC"}, {2u, "DST"}})
     {
         m_Device.Fail("surface.GetDesc", kRefused, nth);
@@ -253,8 +258,7 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_MakingAgainFails_ReturnsItsCodeAndLeavesN
 
 TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackRefusedThreeTimes_PausesAndCountsEachAndReturnsTheCode)
 {
-    MakeTarget(4, 4);
-    ASSERT_EQ(Create(4, 4), S_OK);
+    MakeTargetAndPair(4, 4);
     m_Device.Fail("GetRenderTargetData", kRefused);
     const ImportPatch patch(nullptr, "kernel32.dll", "Sleep", RecordingSleep);
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Duplicate(4, 4), kRefused); }),
@@ -267,8 +271,7 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackRefusedThreeTimes_PausesAndCounts
 
 TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackRefusedThreeTimes_CostsThirtyMilliseconds)
 {
-    MakeTarget(4, 4);
-    ASSERT_EQ(Create(4, 4), S_OK);
+    MakeTargetAndPair(4, 4);
     m_Device.Fail("GetRenderTargetData", kRefused);
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(Duplicate(4, 4), kRefused);
@@ -278,8 +281,7 @@ TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackRefusedThreeTimes_CostsThirtyMill
 
 TEST_F(UMDGpuDx9SurfaceTest, Duplicate_ReadBackSucceedsTheSecondTime_StopsThere)
 {
-    MakeTarget(4, 4);
-    ASSERT_EQ(Create(4, 4), S_OK);
+    MakeTargetAndPair(4, 4);
     m_Device.Fail("GetRenderTargetData", kRefused, 1);
     const ImportPatch patch(nullptr, "kernel32.dll", "Sleep", RecordingSleep);
     EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(Duplicate(4, 4), S_OK); }),

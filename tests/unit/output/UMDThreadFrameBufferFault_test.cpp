@@ -38,6 +38,26 @@ protected:
         return lines;
     }
 
+    /// Starts the worker, and presents a first frame that the library keeps until the event is set.
+    void StartIntoHang(HANDLE hRelease)
+    {
+        SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_HANG, 0, hRelease});
+        Start();
+        ASSERT_TRUE(Present(4, 2));
+        ASSERT_TRUE(m_Client.WaitForUpdates(1));
+        m_Trace.Clear();
+    }
+
+    /// Starts the worker, and presents a first frame that ends its thread.
+    void StartIntoEndOfThread(TestClientExport of)
+    {
+        SetDeed(m_Client, of, {TEST_CLIENT_END_THREAD, 0, nullptr});
+        Start();
+        ASSERT_TRUE(Present(4, 2));
+        ASSERT_TRUE(WaitForEnd());
+        m_Trace.Clear();
+    }
+
     /// Ends the worker; lets it go when its owner has waited for two slices of the unlimited wait.
     template <typename LetGo>
     void WaitImpatiently(LetGo letGo)
@@ -135,11 +155,7 @@ TEST_F(FrameBufferFaultTest, UpdateAndUnplug_Fault_EachIsTracedAndTheWorkerEnds)
 TEST_F(FrameBufferFaultTest, Update_EndsTheThread_TheNextPresentSaysSoOnce)
 {
     const TraceMask mask(UMDTRACE_ERROR);
-    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_END_THREAD, 0, nullptr});
-    Start();
-    ASSERT_TRUE(Present(4, 2));
-    ASSERT_TRUE(WaitForEnd());
-    m_Trace.Clear();
+    StartIntoEndOfThread(TEST_CLIENT_UPDATE);
     EXPECT_FALSE(Present(4, 2));
     EXPECT_FALSE(Present(4, 2));
     EXPECT_EQ(
@@ -152,12 +168,8 @@ TEST_F(FrameBufferFaultTest, Update_EndsTheThread_TheNextPresentSaysSoOnce)
 TEST_F(FrameBufferFaultTest, Update_EndsTheThreadAndNoPresentFollows_TheExitRequestSaysSo)
 {
     const TraceMask mask(UMDTRACE_ERROR);
-    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_END_THREAD, 0, nullptr});
-    Start();
-    ASSERT_TRUE(Present(4, 2));
-    ASSERT_TRUE(WaitForEnd());
+    StartIntoEndOfThread(TEST_CLIENT_UPDATE);
     m_pTarget.Reset();
-    m_Trace.Clear();
     EXPECT_TRUE(m_Thread->RequestExit());
     EXPECT_EQ(m_Thread->Wait(INFINITE), WAIT_OBJECT_0);
     EXPECT_EQ(
@@ -168,11 +180,7 @@ TEST_F(FrameBufferFaultTest, Update_EndsTheThreadAndNoPresentFollows_TheExitRequ
 TEST_F(FrameBufferFaultTest, Plug_EndsTheThread_TheNextPresentSaysSo)
 {
     const TraceMask mask(UMDTRACE_ERROR);
-    SetDeed(m_Client, TEST_CLIENT_PLUG, {TEST_CLIENT_END_THREAD, 0, nullptr});
-    Start();
-    ASSERT_TRUE(Present(4, 2));
-    ASSERT_TRUE(WaitForEnd());
-    m_Trace.Clear();
+    StartIntoEndOfThread(TEST_CLIENT_PLUG);
     EXPECT_FALSE(Present(4, 2));
     EXPECT_EQ(m_Trace.Lines(), (Lines{"Thread ended in client library! TessloVirtualMonitorPlug of source 4 failed!\n",
                                    "UMDThreadFrameBuffer::FrameBufferAvailable thread has exited!\n"}));
@@ -182,11 +190,7 @@ TEST_F(FrameBufferFaultTest, Wait_UpdateDoesNotReturn_TellsWhoHangs)
 {
     const TraceMask mask(UMDTRACE_ERROR);
     const HANDLE hRelease = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_HANG, 0, hRelease});
-    Start();
-    ASSERT_TRUE(Present(4, 2));
-    ASSERT_TRUE(m_Client.WaitForUpdates(1));
-    m_Trace.Clear();
+    StartIntoHang(hRelease);
     WaitImpatiently([&] { SetEvent(hRelease); });
     EXPECT_EQ(m_Trace.Lines(), (Lines{"UMDThreadFrameBuffer::Wait source 4 has not ended after 5 s, it is in "
                                       "TessloVirtualMonitorUpdate\n",
@@ -215,11 +219,7 @@ TEST_F(FrameBufferFaultTest, Update_TakesLong_PresentsGoOn)
 {
     const TraceMask mask(UMDTRACE_ERROR);
     const HANDLE hRelease = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    SetDeed(m_Client, TEST_CLIENT_UPDATE, {TEST_CLIENT_HANG, 0, hRelease});
-    Start();
-    ASSERT_TRUE(Present(4, 2));
-    ASSERT_TRUE(m_Client.WaitForUpdates(1));
-    m_Trace.Clear();
+    StartIntoHang(hRelease);
     for (int i = 0; i < 3; ++i)
         EXPECT_TRUE(Present(4, 2));
     EXPECT_EQ(m_Trace.Lines(), Lines{});

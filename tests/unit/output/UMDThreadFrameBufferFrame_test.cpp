@@ -10,6 +10,38 @@ namespace
 {
 class FrameBufferFrameTest : public FrameBufferThreadFixture
 {
+protected:
+    /// The first pixel of each frame that the library got.
+    std::vector<UINT> FirstPixels() const
+    {
+        std::vector<UINT> pixels;
+        for (const TestClient::Call& update : m_Client.Updates())
+            pixels.push_back(update.m_Pixels.front());
+        return pixels;
+    }
+
+    /// Starts a worker, whose first frame ends it. @param pMethod of the copy's surface, which fails; null for none.
+    void ExpectAFrameEndsTheWorker(const char* pMethod, UINT rotation, Lines expected)
+    {
+        const TraceMask mask(kErrorsAndEnd);
+        m_Thread.emplace();
+        const size_t callsBefore = m_Client.History().size();
+        Start();
+        m_Trace.Clear();
+        if (pMethod)
+            m_Fake.Fail(pMethod, D3DERR_INVALIDCALL);
+        ASSERT_TRUE(Present(4, 2, 0, rotation));
+        ASSERT_TRUE(WaitForEnd());
+        m_Fake.ClearScripts();
+
+        expected.push_back("UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n");
+        EXPECT_EQ(ErrorLines(), expected);
+        Lines names = m_Client.Names();
+        names.erase(names.begin(), names.begin() + callsBefore);
+        EXPECT_EQ(names, (Lines{"Plug", "Unplug"}));
+        ExpectExited();
+        EXPECT_TRUE(m_Thread->RequestExit());
+    }
 };
 
 TEST_F(FrameBufferFrameTest, Update_EachRotation_SendsTheRotatedImageAndItsGeometry)
@@ -59,47 +91,25 @@ TEST_F(FrameBufferFrameTest, Update_LandscapeFrameRotatedBy90_IsDeliveredAsPortr
     }
 }
 
-TEST_F(FrameBufferFrameTest, ProcessFrameBuffer_AStepFails_EndsTheWorkerAndUnplugs)
+TEST_F(FrameBufferFrameTest, ProcessFrameBuffer_CopyCannotBeLocked_EndsTheWorkerAndUnplugs)
 {
-    const TraceMask mask(kErrorsAndEnd);
-    struct Case
-    {
-        const char* m_pMethod;  ///< of the copy's surface; null for none
-        UINT m_Rotation;
-        Lines m_Lines;
-    };
-    const Case cases[] = {
-        {"surface.LockRect", D3DDDI_ROTATION_IDENTITY,
-            {"UMDThreadFrameBuffer::InternalProcessFrameBuffer LockRect failed! hResult:0x8876086c\n"}},
-        {"surface.UnlockRect", D3DDDI_ROTATION_IDENTITY,
-            {"UMDThreadFrameBuffer::InternalProcessFrameBuffer UnlockRect failed! hResult:0x8876086c\n"}},
-        {nullptr, 0,
-            {"UMDThreadFrameBuffer::InternalCopyData failded no rotation 0\n",
-                "UMDThreadFrameBuffer::InternalProcessFrameBuffer UMDImgProcRotation failed! hResult:0x80004005\n"}},
-        {nullptr, 5,
-            {"UMDThreadFrameBuffer::InternalCopyData failded no rotation 5\n",
-                "UMDThreadFrameBuffer::InternalProcessFrameBuffer UMDImgProcRotation failed! hResult:0x80004005\n"}},
-    };
-    for (const Case& row : cases)
-    {
-        m_Thread.emplace();
-        const size_t callsBefore = m_Client.History().size();
-        Start();
-        m_Trace.Clear();
-        if (row.m_pMethod)
-            m_Fake.Fail(row.m_pMethod, D3DERR_INVALIDCALL);
-        ASSERT_TRUE(Present(4, 2, 0, row.m_Rotation));
-        ASSERT_TRUE(WaitForEnd());
-        m_Fake.ClearScripts();
+    ExpectAFrameEndsTheWorker("surface.LockRect", D3DDDI_ROTATION_IDENTITY,
+        {"UMDThreadFrameBuffer::InternalProcessFrameBuffer LockRect failed! hResult:0x8876086c\n"});
+}
 
-        Lines expected = row.m_Lines;
-        expected.push_back("UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n");
-        EXPECT_EQ(ErrorLines(), expected);
-        Lines names = m_Client.Names();
-        names.erase(names.begin(), names.begin() + callsBefore);
-        EXPECT_EQ(names, (Lines{"Plug", "Unplug"}));
-        ExpectExited();
-        EXPECT_TRUE(m_Thread->RequestExit());
+TEST_F(FrameBufferFrameTest, ProcessFrameBuffer_CopyCannotBeUnlocked_EndsTheWorkerAndUnplugs)
+{
+    ExpectAFrameEndsTheWorker("surface.UnlockRect", D3DDDI_ROTATION_IDENTITY,
+        {"UMDThreadFrameBuffer::InternalProcessFrameBuffer UnlockRect failed! hResult:0x8876086c\n"});
+}
+
+TEST_F(FrameBufferFrameTest, ProcessFrameBuffer_NoSuchRotation_EndsTheWorkerAndUnplugs)
+{
+    for (const UINT rotation : {0u, 5u})
+    {
+        ExpectAFrameEndsTheWorker(nullptr, rotation,
+            {"UMDThreadFrameBuffer::InternalCopyData failded no rotation " + std::to_string(rotation) + "\n",
+                "UMDThreadFrameBuffer::InternalProcessFrameBuffer UMDImgProcRotation failed! hResult:0x80004005\n"});
     }
 }
 
@@ -145,10 +155,7 @@ TEST_F(FrameBufferFrameTest, Update_SlowLibrary_GetsOnlyTheNewestFrameAndPresent
     m_Gate.Open();
     ASSERT_TRUE(m_Client.WaitForCalls(3));
     Stop();
-    const auto updates = m_Client.Updates();
-    ASSERT_EQ(updates.size(), 2u);
-    EXPECT_EQ(updates[0].m_Pixels.front(), 100u);
-    EXPECT_EQ(updates[1].m_Pixels.front(), 2000u);
+    EXPECT_EQ(FirstPixels(), (std::vector<UINT>{100, 2000}));
 }
 
 TEST_F(FrameBufferFrameTest, Run_WokenForAFrameThatIsTaken_WaitsForTheNext)
@@ -163,10 +170,7 @@ TEST_F(FrameBufferFrameTest, Run_WokenForAFrameThatIsTaken_WaitsForTheNext)
     ASSERT_TRUE(Present(4, 2, 300));
     ASSERT_TRUE(m_Client.WaitForCalls(3));
     Stop();
-    const auto updates = m_Client.Updates();
-    ASSERT_EQ(updates.size(), 2u);
-    EXPECT_EQ(updates[0].m_Pixels.front(), 200u);
-    EXPECT_EQ(updates[1].m_Pixels.front(), 300u);
+    EXPECT_EQ(FirstPixels(), (std::vector<UINT>{200, 300}));
 }
 
 TEST_F(FrameBufferFrameTest, FrameBufferAvailable_ManyFrames_AllocatesNothing)
