@@ -5,6 +5,7 @@
 #include "ResourceFixture.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,17 @@ inline constexpr RECT kRects[] = {
     {0, 0, 1057, 35},
 };
 
+/// A request in system memory, with numbered bytes as the row says.
+class MemoryRequest : public CreateRequest
+{
+public:
+    MemoryRequest(UINT flags, const FormatRow& row, UINT width, UINT height, UINT levels = 1)
+        : CreateRequest(flags, kSystem, row.Format, width, height, levels)
+    {
+        WithMemory(row.BytesPerPixel, row.Padding);
+    }
+};
+
 std::string NameOf(const FormatRow& row);
 
 /// The runtime's pixels of a sub-resource, row behind row without padding.
@@ -83,6 +95,30 @@ protected:
     }
     /// Gives back what Create made so far.
     void DestroyAll();
+
+    /// Calls the case with each row of the formats; what it creates is given back behind it.
+    template <typename Case>
+    void EachFormat(Case run)
+    {
+        for (const FormatRow& row : kFormats)
+        {
+            SCOPED_TRACE(NameOf(row));
+            run(row);
+            DestroyAll();
+        }
+    }
+    /// The same with each rectangle too.
+    template <typename Case>
+    void EachOf(std::span<const FormatRow> rows, std::span<const RECT> rects, Case run)
+    {
+        for (const FormatRow& row : rows)
+            for (const RECT& rect : rects)
+            {
+                SCOPED_TRACE(NameOf(row) + " right " + std::to_string(rect.right));
+                run(row, rect);
+                DestroyAll();
+            }
+    }
 
     HRESULT TexBlt(UMDRscBase* pSrc, UMDRscBase* pDst, const RECT& rect, POINT point);
     HRESULT Blt(UMDRscBase* pSrc, const RECT& srcRect, UMDRscBase* pDst, const RECT& dstRect);

@@ -50,6 +50,28 @@ void Check(const Case& c, const RECT* pRect)
                                          << c.DstPadding << ' ' << c.SrcPadding;
 }
 
+struct Extent
+{
+    UINT Width, Height, Padding;
+};
+
+/// Copies between new images of these extents, from either to the other. Expects that the rectangle's pixels move, and
+/// no other byte.
+template <typename Copy>
+void CheckBothWays(D3DDDIFORMAT format, const Extent& one, const Extent& other, const RECT& common, Copy copy)
+{
+    for (bool swapped : {false, true})
+    {
+        const Extent& dstExtent = swapped ? other : one;
+        const Extent& srcExtent = swapped ? one : other;
+        const ExactImage dst(format, dstExtent.Width, dstExtent.Height, dstExtent.Padding, 1);
+        const ExactImage src(format, srcExtent.Width, srcExtent.Height, srcExtent.Padding, 2);
+        const std::vector<BYTE> expected = WithPixels(dst.Bytes(), dst.Shape, src.Bits(), src.Shape, &common);
+        copy(dst, src);
+        ASSERT_TRUE(dst.Bytes() == expected) << FormatName(format) << " swapped " << swapped;
+    }
+}
+
 /// Calls the work with each format, size, pair of paddings and edge.
 template <typename Work>
 void EachCase(Work work)
@@ -98,35 +120,21 @@ TEST(PixelCopy, EmptyRectangle_TouchesNothing)
 TEST(PixelCopy, ImagesOfDifferentSizes_CopyWhatBothHave)
 {
     for (D3DDDIFORMAT format : kPixelFormats)
-        for (bool dstIsLarger : {false, true})
-        {
-            const ExactImage large(format, 16, 12, 4, 1);
-            const ExactImage small(format, 8, 8, 16, 2);
-            const ExactImage& dst = dstIsLarger ? large : small;
-            const ExactImage& src = dstIsLarger ? small : large;
-            const RECT both = {0, 0, 8, 8};
-            const std::vector<BYTE> expected = WithPixels(dst.Bytes(), dst.Shape, src.Bits(), src.Shape, &both);
-            UMDCopyPixels(UMDPixelLayoutOf(format), Written(dst), Read(src), nullptr);
-            ASSERT_TRUE(dst.Bytes() == expected) << FormatName(format);
-        }
+        ASSERT_NO_FATAL_FAILURE(CheckBothWays(
+            format, {16, 12, 4}, {8, 8, 16}, {0, 0, 8, 8}, [&](const ExactImage& dst, const ExactImage& src) {
+                UMDCopyPixels(UMDPixelLayoutOf(format), Written(dst), Read(src), nullptr);
+            }));
 }
 
 TEST(PixelCopy, RowsThatDoNotHoldTheWidth_StopAtTheLastWholeBlock)
 {
+    // Both say that they are as wide as the wide one.
     for (D3DDDIFORMAT format : {D3DDDIFMT_A8R8G8B8, D3DDDIFMT_DXT1, D3DDDIFMT_DXT5, D3DDDIFMT_YUY2})
-        for (bool dstIsNarrow : {false, true})
-        {
-            const ExactImage narrow(format, 8, 8, 3, 1);
-            const ExactImage wide(format, 16, 8, 0, 2);
-            const ExactImage& dst = dstIsNarrow ? narrow : wide;
-            const ExactImage& src = dstIsNarrow ? wide : narrow;
-            const RECT fitting = {0, 0, 8, 8};
-            const std::vector<BYTE> expected = WithPixels(dst.Bytes(), dst.Shape, src.Bits(), src.Shape, &fitting);
-            // Both say that they are as wide as the wide one.
-            UMDCopyPixels(UMDPixelLayoutOf(format), {dst.Bits(), dst.Shape.Pitch, 16, 8},
-                {src.Bits(), src.Shape.Pitch, 16, 8}, nullptr);
-            ASSERT_TRUE(dst.Bytes() == expected) << FormatName(format);
-        }
+        ASSERT_NO_FATAL_FAILURE(CheckBothWays(
+            format, {8, 8, 3}, {16, 8, 0}, {0, 0, 8, 8}, [&](const ExactImage& dst, const ExactImage& src) {
+                UMDCopyPixels(UMDPixelLayoutOf(format), {dst.Bits(), dst.Shape.Pitch, 16, 8},
+                    {src.Bits(), src.Shape.Pitch, 16, 8}, nullptr);
+            }));
 }
 
 TEST(PixelCopy, NoPitchOrNoPlanes_TouchesNothing)

@@ -23,8 +23,7 @@ TEST_F(CubeTexturePixels, WriteToDelegatedAndTexBlt_EveryFaceAndLevelReachesVide
         {
             SCOPED_TRACE(NameOf(row) + " edge " + std::to_string(size.Edge));
             const UINT flags = kFlagTexture | kFlagCubeMap;
-            CreateRequest source(flags, kSystem, row.Format, size.Edge, size.Edge, size.Levels);
-            source.WithMemory(row.BytesPerPixel, row.Padding);
+            MemoryRequest source(flags, row, size.Edge, size.Edge, size.Levels);
             CreateRequest destination(flags, kVideo, row.Format, size.Edge, size.Edge, size.Levels);
             auto* pSource = Create<UMDRscCubeTexture>(source);
             auto* pDestination = Create<UMDRscCubeTexture>(destination);
@@ -49,11 +48,8 @@ TEST_F(CubeTexturePixels, WriteToDelegatedAndTexBlt_EveryFaceAndLevelReachesVide
 TEST_F(CubeTexturePixels, WriteFromDelegated_RefreshesThatFaceAndLevel)
 {
     constexpr UINT kEdge = 37, kCubeLevels = 6;
-    for (const FormatRow& row : kFormats)
-    {
-        SCOPED_TRACE(NameOf(row));
-        CreateRequest request(kFlagTexture | kFlagCubeMap, kSystem, row.Format, kEdge, kEdge, kCubeLevels);
-        request.WithMemory(row.BytesPerPixel, row.Padding);
+    EachFormat([&](const FormatRow& row) {
+        MemoryRequest request(kFlagTexture | kFlagCubeMap, row, kEdge, kEdge, kCubeLevels);
         auto* pCube = Create<UMDRscCubeTexture>(request);
         std::vector<Bytes> expected;
         for (UINT index = 0; index < 6 * kCubeLevels; index++)
@@ -68,6 +64,5 @@ TEST_F(CubeTexturePixels, WriteFromDelegated_RefreshesThatFaceAndLevel)
             EXPECT_EQ(pCube->WriteFromDelegated(index), S_OK);
         for (UINT index = 0; index < 6 * kCubeLevels; index++)
             EXPECT_EQ(request.Memory(index), expected[index]) << "sub-resource " << index;
-        DestroyAll();
-    }
+    });
 }

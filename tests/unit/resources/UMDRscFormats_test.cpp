@@ -44,6 +44,19 @@ protected:
                 }
     }
 
+    /// Calls the case with each level of a texture of each format, size and pair of paddings.
+    template <typename Case>
+    void EachLevel(Case run)
+    {
+        EachOf([&](D3DDDIFORMAT format, const Size& size, UINT padding) {
+            ExactRequest request(
+                kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, size.Width, size.Height, size.Levels, padding);
+            auto* pTexture = Create<UMDRscTexture>(request);
+            for (UINT level = 0; level < size.Levels; level++)
+                run(pTexture, level, m_Fake.Find<FakeTexture>("texture#1").Level(level).Pixels(), request.Image(level));
+        });
+    }
+
     /// Noise in the delegated surface, which an upload must leave where it has nothing to say.
     static std::vector<BYTE> Scribble(FakePixels& pixels)
     {
@@ -72,16 +85,10 @@ protected:
 
 TEST_F(ResourceFormats, Texture_WriteToDelegated_EveryLevelHoldsItsPixels)
 {
-    EachOf([&](D3DDDIFORMAT format, const Size& size, UINT padding) {
-        ExactRequest request(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, size.Width, size.Height, size.Levels, padding);
-        auto* pTexture = Create<UMDRscTexture>(request);
-        for (UINT level = 0; level < size.Levels; level++)
-        {
-            FakePixels& pixels = m_Fake.Find<FakeTexture>("texture#1").Level(level).Pixels();
-            const std::vector<BYTE> before = Scribble(pixels);
-            EXPECT_EQ(pTexture->WriteToDelegated(level, nullptr), S_OK);
-            ExpectUploaded(pixels, before, request.Image(level), nullptr);
-        }
+    EachLevel([&](UMDRscTexture* pTexture, UINT level, FakePixels& pixels, ExactImage& memory) {
+        const std::vector<BYTE> before = Scribble(pixels);
+        EXPECT_EQ(pTexture->WriteToDelegated(level, nullptr), S_OK);
+        ExpectUploaded(pixels, before, memory, nullptr);
     });
 }
 
@@ -105,19 +112,12 @@ TEST_F(ResourceFormats, Texture_WriteToDelegatedByRectangle_AlignsItOutwardsAndS
 
 TEST_F(ResourceFormats, Texture_WriteFromDelegated_RefreshesEveryLevelAndNothingElse)
 {
-    EachOf([&](D3DDDIFORMAT format, const Size& size, UINT padding) {
-        ExactRequest request(kFlagTexture, D3DDDIPOOL_SYSTEMMEM, format, size.Width, size.Height, size.Levels, padding);
-        auto* pTexture = Create<UMDRscTexture>(request);
-        for (UINT level = 0; level < size.Levels; level++)
-        {
-            FakePixels& pixels = m_Fake.Find<FakeTexture>("texture#1").Level(level).Pixels();
-            Scribble(pixels);
-            ExactImage& memory = request.Image(level);
-            const std::vector<BYTE> expected =
-                WithPixels(memory.Bytes(), memory.Shape, pixels.Bytes().data(), pixels.Shape(), nullptr);
-            EXPECT_EQ(pTexture->WriteFromDelegated(level), S_OK);
-            EXPECT_TRUE(memory.Bytes() == expected) << "level " << level;
-        }
+    EachLevel([&](UMDRscTexture* pTexture, UINT level, FakePixels& pixels, ExactImage& memory) {
+        Scribble(pixels);
+        const std::vector<BYTE> expected =
+            WithPixels(memory.Bytes(), memory.Shape, pixels.Bytes().data(), pixels.Shape(), nullptr);
+        EXPECT_EQ(pTexture->WriteFromDelegated(level), S_OK);
+        EXPECT_TRUE(memory.Bytes() == expected) << "level " << level;
     });
 }
 

@@ -15,35 +15,27 @@ using SurfacePixels = RealPixels;
 
 TEST_F(SurfacePixels, WriteToDelegatedAndBlt_RectangleReachesVideoMemory)
 {
-    for (const FormatRow& row : kFormats)
-    {
-        for (const RECT& rect : kRects)
-        {
-            SCOPED_TRACE(NameOf(row) + " right " + std::to_string(rect.right));
-            CreateRequest first(0, kSystem, row.Format, kWidth, kHeight);
-            first.WithMemory(row.BytesPerPixel, row.Padding);
-            CreateRequest second(0, kSystem, row.Format, kWidth, kHeight);
-            second.WithMemory(row.BytesPerPixel, row.Padding);
-            std::ranges::reverse(second.Memory(0));
-            CreateRequest target(kFlagRenderTarget, kVideo, row.Format, kWidth + 2, kHeight + 1);
-            const RECT whole = {0, 0, kWidth, kHeight};
-            const RECT moved = {rect.left + 2, rect.top + 1, rect.right + 2, rect.bottom + 1};
-            auto* pFirst = Create<UMDRscSurface>(first);
-            auto* pSecond = Create<UMDRscSurface>(second);
-            auto* pTarget = Create<UMDRscSurface>(target);
-            EXPECT_EQ(Blt(pFirst, whole, pTarget, whole), S_OK);
-            const Bytes below = PixelsOf(pTarget->GetSurface(0, 0), row.BytesPerPixel);
-            const Bytes before = Scribble(pSecond->GetSurface(0, 0), row.BytesPerPixel, 5);
-            EXPECT_EQ(Blt(pSecond, rect, pTarget, moved), S_OK);
-            const Bytes above = MemoryOf(second, 0, row.BytesPerPixel);
-            EXPECT_EQ(PixelsOf(pSecond->GetSurface(0, 0), row.BytesPerPixel),
-                Overlaid(before, kWidth, {rect.left, rect.top}, above, kWidth, rect, row.BytesPerPixel));
-            EXPECT_EQ(PixelsOf(pTarget->GetSurface(0, 0), row.BytesPerPixel),
-                Kept(Overlaid(below, kWidth + 2, {moved.left, moved.top}, above, kWidth, rect, row.BytesPerPixel),
-                    row.Format));
-            DestroyAll();
-        }
-    }
+    EachOf(kFormats, kRects, [&](const FormatRow& row, const RECT& rect) {
+        MemoryRequest first(0, row, kWidth, kHeight);
+        MemoryRequest second(0, row, kWidth, kHeight);
+        std::ranges::reverse(second.Memory(0));
+        CreateRequest target(kFlagRenderTarget, kVideo, row.Format, kWidth + 2, kHeight + 1);
+        const RECT whole = {0, 0, kWidth, kHeight};
+        const RECT moved = {rect.left + 2, rect.top + 1, rect.right + 2, rect.bottom + 1};
+        auto* pFirst = Create<UMDRscSurface>(first);
+        auto* pSecond = Create<UMDRscSurface>(second);
+        auto* pTarget = Create<UMDRscSurface>(target);
+        EXPECT_EQ(Blt(pFirst, whole, pTarget, whole), S_OK);
+        const Bytes below = PixelsOf(pTarget->GetSurface(0, 0), row.BytesPerPixel);
+        const Bytes before = Scribble(pSecond->GetSurface(0, 0), row.BytesPerPixel, 5);
+        EXPECT_EQ(Blt(pSecond, rect, pTarget, moved), S_OK);
+        const Bytes above = MemoryOf(second, 0, row.BytesPerPixel);
+        EXPECT_EQ(PixelsOf(pSecond->GetSurface(0, 0), row.BytesPerPixel),
+            Overlaid(before, kWidth, {rect.left, rect.top}, above, kWidth, rect, row.BytesPerPixel));
+        EXPECT_EQ(PixelsOf(pTarget->GetSurface(0, 0), row.BytesPerPixel),
+            Kept(Overlaid(below, kWidth + 2, {moved.left, moved.top}, above, kWidth, rect, row.BytesPerPixel),
+                row.Format));
+    });
 }
 
 TEST_F(SurfacePixels, WriteToDelegated_FormatsOfNoTextureToo)
@@ -56,22 +48,15 @@ TEST_F(SurfacePixels, WriteToDelegated_FormatsOfNoTextureToo)
     };
     constexpr UINT kEvenWidth = 62, kEvenHeight = 36;
     const RECT rects[] = {{0, 0, 1, 1}, {4, 2, 10, 9}, {60, 35, 62, 36}, {0, 0, 62, 36}};
-    for (const FormatRow& row : rows)
-    {
-        for (const RECT& rect : rects)
-        {
-            SCOPED_TRACE(NameOf(row) + " right " + std::to_string(rect.right));
-            CreateRequest request(0, kSystem, row.Format, kEvenWidth, kEvenHeight);
-            request.WithMemory(row.BytesPerPixel, row.Padding);
-            auto* pSurface = Create<UMDRscSurface>(request);
-            const Bytes before = Scribble(pSurface->GetSurface(0, 0), row.BytesPerPixel, 9);
-            EXPECT_EQ(pSurface->WriteToDelegated(0, &rect), S_OK);
-            EXPECT_EQ(PixelsOf(pSurface->GetSurface(0, 0), row.BytesPerPixel),
-                Overlaid(before, kEvenWidth, {rect.left, rect.top}, MemoryOf(request, 0, row.BytesPerPixel), kEvenWidth,
-                    rect, row.BytesPerPixel));
-            DestroyAll();
-        }
-    }
+    EachOf(rows, rects, [&](const FormatRow& row, const RECT& rect) {
+        MemoryRequest request(0, row, kEvenWidth, kEvenHeight);
+        auto* pSurface = Create<UMDRscSurface>(request);
+        const Bytes before = Scribble(pSurface->GetSurface(0, 0), row.BytesPerPixel, 9);
+        EXPECT_EQ(pSurface->WriteToDelegated(0, &rect), S_OK);
+        EXPECT_EQ(PixelsOf(pSurface->GetSurface(0, 0), row.BytesPerPixel),
+            Overlaid(before, kEvenWidth, {rect.left, rect.top}, MemoryOf(request, 0, row.BytesPerPixel), kEvenWidth,
+                rect, row.BytesPerPixel));
+    });
 }
 
 TEST_F(SurfacePixels, Create_FormatThatTheDeviceHasNotForTheKind_IsRefusedAndNothingIsLeft)

@@ -14,11 +14,8 @@ using TexturePixels = RealPixels;
 
 TEST_F(TexturePixels, WriteToDelegated_EveryLevelHoldsTheRuntimesPixels)
 {
-    for (const FormatRow& row : kFormats)
-    {
-        SCOPED_TRACE(NameOf(row));
-        CreateRequest request(kFlagTexture, kSystem, row.Format, kWidth, kHeight, kLevels);
-        request.WithMemory(row.BytesPerPixel, row.Padding);
+    EachFormat([&](const FormatRow& row) {
+        MemoryRequest request(kFlagTexture, row, kWidth, kHeight, kLevels);
         auto* pTexture = Create<UMDRscTexture>(request);
         for (UINT level = 0; level < kLevels; level++)
             EXPECT_EQ(pTexture->WriteToDelegated(level, nullptr), S_OK);
@@ -26,39 +23,28 @@ TEST_F(TexturePixels, WriteToDelegated_EveryLevelHoldsTheRuntimesPixels)
             EXPECT_EQ(PixelsOf(pTexture->GetSurface(0, level), row.BytesPerPixel),
                 MemoryOf(request, level, row.BytesPerPixel))
                 << "level " << level;
-        DestroyAll();
-    }
+    });
 }
 
 TEST_F(TexturePixels, WriteToDelegated_RectangleIsLevelZerosAlone)
 {
-    for (const FormatRow& row : kFormats)
-    {
-        for (const RECT& rect : kRects)
-        {
-            SCOPED_TRACE(NameOf(row) + " right " + std::to_string(rect.right));
-            CreateRequest request(kFlagTexture, kSystem, row.Format, kWidth, kHeight, 2);
-            request.WithMemory(row.BytesPerPixel, row.Padding);
-            auto* pTexture = Create<UMDRscTexture>(request);
-            const Bytes before = Scribble(pTexture->GetSurface(0, 0), row.BytesPerPixel, 3);
-            EXPECT_EQ(pTexture->WriteToDelegated(0, &rect), S_OK);
-            EXPECT_EQ(pTexture->WriteToDelegated(1, &rect), S_OK);
-            const Bytes memory = MemoryOf(request, 0, row.BytesPerPixel);
-            EXPECT_EQ(PixelsOf(pTexture->GetSurface(0, 0), row.BytesPerPixel),
-                Overlaid(before, kWidth, {rect.left, rect.top}, memory, kWidth, rect, row.BytesPerPixel));
-            EXPECT_EQ(PixelsOf(pTexture->GetSurface(0, 1), row.BytesPerPixel), MemoryOf(request, 1, row.BytesPerPixel));
-            DestroyAll();
-        }
-    }
+    EachOf(kFormats, kRects, [&](const FormatRow& row, const RECT& rect) {
+        MemoryRequest request(kFlagTexture, row, kWidth, kHeight, 2);
+        auto* pTexture = Create<UMDRscTexture>(request);
+        const Bytes before = Scribble(pTexture->GetSurface(0, 0), row.BytesPerPixel, 3);
+        EXPECT_EQ(pTexture->WriteToDelegated(0, &rect), S_OK);
+        EXPECT_EQ(pTexture->WriteToDelegated(1, &rect), S_OK);
+        const Bytes memory = MemoryOf(request, 0, row.BytesPerPixel);
+        EXPECT_EQ(PixelsOf(pTexture->GetSurface(0, 0), row.BytesPerPixel),
+            Overlaid(before, kWidth, {rect.left, rect.top}, memory, kWidth, rect, row.BytesPerPixel));
+        EXPECT_EQ(PixelsOf(pTexture->GetSurface(0, 1), row.BytesPerPixel), MemoryOf(request, 1, row.BytesPerPixel));
+    });
 }
 
 TEST_F(TexturePixels, WriteFromDelegated_RefreshesThatLevelAndNoPadding)
 {
-    for (const FormatRow& row : kFormats)
-    {
-        SCOPED_TRACE(NameOf(row));
-        CreateRequest request(kFlagTexture, kSystem, row.Format, kWidth, kHeight, kLevels);
-        request.WithMemory(row.BytesPerPixel, row.Padding);
+    EachFormat([&](const FormatRow& row) {
+        MemoryRequest request(kFlagTexture, row, kWidth, kHeight, kLevels);
         auto* pTexture = Create<UMDRscTexture>(request);
         for (UINT level = 0; level < kLevels; level++)
         {
@@ -73,17 +59,13 @@ TEST_F(TexturePixels, WriteFromDelegated_RefreshesThatLevelAndNoPadding)
             for (UINT other = 0; other < kLevels; other++)
                 EXPECT_EQ(request.Memory(other), expected[other]) << "level " << level << " memory " << other;
         }
-        DestroyAll();
-    }
+    });
 }
 
 TEST_F(TexturePixels, TexBlt_EveryLevelReachesVideoMemory)
 {
-    for (const FormatRow& row : kFormats)
-    {
-        SCOPED_TRACE(NameOf(row));
-        CreateRequest source(kFlagTexture, kSystem, row.Format, kWidth, kHeight, kLevels);
-        source.WithMemory(row.BytesPerPixel, row.Padding);
+    EachFormat([&](const FormatRow& row) {
+        MemoryRequest source(kFlagTexture, row, kWidth, kHeight, kLevels);
         CreateRequest destination(kFlagTexture, kVideo, row.Format, kWidth, kHeight, kLevels);
         auto* pSource = Create<UMDRscTexture>(source);
         auto* pDestination = Create<UMDRscTexture>(destination);
@@ -92,21 +74,16 @@ TEST_F(TexturePixels, TexBlt_EveryLevelReachesVideoMemory)
             EXPECT_EQ(PixelsOf(pDestination->GetSurface(0, level), row.BytesPerPixel),
                 Kept(MemoryOf(source, level, row.BytesPerPixel), row.Format))
                 << "level " << level;
-        DestroyAll();
-    }
+    });
 }
 
 TEST_F(TexturePixels, TexBlt_RectangleGoesToItsPointOnLevelZeroAlone)
 {
     const RECT rect = {5, 3, 18, 30};
     const POINT point = {1040, 1};
-    for (const FormatRow& row : kFormats)
-    {
-        SCOPED_TRACE(NameOf(row));
-        CreateRequest first(kFlagTexture, kSystem, row.Format, kWidth, kHeight, 3);
-        first.WithMemory(row.BytesPerPixel, row.Padding);
-        CreateRequest second(kFlagTexture, kSystem, row.Format, kWidth, kHeight, 3);
-        second.WithMemory(row.BytesPerPixel, row.Padding);
+    EachFormat([&](const FormatRow& row) {
+        MemoryRequest first(kFlagTexture, row, kWidth, kHeight, 3);
+        MemoryRequest second(kFlagTexture, row, kWidth, kHeight, 3);
         for (UINT level = 0; level < 3; level++)
             std::ranges::reverse(second.Memory(level));
         CreateRequest destination(kFlagTexture, kVideo, row.Format, kWidth, kHeight, 3);
@@ -126,17 +103,13 @@ TEST_F(TexturePixels, TexBlt_RectangleGoesToItsPointOnLevelZeroAlone)
             EXPECT_EQ(PixelsOf(pDestination->GetSurface(0, level), row.BytesPerPixel),
                 Kept(MemoryOf(second, level, row.BytesPerPixel), row.Format))
                 << "level " << level;
-        DestroyAll();
-    }
+    });
 }
 
 TEST_F(TexturePixels, BltToSystemTexture_PixelsReachTheRuntimesMemory)
 {
-    for (const FormatRow& row : kFormats)
-    {
-        SCOPED_TRACE(NameOf(row));
-        CreateRequest source(kFlagTexture, kSystem, row.Format, 61, kHeight);
-        source.WithMemory(row.BytesPerPixel, row.Padding);
+    EachFormat([&](const FormatRow& row) {
+        MemoryRequest source(kFlagTexture, row, 61, kHeight);
         CreateRequest target(kFlagTexture | kFlagRenderTarget, kVideo, row.Format, 61, kHeight);
         CreateRequest copy(kFlagTexture, kSystem, row.Format, 61, kHeight);
         copy.WithMemory(row.BytesPerPixel, 16);
@@ -149,6 +122,5 @@ TEST_F(TexturePixels, BltToSystemTexture_PixelsReachTheRuntimesMemory)
         EXPECT_EQ(Blt(pSource, whole, pTarget, whole), S_OK);
         EXPECT_EQ(Blt(pTarget, whole, pCopy, whole), S_OK);
         EXPECT_EQ(copy.Memory(0), expected);
-        DestroyAll();
-    }
+    });
 }
