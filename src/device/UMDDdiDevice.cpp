@@ -61,12 +61,8 @@ bool UMDDdiDevice::CreateContext()
         }
         UMD_TRACE(UMDTRACE_DETAIL, L"UMDDdiDevice::CreateContext m_hContext:0x%x\n", UMDLow32(context.hContext));
         m_hContext = context.hContext;
-        m_pCommandBuffer = context.pCommandBuffer;
-        m_CommandBufferSize = context.CommandBufferSize;
-        m_pAllocationList = context.pAllocationList;
-        m_AllocationListSize = context.AllocationListSize;
-        m_pPatchLocationList = context.pPatchLocationList;
-        m_PatchLocationListSize = context.PatchLocationListSize;
+        InternalTakeCommandBuffer(context.pCommandBuffer, context.CommandBufferSize, context.pAllocationList,
+            context.AllocationListSize, context.pPatchLocationList, context.PatchLocationListSize);
     }
     UMD_TRACE(UMDTRACE_LEAVE, L"<<< UMDDdiDevice::CreateContext\n");
     return true;

@@ -141,7 +141,9 @@ private:
     void InternalForgetPrimary(HANDLE hResource);
     /// Unbinds stream 0 if the resource is its vertex buffer.
     void InternalForgetStreamSource0(const UMDRscBase* pResource);
-    void InternalTakeCommandBuffer(const D3DDDICB_RENDER& render);
+    /// Takes the runtime's memory for the commands to come: buffer and lists, each with its size.
+    void InternalTakeCommandBuffer(void* pCommandBuffer, UINT commandBufferSize, D3DDDI_ALLOCATIONLIST* pAllocationList,
+        UINT allocationListSize, D3DDDI_PATCHLOCATIONLIST* pPatchLocationList, UINT patchLocationListSize);
 
     struct SourceReserved
     {

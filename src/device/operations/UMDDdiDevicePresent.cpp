@@ -68,18 +68,21 @@ HRESULT UMDDdiDevice::Flush()
     render.hContext = m_hContext;
     if (HRESULT hr = m_d3dCallbacks.pfnRenderCb(m_hDevice, &render); FAILED(hr))
         return UMDFail(hr, L"UMDDdiDevice::Flush pfnRenderCb failed! 0x%x\n", hr);
-    InternalTakeCommandBuffer(render);
+    InternalTakeCommandBuffer(render.pNewCommandBuffer, render.NewCommandBufferSize, render.pNewAllocationList,
+        render.NewAllocationListSize, render.pNewPatchLocationList, render.NewPatchLocationListSize);
     return S_OK;
 }
 
-void UMDDdiDevice::InternalTakeCommandBuffer(const D3DDDICB_RENDER& render)
+void UMDDdiDevice::InternalTakeCommandBuffer(void* pCommandBuffer, UINT commandBufferSize,
+    D3DDDI_ALLOCATIONLIST* pAllocationList, UINT allocationListSize, D3DDDI_PATCHLOCATIONLIST* pPatchLocationList,
+    UINT patchLocationListSize)
 {
-    m_pCommandBuffer = render.pNewCommandBuffer;
-    m_CommandBufferSize = render.NewCommandBufferSize;
-    m_pAllocationList = render.pNewAllocationList;
-    m_AllocationListSize = render.NewAllocationListSize;
-    m_pPatchLocationList = render.pNewPatchLocationList;
-    m_PatchLocationListSize = render.NewPatchLocationListSize;
+    m_pCommandBuffer = pCommandBuffer;
+    m_CommandBufferSize = commandBufferSize;
+    m_pAllocationList = pAllocationList;
+    m_AllocationListSize = allocationListSize;
+    m_pPatchLocationList = pPatchLocationList;
+    m_PatchLocationListSize = patchLocationListSize;
 }
 
 HRESULT UMDDdiDevice::SetDisplayMode(const D3DDDIARG_SETDISPLAYMODE* pSetDisplayMode)
