@@ -183,13 +183,8 @@ HRESULT HostKernel::Render(D3DDDICB_RENDER* pArg)
     if (pArg->NumAllocations > Context::kAllocations || pArg->NumPatchLocations > Context::kPatchLocations)
         return Violation("pfnRenderCb: list beyond its end");
     pContext->m_Current ^= 1;
-    Context::Buffers& next = pContext->m_Buffers[pContext->m_Current];
-    pArg->pNewCommandBuffer = next.m_Commands;
-    pArg->NewCommandBufferSize = Context::kCommandBytes;
-    pArg->pNewAllocationList = next.m_Allocations;
-    pArg->NewAllocationListSize = Context::kAllocations;
-    pArg->pNewPatchLocationList = next.m_PatchLocations;
-    pArg->NewPatchLocationListSize = Context::kPatchLocations;
+    std::tie(pArg->pNewCommandBuffer, pArg->NewCommandBufferSize, pArg->pNewAllocationList, pArg->NewAllocationListSize,
+        pArg->pNewPatchLocationList, pArg->NewPatchLocationListSize) = pContext->HandOut();
     return S_OK;
 }
 
@@ -233,14 +228,9 @@ HRESULT HostKernel::Escape(const D3DDDICB_ESCAPE* pArg)
 HRESULT HostKernel::CreateContext(D3DDDICB_CREATECONTEXT* pArg)
 {
     m_Contexts.push_back(std::make_unique<Context>());
-    Context::Buffers& buffers = m_Contexts.back()->m_Buffers[0];
     pArg->hContext = m_Contexts.back().get();
-    pArg->pCommandBuffer = buffers.m_Commands;
-    pArg->CommandBufferSize = Context::kCommandBytes;
-    pArg->pAllocationList = buffers.m_Allocations;
-    pArg->AllocationListSize = Context::kAllocations;
-    pArg->pPatchLocationList = buffers.m_PatchLocations;
-    pArg->PatchLocationListSize = Context::kPatchLocations;
+    std::tie(pArg->pCommandBuffer, pArg->CommandBufferSize, pArg->pAllocationList, pArg->AllocationListSize,
+        pArg->pPatchLocationList, pArg->PatchLocationListSize) = m_Contexts.back()->HandOut();
     return S_OK;
 }
 

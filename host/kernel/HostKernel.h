@@ -13,6 +13,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 /// One kernel-mode allocation.
@@ -89,6 +90,15 @@ private:
             D3DDDI_ALLOCATIONLIST m_Allocations[kAllocations];
             D3DDDI_PATCHLOCATIONLIST m_PatchLocations[kPatchLocations];
         };
+        /// What pfnCreateContextCb and pfnRenderCb answer: each memory and its size, in the order of their records.
+        using HandedOut = std::tuple<void*, UINT, D3DDDI_ALLOCATIONLIST*, UINT, D3DDDI_PATCHLOCATIONLIST*, UINT>;
+        HandedOut HandOut()
+        {
+            Buffers& current = m_Buffers[m_Current];
+            return {current.m_Commands, kCommandBytes, current.m_Allocations, kAllocations, current.m_PatchLocations,
+                kPatchLocations};
+        }
+
         Buffers m_Buffers[2];
         UINT m_Current = 0;
     };
