@@ -315,11 +315,7 @@ void DifferentialDriverPainter::Blt(PainterObject& from, const RECT& fromRect, P
 
 void DifferentialDriverPainter::TexBlt(PainterObject& from, const RECT& rect, PainterObject& to, const POINT& point)
 {
-    D3DDDIARG_TEXBLT arg{};
-    arg.hSrcResource = Handle(from);
-    arg.SrcRect = rect;
-    arg.hDstResource = Handle(to);
-    arg.DstPoint = point;
+    const D3DDDIARG_TEXBLT arg = {Handle(to), Handle(from), 0, point, rect};
     CALL(pfnTexBlt, &arg);
 }
 
