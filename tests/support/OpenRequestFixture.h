@@ -1,16 +1,15 @@
 // Tests of a texture that another process shares: what the runtime gives to open it.
 #pragma once
 
+#include "OpenRequest.h"
 #include "ResourceFixture.h"
-
-#include "kernel/UMDAllocationPrivateData.h"
 
 #include <span>
 
 namespace tesslo::test
 {
-/// A record of the driver's own for a texture of 64 x 32 with two levels, its allocation and the runtime's record.
-class OpenRequestFixture : public ResourceFixture
+/// The record is of a texture of 64 x 32 with two levels.
+class OpenRequestFixture : public ResourceFixture, protected OpenRequest
 {
 protected:
     OpenRequestFixture()
@@ -22,10 +21,6 @@ protected:
         m_Record.Usage = 1;
         m_Record.Levels = 2;
         m_Record.TextureKind = 6;
-        m_Allocation.pPrivateDriverData = &m_Record;
-        m_Allocation.PrivateDriverDataSize = sizeof m_Record;
-        m_Open.NumAllocations = 1;
-        m_Open.pOpenAllocationInfo = &m_Allocation;
     }
 
     /// Runs check once for each change, each made to the request as it is now, which stands again behind the last.
@@ -48,9 +43,5 @@ protected:
         m_Allocation = allocation;
         m_Open = open;
     }
-
-    UMDAllocationPrivateData m_Record{};
-    D3DDDI_OPENALLOCATIONINFO m_Allocation{};
-    D3DDDIARG_OPENRESOURCE m_Open{};
 };
 }  // namespace tesslo::test

@@ -1,7 +1,7 @@
-#include "kernel/UMDAllocationPrivateData.h"
 #include "kernel/UMDUtilDebugTracePrintOpenResource.h"
 #include "util/UMDUtilDebugTracePrint.h"
 
+#include "OpenRequest.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
 
@@ -50,26 +50,22 @@ Lines PrintedFlags(UINT flags)
 }
 
 /// An opened allocation with a record as the creator of a shared texture stores it.
-class UMDUtilDebugTracePrintOpenResourceTest : public testing::Test
+class UMDUtilDebugTracePrintOpenResourceTest : public testing::Test, protected OpenRequest
 {
 protected:
     UMDUtilDebugTracePrintOpenResourceTest()
     {
-        m_Data.Kind = UMDALLOCATIONKIND_OTHER;
-        m_Data.Width = 320;
-        m_Data.Height = 200;
-        m_Data.Format = 21;
-        m_Data.Levels = 2;
-        m_Data.MipLevels = 9;
-        m_Data.MultisampleQuality = 8;
-        m_Data.ResourceFlags = 0x00010001;
-        m_Data.DriverHandle = 0xABCD1234;
-        m_Data.SharedHandle = 0x55;
+        m_Record.Kind = UMDALLOCATIONKIND_OTHER;
+        m_Record.Width = 320;
+        m_Record.Height = 200;
+        m_Record.Format = 21;
+        m_Record.Levels = 2;
+        m_Record.MultisampleQuality = 8;
+        m_Record.MipLevels = 9;
+        m_Record.ResourceFlags = 0x00010001;
+        m_Record.DriverHandle = 0xABCD1234;
+        m_Record.SharedHandle = 0x55;
         m_Allocation.hAllocation = 0xC0DE;
-        m_Allocation.pPrivateDriverData = &m_Data;
-        m_Allocation.PrivateDriverDataSize = sizeof(m_Data);
-        m_Open.NumAllocations = 1;
-        m_Open.pOpenAllocationInfo = &m_Allocation;
     }
 
     /// Lines behind the request's own.
@@ -78,10 +74,6 @@ protected:
         const Lines lines = Printed(UMDUtilDebugTracePrintOpenResource, m_Open);
         return Lines(lines.begin() + 1, lines.end());
     }
-
-    UMDAllocationPrivateData m_Data = {};
-    D3DDDI_OPENALLOCATIONINFO m_Allocation = {};
-    D3DDDIARG_OPENRESOURCE m_Open = {};
 };
 
 TEST(UMDUtilDebugTracePrintResourceType, Type_Each_PrintsItsNameOrNothing)
@@ -204,7 +196,7 @@ TEST_F(UMDUtilDebugTracePrintOpenResourceTest, StoredFlags_Each_KeepTheirSlots)
     };
     for (const auto& [flags, pLine] : rows)
     {
-        m_Data.ResourceFlags = flags;
+        m_Record.ResourceFlags = flags;
         EXPECT_EQ(PrintedAllocations().back(), pLine);
     }
 }
@@ -212,14 +204,14 @@ TEST_F(UMDUtilDebugTracePrintOpenResourceTest, StoredFlags_Each_KeepTheirSlots)
 TEST_F(UMDUtilDebugTracePrintOpenResourceTest, Allocation_WithOtherPrivateData_PrintsItsLineAlone)
 {
     const Lines whole = {"   - Allocation 0: hAllocation:0xc0de PrivateDriverDataSize:76\n"};
-    m_Data.Kind = UMDALLOCATIONKIND_PRIMARY;
+    m_Record.Kind = UMDALLOCATIONKIND_PRIMARY;
     EXPECT_EQ(PrintedAllocations(), whole);
-    m_Data.Kind = 7;
+    m_Record.Kind = 7;
     EXPECT_EQ(PrintedAllocations(), whole);
-    m_Data.Kind = UMDALLOCATIONKIND_OTHER;
+    m_Record.Kind = UMDALLOCATIONKIND_OTHER;
     m_Allocation.pPrivateDriverData = nullptr;
     EXPECT_EQ(PrintedAllocations(), whole);
-    m_Allocation.pPrivateDriverData = &m_Data;
+    m_Allocation.pPrivateDriverData = &m_Record;
     m_Allocation.PrivateDriverDataSize = 75;
     EXPECT_EQ(PrintedAllocations(), Lines{"   - Allocation 0: hAllocation:0xc0de PrivateDriverDataSize:75\n"});
 }
