@@ -1,6 +1,5 @@
 // Index buffers.
-#include "ResourceFixture.h"
-#include "TraceLevels.h"
+#include "BufferFixture.h"
 #include "TraceText.h"
 
 #include "resources/UMDRscIndexBuffer.h"
@@ -9,8 +8,10 @@ using namespace tesslo::test;
 
 namespace
 {
-class UMDRscIndexBufferTest : public ResourceFixture
+class UMDRscIndexBufferTest : public BufferFixture<UMDRscIndexBuffer>
 {
+protected:
+    UMDRscIndexBufferTest() : BufferFixture("UMDRscIndexBuffer", "indexbuffer") {}
 };
 }  // namespace
 
@@ -46,39 +47,14 @@ TEST_F(UMDRscIndexBufferTest, AnyPool_IsLockedOnTheDelegatedDevice)
 TEST_F(UMDRscIndexBufferTest, EachFailure_IsTracedAndReturned)
 {
     CreateRequest request(kFlagIndexBuffer, kVideo, D3DDDIFMT_INDEX32, 64, 1);
-    UMDRscIndexBuffer* pBuffer = nullptr;
-    void* pData = nullptr;
-    ExpectFailures(
-        {{"indexbuffer.Lock", 1, kRefused, {"UMDRscIndexBuffer::Lock Lock failed! 0x8876086a\n"}}},
-        [&] { pBuffer = Create<UMDRscIndexBuffer>(request); },
-        [&] { return pBuffer->Lock(0, 0, 4, &pData, nullptr, 0); });
-    ExpectFailures(
-        {{"indexbuffer.Unlock", 1, kRefused, {"UMDRscIndexBuffer::Unlock Unlock failed! 0x8876086a\n"}}},
-        [&] {
-            pBuffer = Create<UMDRscIndexBuffer>(request);
-            pBuffer->Lock(0, 0, 4, &pData, nullptr, 0);
-        },
-        [&] { return pBuffer->Unlock(); });
-    pBuffer = Create<UMDRscIndexBuffer>(request);
-    pBuffer->Destroy();
-    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pBuffer->Lock(0, 0, 4, &pData, nullptr, 0), E_FAIL); }),
-        Lines{"UMDRscIndexBuffer::Lock Lock not supported!\n"});
-    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pBuffer->Unlock(), E_FAIL); }), Lines{});
+    ExpectLockAndUnlockPassCodesOn(request);
+    ExpectDestroyedIsRefused(request, {"UMDRscIndexBuffer::Lock Lock not supported!\n"}, {});
 }
 
 TEST_F(UMDRscIndexBufferTest, Life_Trace_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagIndexBuffer, kSystem, D3DDDIFMT_INDEX32, 64, 1);
-    void* pData = nullptr;
-    UINT pitch = 0;
-    EXPECT_EQ(LevelledTrace([&] {
-        UMDRscIndexBuffer buffer(
-            &Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DUSAGE_WRITEONLY, D3DPOOL_SYSTEMMEM);
-        buffer.Create();
-        buffer.Lock(0, 0, 64, &pData, &pitch, 0);
-        buffer.Unlock();
-        buffer.Destroy();
-    }),
+    EXPECT_EQ(TraceOfLife(request, D3DPOOL_SYSTEMMEM, [](UMDRscIndexBuffer&) {}),
         (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
             "0x200 UMDRscIndexBuffer::Create Length=64 Usage=8 Format=102 Pool=2 IndexBuffer:0x# this:0x#\n",
             "0x20 UMDRscIndexBuffer::Lock 0x# m_Pool:2\n", "0x20 UMDRscIndexBuffer::Lock 0x#\n",

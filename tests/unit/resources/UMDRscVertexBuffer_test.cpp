@@ -1,6 +1,5 @@
 // Vertex buffers.
-#include "ResourceFixture.h"
-#include "TraceLevels.h"
+#include "BufferFixture.h"
 #include "TraceText.h"
 
 #include "resources/UMDRscVertexBuffer.h"
@@ -9,8 +8,10 @@ using namespace tesslo::test;
 
 namespace
 {
-class UMDRscVertexBufferTest : public ResourceFixture
+class UMDRscVertexBufferTest : public BufferFixture<UMDRscVertexBuffer>
 {
+protected:
+    UMDRscVertexBufferTest() : BufferFixture("UMDRscVertexBuffer", "vertexbuffer") {}
 };
 }  // namespace
 
@@ -98,47 +99,20 @@ TEST_F(UMDRscVertexBufferTest, EachFailure_IsTracedAndReturned)
     CreateRequest system(kFlagVertexBuffer, kSystem, D3DDDIFMT_VERTEXDATA, 64, 1);
     system.WithMemory(1, 0);
     UMDRscVertexBuffer* pBuffer = nullptr;
-    void* pData = nullptr;
-    const std::string prefix = "UMDRscVertexBuffer::";
+    ExpectLockAndUnlockPassCodesOn(video);
     ExpectFailures(
-        {{"vertexbuffer.Lock", 1, kRefused, {prefix + "Lock Lock failed! 0x8876086a\n"}}},
-        [&] { pBuffer = Create<UMDRscVertexBuffer>(video); },
-        [&] { return pBuffer->Lock(0, 0, 4, &pData, nullptr, 0); });
-    ExpectFailures(
-        {{"vertexbuffer.Unlock", 1, kRefused, {prefix + "Unlock Unlock failed! 0x8876086a\n"}}},
-        [&] {
-            pBuffer = Create<UMDRscVertexBuffer>(video);
-            pBuffer->Lock(0, 0, 4, &pData, nullptr, 0);
-        },
-        [&] { return pBuffer->Unlock(); });
-    ExpectFailures(
-        {{"vertexbuffer.Lock", 1, kRefused, {prefix + "WriteToDelegated Lock failed! 0x8876086a\n"}},
-            {"vertexbuffer.Unlock", 1, kRefused, {prefix + "WriteToDelegated Unlock failed! 0x8876086a\n"}}},
+        {{"vertexbuffer.Lock", 1, kRefused, {"UMDRscVertexBuffer::WriteToDelegated Lock failed! 0x8876086a\n"}},
+            {"vertexbuffer.Unlock", 1, kRefused, {"UMDRscVertexBuffer::WriteToDelegated Unlock failed! 0x8876086a\n"}}},
         [&] { pBuffer = Create<UMDRscVertexBuffer>(system); }, [&] { return pBuffer->WriteToDelegated(0); });
-
-    pBuffer = Create<UMDRscVertexBuffer>(system);
-    pBuffer->Destroy();
-    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pBuffer->Lock(0, 0, 4, &pData, nullptr, 0), E_FAIL); }),
-        Lines{prefix + "Lock NULL == m_pVertexBuffer\n"});
-    EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(pBuffer->Unlock(), E_FAIL); }),
-        Lines{prefix + "Unlock failed! NULL == m_pVertexBuffer\n"});
+    ExpectDestroyedIsRefused(system, {"UMDRscVertexBuffer::Lock NULL == m_pVertexBuffer\n"},
+        {"UMDRscVertexBuffer::Unlock failed! NULL == m_pVertexBuffer\n"});
 }
 
 TEST_F(UMDRscVertexBufferTest, Life_Trace_EachLineHasItsLevel)
 {
     CreateRequest request(kFlagVertexBuffer, kVideo, D3DDDIFMT_UNKNOWN, 64, 1);
     request.WithMemory(1, 0);
-    void* pData = nullptr;
-    UINT pitch = 0;
-    EXPECT_EQ(LevelledTrace([&] {
-        UMDRscVertexBuffer buffer(
-            &Device(), request.m_Arg.hResource, &request.m_Arg, FALSE, D3DUSAGE_WRITEONLY, D3DPOOL_DEFAULT);
-        buffer.Create();
-        buffer.Lock(0, 0, 64, &pData, &pitch, 0);
-        buffer.Unlock();
-        buffer.WriteToDelegated(0);
-        buffer.Destroy();
-    }),
+    EXPECT_EQ(TraceOfLife(request, D3DPOOL_DEFAULT, [](UMDRscVertexBuffer& buffer) { buffer.WriteToDelegated(0); }),
         (Lines{"0x20    hResource driver:0x# (own) <==> hResource OS:0x# (saved)\n",
             "0x200 UMDRscVertexBuffer::Create Length=64 Usage=8 Pool=0 IndexBuffer:0x# this:0x#\n",
             "0x20 UMDRscVertexBuffer::VertexBuffer 0x#\n", "0x20 UMDRscVertexBuffer::Unlock VertexBuffer 0x#\n",
