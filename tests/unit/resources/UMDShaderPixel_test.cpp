@@ -1,6 +1,5 @@
 // Pixel shader objects: every operation, its trace line and its failure.
-#include "ResourceFixture.h"
-#include "TraceLevels.h"
+#include "ShaderFixture.h"
 
 #include "resources/UMDShaderPixel.h"
 
@@ -8,20 +7,12 @@ using namespace tesslo::test;
 
 namespace
 {
-constexpr UINT kCode[] = {0xFFFF0200, 0x0000FFFF};
-constexpr float kFloats[] = {1, 2, 3, 4, 5, 6, 7, 8};
 constexpr INT kIntegers[] = {1, 2, 3, 4};
 constexpr BOOL kBooleans[] = {TRUE, FALSE};
 
-class UMDShaderPixelTest : public ResourceFixture
+class UMDShaderPixelTest : public ShaderFixture
 {
 protected:
-    void SetUp() override
-    {
-        ResourceFixture::SetUp();
-        m_Fake.NameMemory(kCode, sizeof kCode, "code");
-    }
-
     const D3DDDIARG_SETPIXELSHADERCONST m_Floats = {5, 2};
     const D3DDDIARG_SETPIXELSHADERCONSTI m_Integers = {3, 1};
     const D3DDDIARG_SETPIXELSHADERCONSTB m_Booleans = {5, 2};
@@ -32,23 +23,14 @@ TEST_F(UMDShaderPixelTest, NewObject_IsNoResourceToCreateOrLock)
 {
     UMDShaderPixel shader(&Device());
     EXPECT_EQ(static_cast<UINT>(shader.GetType()), 8U);
-    void* pData = nullptr;
-    UINT pitch = 0;
-    EXPECT_EQ(shader.Lock(0, 0, 0, &pData, &pitch, 0), E_NOTIMPL);
-    EXPECT_EQ(shader.Unlock(), E_NOTIMPL);
-    EXPECT_EQ(static_cast<UMDRscBase&>(shader).Create(), E_FAIL);
-    EXPECT_EQ(DeviceLines(), Lines{});
+    ExpectNothingToCreateOrLock(shader);
 }
 
 TEST_F(UMDShaderPixelTest, CreateSetAndDelete_AreOneDelegatedCallEach)
 {
     UMDShaderPixel shader(&Device());
-    EXPECT_EQ(shader.Create(kCode), S_OK);
-    EXPECT_EQ(shader.Set(), S_OK);
-    EXPECT_EQ(m_Fake.LiveObjects(), Lines{"pixelshader#1"});
-    shader.Delete();
-    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
-    EXPECT_EQ(DeviceLines(), (Lines{"CreatePixelShader(code, out)", "SetPixelShader(pixelshader#1)"}));
+    ExpectLife([&] { return shader.Create(kCode); }, [&] { return shader.Set(); }, [&] { shader.Delete(); },
+        "pixelshader#1", {"CreatePixelShader(code, out)", "SetPixelShader(pixelshader#1)"});
 }
 
 TEST_F(UMDShaderPixelTest, Constants_EveryKind_AreOneDelegatedCall)

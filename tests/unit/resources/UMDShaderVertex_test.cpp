@@ -1,6 +1,5 @@
 // Vertex shader and declaration objects: every operation, its trace line and its failure.
-#include "ResourceFixture.h"
-#include "TraceLevels.h"
+#include "ShaderFixture.h"
 
 #include "resources/UMDShaderVertex.h"
 
@@ -8,20 +7,12 @@ using namespace tesslo::test;
 
 namespace
 {
-constexpr UINT kCode[] = {0xFFFF0200, 0x0000FFFF};
 constexpr D3DVERTEXELEMENT9 kElements[] = {{0, 0, D3DDECLTYPE_FLOAT3, 0, D3DDECLUSAGE_POSITION, 0},
     {0, 12, D3DDECLTYPE_D3DCOLOR, 0, D3DDECLUSAGE_COLOR, 0}, D3DDECL_END()};
-constexpr float kFloats[] = {1, 2, 3, 4, 5, 6, 7, 8};
 
-class UMDShaderVertexTest : public ResourceFixture
+class UMDShaderVertexTest : public ShaderFixture
 {
 protected:
-    void SetUp() override
-    {
-        ResourceFixture::SetUp();
-        m_Fake.NameMemory(kCode, sizeof kCode, "code");
-    }
-
     const D3DDDIARG_SETVERTEXSHADERCONST m_Floats = {9, 2};
 };
 }  // namespace
@@ -30,35 +21,22 @@ TEST_F(UMDShaderVertexTest, NewObject_IsNoResourceToCreateOrLock)
 {
     UMDShaderVertex shader(&Device());
     EXPECT_EQ(static_cast<UINT>(shader.GetType()), 9U);
-    void* pData = nullptr;
-    UINT pitch = 0;
-    EXPECT_EQ(shader.Lock(0, 0, 0, &pData, &pitch, 0), E_NOTIMPL);
-    EXPECT_EQ(shader.Unlock(), E_NOTIMPL);
-    EXPECT_EQ(static_cast<UMDRscBase&>(shader).Create(), E_FAIL);
-    EXPECT_EQ(DeviceLines(), Lines{});
+    ExpectNothingToCreateOrLock(shader);
 }
 
 TEST_F(UMDShaderVertexTest, Shader_CreatedSetAndDeleted_IsOneDelegatedCallEach)
 {
     UMDShaderVertex shader(&Device());
-    EXPECT_EQ(shader.Create(kCode), S_OK);
-    EXPECT_EQ(shader.Set(), S_OK);
-    EXPECT_EQ(m_Fake.LiveObjects(), Lines{"vertexshader#1"});
-    shader.Delete();
-    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
-    EXPECT_EQ(DeviceLines(), (Lines{"CreateVertexShader(code, out)", "SetVertexShader(vertexshader#1)"}));
+    ExpectLife([&] { return shader.Create(kCode); }, [&] { return shader.Set(); }, [&] { shader.Delete(); },
+        "vertexshader#1", {"CreateVertexShader(code, out)", "SetVertexShader(vertexshader#1)"});
 }
 
 TEST_F(UMDShaderVertexTest, Declaration_CreatedSetAndDeleted_IsOneDelegatedCallEach)
 {
     UMDShaderVertex declaration(&Device());
-    EXPECT_EQ(declaration.CreateDecl(kElements), S_OK);
-    EXPECT_EQ(declaration.SetDecl(), S_OK);
-    EXPECT_EQ(m_Fake.LiveObjects(), Lines{"declaration#1"});
-    declaration.DeleteDecl();
-    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
-    EXPECT_EQ(DeviceLines(),
-        (Lines{"CreateVertexDeclaration([0,0,2,0,0,0 0,12,4,0,10,0], out)", "SetVertexDeclaration(declaration#1)"}));
+    ExpectLife([&] { return declaration.CreateDecl(kElements); }, [&] { return declaration.SetDecl(); },
+        [&] { declaration.DeleteDecl(); }, "declaration#1",
+        {"CreateVertexDeclaration([0,0,2,0,0,0 0,12,4,0,10,0], out)", "SetVertexDeclaration(declaration#1)"});
 }
 
 TEST_F(UMDShaderVertexTest, SetConst_IsOneDelegatedCall)

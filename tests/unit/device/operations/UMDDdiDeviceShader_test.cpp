@@ -40,6 +40,22 @@ protected:
         return "CreateVertexDeclaration(" + FormatElements(elements.data()) + ", out)";
     }
 
+    /// Sets constants of every kind. @return the four results.
+    std::vector<HRESULT> SetConstants()
+    {
+        const float floats[] = {1, 2, 3, 4, 5.5f, 6, 7, 8};
+        const INT integers[] = {1, -2, 3, 4};
+        const BOOL booleans[] = {TRUE, FALSE, TRUE};
+        const D3DDDIARG_SETVERTEXSHADERCONST vertex = {3, 2};
+        const D3DDDIARG_SETPIXELSHADERCONST pixel = {4, 1};
+        const D3DDDIARG_SETPIXELSHADERCONSTI pixelI = {5, 1};
+        const D3DDDIARG_SETPIXELSHADERCONSTB pixelB = {6, 3};
+        return {UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, floats),
+            UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats),
+            UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers),
+            UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans)};
+    }
+
     static constexpr D3DDDIVERTEXELEMENT kElement = {1, 2, 3, 4, 5, 6};
     static constexpr D3DVERTEXELEMENT9 kElement9 = {1, 2, 3, 4, 5, 6};
     HRESULT m_LastResult = S_OK;
@@ -199,17 +215,7 @@ TEST_F(UMDDdiDeviceShader, Set_DelegatedCallFails_VertexObjectsAreDeletedPixelSh
 
 TEST_F(UMDDdiDeviceShader, Constants_AllKinds_AreForwardedWithRegisterAndCount)
 {
-    const float floats[] = {1, 2, 3, 4, 5.5f, 6, 7, 8};
-    const INT integers[] = {1, -2, 3, 4};
-    const BOOL booleans[] = {TRUE, FALSE, TRUE};
-    const D3DDDIARG_SETVERTEXSHADERCONST vertex = {3, 2};
-    const D3DDDIARG_SETPIXELSHADERCONST pixel = {4, 1};
-    const D3DDDIARG_SETPIXELSHADERCONSTI pixelI = {5, 1};
-    const D3DDDIARG_SETPIXELSHADERCONSTB pixelB = {6, 3};
-    EXPECT_EQ(UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, floats), S_OK);
-    EXPECT_EQ(UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats), S_OK);
-    EXPECT_EQ(UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers), S_OK);
-    EXPECT_EQ(UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans), S_OK);
+    EXPECT_EQ(SetConstants(), std::vector<HRESULT>(4, S_OK));
     EXPECT_EQ(DeviceLines(),
         (Lines{"SetVertexShaderConstantF(3, [1 2 3 4 5.5 6 7 8], 2)", "SetPixelShaderConstantF(4, [1 2 3 4], 1)",
             "SetPixelShaderConstantI(5, [1 -2 3 4], 1)", "SetPixelShaderConstantB(6, [1 0 1], 3)"}));
@@ -228,17 +234,7 @@ TEST_F(UMDDdiDeviceShader, Constants_DelegatedCallFails_OnlyVertexConstantsTrace
     for (const char* pMethod :
         {"SetVertexShaderConstantF", "SetPixelShaderConstantF", "SetPixelShaderConstantI", "SetPixelShaderConstantB"})
         m_Fake.Fail(pMethod, kRefused);
-    const float floats[4] = {};
-    const INT integers[4] = {};
-    const BOOL booleans[1] = {};
-    const D3DDDIARG_SETVERTEXSHADERCONST vertex = {0, 1};
-    const D3DDDIARG_SETPIXELSHADERCONST pixel = {0, 1};
-    const D3DDDIARG_SETPIXELSHADERCONSTI pixelI = {0, 1};
-    const D3DDDIARG_SETPIXELSHADERCONSTB pixelB = {0, 1};
-    EXPECT_EQ(UMDDdiSetVertexShaderConst(DeviceHandle(), &vertex, floats), kRefused);
-    EXPECT_EQ(UMDDdiSetPixelShaderConst(DeviceHandle(), &pixel, floats), kRefused);
-    EXPECT_EQ(UMDDdiSetPixelShaderConstI(DeviceHandle(), &pixelI, integers), kRefused);
-    EXPECT_EQ(UMDDdiSetPixelShaderConstB(DeviceHandle(), &pixelB, booleans), kRefused);
+    EXPECT_EQ(SetConstants(), std::vector<HRESULT>(4, kRefused));
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderConst SetConst failed! 0x8876086a\n"), 1u);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConst SetConst failed! 0x8876086a\n"), 1u);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetPixelShaderConstI SetConstI failed! 0x8876086a\n"), 1u);
