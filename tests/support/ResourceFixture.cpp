@@ -97,6 +97,15 @@ void ResourceFixture::DestroyAll()
         Destroy(m_Resources.back());
 }
 
+void ResourceFixture::ReadBack(UMDRscRenderTargetCapable& target)
+{
+    IDirect3DSurface9* pSurface = nullptr;
+    D3DLOCKED_RECT locked = {};
+    D3DSURFACE_DESC desc = {};
+    ASSERT_EQ(target.RenderTargetDataLock(&pSurface, &locked, &desc), S_OK);
+    target.RenderTargetDataUnlock(&pSurface);
+}
+
 FakeRecorder& ResourceFixture::InternalRecorderOf(const std::string& call)
 {
     if (call.starts_with("pfn"))

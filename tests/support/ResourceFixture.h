@@ -6,7 +6,7 @@
 #include "DeviceFixture.h"
 
 #include "device/entries/UMDDdiEntries.h"
-#include "resources/UMDRscBase.h"
+#include "resources/UMDRscRenderTargetCapable.h"
 
 #include <functional>
 #include <list>
@@ -67,6 +67,9 @@ protected:
     HANDLE CreateSystemVertices();
     /// Of a source of the virtual monitor.
     HANDLE CreatePrimary(UINT source, D3DDDIFORMAT format = D3DDDIFMT_X8R8G8B8);
+
+    /// Reads a render target back once, as a blit present does.
+    static void ReadBack(UMDRscRenderTargetCapable& target);
 
     /// Destroys a resource by its entry.
     void Destroy(UMDRscBase* pResource);

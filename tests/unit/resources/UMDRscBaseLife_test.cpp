@@ -132,11 +132,7 @@ TEST_F(UMDRscLifeTest, ReadBackSurface_AfterDestroy_IsReleased)
         CreateRequest request(flags, kVideo, D3DDDIFMT_X8R8G8B8, 8, 8);
         const auto pResource = Make(request);
         auto* pReader = dynamic_cast<UMDRscRenderTargetCapable*>(pResource.get());
-        IDirect3DSurface9* pSurface = nullptr;
-        D3DLOCKED_RECT locked = {};
-        D3DSURFACE_DESC desc = {};
-        ASSERT_EQ(pReader->RenderTargetDataLock(&pSurface, &locked, &desc), S_OK);
-        pReader->RenderTargetDataUnlock(&pSurface);
+        ASSERT_NO_FATAL_FAILURE(ReadBack(*pReader));
         pBound->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
         EXPECT_NE(m_Fake.LiveObjects(), before);
         pReader->Destroy();

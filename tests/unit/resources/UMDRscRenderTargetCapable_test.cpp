@@ -39,6 +39,36 @@ protected:
             m_Fake.Find<FakeSurface>(m_TargetName).Release();
     }
 
+    /// A read-back that the delegated device refuses. @param pCall the refused one. @param left references that stay.
+    void ExpectDataLockRefused(const char* pCall, const Lines& errors, ULONG left)
+    {
+        const ULONG before = TargetReferences();
+        m_Fake.Fail(pCall, kRefused);
+        IDirect3DSurface9* pSurface = nullptr;
+        D3DLOCKED_RECT locked = {};
+        D3DSURFACE_DESC desc = {};
+        EXPECT_EQ(
+            ErrorsOf([&] { EXPECT_EQ(m_pTarget->RenderTargetDataLock(&pSurface, &locked, &desc), kRefused); }), errors);
+        EXPECT_EQ(TargetReferences(), before + left);
+        m_Fake.ClearScripts();
+        ReleaseLeft(left);
+    }
+
+    /// A blit present of which a call fails: what it answers and leaves, and that it leaves no lock.
+    void ExpectPresentBlt(
+        FakeRecorder& recorder, const char* pRefused, HRESULT expected, const Lines& errors, ULONG left)
+    {
+        recorder.Fail(pRefused, kRefused, 1);
+        EXPECT_EQ(ErrorsOf([&] { EXPECT_EQ(m_pTarget->KernelModePresentCbBLT(kContext), expected); }), errors);
+        EXPECT_EQ(TargetReferences(), 2U + left);
+        ReleaseLeft(left);
+        if (left)
+        {
+            EXPECT_FALSE(m_Fake.Find<FakeSurface>("surface#2").Pixels().IsLocked());
+        }
+        m_Kernel.FindAllocation(1).m_bLocked = false;  // a refused unlock's
+    }
+
     CreateRequest m_Request{kFlagRenderTarget | kFlagPrimary, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 5, 3};
     UMDRscSurface* m_pTarget = nullptr;
     std::string m_TargetName = "surface#1";
@@ -221,11 +251,7 @@ TEST_F(UMDRscRenderTargetCapableTest, DataLock_OtherSizeOrFormat_MakesTheSurface
         m_Fake.CreateRenderTarget(rows[i].Width, rows[i].Height, static_cast<D3DFORMAT>(rows[i].Format),
             D3DMULTISAMPLE_NONE, 0, FALSE, &pOther, nullptr);
         m_Fake.SetRenderTarget(0, pOther);
-        IDirect3DSurface9* pSurface = nullptr;
-        D3DLOCKED_RECT locked = {};
-        D3DSURFACE_DESC desc = {};
-        ASSERT_EQ(m_pTarget->RenderTargetDataLock(&pSurface, &locked, &desc), S_OK);
-        m_pTarget->RenderTargetDataUnlock(&pSurface);
+        ASSERT_NO_FATAL_FAILURE(ReadBack(*m_pTarget));
         creations = m_Fake.Calls("CreateOffscreenPlainSurface");
         EXPECT_EQ(creations, expectedCreations[i]);
         m_Fake.SetRenderTarget(0, nullptr);
@@ -253,65 +279,45 @@ TEST_F(UMDRscRenderTargetCapableTest, DataLock_Success_TracesEveryStep)
     ReleaseLeft(1);
 }
 
-TEST_F(UMDRscRenderTargetCapableTest, DataLock_EachCallFails_ReturnsItsCodeAndLeavesTheReference)
+TEST_F(UMDRscRenderTargetCapableTest, DataLock_GetRenderTargetFails_ReturnsItsCode)
 {
-    const std::string prefix = "UMDRscRenderTargetCapable::RenderTargetDataLock ";
-    const std::string suffix = " failed! hResult: 0x8876086a\n";
-    const struct
-    {
-        const char* pCall;
-        bool SecondRound;  // with a read-back surface from before
-        Lines Errors;
-        ULONG Left;
-    } rows[] = {
-        {"GetRenderTarget", false, {prefix + "GetRenderTarget" + suffix}, 0},
-        {"surface#1.GetDesc", false, {prefix + "GetDesc" + suffix}, 1},
-        {"surface#2.GetDesc", true, {prefix + "GetDesc" + suffix}, 2},
-        {"CreateOffscreenPlainSurface", false, {prefix + "CreateOffscreenPlainSurface" + suffix}, 1},
-        {"GetRenderTargetData", false, {prefix + "GetRenderTargetData" + suffix}, 1},
-        {"surface#2.LockRect", false,
-            {prefix + "LockRect" + suffix,
-                "INFO: D3DERR_INVALIDCALL == 0x8876086c  D3DERR_WASSTILLDRAWING == 0x8876021c \n"},
-            1},
-    };
-    UINT surfaces = 1;  // made so far: names run on
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE(row.pCall);
-        CreateRequest request(kFlagRenderTarget, D3DDDIPOOL_LOCALVIDMEM, D3DDDIFMT_A8R8G8B8, 5, 3);
-        auto* pTarget = Create<UMDRscSurface>(request);
-        const std::string own = "surface#" + std::to_string(++surfaces);
-        m_Fake.SetRenderTarget(0, pTarget->GetSurface(0, 0));
-        std::string call = row.pCall;
-        if (call.starts_with("surface#1"))
-            call.replace(0, 9, own);
-        if (call.starts_with("surface#2"))
-            call.replace(0, 9, "surface#" + std::to_string(surfaces + 1));
+    ExpectDataLockRefused("GetRenderTarget",
+        {"UMDRscRenderTargetCapable::RenderTargetDataLock GetRenderTarget failed! hResult: 0x8876086a\n"}, 0);
+}
 
-        IDirect3DSurface9* pSurface = nullptr;
-        D3DLOCKED_RECT locked = {};
-        D3DSURFACE_DESC desc = {};
-        if (row.SecondRound)
-        {
-            ASSERT_EQ(pTarget->RenderTargetDataLock(&pSurface, &locked, &desc), S_OK);
-            pTarget->RenderTargetDataUnlock(&pSurface);
-        }
-        const ULONG before = m_Fake.Find<FakeSurface>(own).ReferenceCount() - (row.SecondRound ? 1 : 0);
-        const size_t liveBefore = m_Fake.LiveObjects().size();
-        m_Fake.Fail(call, kRefused);
-        HRESULT hr = S_OK;
-        EXPECT_EQ(ErrorsOf([&] { hr = pTarget->RenderTargetDataLock(&pSurface, &locked, &desc); }), row.Errors);
-        EXPECT_EQ(hr, kRefused);
-        EXPECT_EQ(m_Fake.Find<FakeSurface>(own).ReferenceCount(), before + row.Left);
-        m_Fake.ClearScripts();
-        m_Fake.SetRenderTarget(0, nullptr);
-        for (ULONG i = 0; i < row.Left; i++)
-            m_Fake.Find<FakeSurface>(own).Release();
-        if (m_Fake.LiveObjects().size() > liveBefore || row.SecondRound)
-            surfaces++;
-        Destroy(pTarget);
-    }
-    BindTarget();
+TEST_F(UMDRscRenderTargetCapableTest, DataLock_GetDescOfTheTargetFails_ReturnsItsCode)
+{
+    ExpectDataLockRefused("surface#1.GetDesc",
+        {"UMDRscRenderTargetCapable::RenderTargetDataLock GetDesc failed! hResult: 0x8876086a\n"}, 1);
+}
+
+TEST_F(UMDRscRenderTargetCapableTest, DataLock_GetDescOfTheSurfaceFails_ReturnsItsCode)
+{
+    ASSERT_NO_FATAL_FAILURE(ReadBack(*m_pTarget));
+    ExpectDataLockRefused("surface#2.GetDesc",
+        {"UMDRscRenderTargetCapable::RenderTargetDataLock GetDesc failed! hResult: 0x8876086a\n"}, 1);
+    ReleaseLeft(1);
+}
+
+TEST_F(UMDRscRenderTargetCapableTest, DataLock_CreateOffscreenPlainSurfaceFails_ReturnsItsCode)
+{
+    ExpectDataLockRefused("CreateOffscreenPlainSurface",
+        {"UMDRscRenderTargetCapable::RenderTargetDataLock CreateOffscreenPlainSurface failed! hResult: 0x8876086a\n"},
+        1);
+}
+
+TEST_F(UMDRscRenderTargetCapableTest, DataLock_GetRenderTargetDataFails_ReturnsItsCode)
+{
+    ExpectDataLockRefused("GetRenderTargetData",
+        {"UMDRscRenderTargetCapable::RenderTargetDataLock GetRenderTargetData failed! hResult: 0x8876086a\n"}, 1);
+}
+
+TEST_F(UMDRscRenderTargetCapableTest, DataLock_LockRectFails_ReturnsItsCode)
+{
+    ExpectDataLockRefused("surface#2.LockRect",
+        {"UMDRscRenderTargetCapable::RenderTargetDataLock LockRect failed! hResult: 0x8876086a\n",
+            "INFO: D3DERR_INVALIDCALL == 0x8876086c  D3DERR_WASSTILLDRAWING == 0x8876021c \n"},
+        1);
 }
 
 TEST_F(UMDRscRenderTargetCapableTest, DataUnlock_NullOrRefused_IsTraced)
@@ -341,49 +347,36 @@ TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_Success_WritesTheTargetIntoTheA
     ReleaseLeft(1);
 }
 
-TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_EachStepFails_UnlocksAndReturns)
+TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_ReadBackFails_ReturnsItsCode)
 {
-    const std::string prefix = "UMDRscRenderTargetCapable::KernelModePresentCbBLT ";
-    const std::string kernel = "UMDRscRenderTargetCapable::KernelMode";
-    const struct
-    {
-        const char* pCall;
-        HRESULT Expected;
-        Lines Errors;
-        ULONG Left;
-    } rows[] = {
-        {"GetRenderTarget", kRefused,
-            {"UMDRscRenderTargetCapable::RenderTargetDataLock GetRenderTarget failed! hResult: 0x8876086a\n",
-                prefix + "RenderTargetDataLock failed! hResult: 0x8876086a\n"},
-            0},
-        {"pfnLockCb", kRefused,
-            {kernel + "LockCb pfnLockCb failed! 0x8876086a\n",
-                "UMDRscSurface::CopyFrom KernelModeLockCb failed! 0x8876086a\n",
-                prefix + "CopyFrom failed! hResult: 0x8876086a\n"},
-            1},
-        {"pfnUnlockCb", kRefused,
-            {kernel + "UnlockCb pfnUnlockCb failed! 0x8876086a\n",
-                "UMDRscSurface::CopyFrom KernelModeUnlockCb failed! 0x8876086a\n",
-                prefix + "CopyFrom failed! hResult: 0x8876086a\n"},
-            1},
-        {"pfnPresentCb", S_OK, {kernel + "PresentCb pfnPresentCb failed! 0x8876086a\n"}, 1},
-    };
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE(row.pCall);
-        (std::string(row.pCall).starts_with("pfn") ? static_cast<FakeRecorder&>(m_Kernel) : m_Fake)
-            .Fail(row.pCall, kRefused, 1);
-        HRESULT hr = S_FALSE;
-        EXPECT_EQ(ErrorsOf([&] { hr = m_pTarget->KernelModePresentCbBLT(kContext); }), row.Errors);
-        EXPECT_EQ(hr, row.Expected);
-        EXPECT_EQ(TargetReferences(), 2U + row.Left);
-        ReleaseLeft(row.Left);
-        if (row.Left)
-        {
-            EXPECT_FALSE(m_Fake.Find<FakeSurface>("surface#2").Pixels().IsLocked());
-        }
-        m_Kernel.FindAllocation(1).m_bLocked = false;  // the refused unlock's
-    }
+    ExpectPresentBlt(m_Fake, "GetRenderTarget", kRefused,
+        {"UMDRscRenderTargetCapable::RenderTargetDataLock GetRenderTarget failed! hResult: 0x8876086a\n",
+            "UMDRscRenderTargetCapable::KernelModePresentCbBLT RenderTargetDataLock failed! hResult: 0x8876086a\n"},
+        0);
+}
+
+TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_LockFails_UnlocksTheSurfaceAndReturnsItsCode)
+{
+    ExpectPresentBlt(m_Kernel, "pfnLockCb", kRefused,
+        {"UMDRscRenderTargetCapable::KernelModeLockCb pfnLockCb failed! 0x8876086a\n",
+            "UMDRscSurface::CopyFrom KernelModeLockCb failed! 0x8876086a\n",
+            "UMDRscRenderTargetCapable::KernelModePresentCbBLT CopyFrom failed! hResult: 0x8876086a\n"},
+        1);
+}
+
+TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_UnlockFails_UnlocksTheSurfaceAndReturnsItsCode)
+{
+    ExpectPresentBlt(m_Kernel, "pfnUnlockCb", kRefused,
+        {"UMDRscRenderTargetCapable::KernelModeUnlockCb pfnUnlockCb failed! 0x8876086a\n",
+            "UMDRscSurface::CopyFrom KernelModeUnlockCb failed! 0x8876086a\n",
+            "UMDRscRenderTargetCapable::KernelModePresentCbBLT CopyFrom failed! hResult: 0x8876086a\n"},
+        1);
+}
+
+TEST_F(UMDRscRenderTargetCapableTest, PresentBlt_PresentFails_SucceedsAllTheSame)
+{
+    ExpectPresentBlt(m_Kernel, "pfnPresentCb", S_OK,
+        {"UMDRscRenderTargetCapable::KernelModePresentCb pfnPresentCb failed! 0x8876086a\n"}, 1);
 }
 
 TEST_F(UMDRscRenderTargetCapableTest, AllocationRefused_IsToldAsAnError)

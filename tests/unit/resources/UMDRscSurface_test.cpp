@@ -292,11 +292,7 @@ TEST_F(UMDRscSurfaceTest, ReadBack_Trace_EachLineHasItsLevel)
     auto* pTarget = Create<UMDRscSurface>(request);
     m_Fake.SetRenderTarget(0, pTarget->GetSurface(0, 0));
     EXPECT_EQ(LevelledTrace([&] {
-        IDirect3DSurface9* pSurface = nullptr;
-        D3DLOCKED_RECT locked = {};
-        D3DSURFACE_DESC desc = {};
-        EXPECT_EQ(pTarget->RenderTargetDataLock(&pSurface, &locked, &desc), S_OK);
-        pTarget->RenderTargetDataUnlock(&pSurface);
+        ReadBack(*pTarget);
         pTarget->GetSurface(0, 0)->Release();  // the reference that a read-back leaves
     }),
         (Lines{"0x200 >>> UMDRscRenderTargetCapable::RenderTargetDataLock\n",
