@@ -23,12 +23,7 @@ HRESULT DriverDll::OpenAdapter(FakeKernel& kernel, UINT interface_, UINT version
 {
     auto pOpenAdapter = reinterpret_cast<HRESULT(APIENTRY*)(D3DDDIARG_OPENADAPTER*)>(
         reinterpret_cast<void*>(GetProcAddress(m_hModule, "OpenAdapter")));
-    D3DDDIARG_OPENADAPTER open{};
-    open.hAdapter = kernel.RuntimeHandle();
-    open.Interface = interface_;
-    open.Version = version;
-    open.pAdapterCallbacks = &m_AdapterCallbacks;
-    open.pAdapterFuncs = &m_AdapterFuncs;
+    D3DDDIARG_OPENADAPTER open = {kernel.RuntimeHandle(), interface_, version, &m_AdapterCallbacks, &m_AdapterFuncs, 0};
     const HRESULT hr = pOpenAdapter(&open);
     if (SUCCEEDED(hr))
     {

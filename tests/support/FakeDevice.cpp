@@ -22,13 +22,20 @@ void FakeDevice::InternalShare(HANDLE* pSharedHandle)
         *pSharedHandle = m_hShared;
 }
 
+// What a test's script fails or counts is the driver's own memory, not the fakes'.
+template <typename Object, typename Interface, typename... Arguments>
+HRESULT FakeDevice::InternalMake(Interface** ppObject, const char* pName, const Arguments&... arguments)
+{
+    FailNthAllocation::Pause pause;
+    *ppObject = new Object(*this, NextName(pName), arguments...);
+    return S_OK;
+}
+
 HRESULT FakeDevice::InternalMakeSurface(
     const D3DSURFACE_DESC& desc, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle)
 {
-    FailNthAllocation::Pause pause;
-    *ppSurface = new FakeSurface(*this, NextName("surface"), desc, m_Padding);
     InternalShare(pSharedHandle);
-    return S_OK;
+    return InternalMake<FakeSurface>(ppSurface, "surface", desc, m_Padding);
 }
 
 HRESULT FakeDevice::CreateTexture(UINT width, UINT height, UINT levels, DWORD usage, D3DFORMAT format, D3DPOOL pool,
@@ -37,11 +44,9 @@ HRESULT FakeDevice::CreateTexture(UINT width, UINT height, UINT levels, DWORD us
     HRESULT hr = FakeDeviceMethods::CreateTexture(width, height, levels, usage, format, pool, ppTexture, pSharedHandle);
     if (FAILED(hr))
         return hr;
-    FailNthAllocation::Pause pause;
-    const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, width, height};
-    *ppTexture = new FakeTexture(*this, NextName("texture"), desc, levels, m_Padding);
     InternalShare(pSharedHandle);
-    return S_OK;
+    const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, width, height};
+    return InternalMake<FakeTexture>(ppTexture, "texture", desc, levels, m_Padding);
 }
 
 HRESULT FakeDevice::CreateCubeTexture(UINT edge, UINT levels, DWORD usage, D3DFORMAT format, D3DPOOL pool,
@@ -50,11 +55,9 @@ HRESULT FakeDevice::CreateCubeTexture(UINT edge, UINT levels, DWORD usage, D3DFO
     HRESULT hr = FakeDeviceMethods::CreateCubeTexture(edge, levels, usage, format, pool, ppTexture, pSharedHandle);
     if (FAILED(hr))
         return hr;
-    FailNthAllocation::Pause pause;
-    const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, edge, edge};
-    *ppTexture = new FakeCubeTexture(*this, NextName("cube"), desc, levels, m_Padding);
     InternalShare(pSharedHandle);
-    return S_OK;
+    const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, edge, edge};
+    return InternalMake<FakeCubeTexture>(ppTexture, "cube", desc, levels, m_Padding);
 }
 
 HRESULT FakeDevice::CreateVertexBuffer(
@@ -63,10 +66,8 @@ HRESULT FakeDevice::CreateVertexBuffer(
     HRESULT hr = FakeDeviceMethods::CreateVertexBuffer(size, usage, fvf, pool, ppBuffer, pSharedHandle);
     if (FAILED(hr))
         return hr;
-    FailNthAllocation::Pause pause;
     const D3DVERTEXBUFFER_DESC desc{D3DFMT_VERTEXDATA, D3DRTYPE_VERTEXBUFFER, usage, pool, size, fvf};
-    *ppBuffer = new FakeVertexBuffer(*this, NextName("vertexbuffer"), desc);
-    return S_OK;
+    return InternalMake<FakeVertexBuffer>(ppBuffer, "vertexbuffer", desc);
 }
 
 HRESULT FakeDevice::CreateIndexBuffer(
@@ -75,10 +76,8 @@ HRESULT FakeDevice::CreateIndexBuffer(
     HRESULT hr = FakeDeviceMethods::CreateIndexBuffer(size, usage, format, pool, ppBuffer, pSharedHandle);
     if (FAILED(hr))
         return hr;
-    FailNthAllocation::Pause pause;
     const D3DINDEXBUFFER_DESC desc{format, D3DRTYPE_INDEXBUFFER, usage, pool, size};
-    *ppBuffer = new FakeIndexBuffer(*this, NextName("indexbuffer"), desc);
-    return S_OK;
+    return InternalMake<FakeIndexBuffer>(ppBuffer, "indexbuffer", desc);
 }
 
 HRESULT FakeDevice::CreateRenderTarget(UINT width, UINT height, D3DFORMAT format, D3DMULTISAMPLE_TYPE multisampleType,
@@ -121,27 +120,21 @@ HRESULT FakeDevice::CreateVertexDeclaration(
 {
     if (HRESULT hr = FakeDeviceMethods::CreateVertexDeclaration(pElements, ppDeclaration); FAILED(hr))
         return hr;
-    FailNthAllocation::Pause pause;
-    *ppDeclaration = new FakeVertexDeclaration(*this, NextName("declaration"));
-    return S_OK;
+    return InternalMake<FakeVertexDeclaration>(ppDeclaration, "declaration");
 }
 
 HRESULT FakeDevice::CreateVertexShader(const DWORD* pByteCode, IDirect3DVertexShader9** ppShader)
 {
     if (HRESULT hr = FakeDeviceMethods::CreateVertexShader(pByteCode, ppShader); FAILED(hr))
         return hr;
-    FailNthAllocation::Pause pause;
-    *ppShader = new FakeVertexShader(*this, NextName("vertexshader"));
-    return S_OK;
+    return InternalMake<FakeVertexShader>(ppShader, "vertexshader");
 }
 
 HRESULT FakeDevice::CreatePixelShader(const DWORD* pByteCode, IDirect3DPixelShader9** ppShader)
 {
     if (HRESULT hr = FakeDeviceMethods::CreatePixelShader(pByteCode, ppShader); FAILED(hr))
         return hr;
-    FailNthAllocation::Pause pause;
-    *ppShader = new FakePixelShader(*this, NextName("pixelshader"));
-    return S_OK;
+    return InternalMake<FakePixelShader>(ppShader, "pixelshader");
 }
 
 HRESULT FakeDevice::SetRenderTarget(DWORD index, IDirect3DSurface9* pSurface)

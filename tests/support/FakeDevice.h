@@ -73,6 +73,8 @@ protected:
     void LastRelease() override {}
 
 private:
+    template <typename Object, typename Interface, typename... Arguments>
+    HRESULT InternalMake(Interface** ppObject, const char* pName, const Arguments&... arguments);
     HRESULT InternalMakeSurface(const D3DSURFACE_DESC& desc, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle);
     void InternalShare(HANDLE* pSharedHandle);
 

@@ -44,12 +44,7 @@ protected:
     void Open()
     {
         D3DDDI_ADAPTERCALLBACKS callbacks{};
-        D3DDDIARG_OPENADAPTER open{};
-        open.hAdapter = m_Kernel.RuntimeHandle();
-        open.Interface = 9;
-        open.Version = 0x1234;
-        open.pAdapterCallbacks = &callbacks;
-        open.pAdapterFuncs = &m_AdapterFuncs;
+        D3DDDIARG_OPENADAPTER open = {m_Kernel.RuntimeHandle(), 9, 0x1234, &callbacks, &m_AdapterFuncs, 0};
         EXPECT_EQ(OpenAdapter(&open), S_OK);
         m_hAdapter = open.hAdapter;
     }

@@ -103,6 +103,14 @@ void ExpectCopied(const Image& destination, const Image& source, const RECT& are
     }
     EXPECT_TRUE(destination.MarginsIntact());
 }
+
+/// Copies memory of so many pixels a row to a locked surface. Expects the area's pixels there, and no others.
+void ExpectToLocked(Image&& memory, Image&& locked, UINT width, UINT bytesPerPixel, const RECT* pRect, const RECT& area)
+{
+    memory.Number(1);
+    UMDCopyToLocked(LockedOf(locked), InfoOf(memory, width), pRect, Pixels(bytesPerPixel));
+    ExpectCopied(locked, memory, area, 4);
+}
 }  // namespace
 
 TEST(UMDSurfaceCopy, ToLocked_EveryFormatPaddingAndRectangle_CopiesThosePixelsAndNoOther)
@@ -136,11 +144,7 @@ TEST(UMDSurfaceCopy, FromLocked_EveryFormatAndPadding_CopiesThePixelsAndNoPaddin
 
 TEST(UMDSurfaceCopy, ToLocked_PackedMemoryAndPaddedSurface_RowsLandAtTheSurfacesPitch)
 {
-    Image memory(8, 3, kSourceGuard);
-    Image locked(12, 3);
-    memory.Number(1);
-    UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 2), nullptr, Pixels(4));
-    ExpectCopied(locked, memory, {0, 0, 2, 3}, 4);
+    ExpectToLocked(Image(8, 3, kSourceGuard), Image(12, 3), 2, 4, nullptr, {0, 0, 2, 3});
 }
 
 TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
@@ -160,22 +164,14 @@ TEST(UMDSurfaceCopy, ToLocked_RectanglePartlyOutside_CopiesOnlyWhatIsInside)
     for (const auto& c : cases)
     {
         SCOPED_TRACE(c.Rect.left);
-        Image memory(5 * 4 + 4, 4, kSourceGuard);
-        Image locked(5 * 4 + 8, 4);
-        memory.Number(3);
-        UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 5), &c.Rect, Pixels(4));
-        ExpectCopied(locked, memory, c.Inside, 4);
+        ExpectToLocked(Image(5 * 4 + 4, 4, kSourceGuard), Image(5 * 4 + 8, 4), 5, 4, &c.Rect, c.Inside);
     }
 }
 
 TEST(UMDSurfaceCopy, ToLocked_TwoByteFormatCountedAsFour_CopiesWholeRowsAndNoMore)
 {
     // 7 pixels of two bytes, in rows of 16: four bytes a pixel would be 28 bytes.
-    Image memory(16, 6, kSourceGuard);
-    Image locked(16, 6);
-    memory.Number(5);
-    UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 7), nullptr, Pixels(4));
-    ExpectCopied(locked, memory, {0, 0, 4, 6}, 4);
+    ExpectToLocked(Image(16, 6, kSourceGuard), Image(16, 6), 7, 4, nullptr, {0, 0, 4, 6});
 }
 
 TEST(UMDSurfaceCopy, BothWays_RowsOfNoWholePixels_StopAtTheLastWholeOne)
@@ -194,9 +190,5 @@ TEST(UMDSurfaceCopy, BothWays_RowsOfNoWholePixels_StopAtTheLastWholeOne)
 
 TEST(UMDSurfaceCopy, ToLocked_NoBytesPerPixel_CopiesNothing)
 {
-    Image memory(16, 4, kSourceGuard);
-    Image locked(16, 4);
-    memory.Number(5);
-    UMDCopyToLocked(LockedOf(locked), InfoOf(memory, 4), nullptr, Pixels(0));
-    ExpectCopied(locked, memory, {}, 4);
+    ExpectToLocked(Image(16, 4, kSourceGuard), Image(16, 4), 4, 0, nullptr, {});
 }
