@@ -68,31 +68,19 @@ void UMDRscCubeTexture::Destroy()
 
 HRESULT UMDRscCubeTexture::Lock(UINT areaValid, UINT, UINT, void** ppData, UINT* pPitch, DWORD)
 {
+    static constexpr LockTexts kTexts = {
+        L"UMDRscCubeTexture::Lock NULL == m_pTexture!\n", L"UMDRscCubeTexture::Lock LockRect failed!\n"};
     UMD_TRACE(UMDTRACE_RESOURCE, L"   Lock: CubeTexture 0x%x\n", UMDLow32(m_pCubeTexture.Get()));
-    if (!m_pCubeTexture)
-        return UMDFail(E_FAIL, L"UMDRscCubeTexture::Lock NULL == m_pTexture!\n");
-    if (!areaValid)
-        return S_OK;
-    D3DLOCKED_RECT locked = {};
-    if (HRESULT hr = m_pCubeTexture->LockRect(D3DCUBEMAP_FACE_POSITIVE_X, 0, &locked, nullptr, 0); FAILED(hr))
-        return UMDFail(hr, L"UMDRscCubeTexture::Lock LockRect failed!\n");
-    *ppData = locked.pBits;
-    *pPitch = static_cast<UINT>(locked.Pitch);
-    m_bLocked = true;
-    return S_OK;
+    return InternalLock(m_pCubeTexture.Get(), areaValid, ppData, pPitch, kTexts, [this](D3DLOCKED_RECT* pLocked) {
+        return m_pCubeTexture->LockRect(D3DCUBEMAP_FACE_POSITIVE_X, 0, pLocked, nullptr, 0);
+    });
 }
 
 HRESULT UMDRscCubeTexture::Unlock()
 {
     UMD_TRACE(UMDTRACE_RESOURCE, L"   Unlock: CubeTexture 0x%x\n", UMDLow32(m_pCubeTexture.Get()));
-    if (!m_pCubeTexture)
-        return E_FAIL;
-    if (!m_bLocked)
-        return S_OK;
-    if (HRESULT hr = m_pCubeTexture->UnlockRect(D3DCUBEMAP_FACE_POSITIVE_X, 0); FAILED(hr))
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscCubeTexture::Lock UnlockRect failed!\n");
-    m_bLocked = false;
-    return S_OK;
+    return InternalUnlock(m_pCubeTexture.Get(), L"UMDRscCubeTexture::Lock UnlockRect failed!\n",
+        [this] { return m_pCubeTexture->UnlockRect(D3DCUBEMAP_FACE_POSITIVE_X, 0); });
 }
 
 IDirect3DSurface9* UMDRscCubeTexture::GetSurface(UINT face, UINT level)

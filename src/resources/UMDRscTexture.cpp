@@ -1,8 +1,6 @@
 #include "resources/UMDRscTexture.h"
 
-#include "resources/UMDSurfaceCopy.h"
 #include "util/UMDFormatBytes.h"
-#include "util/UMDUtilDebugTrace.h"
 
 UMDRscTexture::UMDRscTexture(UMDDdiDevice* pDevice, HANDLE hResourceOS, const D3DDDIARG_CREATERESOURCE* pCreate,
     const UMDRscTextureTraits& traits)
@@ -160,31 +158,18 @@ void UMDRscTexture::Destroy()
 
 HRESULT UMDRscTexture::Lock(UINT areaValid, UINT, UINT, void** ppData, UINT* pPitch, DWORD)
 {
+    static constexpr LockTexts kTexts = {
+        L"UMDRscTexture::Lock NULL == m_pTexture!\n", L"UMDRscTexture::Lock LockRect failed!\n"};
     UMD_TRACE(UMDTRACE_RESOURCE, L"   Lock: Texture 0x%x AreaValid:%d\n", UMDLow32(m_pTexture.Get()), areaValid);
-    if (!m_pTexture)
-        return UMDFail(E_FAIL, L"UMDRscTexture::Lock NULL == m_pTexture!\n");
-    if (!areaValid)
-        return S_OK;
-    D3DLOCKED_RECT locked = {};
-    if (HRESULT hr = m_pTexture->LockRect(0, &locked, nullptr, 0); FAILED(hr))
-        return UMDFail(hr, L"UMDRscTexture::Lock LockRect failed!\n");
-    *ppData = locked.pBits;
-    *pPitch = static_cast<UINT>(locked.Pitch);
-    m_bLocked = true;
-    return S_OK;
+    return InternalLock(m_pTexture.Get(), areaValid, ppData, pPitch, kTexts,
+        [this](D3DLOCKED_RECT* pLocked) { return m_pTexture->LockRect(0, pLocked, nullptr, 0); });
 }
 
 HRESULT UMDRscTexture::Unlock()
 {
     UMD_TRACE(UMDTRACE_RESOURCE, L"   Unlock: Texture 0x%x\n", UMDLow32(m_pTexture.Get()));
-    if (!m_pTexture)
-        return E_FAIL;
-    if (!m_bLocked)
-        return S_OK;
-    if (HRESULT hr = m_pTexture->UnlockRect(0); FAILED(hr))
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDRscTexture::Lock UnlockRect failed!\n");
-    m_bLocked = false;
-    return S_OK;
+    return InternalUnlock(
+        m_pTexture.Get(), L"UMDRscTexture::Lock UnlockRect failed!\n", [this] { return m_pTexture->UnlockRect(0); });
 }
 
 IDirect3DSurface9* UMDRscTexture::GetSurface(UINT, UINT level)
@@ -206,33 +191,35 @@ HRESULT UMDRscTexture::CopyTo(BYTE*, UINT, UINT, UINT, UINT)
     return E_NOTIMPL;
 }
 
-HRESULT UMDRscTexture::WriteToDelegated(UINT level, const RECT* pRect)
+template <typename Copy>
+HRESULT UMDRscTexture::InternalCopyLevel(UINT level, const LevelTexts& texts, Copy copy)
 {
-    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscTexture::WriteToDelegated %d\n", level);
     if (!m_pSurfList || level >= m_SurfCount)
-        return UMDFail(E_FAIL, L"UMDRscTexture::WriteToDelegated failed! m_SurfCount >= StreamOffset\n");
+        return UMDFail(E_FAIL, texts.pNoLevel);
     const D3DDDI_SURFACEINFO& memory = m_pSurfList[level];
     if (!memory.pSysMem)
         return S_OK;
+    return UMDCopyLocked(GetSurface(0, level), texts.Lock, [&](const D3DLOCKED_RECT& locked) { copy(locked, memory); });
+}
 
-    static constexpr UMDLockTexts kTexts = {L"UMDRscTexture::WriteToDelegated LockRect failed! 0x%x\n",
-        L"UMDRscTexture::WriteToDelegated UnlockRect failed! 0x%x\n"};
-    return UMDCopyLocked(GetSurface(0, level), kTexts, [&](const D3DLOCKED_RECT& locked) {
+HRESULT UMDRscTexture::WriteToDelegated(UINT level, const RECT* pRect)
+{
+    static constexpr LevelTexts kTexts = {L"UMDRscTexture::WriteToDelegated failed! m_SurfCount >= StreamOffset\n",
+        {L"UMDRscTexture::WriteToDelegated LockRect failed! 0x%x\n",
+            L"UMDRscTexture::WriteToDelegated UnlockRect failed! 0x%x\n"}};
+    UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscTexture::WriteToDelegated %d\n", level);
+    return InternalCopyLevel(level, kTexts, [&](const D3DLOCKED_RECT& locked, const D3DDDI_SURFACEINFO& memory) {
         UMDCopyToLocked(locked, memory, level == 0 ? pRect : nullptr, UMDPixelLayoutOf(m_Format));
     });
 }
 
 HRESULT UMDRscTexture::WriteFromDelegated(UINT level)
 {
+    static constexpr LevelTexts kTexts = {L"UMDRscTexture::WriteFromDelegated failed! m_SurfCount >= StreamOffset\n",
+        {L"UMDRscTexture::WriteFromDelegated LockRect failed! 0x%x\n",
+            L"UMDRscTexture::WriteFromDelegated UnlockRect failed! 0x%x\n"}};
     UMD_TRACE(UMDTRACE_DETAIL, L"UMDRscTexture::WriteFromDelegated %d\n", level);
-    if (!m_pSurfList || level >= m_SurfCount)
-        return UMDFail(E_FAIL, L"UMDRscTexture::WriteFromDelegated failed! m_SurfCount >= StreamOffset\n");
-    const D3DDDI_SURFACEINFO& memory = m_pSurfList[level];
-    if (!memory.pSysMem)
-        return S_OK;
-
-    static constexpr UMDLockTexts kTexts = {L"UMDRscTexture::WriteFromDelegated LockRect failed! 0x%x\n",
-        L"UMDRscTexture::WriteFromDelegated UnlockRect failed! 0x%x\n"};
-    return UMDCopyLocked(GetSurface(0, level), kTexts,
-        [&](const D3DLOCKED_RECT& locked) { UMDCopyFromLocked(memory, locked, UMDPixelLayoutOf(m_Format)); });
+    return InternalCopyLevel(level, kTexts, [&](const D3DLOCKED_RECT& locked, const D3DDDI_SURFACEINFO& memory) {
+        UMDCopyFromLocked(memory, locked, UMDPixelLayoutOf(m_Format));
+    });
 }

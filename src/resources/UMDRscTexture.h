@@ -5,7 +5,9 @@
 #pragma once
 
 #include "resources/UMDRscRenderTargetCapable.h"
+#include "resources/UMDSurfaceCopy.h"
 #include "resources/UMDSurfaceList.h"
+#include "util/UMDUtilDebugTrace.h"
 
 /// What whoever makes a texture decides for the delegated one.
 struct UMDRscTextureTraits
@@ -69,6 +71,22 @@ protected:
     /// Asks for the kernel-mode allocation, whose record tells another process how to open the object.
     void InternalAllocate(const Shared& shared);
 
+    /// What a lock prints when there is no delegated object, or when it refuses.
+    struct LockTexts
+    {
+        const wchar_t* pNoObject;
+        const wchar_t* pRefused;
+    };
+    /// The runtime's lock of level 0, of one face for cubes.
+    /// @param exists   whether there is a delegated object.
+    /// @param lockRect locks it, into a D3DLOCKED_RECT.
+    template <typename LockRect>
+    HRESULT InternalLock(
+        bool exists, UINT areaValid, void** ppData, UINT* pPitch, const LockTexts& texts, LockRect lockRect);
+    /// Its unlock, which succeeds even where the delegated object refuses.
+    template <typename UnlockRect>
+    HRESULT InternalUnlock(bool exists, const wchar_t* pRefused, UnlockRect unlockRect);
+
     UINT m_Levels;                         ///< sub-resources of the create arguments
     DWORD m_Usage;                         ///< D3DUSAGE
     UMDSurfaceList m_pSurfList;            ///< null when memory was short
@@ -78,6 +96,17 @@ protected:
 
 private:
     static constexpr UINT kMaxLevels = 11;  ///< a largest edge of 1024 pixels down to 1
+
+    /// What a copy between the runtime's pixels and a level prints.
+    struct LevelTexts
+    {
+        const wchar_t* pNoLevel;
+        UMDLockTexts Lock;
+    };
+    /// Runs a copy while a level is locked; none when the runtime has no memory for it.
+    /// @param copy called with the D3DLOCKED_RECT and the runtime's entry.
+    template <typename Copy>
+    HRESULT InternalCopyLevel(UINT level, const LevelTexts& texts, Copy copy);
 
     void InternalTakeOpened(const D3DDDI_OPENALLOCATIONINFO& allocation);
     HRESULT InternalGetLevels();
@@ -94,3 +123,33 @@ private:
     UMDComPtr<IDirect3DSurface9> m_pLevelSurface[kMaxLevels];  ///< index is the level
     HANDLE m_SharedHandle;                                     ///< of the delegated texture, null when it is not shared
 };
+
+template <typename LockRect>
+HRESULT UMDRscTexture::InternalLock(
+    bool exists, UINT areaValid, void** ppData, UINT* pPitch, const LockTexts& texts, LockRect lockRect)
+{
+    if (!exists)
+        return UMDFail(E_FAIL, texts.pNoObject);
+    if (!areaValid)
+        return S_OK;
+    D3DLOCKED_RECT locked = {};
+    if (HRESULT hr = lockRect(&locked); FAILED(hr))
+        return UMDFail(hr, texts.pRefused);
+    *ppData = locked.pBits;
+    *pPitch = static_cast<UINT>(locked.Pitch);
+    m_bLocked = true;
+    return S_OK;
+}
+
+template <typename UnlockRect>
+HRESULT UMDRscTexture::InternalUnlock(bool exists, const wchar_t* pRefused, UnlockRect unlockRect)
+{
+    if (!exists)
+        return E_FAIL;
+    if (!m_bLocked)
+        return S_OK;
+    if (FAILED(unlockRect()))
+        UMD_TRACE(UMDTRACE_ERROR, pRefused);
+    m_bLocked = false;
+    return S_OK;
+}
