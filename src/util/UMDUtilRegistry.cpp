@@ -2,18 +2,28 @@
 
 #include "util/UMDUtilDebugTrace.h"
 
-bool UMDUtilRegistryValueGet(HKEY hRoot, const wchar_t* pPath, const wchar_t* pValueName, void* pData, DWORD size)
+namespace
+{
+/// Opens a key, made where it is missing. @param pFailed takes path and error. @return null when it failed, traced.
+HKEY OpenKey(HKEY hRoot, const wchar_t* pPath, REGSAM access, const wchar_t* pFailed)
 {
     HKEY hKey = nullptr;
-    LSTATUS error =
-        RegCreateKeyExW(hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ, nullptr, &hKey, nullptr);
-    if (error != ERROR_SUCCESS)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueGet  RegCreateKeyExW failed! %s %d\n", pPath, error);
+    const LSTATUS error =
+        RegCreateKeyExW(hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr, &hKey, nullptr);
+    if (error == ERROR_SUCCESS)
+        return hKey;
+    UMD_TRACE(UMDTRACE_ERROR, pFailed, pPath, error);
+    return nullptr;
+}
+}  // namespace
+
+bool UMDUtilRegistryValueGet(HKEY hRoot, const wchar_t* pPath, const wchar_t* pValueName, void* pData, DWORD size)
+{
+    HKEY hKey = OpenKey(hRoot, pPath, KEY_READ, L"UMDUtilRegistryValueGet  RegCreateKeyExW failed! %s %d\n");
+    if (!hKey)
         return false;
-    }
     DWORD type = REG_NONE;
-    error = RegQueryValueExW(hKey, pValueName, nullptr, &type, static_cast<BYTE*>(pData), &size);
+    const LSTATUS error = RegQueryValueExW(hKey, pValueName, nullptr, &type, static_cast<BYTE*>(pData), &size);
     RegCloseKey(hKey);
     if (error == ERROR_FILE_NOT_FOUND)
         UMD_TRACE(
@@ -37,15 +47,10 @@ bool UMDUtilRegistryValueSet(
     else
         UMD_TRACE(UMDTRACE_DETAIL, L"UMDUtilRegistryValueSet Path: %s Value: %s\n", pPath, pValueName);
 
-    HKEY hKey = nullptr;
-    LSTATUS error =
-        RegCreateKeyExW(hRoot, pPath, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &hKey, nullptr);
-    if (error != ERROR_SUCCESS)
-    {
-        UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueSet RegCreateKeyExW failed! %s %d\n", pPath, error);
+    HKEY hKey = OpenKey(hRoot, pPath, KEY_WRITE, L"UMDUtilRegistryValueSet RegCreateKeyExW failed! %s %d\n");
+    if (!hKey)
         return false;
-    }
-    error = RegSetValueExW(hKey, pValueName, 0, type, static_cast<const BYTE*>(pData), size);
+    const LSTATUS error = RegSetValueExW(hKey, pValueName, 0, type, static_cast<const BYTE*>(pData), size);
     if (error != ERROR_SUCCESS)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDUtilRegistryValueSet RegSetValueExW failed! %s %d\n", pValueName, error);
     RegCloseKey(hKey);
