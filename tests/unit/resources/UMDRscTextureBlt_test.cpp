@@ -19,6 +19,15 @@ class UMDRscTextureBltTest : public BltFixture<UMDRscTexture>
 protected:
     HRESULT Blt() { return m_pSrc->Blt(&kSrcRect, m_pDst, &kDstRect); }
     HRESULT TexBlt() { return m_pSrc->TexBlt(&kSrcRect, m_pDst, &kDstRect); }
+
+    /// The first line of a blit.
+    std::string Announced() const
+    {
+        return Text(
+            "UMDRscTexture::Blt DST Resource:0x%x Pool:%d IsRenderTarget:%d SRC Resource:0x%x Pool:%d IsRenderTarget:%d\n",
+            UMDLow32(m_pDst), m_pDst->GetPool(), m_pDst->IsRenderTarget(), UMDLow32(m_pSrc), m_pSrc->GetPool(),
+            m_pSrc->IsRenderTarget());
+    }
 };
 }  // namespace
 
@@ -54,12 +63,8 @@ TEST_F(UMDRscTextureBltTest, EveryPairOfPools_TakesItsWay)
         SCOPED_TRACE(number++);
         Prepare(row.SrcFlags, row.SrcPool, row.DstFlags, row.DstPool, {.m_DstEdge = row.DstEdge});
         EXPECT_EQ(Blt(), S_OK);
-        const std::string first = Text(
-            "UMDRscTexture::Blt DST Resource:0x%x Pool:%d IsRenderTarget:%d SRC Resource:0x%x Pool:%d IsRenderTarget:%d\n",
-            UMDLow32(m_pDst), m_pDst->GetPool(), m_pDst->IsRenderTarget(), UMDLow32(m_pSrc), m_pSrc->GetPool(),
-            m_pSrc->IsRenderTarget());
         ASSERT_GE(m_Trace.Lines().size(), 2U);
-        EXPECT_EQ(m_Trace.Lines()[0], first);
+        EXPECT_EQ(m_Trace.Lines()[0], Announced());
         EXPECT_EQ(m_Trace.Lines()[1], row.pTrace);
         EXPECT_EQ(DeviceLines(), row.Calls);
         EXPECT_EQ(m_Fake.LiveObjects().size(), 2U);

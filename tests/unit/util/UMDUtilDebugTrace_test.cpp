@@ -36,6 +36,13 @@ BOOL WINAPI AnswerFolder(HWND hOwner, wchar_t* pPath, int folder, BOOL create)
     return !s_Folder.empty();
 }
 
+/// What a message made, and what of it stands in the log file.
+struct MadeRow
+{
+    const wchar_t* m_pMade;
+    const char* m_pInFile;
+};
+
 std::wstring Prefix()
 {
     wchar_t prefix[64];
@@ -220,13 +227,8 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_BehindEachLine_IsClosed)
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAgain)
 {
-    struct Case
-    {
-        const wchar_t* pMade;
-        const char* pInFile;
-    };
     // Zeros stand behind the line, as many as it asks for.
-    const Case cases[] = {
+    const MadeRow rows[] = {
         {L"100%% %d.", "100% 0."},
         {L"a%sb", "a(null)b"},
         {L"a%Sb", "a(null)b"},
@@ -235,8 +237,8 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_PercentThatTheMessageMade_IsInterpretedAga
         {L"%.1f", "0.0"},
         {L"%%", "%"},
     };
-    for (const Case& row : cases)
-        EXPECT_EQ(LoggedOf(std::wstring(row.pMade) + L"\n"), std::string(row.pInFile) + "\n");
+    for (const MadeRow& row : rows)
+        EXPECT_EQ(LoggedOf(std::wstring(row.m_pMade) + L"\n"), std::string(row.m_pInFile) + "\n");
 }
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfDirectives_ReadsAZeroForEach)
@@ -263,12 +265,7 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_LineFullOfDirectives_ReadsAZeroForEach)
 
 TEST_F(UMDUtilDebugTraceTest, LogFile_HarmfulDirective_IsLeftOut)
 {
-    struct Case
-    {
-        const wchar_t* m_pMade;
-        const char* m_pInFile;
-    };
-    const Case cases[] = {
+    const MadeRow rows[] = {
         // Writes through its argument.
         {L"a%nb", "ab"},
         {L"a%n%n%nb%d", "ab0"},
@@ -288,7 +285,7 @@ TEST_F(UMDUtilDebugTraceTest, LogFile_HarmfulDirective_IsLeftOut)
         {L"a%5", "a"},
         {L"a%-*.*ll", "a"},
     };
-    for (const Case& row : cases)
+    for (const MadeRow& row : rows)
         EXPECT_EQ(LoggedOf(row.m_pMade), row.m_pInFile);
 }
 
