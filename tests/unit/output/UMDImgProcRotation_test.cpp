@@ -157,6 +157,14 @@ TEST_P(ImageRotation, HeightsOfManyWholeLines_ShiftedWithinThem_SameBytesAsTheLo
     }
 }
 
+// Rows of either image fall onto the same few lines of the cache, and so do those of both.
+TEST_P(ImageRotation, RowsOfWholePages_SameBytesAsTheLoop)
+{
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), 1024, 1024, 0}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), 1024, 512, 0}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), 512, 1024, 0}));
+}
+
 TEST_P(ImageRotation, RandomSizes_SameBytesAsTheLoop)
 {
     const auto seed = static_cast<unsigned>(std::chrono::steady_clock::now().time_since_epoch().count());

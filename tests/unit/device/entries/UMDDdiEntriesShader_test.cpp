@@ -41,6 +41,16 @@ TEST_F(UMDDdiEntriesShaderTest, VertexShader_CreatedSetAndDeleted_HandlesStandWh
             "=> UMDDdiSetVertexShaderFunc hVSFunc:shader\n", "=> UMDDdiDeleteVertexShaderFunc hVSFunc:shader\n"}));
 }
 
+TEST_F(UMDDdiEntriesShaderTest, Declaration_OfNoElements_TracesNoneThoughThereIsMemory)
+{
+    D3DDDIARG_CREATEVERTEXSHADERDECL arg = {0, nullptr};
+    const D3DDDIVERTEXELEMENT elements[] = {{1, 2, 3, 4, 5, 6}};
+    const Lines lines = EntryLines([&] { UMDDdiCreateVertexShaderDecl(DeviceHandle(), &arg, elements); });
+    EXPECT_EQ(
+        Containing(lines, "=> UMDDdi"), Lines{"=> UMDDdiCreateVertexShaderDecl M:0 O:0 S:0 T:0 U:0 I:0 N:0 S:0x0\n"});
+    UMDDdiDeleteVertexShaderDecl(DeviceHandle(), arg.ShaderHandle);
+}
+
 TEST_F(UMDDdiEntriesShaderTest, Declaration_CreatedSetAndDeleted_HandlesStandWhereTheyBelong)
 {
     D3DDDIARG_CREATEVERTEXSHADERDECL arg = {0, m_hBefore};
