@@ -21,6 +21,8 @@ StressDriver::StressDriver()
     m_Factory.emplace(m_Fake, Module());
     m_Dxva2.emplace(Module());
     m_pSleep = std::make_unique<ImportPatch>(Module(), "kernel32.dll", "Sleep", NoSleep);
+    if (StressCuzz::IsWanted())
+        m_pCuzz = std::make_unique<StressCuzz>(Module());
 }
 
 StressDriver::~StressDriver()

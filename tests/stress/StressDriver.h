@@ -7,6 +7,7 @@
 #include "FakeDxva2.h"
 #include "FakeFactory.h"
 #include "RegistryOverride.h"
+#include "StressCuzz.h"
 #include "TestClient.h"
 
 #include <memory>
@@ -18,7 +19,8 @@ namespace tesslo::test
 class StressDriver
 {
 public:
-    /// Loads the DLL with the test client library. The fixed pause behind a flip is taken out.
+    /// Loads the DLL with the test client library. The fixed pause behind a flip is taken out; random ones come in
+    /// where the campaign wants them.
     StressDriver();
     ~StressDriver();
     StressDriver(const StressDriver&) = delete;
@@ -43,6 +45,7 @@ public:
 
 private:
     std::unique_ptr<ImportPatch> m_pSleep;
+    std::unique_ptr<StressCuzz> m_pCuzz;
 };
 
 }  // namespace tesslo::test

@@ -1,5 +1,7 @@
 #include "StressRun.h"
 
+#include "StressCuzz.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -26,6 +28,8 @@ StressRun::StressRun(
 {
     m_Result.m_Name = check.m_pName;
     m_Result.m_Seed = settings.m_Seed;
+    if (settings.m_bCuzz)
+        StressCuzz::Want();
 }
 
 void StressRun::SetCases(uint64_t count)
@@ -53,6 +57,7 @@ void StressRun::InternalBegin(uint64_t number)
     std::seed_seq seed{static_cast<uint32_t>(m_Settings.m_Seed), static_cast<uint32_t>(m_Settings.m_Seed >> 32),
         static_cast<uint32_t>(number), static_cast<uint32_t>(number >> 32)};
     m_Random.seed(seed);
+    StressCuzz::Begin(m_Settings.m_Seed, number);
     m_bRunning = true;
 }
 
