@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <iterator>
 
 namespace tesslo::test
 {
@@ -11,13 +12,14 @@ namespace tesslo::test
 namespace
 {
 
-// Of a thousand calls.
-constexpr uint64_t kDelayed = 30;
-constexpr uint64_t kYielding = 120;
+// Of a thousand calls. Some runs are quiet, some are slow.
+constexpr uint64_t kDelayed[] = {10, 50, 50, 250};
+constexpr uint64_t kYielding = 150;
 constexpr uint64_t kShortest = 100, kLongest = 2000;  ///< microseconds
 
 bool s_bWanted;
 std::atomic<uint64_t> s_Run;    ///< seed and number of the run, mixed
+std::atomic<uint64_t> s_Rate;   ///< calls of a thousand that are delayed in this run
 std::atomic<uint64_t> s_Calls;  ///< in the run so far
 
 /// Spreads the bits of neighbouring numbers over the whole word.
@@ -33,7 +35,8 @@ void Delay()
 {
     const DWORD error = GetLastError();
     const uint64_t chance = Mix(s_Run + s_Calls++);
-    if (chance % 1000 < kDelayed)
+    const uint64_t rate = s_Rate;
+    if (chance % 1000 < rate)
     {
         // The platform's own sleep counts in milliseconds.
         const auto end = std::chrono::steady_clock::now() +
@@ -41,10 +44,15 @@ void Delay()
         while (std::chrono::steady_clock::now() < end)
             SwitchToThread();
     }
-    else if (chance % 1000 < kDelayed + kYielding)
+    else if (chance % 1000 < rate + kYielding)
         SwitchToThread();
     SetLastError(error);
 }
+
+struct Behind
+{
+    ~Behind() { Delay(); }
+};
 
 /// Stands in for one function of the platform. @tparam Tag tells functions of the same type apart.
 template <typename Tag, typename Function>
@@ -57,6 +65,8 @@ struct Delayed<Tag, Result(Arguments...)>
     static Result Call(Arguments... arguments)
     {
         Delay();
+        // Who has woken another thread may fall behind it.
+        const Behind behind;
         return s_pOriginal(arguments...);
     }
 };
@@ -104,6 +114,7 @@ bool StressCuzz::IsWanted()
 void StressCuzz::Begin(uint64_t seed, uint64_t run)
 {
     s_Run = Mix(seed ^ Mix(run));
+    s_Rate = kDelayed[s_Run % std::size(kDelayed)];
     s_Calls = 0;
 }
 

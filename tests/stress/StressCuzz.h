@@ -1,5 +1,5 @@
-// Random delays before the platform calls by which the driver's threads hand over to each other: rare orders of two
-// threads become frequent ones.
+// Random delays before and behind the platform calls by which the driver's threads hand over to each other: rare orders
+// of two threads become frequent ones.
 #pragma once
 
 #include "ImportPatch.h"

@@ -1,9 +1,6 @@
 #include "StressGauge.h"
 
-#include <windows.h>
-
-#include <psapi.h>
-#include <tlhelp32.h>
+#include "ResourceCounts.h"
 
 #include <cmath>
 
@@ -29,28 +26,13 @@ constexpr Allowance kAllowances[] = {
     {"references", &StressSlopes::m_References, 0.5},
 };
 
-size_t ThreadCount()
-{
-    const HANDLE hSnapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof(entry);
-    size_t count = 0;
-    for (BOOL more = Thread32First(hSnapshot, &entry); more; more = Thread32Next(hSnapshot, &entry))
-        count += entry.th32OwnerProcessID == GetCurrentProcessId();
-    CloseHandle(hSnapshot);
-    return count;
-}
-
 }  // namespace
 
 void StressGauge::Sample(uint64_t runs, uint64_t references)
 {
-    DWORD handles = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
-    PROCESS_MEMORY_COUNTERS_EX memory{};
-    GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof(memory));
-    m_Points.push_back({static_cast<double>(runs), static_cast<double>(handles), static_cast<double>(ThreadCount()),
-        static_cast<double>(memory.PrivateUsage), static_cast<double>(references)});
+    const ResourceCounts now = ResourceCounts::Now();
+    m_Points.push_back({static_cast<double>(runs), static_cast<double>(now.m_Handles),
+        static_cast<double>(now.m_Threads), static_cast<double>(now.m_WorkingSet), static_cast<double>(references)});
 }
 
 double StressGauge::InternalSlope(double Point::* pQuantity) const
