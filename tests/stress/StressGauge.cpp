@@ -22,7 +22,7 @@ struct Allowance
 constexpr Allowance kAllowances[] = {
     {"handles", &StressSlopes::m_Handles, 8},
     {"threads", &StressSlopes::m_Threads, 2},
-    {"private bytes", &StressSlopes::m_PrivateBytes, 4 << 20},
+    {"bytes of the working set", &StressSlopes::m_WorkingSet, 4 << 20},
     {"references", &StressSlopes::m_References, 0.5},
 };
 
@@ -63,7 +63,7 @@ double StressGauge::InternalSpan() const
 
 StressSlopes StressGauge::Slopes() const
 {
-    return {InternalSlope(&Point::m_Handles), InternalSlope(&Point::m_Threads), InternalSlope(&Point::m_PrivateBytes),
+    return {InternalSlope(&Point::m_Handles), InternalSlope(&Point::m_Threads), InternalSlope(&Point::m_WorkingSet),
         InternalSlope(&Point::m_References)};
 }
 

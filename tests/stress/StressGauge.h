@@ -25,7 +25,7 @@ public:
 private:
     struct Point
     {
-        double m_Runs, m_Handles, m_Threads, m_PrivateBytes, m_References;
+        double m_Runs, m_Handles, m_Threads, m_WorkingSet, m_References;
     };
 
     double InternalSlope(double Point::* pQuantity) const;

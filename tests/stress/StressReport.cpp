@@ -16,7 +16,7 @@ void PrintRow(const StressResult& result)
     const StressSlopes& slopes = result.m_Slopes;
     std::printf("%-12s %10" PRIu64 "%s %6" PRIu64 " %6.0f %6" PRIu64 " %9.4f %9.4f %9.0f %9.4f  %s\n",
         result.m_Name.c_str(), result.m_Runs, result.m_bComplete ? " " : "+", result.m_Seed, result.m_Seconds,
-        result.m_FindingCount, slopes.m_Handles, slopes.m_Threads, slopes.m_PrivateBytes, slopes.m_References,
+        result.m_FindingCount, slopes.m_Handles, slopes.m_Threads, slopes.m_WorkingSet, slopes.m_References,
         result.m_Note.c_str());
 }
 
@@ -44,7 +44,7 @@ void StressPrint(const std::vector<StressResult>& results, const StressSettings&
         PrintRow(result);
         partly |= !result.m_bComplete;
     }
-    std::printf("Handles, threads, private bytes and references: growth a run.%s\n",
+    std::printf("Handles, threads, working set and references: growth a run.%s\n",
         partly ? " +: there are more runs than the time was enough for." : "");
     for (const StressResult& result : results)
         if (result.m_FindingCount > 0)

@@ -5,7 +5,7 @@
 namespace tesslo::test
 {
 
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StressSlopes, m_Handles, m_Threads, m_PrivateBytes, m_References)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StressSlopes, m_Handles, m_Threads, m_WorkingSet, m_References)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StressFinding, m_Run, m_What)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(
     StressResult, m_Name, m_Seed, m_Runs, m_bComplete, m_Seconds, m_Slopes, m_FindingCount, m_Findings, m_Note)

@@ -13,7 +13,7 @@ struct StressSlopes
 {
     double m_Handles = 0;
     double m_Threads = 0;
-    double m_PrivateBytes = 0;
+    double m_WorkingSet = 0;
     double m_References = 0;
 };
 
