@@ -2,6 +2,7 @@
 
 #include "checks/CallbackFailures.h"
 #include "checks/DelegatedFailures.h"
+#include "checks/Lives.h"
 
 namespace tesslo::test
 {
@@ -13,6 +14,7 @@ const std::vector<StressCheck>& StressChecks()
             StressCallbackFailures},
         {"delegated", "each call of the delegated device fails, faults or gives nothing, at each of its calls", 0, 0,
             StressDelegatedFailures},
+        {"lives", "adapter and device come and go with presents in flight", 500, 10000, StressLives},
     };
     return checks;
 }

@@ -5,6 +5,13 @@
 namespace tesslo::test
 {
 
+namespace
+{
+
+thread_local FakeSurface* t_pNewest;
+
+}  // namespace
+
 FakeDevice::FakeDevice() : FakeDeviceMethods(static_cast<FakeObjects&>(*this), "") {}
 
 FakeDevice::~FakeDevice()
@@ -35,7 +42,14 @@ HRESULT FakeDevice::InternalMakeSurface(
     const D3DSURFACE_DESC& desc, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle)
 {
     InternalShare(pSharedHandle);
-    return InternalMake<FakeSurface>(ppSurface, "surface", desc, m_Padding);
+    const HRESULT hr = InternalMake<FakeSurface>(ppSurface, "surface", desc, m_Padding);
+    t_pNewest = static_cast<FakeSurface*>(*ppSurface);
+    return hr;
+}
+
+FakeSurface* FakeDevice::NewestSurface()
+{
+    return t_pNewest;
 }
 
 HRESULT FakeDevice::CreateTexture(UINT width, UINT height, UINT levels, DWORD usage, D3DFORMAT format, D3DPOOL pool,
@@ -170,8 +184,7 @@ HRESULT FakeDevice::GetRenderTargetData(IDirect3DSurface9* pRenderTarget, IDirec
     if (!pFrom || !pTo || pFrom->Desc().Format != pTo->Desc().Format || pFrom->Desc().Width != pTo->Desc().Width ||
         pFrom->Desc().Height != pTo->Desc().Height)
         return D3DERR_INVALIDCALL;
-    pTo->Pixels().CopyFrom(pFrom->Pixels());
-    return S_OK;
+    return pTo->Pixels().CopyFrom(pFrom->Pixels()) ? S_OK : kSurfaceBusy;
 }
 
 }  // namespace tesslo::test

@@ -20,6 +20,9 @@
 namespace tesslo::test
 {
 
+/// What a copy to a locked surface is answered, as real devices do.
+inline constexpr HRESULT kSurfaceBusy = static_cast<HRESULT>(0x887601AE);
+
 class FakeDevice : public FakeObjects, public FakeDeviceMethods
 {
 public:
@@ -35,6 +38,9 @@ public:
 
     /// The shared handle that the newest creating call with one was given.
     HANDLE LastSharedHandle() const { return m_hLastShared; }
+
+    /// The surface that the calling thread made last, of any device; null before the first.
+    static FakeSurface* NewestSurface();
 
     bool IsPart() const override { return true; }
 
@@ -65,7 +71,8 @@ public:
     HRESULT STDMETHODCALLTYPE SetRenderTarget(DWORD index, IDirect3DSurface9* pSurface) override;
     /// With a reference for the caller; D3DERR_NOTFOUND when none is set.
     HRESULT STDMETHODCALLTYPE GetRenderTarget(DWORD index, IDirect3DSurface9** ppSurface) override;
-    /// Copies the bytes when format and size match, else D3DERR_INVALIDCALL.
+    /// Copies the bytes when format and size match, else D3DERR_INVALIDCALL; kSurfaceBusy while the destination is
+    /// locked.
     HRESULT STDMETHODCALLTYPE GetRenderTargetData(
         IDirect3DSurface9* pRenderTarget, IDirect3DSurface9* pDestination) override;
 

@@ -15,6 +15,7 @@ FakePixels::FakePixels(D3DFORMAT format, UINT width, UINT height, UINT padding)
 
 HRESULT FakePixels::Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect)
 {
+    const std::lock_guard lock(m_Mutex);
     if (m_bLocked)
         return D3DERR_INVALIDCALL;
     m_bLocked = true;
@@ -28,16 +29,21 @@ HRESULT FakePixels::Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect)
 
 HRESULT FakePixels::Unlock()
 {
+    const std::lock_guard lock(m_Mutex);
     if (!m_bLocked)
         return D3DERR_INVALIDCALL;
     m_bLocked = false;
     return S_OK;
 }
 
-void FakePixels::CopyFrom(const FakePixels& other)
+bool FakePixels::CopyFrom(const FakePixels& other)
 {
+    const std::lock_guard lock(m_Mutex);
+    if (m_bLocked)
+        return false;
     for (UINT row = 0; row < m_RowCount; row++)
         memcpy(&m_Bytes[size_t{row} * Pitch()], &other.m_Bytes[size_t{row} * other.Pitch()], m_RowBytes);
+    return true;
 }
 
 }  // namespace tesslo::test

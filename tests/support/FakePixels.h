@@ -1,10 +1,11 @@
-// The memory behind a fake surface: rows of pixels with a settable padding, locked once at a time.
+// The memory behind a fake surface: rows of pixels with a settable padding, locked once at a time. Threads may meet.
 #pragma once
 
 #include "PixelBytes.h"
 
 #include <d3d9.h>
 
+#include <mutex>
 #include <vector>
 
 namespace tesslo::test
@@ -28,12 +29,14 @@ public:
     /// Pitch times RowCount, zero at first.
     std::vector<BYTE>& Bytes() { return m_Bytes; }
     /// Takes over the other's pixels, row by row; both are of the same format and size.
-    void CopyFrom(const FakePixels& other);
+    /// @return false while it is locked: then nothing is copied.
+    bool CopyFrom(const FakePixels& other);
 
 private:
     UINT m_RowBytes;
     ImageShape m_Shape;
     UINT m_RowCount;
+    std::mutex m_Mutex;
     bool m_bLocked = false;
     std::vector<BYTE> m_Bytes;
 };
