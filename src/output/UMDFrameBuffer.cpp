@@ -24,8 +24,9 @@ HRESULT UMDFrameBuffer::DuplicateFrameBuffer(IDirect3DSurface9* pSrcSurface, UIN
     m_nIndex = m_nIndex == UMD_FRAMEBUFFER_SLOT_COUNT - 1 ? 0 : m_nIndex + 1;
     IDirect3DSurface9** ppSurface = &m_pSurface[m_nIndex];
     UMDFrameMemory** ppSurfaceMalloc = &m_pSurfaceMalloc[m_nIndex];
-    // What a shortage of memory left of the slot when it was made.
-    if (*ppSurface && !*ppSurfaceMalloc)
+    // A shortage of memory may have left the slot half made. One that the worker has fallen behind with stays the
+    // worker's: a copy into it would be refused while it is locked, and a newer frame than the worker took otherwise.
+    if (*ppSurface && (!*ppSurfaceMalloc || (*ppSurfaceMalloc)->IsToBeRead()))
         m_Surface.Destroy(ppSurface, ppSurfaceMalloc);
     if (!*ppSurface)
     {

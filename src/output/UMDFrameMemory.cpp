@@ -9,6 +9,7 @@ UMDFrameMemory* UMDFrameMemory::Create(std::size_t bytes)
     if (!pMemory)
         return nullptr;
     pMemory->m_References = 1;
+    pMemory->m_Readers = 0;
     pMemory->m_pBits = static_cast<BYTE*>(std::malloc(bytes));
     if (!pMemory->m_pBits)
     {
@@ -30,4 +31,19 @@ void UMDFrameMemory::Release()
         std::free(m_pBits);
         delete this;
     }
+}
+
+void UMDFrameMemory::BeginRead()
+{
+    InterlockedIncrement(&m_Readers);
+}
+
+void UMDFrameMemory::EndRead()
+{
+    InterlockedDecrement(&m_Readers);
+}
+
+bool UMDFrameMemory::IsToBeRead()
+{
+    return InterlockedCompareExchange(&m_Readers, 0, 0) != 0;
 }

@@ -1,5 +1,6 @@
 // A byte buffer with a lifetime of its own: the rotated image of a frame, shared by the ring and by the worker that is
-// sending it, so that neither a change of size nor a closing device takes it away under the client library.
+// sending it, so that neither a change of size nor a closing device takes it away under the client library. It also
+// tells whether the copy beside it in the ring is still to be read.
 #pragma once
 
 #include <windows.h>
@@ -17,6 +18,13 @@ public:
     /// Frees the buffer with the last reference. Any thread.
     void Release();
 
+    /// The copy beside the buffer is about to be published. Presenting thread.
+    void BeginRead();
+    /// It has been read, or nobody will read it any more. Any thread.
+    void EndRead();
+    /// Whether somebody may read it, or is at it. Presenting thread.
+    bool IsToBeRead();
+
     BYTE* Bits() { return m_pBits; }
 
 private:
@@ -24,5 +32,6 @@ private:
     ~UMDFrameMemory() = default;
 
     LONG m_References;
+    LONG m_Readers;  ///< published frames whose copy nobody has read yet
     BYTE* m_pBits;
 };

@@ -131,6 +131,7 @@ void UMDThreadFrameBuffer::InternalPublishFrame(UINT width, UINT height, UINT ro
     frame.m_BytesPerPixel = 4;
     frame.m_Pitch = width * 4;
     frame.m_Rotation = rotation;
+    frame.BeginRead();
     m_Handoff.Publish();
 }
 
@@ -216,8 +217,7 @@ bool UMDThreadFrameBuffer::InternalProcessNewestFrame()
         return true;  // taken on an earlier wake-up, or withdrawn by an exit request
     BYTE* pBuffer = UMDFrameBuffer::GetDuplicateFrameBufferMalloc(*pFrame);
     IDirect3DSurface9* pSurface = UMDFrameBuffer::GetDuplicateFrameBuffer(*pFrame);
-    const bool processed = InternalProcessFrameBuffer(&m_pConnection, pBuffer, pSurface, pFrame->m_Width,
-        pFrame->m_Height, pFrame->m_BytesPerPixel, pFrame->m_Pitch, m_VidPnSourceId, pFrame->m_Rotation);
+    const bool processed = InternalProcessFrameBuffer(&m_pConnection, pBuffer, pSurface, pFrame, m_VidPnSourceId);
     m_Handoff.Done();
     if (!processed)
         UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n");
@@ -255,10 +255,13 @@ bool UMDThreadFrameBuffer::InternalInitializeConnection(void** ppConnection, UIN
     return true;
 }
 
-bool UMDThreadFrameBuffer::InternalProcessFrameBuffer(void** ppConnection, BYTE* pBuffer, IDirect3DSurface9* pSurface,
-    UINT width, UINT height, UINT bytesPerPixel, UINT pitch, UINT VidPnSourceId, UINT rotation)
+bool UMDThreadFrameBuffer::InternalProcessFrameBuffer(
+    void** ppConnection, BYTE* pBuffer, IDirect3DSurface9* pSurface, UMDFrame* pFrame, UINT VidPnSourceId)
 {
     UMD_TRACE(UMDTRACE_FRAMEBUFFER, L">>> UMDThreadFrameBuffer::InternalProcessFrameBuffer\n");
+    UINT width = pFrame->m_Width;
+    UINT height = pFrame->m_Height;
+    UINT pitch = pFrame->m_Pitch;
     D3DLOCKED_RECT locked = {};
     if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
     {
@@ -267,8 +270,8 @@ bool UMDThreadFrameBuffer::InternalProcessFrameBuffer(void** ppConnection, BYTE*
         return false;
     }
     // The pitch is the frame's own, not the locked one: 32-bit system-memory surfaces are packed.
-    if (HRESULT hr = UMDImgProcRotation(
-            pBuffer, static_cast<const BYTE*>(locked.pBits), &pitch, &width, &height, bytesPerPixel, rotation);
+    if (HRESULT hr = UMDImgProcRotation(pBuffer, static_cast<const BYTE*>(locked.pBits), &pitch, &width, &height,
+            pFrame->m_BytesPerPixel, pFrame->m_Rotation);
         FAILED(hr))
     {
         UMD_TRACE(UMDTRACE_ERROR,
@@ -281,6 +284,7 @@ bool UMDThreadFrameBuffer::InternalProcessFrameBuffer(void** ppConnection, BYTE*
             UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalProcessFrameBuffer UnlockRect failed! hResult:0x%x\n", hr);
         return false;
     }
+    pFrame->EndRead();  // the library reads the buffer, for as long as it likes
     if (!InternalSendFrameBuffer(ppConnection, pBuffer, width, height, pitch, VidPnSourceId))
     {
         UMD_TRACE(

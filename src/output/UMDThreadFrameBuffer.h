@@ -50,8 +50,8 @@ private:
     bool InternalProcessNewestFrame();
     void InternalEnd();
     bool InternalInitializeConnection(void** ppConnection, UINT VidPnSourceId);
-    bool InternalProcessFrameBuffer(void** ppConnection, BYTE* pBuffer, IDirect3DSurface9* pSurface, UINT width,
-        UINT height, UINT bytesPerPixel, UINT pitch, UINT VidPnSourceId, UINT rotation);
+    bool InternalProcessFrameBuffer(
+        void** ppConnection, BYTE* pBuffer, IDirect3DSurface9* pSurface, UMDFrame* pFrame, UINT VidPnSourceId);
     bool InternalSendFrameBuffer(
         void** ppConnection, const BYTE* pBuffer, UINT width, UINT height, UINT pitch, UINT VidPnSourceId);
     bool InternalUninitializeConnection(void** ppConnection, UINT VidPnSourceId);

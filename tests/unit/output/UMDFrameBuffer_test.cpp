@@ -228,6 +228,38 @@ TEST_F(UMDFrameBufferTest, Destructor_TwoSlotsMade_DestroysThoseTwo)
     EXPECT_EQ(m_Device.LiveObjects().size(), objects);
 }
 
+TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_SlotIsToBeRead_IsLeftToItsReader)
+{
+    const auto pTarget = MakeTarget(8, 4);
+    UMDFrameBuffer frameBuffer(&m_Device);
+    ASSERT_EQ(frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
+    UMDFrame held = Newest(frameBuffer);
+    held.BeginRead();
+    for (int frame = 0; frame < 3; ++frame)
+        ASSERT_EQ(frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
+
+    EXPECT_NE(Newest(frameBuffer).m_pSurface.Get(), held.m_pSurface.Get());
+    EXPECT_NE(Newest(frameBuffer).m_pMemory.Get(), held.m_pMemory.Get());
+    EXPECT_EQ(References(held.m_pSurface.Get()), 1u) << "the ring has given it up";
+    EXPECT_EQ(m_Device.Calls("CreateOffscreenPlainSurface"), 4u);
+    held.Clear();
+    EXPECT_EQ(m_Device.LiveObjects().size(), 4u) << "the target and three copies";
+}
+
+TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_SlotHasBeenRead_IsWrittenAgain)
+{
+    const auto pTarget = MakeTarget(8, 4);
+    UMDFrameBuffer frameBuffer(&m_Device);
+    ASSERT_EQ(frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
+    UMDFrame held = Newest(frameBuffer);
+    held.BeginRead();
+    held.EndRead();
+    for (int frame = 0; frame < 3; ++frame)
+        ASSERT_EQ(frameBuffer.DuplicateFrameBuffer(pTarget.Get(), 8, 4, D3DFMT_X8R8G8B8), S_OK);
+
+    EXPECT_EQ(Newest(frameBuffer).m_pSurface.Get(), held.m_pSurface.Get()) << "the buffer is the frame's still";
+}
+
 TEST_F(UMDFrameBufferTest, DuplicateFrameBuffer_ManyFrames_AllocatesNothingAfterTheThird)
 {
     const auto pTarget = MakeTarget(8, 4);

@@ -44,6 +44,19 @@ TEST_F(UMDFrameMemoryTest, Release_LastReference_FreesTheBytesAndTheObject)
     EXPECT_EQ(g_Freed, 2);
 }
 
+TEST_F(UMDFrameMemoryTest, IsToBeRead_TwoReaders_UntilBothHaveEnded)
+{
+    UMDFrameMemory* pMemory = UMDFrameMemory::Create(16);
+    EXPECT_FALSE(pMemory->IsToBeRead());
+    pMemory->BeginRead();
+    pMemory->BeginRead();
+    pMemory->EndRead();
+    EXPECT_TRUE(pMemory->IsToBeRead());
+    pMemory->EndRead();
+    EXPECT_FALSE(pMemory->IsToBeRead());
+    pMemory->Release();
+}
+
 TEST_F(UMDFrameMemoryTest, Create_NoMemoryForTheObject_GivesNull)
 {
     FailNthAllocation shortage(1);

@@ -3,6 +3,7 @@
 #include "ImportPatch.h"
 
 #include <atomic>
+#include <string>
 
 using namespace tesslo::test;
 
@@ -112,6 +113,61 @@ TEST_F(HeldFrameTest, FrameBufferAvailable_SizeChangesUnderTheLibrary_TheHeldFra
     EXPECT_EQ(updates[1].m_Frame.Height, 9u);
     EXPECT_EQ(updates[1].m_Pixels.front(), 6000u);
     EXPECT_EQ(updates[1].m_Pixels.back(), 6000u + 16 * 9 - 1);
+}
+
+/// Holds the worker in a call of its copy, while three more frames come: the third is due in the same slot.
+class HeldCopyTest : public FrameBufferThreadFixture, public testing::WithParamInterface<const char*>
+{
+};
+
+TEST_P(HeldCopyTest, FrameBufferAvailable_ThreeMoreFrames_AreTakenAndTheHeldOneArrivesAsItWas)
+{
+    m_Fake.On(GetParam(), [this] { m_Gate.Pass(); });
+    Start();
+    ASSERT_TRUE(Present(4, 2, 100));
+    ASSERT_TRUE(m_Gate.WaitForOne());
+    for (UINT frame = 2; frame <= 4; ++frame)
+        EXPECT_TRUE(Present(4, 2, frame * 100, D3DDDI_ROTATION_180));
+    EXPECT_EQ(m_Fake.Calls("GetRenderTargetData"), 4u) << "none was refused";
+    m_Gate.Open();
+    ASSERT_TRUE(m_Client.WaitForUpdates(2));
+    EXPECT_EQ(m_Client.Updates()[0].m_Pixels, (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
+    EXPECT_EQ(m_Client.Updates()[1].m_Pixels, (std::vector<UINT>{407, 406, 405, 404, 403, 402, 401, 400}));
+}
+
+TEST_P(HeldCopyTest, FrameBufferAvailable_AfterTheWorkerHasCaughtUp_UsesTheSlotsInTurnAgain)
+{
+    m_Fake.On(GetParam(), [this] { m_Gate.Pass(); });
+    Start();
+    ASSERT_TRUE(Present(4, 2));
+    ASSERT_TRUE(m_Gate.WaitForOne());
+    for (int frame = 0; frame < 3; ++frame)
+        EXPECT_TRUE(Present(4, 2));
+    EXPECT_EQ(m_Fake.Calls("CreateOffscreenPlainSurface"), 4u) << "one for the slot that the worker still has";
+    m_Gate.Open();
+    ASSERT_TRUE(m_Client.WaitForUpdates(2));
+    for (size_t frame = 1; frame <= 4; ++frame)
+    {
+        EXPECT_TRUE(Present(4, 2));
+        ASSERT_TRUE(m_Client.WaitForUpdates(2 + frame));
+    }
+    EXPECT_EQ(m_Fake.Calls("CreateOffscreenPlainSurface"), 4u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, HeldCopyTest, testing::Values("surface.LockRect", "surface.UnlockRect"),
+    [](const auto& info) { return std::string(info.param).substr(sizeof("surface.") - 1); });
+
+TEST_F(HeldFrameTest, FrameBufferAvailable_LibraryHoldsAFrame_ItsSlotIsWrittenAllTheSame)
+{
+    Start();
+    PresentAndHold(4, 2, 100);
+    for (UINT frame = 2; frame <= 4; ++frame)
+        ASSERT_TRUE(Present(4, 2, frame * 100));
+    EXPECT_EQ(m_Fake.Calls("CreateOffscreenPlainSurface"), 3u) << "the library reads the buffer, not the copy";
+    m_Gate.Open();
+    ASSERT_TRUE(m_Client.WaitForUpdates(2));
+    EXPECT_EQ(m_Client.Updates()[0].m_Pixels, (std::vector<UINT>{100, 101, 102, 103, 104, 105, 106, 107}));
+    EXPECT_EQ(m_Client.Updates()[1].m_Pixels.front(), 400u);
 }
 
 TEST_F(HeldFrameTest, DestroyThreads_LibraryHoldsAFrameOfTheDevice_WaitsForItAndLeavesNothing)
