@@ -2,6 +2,7 @@
 
 #include "checks/CallbackFailures.h"
 #include "checks/DelegatedFailures.h"
+#include "checks/Frames.h"
 #include "checks/Lives.h"
 
 namespace tesslo::test
@@ -15,6 +16,8 @@ const std::vector<StressCheck>& StressChecks()
         {"delegated", "each call of the delegated device fails, faults or gives nothing, at each of its calls", 0, 0,
             StressDelegatedFailures},
         {"lives", "adapter and device come and go with presents in flight", 500, 10000, StressLives},
+        {"frames", "500 frames of six sources a run, in sizes and rotations that change, arrive whole and in order",
+            100, 2000, StressManyFrames},
     };
     return checks;
 }

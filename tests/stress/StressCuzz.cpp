@@ -1,10 +1,6 @@
 #include "StressCuzz.h"
 
-#include <windows.h>
-
-#include <atomic>
-#include <chrono>
-#include <iterator>
+#include "StressPauses.h"
 
 namespace tesslo::test
 {
@@ -12,46 +8,12 @@ namespace tesslo::test
 namespace
 {
 
-// Of a thousand calls. Some runs are quiet, some are slow.
-constexpr uint64_t kDelayed[] = {10, 50, 50, 250};
-constexpr uint64_t kYielding = 150;
-constexpr uint64_t kShortest = 100, kLongest = 2000;  ///< microseconds
-
 bool s_bWanted;
-std::atomic<uint64_t> s_Run;    ///< seed and number of the run, mixed
-std::atomic<uint64_t> s_Rate;   ///< calls of a thousand that are delayed in this run
-std::atomic<uint64_t> s_Calls;  ///< in the run so far
-
-/// Spreads the bits of neighbouring numbers over the whole word.
-uint64_t Mix(uint64_t value)
-{
-    value += 0x9E3779B97F4A7C15;
-    value = (value ^ (value >> 30)) * 0xBF58476D1CE4E5B9;
-    value = (value ^ (value >> 27)) * 0x94D049BB133111EB;
-    return value ^ (value >> 31);
-}
-
-void Delay()
-{
-    const DWORD error = GetLastError();
-    const uint64_t chance = Mix(s_Run + s_Calls++);
-    const uint64_t rate = s_Rate;
-    if (chance % 1000 < rate)
-    {
-        // The platform's own sleep counts in milliseconds.
-        const auto end = std::chrono::steady_clock::now() +
-                         std::chrono::microseconds(kShortest + (chance >> 32) % (kLongest - kShortest));
-        while (std::chrono::steady_clock::now() < end)
-            SwitchToThread();
-    }
-    else if (chance % 1000 < rate + kYielding)
-        SwitchToThread();
-    SetLastError(error);
-}
+StressPauses s_Pauses;
 
 struct Behind
 {
-    ~Behind() { Delay(); }
+    ~Behind() { s_Pauses.Pause(); }
 };
 
 /// Stands in for one function of the platform. @tparam Tag tells functions of the same type apart.
@@ -64,7 +26,7 @@ struct Delayed<Tag, Result(Arguments...)>
     inline static Result (*s_pOriginal)(Arguments...);
     static Result Call(Arguments... arguments)
     {
-        Delay();
+        s_Pauses.Pause();
         // Who has woken another thread may fall behind it.
         const Behind behind;
         return s_pOriginal(arguments...);
@@ -113,9 +75,7 @@ bool StressCuzz::IsWanted()
 
 void StressCuzz::Begin(uint64_t seed, uint64_t run)
 {
-    s_Run = Mix(seed ^ Mix(run));
-    s_Rate = kDelayed[s_Run % std::size(kDelayed)];
-    s_Calls = 0;
+    s_Pauses.Begin(seed, run);
 }
 
 }  // namespace tesslo::test

@@ -1,6 +1,7 @@
 #include "StressFrames.h"
 
 #include "StressRun.h"
+#include "Waiting.h"
 
 #include "ddi/ddi.h"
 
@@ -43,6 +44,7 @@ void StressFrames::Paint(FakeSurface& target, UINT source, const StressShape& sh
     if (number >= kNumbers || shape.m_Width * shape.m_Height > kPixels || source >= kSources)
         throw std::runtime_error("the frame cannot be told from others");
     m_Painted[number] = {source, shape};
+    m_Last[source] = number;
     auto* pPixels = reinterpret_cast<UINT*>(target.Pixels().Bytes().data());
     for (UINT i = 0; i < shape.m_Width * shape.m_Height; ++i)
         pPixels[i] = number * kPixels + i;
@@ -51,11 +53,21 @@ void StressFrames::Paint(FakeSurface& target, UINT source, const StressShape& sh
 void StressFrames::Judge(const TessloVirtualMonitorFrame& frame)
 {
     ++m_Arrived;
-    const std::string wrong = InternalWrong(frame);
-    if (wrong.empty())
-        return;
+    if (const std::string wrong = InternalWrong(frame); !wrong.empty())
+        InternalNote(frame.VidPnSourceId, wrong);
+}
+
+void StressFrames::InternalNote(UINT source, const std::string& wrong)
+{
     const std::lock_guard lock(m_Mutex);
-    m_Wrong.push_back("source " + std::to_string(frame.VidPnSourceId) + ": " + wrong);
+    m_Wrong.push_back("source " + std::to_string(source) + ": " + wrong);
+}
+
+void StressFrames::Await()
+{
+    for (UINT source = 0; source < kSources; ++source)
+        if (!WaitUntil([&] { return m_Newest[source] >= m_Last[source]; }))
+            InternalNote(source, "the last frame, " + std::to_string(m_Last[source]) + ", never arrives");
 }
 
 std::string StressFrames::InternalWrong(const TessloVirtualMonitorFrame& frame)
@@ -90,6 +102,7 @@ void StressFrames::Restart(StressRun& run)
     for (const std::string& wrong : std::exchange(m_Wrong, {}))
         run.Find(wrong);
     m_Next = 1;
+    m_Last.fill(0);
     for (std::atomic<UINT>& newest : m_Newest)
         newest = 0;
 }

@@ -35,6 +35,8 @@ public:
     /// rotation than its own, of another source, or older than the one before. The source's thread.
     void Judge(const TessloVirtualMonitorFrame& frame);
 
+    /// Waits until each source's last frame has arrived, and notes those whose one does not.
+    void Await();
     uint64_t Arrived() const { return m_Arrived; }
     /// Behind a run: passes what was noted on, and counts from 1 again. Nobody paints or judges.
     void Restart(StressRun& run);
@@ -46,10 +48,12 @@ private:
         StressShape m_Shape;
     };
 
+    void InternalNote(UINT source, const std::string& wrong);
     std::string InternalWrong(const TessloVirtualMonitorFrame& frame);
 
     std::array<Painted, kNumbers> m_Painted{};  ///< by number
     std::atomic<UINT> m_Next = 1;
+    std::array<UINT, kSources> m_Last{};                 ///< number that was painted last, by source
     std::array<std::atomic<UINT>, kSources> m_Newest{};  ///< number that arrived last, by source
     std::atomic<uint64_t> m_Arrived = 0;                 ///< since the beginning
     std::mutex m_Mutex;
