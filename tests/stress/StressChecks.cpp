@@ -5,6 +5,7 @@
 #include "checks/Devices.h"
 #include "checks/Frames.h"
 #include "checks/Lives.h"
+#include "checks/Loads.h"
 
 namespace tesslo::test
 {
@@ -17,6 +18,7 @@ const std::vector<StressCheck>& StressChecks()
         {"delegated", "each call of the delegated device fails, faults or gives nothing, at each of its calls", 0, 0,
             StressDelegatedFailures},
         {"lives", "adapter and device come and go with presents in flight", 500, 10000, StressLives},
+        {"loads", "the DLL comes and goes", 200, 5000, StressLoads},
         {"devices", "two to four devices at once, each used by threads in turn", 100, 2000, StressDevices},
         {"frames", "500 frames of six sources a run, in sizes and rotations that change, arrive whole and in order",
             100, 2000, StressManyFrames},
