@@ -6,6 +6,7 @@
 #include "checks/Frames.h"
 #include "checks/Lives.h"
 #include "checks/Loads.h"
+#include "checks/PlatformFailures.h"
 
 namespace tesslo::test
 {
@@ -22,6 +23,8 @@ const std::vector<StressCheck>& StressChecks()
         {"devices", "two to four devices at once, each used by threads in turn", 100, 2000, StressDevices},
         {"frames", "500 frames of six sources a run, in sizes and rotations that change, arrive whole and in order",
             100, 2000, StressManyFrames},
+        {"platform", "each call of the platform that the driver makes fails, from its loading to its unloading", 0, 0,
+            StressPlatformFailures},
     };
     return checks;
 }

@@ -25,10 +25,19 @@ void PrintCall(DWORD64 address)
     std::printf(" %ls+0x%" PRIX64, pName ? pName + 1 : path, address - reinterpret_cast<DWORD64>(hModule));
 }
 
+void TakeReturnAddress(CONTEXT* pContext)
+{
+    pContext->Rip = *reinterpret_cast<const DWORD64*>(pContext->Rsp);
+    pContext->Rsp += sizeof(DWORD64);
+}
+
 LONG WINAPI Report(EXCEPTION_POINTERS* pPointers)
 {
     std::printf("%s0x%08lX in", kStressCrash, pPointers->ExceptionRecord->ExceptionCode);
     CONTEXT context = *pPointers->ContextRecord;
+    // A call through null has left its return address on top, as a leaf has.
+    if (!context.Rip)
+        TakeReturnAddress(&context);
     for (int i = 0; i < kCallsMax && context.Rip; ++i)
     {
         PrintCall(context.Rip);
@@ -38,11 +47,7 @@ LONG WINAPI Report(EXCEPTION_POINTERS* pPointers)
         if (PRUNTIME_FUNCTION pFunction = RtlLookupFunctionEntry(context.Rip, &base, nullptr))
             RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, context.Rip, pFunction, &context, &pHandlerData, &frame, nullptr);
         else
-        {
-            // A leaf has no entry: its return address is on top.
-            context.Rip = *reinterpret_cast<const DWORD64*>(context.Rsp);
-            context.Rsp += sizeof(DWORD64);
-        }
+            TakeReturnAddress(&context);
     }
     std::printf("\n");
     std::fflush(stdout);

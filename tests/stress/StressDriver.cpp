@@ -13,10 +13,11 @@ void WINAPI NoSleep(DWORD)
 
 }  // namespace
 
-StressDriver::StressDriver()
+StressDriver::StressDriver(DWORD traceMask, bool named)
 {
-    m_Registry.SetTraceMask(0);
-    m_Registry.SetClientDllName(m_Client.DllName());
+    m_Registry.SetTraceMask(traceMask);
+    if (named)
+        m_Registry.SetClientDllName(m_Client.DllName());
     m_Dll.emplace();
     m_Factory.emplace(m_Fake, Module());
     m_Dxva2.emplace(Module());

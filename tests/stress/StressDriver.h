@@ -19,9 +19,10 @@ namespace tesslo::test
 class StressDriver
 {
 public:
-    /// Loads the DLL with the test client library. The fixed pause behind a flip is taken out; random ones come in
-    /// where the campaign wants them.
-    StressDriver();
+    /// Loads the DLL with the test client library, or with whichever it takes when the registry names none. The fixed
+    /// pause behind a flip is taken out; random ones come in where the campaign wants them. Throws std::runtime_error
+    /// when the DLL does not load.
+    explicit StressDriver(DWORD traceMask = 0, bool named = true);
     ~StressDriver();
     StressDriver(const StressDriver&) = delete;
     StressDriver& operator=(const StressDriver&) = delete;

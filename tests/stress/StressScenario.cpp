@@ -73,8 +73,8 @@ std::vector<StressStep> StressScenario::Run()
 
 void StressScenario::InternalOpen()
 {
-    InternalNote("OpenAdapter", m_Driver.m_Dll->OpenAdapter(m_Driver.m_Kernel));
-    InternalNote("pfnCreateDevice", m_Driver.m_Dll->CreateDevice(m_Driver.m_Kernel));
+    if (SUCCEEDED(InternalNote("OpenAdapter", m_Driver.m_Dll->OpenAdapter(m_Driver.m_Kernel))))
+        InternalNote("pfnCreateDevice", m_Driver.m_Dll->CreateDevice(m_Driver.m_Kernel));
 }
 
 void StressScenario::InternalResources()
