@@ -22,13 +22,48 @@ constexpr char kProgress[] = "@progress ";
 constexpr char kResult[] = "@result ";
 constexpr double kGrace = 120;  ///< seconds beyond its time after which a child counts as hung
 
-std::wstring CommandLineOf(const StressCheck& check, const StressSettings& settings)
+SECURITY_ATTRIBUTES g_Inherited{sizeof(g_Inherited), nullptr, TRUE};
+
+/// Where the child writes the number of its current run.
+class SharedNumber
+{
+public:
+    SharedNumber()
+        : m_hMapping(
+              CreateFileMappingW(INVALID_HANDLE_VALUE, &g_Inherited, PAGE_READWRITE, 0, sizeof(uint64_t), nullptr)),
+          m_pNumber(View(m_hMapping))
+    {
+        if (!m_pNumber)
+            throw std::runtime_error("no shared memory: " + std::to_string(GetLastError()));
+    }
+    ~SharedNumber()
+    {
+        UnmapViewOfFile(const_cast<uint64_t*>(m_pNumber));
+        CloseHandle(m_hMapping);
+    }
+    SharedNumber(const SharedNumber&) = delete;
+    SharedNumber& operator=(const SharedNumber&) = delete;
+
+    static volatile uint64_t* View(HANDLE hMapping)
+    {
+        return static_cast<volatile uint64_t*>(MapViewOfFile(hMapping, FILE_MAP_WRITE, 0, 0, sizeof(uint64_t)));
+    }
+    uint64_t Handle() const { return reinterpret_cast<uint64_t>(m_hMapping); }
+    uint64_t Value() const { return *m_pNumber; }
+
+private:
+    HANDLE m_hMapping;
+    volatile uint64_t* m_pNumber;
+};
+
+std::wstring CommandLineOf(const StressCheck& check, const StressSettings& settings, const SharedNumber& number)
 {
     wchar_t path[MAX_PATH] = L"";
     GetModuleFileNameW(nullptr, path, MAX_PATH);
     std::string arguments = std::string(" --child ") + check.m_pName + " --seed " + std::to_string(settings.m_Seed) +
                             " --from " + std::to_string(settings.m_From) + " --runs " +
-                            std::to_string(settings.m_Runs) + " --seconds " + std::to_string(settings.m_Seconds);
+                            std::to_string(settings.m_Runs) + " --seconds " + std::to_string(settings.m_Seconds) +
+                            " --number " + std::to_string(number.Handle());
     if (settings.m_bShort)
         arguments += " --short";
     if (settings.m_bCuzz)
@@ -42,9 +77,8 @@ class Child
 public:
     explicit Child(std::wstring commandLine)
     {
-        SECURITY_ATTRIBUTES inherited{sizeof(inherited), nullptr, TRUE};
         HANDLE hWrite = nullptr;
-        if (!CreatePipe(&m_hRead, &hWrite, &inherited, 0))
+        if (!CreatePipe(&m_hRead, &hWrite, &g_Inherited, 0))
             throw std::runtime_error("no pipe: " + std::to_string(GetLastError()));
         SetHandleInformation(m_hRead, HANDLE_FLAG_INHERIT, 0);
         STARTUPINFOW startup{};
@@ -121,6 +155,8 @@ void StressRunChild(const StressCheck& check, const StressSettings& settings)
         std::printf("%s%" PRIu64 " %" PRIu64 "\n", kProgress, done, all);
         std::fflush(stdout);
     });
+    if (settings.m_hNumber)
+        run.ShowNumber(SharedNumber::View(reinterpret_cast<HANDLE>(settings.m_hNumber)));
     check.m_pRun(run);
     std::printf("%s%s\n", kResult, StressToJson(run.Result()).c_str());
     std::fflush(stdout);
@@ -129,7 +165,8 @@ void StressRunChild(const StressCheck& check, const StressSettings& settings)
 StressResult StressStartChild(const StressCheck& check, const StressSettings& settings,
     const std::function<void(uint64_t done, uint64_t all)>& onProgress)
 {
-    Child child(CommandLineOf(check, settings));
+    const SharedNumber number;
+    Child child(CommandLineOf(check, settings, number));
     const double limit = settings.m_Seconds + kGrace;
     std::atomic<bool> hung = false;
     std::thread watch([&] {
@@ -162,7 +199,7 @@ StressResult StressStartChild(const StressCheck& check, const StressSettings& se
     {
         ++result.m_FindingCount;
         result.m_bComplete = false;
-        result.m_Findings.push_back({settings.m_From + result.m_Runs, EndOf(child.ExitCode(), hung, limit) + crash});
+        result.m_Findings.push_back({number.Value(), EndOf(child.ExitCode(), hung, limit) + crash});
     }
     return result;
 }

@@ -54,6 +54,8 @@ double StressRun::InternalSeconds() const
 void StressRun::InternalBegin(uint64_t number)
 {
     m_Number = number;
+    if (m_pNumber)
+        *m_pNumber = number;
     std::seed_seq seed{static_cast<uint32_t>(m_Settings.m_Seed), static_cast<uint32_t>(m_Settings.m_Seed >> 32),
         static_cast<uint32_t>(number), static_cast<uint32_t>(number >> 32)};
     m_Random.seed(seed);

@@ -19,6 +19,9 @@ public:
     StressRun(const StressCheck& check, const StressSettings& settings,
         std::function<void(uint64_t done, uint64_t all)> onProgress);
 
+    /// From now on the number of the current run stands there, too.
+    void ShowNumber(volatile uint64_t* pNumber) { m_pNumber = pNumber; }
+
     /// For checks that go through cases: how many there are. Called before the first Next; the short form takes a
     /// third.
     void SetCases(uint64_t count);
@@ -64,6 +67,7 @@ private:
     uint64_t m_Done = 0;   ///< runs that are over
     bool m_bRunning = false;
     uint64_t m_Number = 0;
+    volatile uint64_t* m_pNumber = nullptr;
     uint64_t m_References = 0;
     std::mt19937_64 m_Random;
     StressGauge m_Gauge;

@@ -15,6 +15,8 @@ struct StressSettings
     double m_Seconds = 60;  ///< no run begins behind them; 0 for no such limit
     bool m_bShort = false;  ///< the form that belongs to the tests
     bool m_bCuzz = false;   ///< random delays where threads meet
+    /// Of a child: the parent's mapping that shows the number of the current run, whatever becomes of the child.
+    uint64_t m_hNumber = 0;
 };
 
 }  // namespace tesslo::test

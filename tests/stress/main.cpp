@@ -92,6 +92,7 @@ void AddOptions(CLI::App& app, Options& options)
     app.add_option("--json", options.m_Json, "Write the results to this file, too");
     app.add_option("--child", options.m_Child)->group("");
     app.add_option("--seconds", options.m_Settings.m_Seconds)->group("");
+    app.add_option("--number", options.m_Settings.m_hNumber)->group("");
 }
 
 }  // namespace
