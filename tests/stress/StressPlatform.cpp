@@ -246,6 +246,12 @@ std::string StressPlatformName(size_t function)
     return kFailing[function].m_pName;
 }
 
+bool StressPlatformRepeats(size_t function)
+{
+    const auto* pCalls = kFailing[function].m_pCalls;
+    return pCalls != &LogFolderGiver::s_Calls && pCalls != &LogGiver::s_Calls && pCalls != &s_WriteCalls;
+}
+
 std::string StressHoldings::Text() const
 {
     const std::pair<size_t, const char*> kinds[] = {{m_Blocks, "blocks"}, {m_Handles, "handles"}, {m_Keys, "keys"},

@@ -12,9 +12,11 @@
 namespace tesslo::test
 {
 
-/// Functions that can fail, by number: those whose calls a life repeats exactly come first.
+/// Functions that can fail, by number.
 size_t StressPlatformCount();
 std::string StressPlatformName(size_t function);
+/// Whether each life makes the same calls of it. Those of the log file are as many as threads come and go.
+bool StressPlatformRepeats(size_t function);
 
 /// Blocks, handles, keys, files, windows and libraries that the driver has not given back, one number a kind.
 struct StressHoldings
