@@ -6,6 +6,7 @@
 #include "checks/Frames.h"
 #include "checks/Lives.h"
 #include "checks/Loads.h"
+#include "checks/HungClient.h"
 #include "checks/PlatformFailures.h"
 
 namespace tesslo::test
@@ -25,6 +26,8 @@ const std::vector<StressCheck>& StressChecks()
             100, 2000, StressManyFrames},
         {"platform", "each call of the platform that the driver makes fails, from its loading to its unloading", 0, 0,
             StressPlatformFailures},
+        {"hung", "a client library that does not come back moves the 99th percentile of a present by 1 ms at most", 1,
+            40, StressHungClient},
     };
     return checks;
 }

@@ -13,11 +13,11 @@ void WINAPI NoSleep(DWORD)
 
 }  // namespace
 
-StressDriver::StressDriver(DWORD traceMask, bool named)
+StressDriver::StressDriver(DWORD traceMask, const wchar_t* pClient)
 {
     m_Registry.SetTraceMask(traceMask);
-    if (named)
-        m_Registry.SetClientDllName(m_Client.DllName());
+    if (pClient)
+        m_Registry.SetClientDllName(*pClient ? pClient : m_Client.DllName());
     m_Dll.emplace();
     m_Factory.emplace(m_Fake, Module());
     m_Dxva2.emplace(Module());

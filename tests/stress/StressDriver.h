@@ -19,10 +19,10 @@ namespace tesslo::test
 class StressDriver
 {
 public:
-    /// Loads the DLL with the test client library, or with whichever it takes when the registry names none. The fixed
-    /// pause behind a flip is taken out; random ones come in where the campaign wants them. Throws std::runtime_error
-    /// when the DLL does not load.
-    explicit StressDriver(DWORD traceMask = 0, bool named = true);
+    /// Loads the DLL with the test client library. The fixed pause behind a flip is taken out; random ones come in
+    /// where the campaign wants them. Throws std::runtime_error when the DLL does not load.
+    /// @param pClient the name of another client library; null for no name in the registry.
+    explicit StressDriver(DWORD traceMask = 0, const wchar_t* pClient = L"");
     ~StressDriver();
     StressDriver(const StressDriver&) = delete;
     StressDriver& operator=(const StressDriver&) = delete;
