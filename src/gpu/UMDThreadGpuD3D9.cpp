@@ -10,13 +10,21 @@ constexpr wchar_t kWindowClass[] = L"D3D UMD";
 
 /// All devices of the process share the class: none that ends takes it away while another one makes its window.
 SRWLOCK g_WindowClassLock = SRWLOCK_INIT;
+
+void UnregisterWindowClass()
+{
+    AcquireSRWLockExclusive(&g_WindowClassLock);
+    UnregisterClassW(kWindowClass, GetModuleHandleW(nullptr));  // fails while another device has its window
+    ReleaseSRWLockExclusive(&g_WindowClassLock);
+}
 }  // namespace
 
 UMDThreadGpuD3D9::UMDThreadGpuD3D9()
     : m_hEventCreateFailed(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       m_hEventCreated(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       m_hEventExecuteFunction(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
-      m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_hClientDll(nullptr)
+      m_hEventRequestExit(CreateEventW(nullptr, FALSE, FALSE, nullptr)), m_hClientDll(nullptr),
+      m_bClassRegistered(false)
 {
     UMD_TRACE(UMDTRACE_GPU, L"UMDThreadGpuD3D9::UMDThreadGpuD3D9\n");
 }
@@ -31,6 +39,10 @@ UMDThreadGpuD3D9::~UMDThreadGpuD3D9()
         SetEvent(m_hEventRequestExit);
         Wait(INFINITE);
     }
+    // The thread had no window, or was ended by code that is not ours. The class would outlive the module that its
+    // window procedure is in, and be what the next load makes its window of.
+    if (m_bClassRegistered)
+        UnregisterWindowClass();
     CloseHandle(m_hEventCreateFailed);
     CloseHandle(m_hEventCreated);
     CloseHandle(m_hEventExecuteFunction);
@@ -85,9 +97,8 @@ void UMDThreadGpuD3D9::Run()
     InternalMessageLoop();
     InternalDestroyDevice();
     DestroyWindow(hWnd);
-    AcquireSRWLockExclusive(&g_WindowClassLock);
-    UnregisterClassW(kWindowClass, hInstance);  // fails while another device has its window
-    ReleaseSRWLockExclusive(&g_WindowClassLock);
+    UnregisterWindowClass();
+    m_bClassRegistered = false;
     UMD_TRACE(UMDTRACE_GPU, L"<<< UMDThreadGpuD3D9::Run\n");
 }
 
@@ -104,6 +115,7 @@ HWND UMDThreadGpuD3D9::InternalCreateWindow(HINSTANCE hInstance)
     // Hooks of others run inside, whose faults must not leave the lock to the next device.
     const bool called = UMDUtilGuard([&] {
         RegisterClassExW(&windowClass);  // fails where another device has registered it
+        m_bClassRegistered = true;
         hWnd = CreateWindowExW(0, kWindowClass, L"D3D UMD Testwindow", WS_POPUP | WS_BORDER, 200, 200, 100, 100,
             nullptr, nullptr, hInstance, nullptr);
     });

@@ -50,5 +50,6 @@ private:
     HANDLE m_hEventExecuteFunction;      ///< set by nobody; ends the thread like an exit request
     HANDLE m_hEventRequestExit;          ///< set by ThreadGuiRequestExit
     HMODULE m_hClientDll;                ///< borrowed
+    bool m_bClassRegistered;             ///< by the thread, which takes it back at its end
     std::unique_ptr<UMDGpuD3D9> m_pGpu;  ///< written by the thread before it reports and after the exit request
 };

@@ -1,11 +1,13 @@
 // The window class that all devices of a process share.
 #include "gpu/UMDThreadGpuD3D9.h"
 
+#include "ClientDeed.h"
 #include "FakeDevice.h"
 #include "FakeFactory.h"
 #include "ImportPatch.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
+#include "Waiting.h"
 
 #include "util/UMDUtilDebugTrace.h"
 
@@ -16,9 +18,13 @@
 
 namespace
 {
+using tesslo::test::FailingImport;
 using tesslo::test::FakeDevice;
 using tesslo::test::FakeFactory;
 using tesslo::test::ImportPatch;
+using tesslo::test::kLong;
+using tesslo::test::SetDeed;
+using tesslo::test::TestClient;
 using tesslo::test::TraceCapture;
 using tesslo::test::TraceMask;
 
@@ -42,6 +48,12 @@ BOOL WINAPI WatchedUnregisterClass(LPCWSTR pClass, HINSTANCE hInstance)
 {
     g_Thefts += g_Creating > 0;
     return g_pUnregisterClass(pClass, hInstance);
+}
+
+bool ClassExists()
+{
+    WNDCLASSW windowClass;
+    return GetClassInfoW(GetModuleHandleW(nullptr), L"D3D UMD", &windowClass) != FALSE;
 }
 
 class UMDThreadGpuD3D9WindowClass : public testing::Test
@@ -81,5 +93,25 @@ TEST_F(UMDThreadGpuD3D9WindowClass, Life_TwoThreadsStartAndEndDevices_NoneTakesT
     EXPECT_EQ(g_Thefts, 0);
     EXPECT_EQ(without, 0);
     EXPECT_TRUE(m_Trace.LinesContaining("CreateWindow failed!").empty());
+}
+
+TEST_F(UMDThreadGpuD3D9WindowClass, Life_ClientEndsTheThread_TheClassGoesWithTheObject)
+{
+    TestClient client;
+    SetDeed(client, TEST_CLIENT_RESERVED1, {TEST_CLIENT_END_THREAD, 0, nullptr});
+    {
+        UMDThreadGpuD3D9 thread;
+        thread.ThreadGuiStart(client.Module());
+        EXPECT_EQ(thread.Wait(kLong), WAIT_OBJECT_0);
+        EXPECT_TRUE(ClassExists());
+    }
+    EXPECT_FALSE(ClassExists());
+}
+
+TEST_F(UMDThreadGpuD3D9WindowClass, Life_WindowRefused_TheClassGoesWithTheObject)
+{
+    const FailingImport refused(nullptr, "user32.dll", "CreateWindowExW", 0, ERROR_NOT_ENOUGH_QUOTA);
+    EXPECT_FALSE(HadDevice());
+    EXPECT_FALSE(ClassExists());
 }
 }  // namespace
