@@ -2,6 +2,9 @@
 #include "TestClientDeed.h"
 #include "TestClientTable.h"
 
+/// Where the library is loaded; by the linker.
+extern "C" IMAGE_DOS_HEADER __ImageBase;
+
 namespace
 {
 
@@ -25,6 +28,11 @@ BOOLEAN Answer(TestClientExport of, BOOLEAN answer)
         break;
     case TEST_CLIENT_END_THREAD:
         ExitThread(0);
+    case TEST_CLIENT_FREE:
+        FreeLibrary(reinterpret_cast<HMODULE>(&__ImageBase));
+        break;
+    case TEST_CLIENT_FREE_AND_END:
+        FreeLibraryAndExitThread(reinterpret_cast<HMODULE>(&__ImageBase), 0);
     default:
         break;
     }

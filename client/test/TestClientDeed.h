@@ -16,10 +16,12 @@ enum TestClientExport : UINT
 enum TestClientDeedKind : UINT
 {
     TEST_CLIENT_NOTHING,
-    TEST_CLIENT_FAULT,       ///< reads an address that nothing is mapped at
-    TEST_CLIENT_RAISE,       ///< raises an exception of its own
-    TEST_CLIENT_HANG,        ///< waits for an event
-    TEST_CLIENT_END_THREAD,  ///< never comes back
+    TEST_CLIENT_FAULT,         ///< reads an address that nothing is mapped at
+    TEST_CLIENT_RAISE,         ///< raises an exception of its own
+    TEST_CLIENT_HANG,          ///< waits for an event
+    TEST_CLIENT_END_THREAD,    ///< never comes back
+    TEST_CLIENT_FREE,          ///< gives back a reference of its library, which somebody else must hold as well
+    TEST_CLIENT_FREE_AND_END,  ///< gives one back, be it the last, and never comes back
 };
 
 /// Done behind the export's function of the table, in each call, until another deed is set.

@@ -1,12 +1,13 @@
 #include "StressCheck.h"
 
 #include "checks/CallbackFailures.h"
+#include "checks/Clients.h"
 #include "checks/DelegatedFailures.h"
 #include "checks/Devices.h"
 #include "checks/Frames.h"
+#include "checks/HungClient.h"
 #include "checks/Lives.h"
 #include "checks/Loads.h"
-#include "checks/HungClient.h"
 #include "checks/PlatformFailures.h"
 
 namespace tesslo::test
@@ -26,6 +27,9 @@ const std::vector<StressCheck>& StressChecks()
             100, 2000, StressManyFrames},
         {"platform", "each call of the platform that the driver makes fails, from its loading to its unloading", 0, 0,
             StressPlatformFailures},
+        {"clients",
+            "client libraries that lack, refuse, hang, fault, raise, end threads, call back, unload, or are none", 0, 0,
+            StressClients},
         {"hung", "a client library that does not come back moves the 99th percentile of a present by 1 ms at most", 1,
             40, StressHungClient},
     };

@@ -17,7 +17,7 @@ StressDriver::StressDriver(DWORD traceMask, const wchar_t* pClient)
 {
     m_Registry.SetTraceMask(traceMask);
     if (pClient)
-        m_Registry.SetClientDllName(*pClient ? pClient : m_Client.DllName());
+        m_Registry.SetClientDllName(pClient);
     m_Dll.emplace();
     m_Factory.emplace(m_Fake, Module());
     m_Dxva2.emplace(Module());

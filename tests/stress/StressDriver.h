@@ -21,8 +21,8 @@ class StressDriver
 public:
     /// Loads the DLL with the test client library. The fixed pause behind a flip is taken out; random ones come in
     /// where the campaign wants them. Throws std::runtime_error when the DLL does not load.
-    /// @param pClient the name of another client library; null for no name in the registry.
-    explicit StressDriver(DWORD traceMask = 0, const wchar_t* pClient = L"");
+    /// @param pClient what the registry names in place of the test client library; null for no name.
+    explicit StressDriver(DWORD traceMask = 0, const wchar_t* pClient = kTestClient);
     ~StressDriver();
     StressDriver(const StressDriver&) = delete;
     StressDriver& operator=(const StressDriver&) = delete;
@@ -35,6 +35,8 @@ public:
     uint64_t Leftovers();
     /// Takes away what a life left, so that the next one begins as the first did. Forgets calls and scripts.
     void Clean();
+
+    static constexpr wchar_t kTestClient[] = L"TessloTestClient.dll";
 
     RegistryOverride m_Registry;
     TestClient m_Client;

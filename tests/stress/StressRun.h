@@ -23,8 +23,8 @@ public:
     void ShowNumber(volatile uint64_t* pNumber) { m_pNumber = pNumber; }
 
     /// For checks that go through cases: how many there are. Called before the first Next; the short form takes a
-    /// third.
-    void SetCases(uint64_t count);
+    /// third, unless all belong to it.
+    void SetCases(uint64_t count, bool allInShort = false);
     /// Ends the current run and begins the next one. @return false when there is none.
     bool Next();
     /// The current run, or case, from 0. With the seed it decides all that a run does.
@@ -62,9 +62,10 @@ private:
     const std::chrono::steady_clock::time_point m_Begin = std::chrono::steady_clock::now();
     double m_Told = 0;     ///< seconds: when progress was last told
     uint64_t m_Cases = 0;  ///< of a check that goes through cases, else 0
-    uint64_t m_First;      ///< number of the first run
-    uint64_t m_All;        ///< runs that there will be
-    uint64_t m_Done = 0;   ///< runs that are over
+    bool m_bAllInShort = false;
+    uint64_t m_First;     ///< number of the first run
+    uint64_t m_All;       ///< runs that there will be
+    uint64_t m_Done = 0;  ///< runs that are over
     bool m_bRunning = false;
     uint64_t m_Number = 0;
     volatile uint64_t* m_pNumber = nullptr;

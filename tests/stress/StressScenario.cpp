@@ -18,16 +18,15 @@ constexpr RECT kAll = {0, 0, kWidth, kHeight};
 constexpr UINT kCode[] = {0xFFFE0200, 0x0000FFFF};  ///< the shortest shader
 constexpr GUID kProgressive = {0x5a54a0c9, 0xc7ec, 0x4bd9, {0x8e, 0xde, 0xf3, 0xc7, 0x5d, 0xc4, 0x39, 0x3b}};
 
-/// Answers that are no success by design: a destroyed resource, and what some kinds of resources cannot do.
-bool IsOrdinary(const StressStep& step)
+}  // namespace
+
+bool StressIsOrdinary(const StressStep& step)
 {
     if (step.m_Entry == "pfnDestroyResource")
         return step.m_hResult == E_FAIL;
     const bool mayRefuse = step.m_Entry == "pfnBufBlt" || step.m_Entry == "pfnLock";
     return step.m_hResult == S_OK || (mayRefuse && step.m_hResult == E_NOTIMPL);
 }
-
-}  // namespace
 
 HRESULT StressScenario::InternalNote(const std::string& entry, HRESULT hr)
 {
@@ -375,7 +374,7 @@ std::vector<StressStep> StressUndisturbedLife(StressRun& run, StressDriver& driv
 {
     std::vector<StressStep> steps = StressScenario(driver).Run();
     for (const StressStep& step : steps)
-        run.Expect(IsOrdinary(step), "undisturbed, " + step.m_Entry + " answers " + StressHex(step.m_hResult));
+        run.Expect(StressIsOrdinary(step), "undisturbed, " + step.m_Entry + " answers " + StressHex(step.m_hResult));
     run.Expect(driver.m_Fake.Calls("DrawPrimitive") > 0, "undisturbed, nothing is drawn");
     run.Expect(driver.Leftovers() == 0, "undisturbed, something lives on");
     return steps;

@@ -25,6 +25,10 @@ struct StressStep
     std::array<size_t, kStressCallbacks.size()> m_Callbacks{};  ///< calls of each from the first step to this one
 };
 
+/// Whether a step of an undisturbed life answers so. No success by design are a destroyed resource, and what some kinds
+/// of resources cannot do.
+bool StressIsOrdinary(const StressStep& step);
+
 class StressScenario
 {
 public:

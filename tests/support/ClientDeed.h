@@ -9,10 +9,14 @@ namespace tesslo::test
 {
 
 /// Sets what an export does in each call from now on, behind what it records.
+inline void SetDeed(HMODULE hClient, TestClientExport of, const TestClientDeed& deed)
+{
+    reinterpret_cast<TestClientSetDeedFunction>(reinterpret_cast<void*>(GetProcAddress(hClient, TEST_CLIENT_SET_DEED)))(
+        of, &deed);
+}
 inline void SetDeed(const TestClient& client, TestClientExport of, const TestClientDeed& deed)
 {
-    reinterpret_cast<TestClientSetDeedFunction>(
-        reinterpret_cast<void*>(GetProcAddress(client.Module(), TEST_CLIENT_SET_DEED)))(of, &deed);
+    SetDeed(client.Module(), of, deed);
 }
 
 }  // namespace tesslo::test

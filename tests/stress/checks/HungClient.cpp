@@ -79,7 +79,7 @@ Batch Measure(StressFlipDevice& output)
 Batch Live(StressRun& run, bool hung)
 {
     Gate update;
-    StressDriver driver(0, hung ? L"" : kNone);
+    StressDriver driver(0, hung ? StressDriver::kTestClient : kNone);
     const ImportPatch pause(driver.Module(), "kernel32.dll", "Sleep", NoPause);
     driver.m_Client.SetOnFrame([&](const TessloVirtualMonitorFrame&) { update.Pass(); });
     StressFlipDevice output(driver);

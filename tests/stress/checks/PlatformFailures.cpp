@@ -38,7 +38,7 @@ Life Live(StressRun& run, bool named, const std::string& what, const Case* pCase
         platform.Fail(pCase->m_Function, pCase->m_Nth);
     try
     {
-        StressDriver driver(kTraceMask, named ? L"" : nullptr);
+        StressDriver driver(kTraceMask, named ? StressDriver::kTestClient : nullptr);
         if (pCase)
             StressScenario(driver).Run();
         else if (named)
