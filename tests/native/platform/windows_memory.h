@@ -11,6 +11,12 @@ inline LONG InterlockedDecrement(volatile LONG* pValue)
     return __atomic_sub_fetch(pValue, 1, __ATOMIC_SEQ_CST);
 }
 
+inline LONG InterlockedCompareExchange(volatile LONG* pValue, LONG exchange, LONG comparand)
+{
+    __atomic_compare_exchange_n(pValue, &comparand, exchange, false, __ATOMIC_SEQ_CST, __ATOMIC_SEQ_CST);
+    return comparand;
+}
+
 inline constexpr DWORD MEM_COMMIT = 0x1000;
 inline constexpr DWORD MEM_RESERVE = 0x2000;
 inline constexpr DWORD MEM_RELEASE = 0x8000;
