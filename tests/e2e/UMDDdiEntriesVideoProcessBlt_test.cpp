@@ -15,6 +15,46 @@ std::vector<LONG> Edges(const RECT& rect)
     return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
+/// The fields of the blit and of its sample, all but the sample's resource.
+const Lines kPrinted = {
+    "Alpha: 323 322 21102915",
+    "BackgroundColor: 310 311 312 313",
+    "ConstrictionSize: 307 308",
+    "DestData: 51966",
+    "SampleFormat: -1853721756 100 3 7 4 0 6 18",
+    "DetailFilterChroma: 343 342 22413655  345 344 22544729  347 346 22675803",
+    "DetailFilterLuma: 337 336 22020433  339 338 22151507  341 340 22282581",
+    "NoiseFilterChroma: 331 330 21627211  333 332 21758285  335 334 21889359",
+    "NoiseFilterLuma: 325 324 21233989  327 326 21365063  329 328 21496137",
+    "ProcAmpValues: 315 314 20578619  317 316 20709693  319 318 20840767  321 320 20971841",
+    "StreamingFlags: 309",
+    "TargetFrame: 0x12e",
+    "TargetRect: 303 304 305 306",
+    "Start: 0x202",
+    "End: 0x204",
+    "SrcRect: 211 212 213 214",
+    "DstRect: 221 222 223 224",
+    "Pal[00]: 0x00 0x01 0x02 0x03",
+    "Pal[01]: 0x04 0x05 0x06 0x07",
+    "Pal[02]: 0x08 0x09 0x0a 0x0b",
+    "Pal[03]: 0x0c 0x0d 0x0e 0x0f",
+    "Pal[04]: 0x10 0x11 0x12 0x13",
+    "Pal[05]: 0x14 0x15 0x16 0x17",
+    "Pal[06]: 0x18 0x19 0x1a 0x1b",
+    "Pal[07]: 0x1c 0x1d 0x1e 0x1f",
+    "Pal[08]: 0x20 0x21 0x22 0x23",
+    "Pal[09]: 0x24 0x25 0x26 0x27",
+    "Pal[10]: 0x28 0x29 0x2a 0x2b",
+    "Pal[11]: 0x2c 0x2d 0x2e 0x2f",
+    "Pal[12]: 0x30 0x31 0x32 0x33",
+    "Pal[13]: 0x34 0x35 0x36 0x37",
+    "Pal[14]: 0x38 0x39 0x3a 0x3b",
+    "Pal[15]: 0x3c 0x3d 0x3e 0x3f",
+    "PlanarAlpha: 232 231 15139048",
+    "SampleFormat: 966136578 2 3 1 4 5 6 7",
+    "SampleFlags: 1 0 1 0 1 0 48879",
+};
+
 class VideoProcessBltDetail : public VideoProcessFixture
 {
 protected:
@@ -83,46 +123,9 @@ TEST_F(VideoProcessBltDetail, OneSample_EveryFieldPrintedByName)
     TraceLines trace;
     ASSERT_EQ(BltOnce(hVideo), S_OK);
 
-    // clang-format off
-    EXPECT_EQ(trace.Lines(), (Lines{
-            "Alpha: 323 322 21102915",
-            "BackgroundColor: 310 311 312 313",
-            "ConstrictionSize: 307 308",
-            "DestData: 51966",
-            "SampleFormat: -1853721756 100 3 7 4 0 6 18",
-            "DetailFilterChroma: 343 342 22413655  345 344 22544729  347 346 22675803",
-            "DetailFilterLuma: 337 336 22020433  339 338 22151507  341 340 22282581",
-            "NoiseFilterChroma: 331 330 21627211  333 332 21758285  335 334 21889359",
-            "NoiseFilterLuma: 325 324 21233989  327 326 21365063  329 328 21496137",
-            "ProcAmpValues: 315 314 20578619  317 316 20709693  319 318 20840767  321 320 20971841",
-            "StreamingFlags: 309",
-            "TargetFrame: 0x12e",
-            "TargetRect: 303 304 305 306",
-            "Start: 0x202",
-            "End: 0x204",
-            "SrcRect: 211 212 213 214",
-            "DstRect: 221 222 223 224",
-            "Pal[00]: 0x00 0x01 0x02 0x03",
-            "Pal[01]: 0x04 0x05 0x06 0x07",
-            "Pal[02]: 0x08 0x09 0x0a 0x0b",
-            "Pal[03]: 0x0c 0x0d 0x0e 0x0f",
-            "Pal[04]: 0x10 0x11 0x12 0x13",
-            "Pal[05]: 0x14 0x15 0x16 0x17",
-            "Pal[06]: 0x18 0x19 0x1a 0x1b",
-            "Pal[07]: 0x1c 0x1d 0x1e 0x1f",
-            "Pal[08]: 0x20 0x21 0x22 0x23",
-            "Pal[09]: 0x24 0x25 0x26 0x27",
-            "Pal[10]: 0x28 0x29 0x2a 0x2b",
-            "Pal[11]: 0x2c 0x2d 0x2e 0x2f",
-            "Pal[12]: 0x30 0x31 0x32 0x33",
-            "Pal[13]: 0x34 0x35 0x36 0x37",
-            "Pal[14]: 0x38 0x39 0x3a 0x3b",
-            "Pal[15]: 0x3c 0x3d 0x3e 0x3f",
-            "PlanarAlpha: 232 231 15139048",
-            "SampleFormat: 966136578 2 3 1 4 5 6 7",
-            "SampleFlags: 1 0 1 0 1 0 48879",
-            "SrcResource: " + Low(m_pSource->Handle())}));
-    // clang-format on
+    Lines expected = kPrinted;
+    expected.push_back("SrcResource: " + Low(m_pSource->Handle()));
+    EXPECT_EQ(trace.Lines(), expected);
     m_Video.Destroy(hVideo);
 }
 
