@@ -9,6 +9,7 @@
 #include "checks/Lives.h"
 #include "checks/Loads.h"
 #include "checks/PlatformFailures.h"
+#include "checks/Settings.h"
 
 namespace tesslo::test
 {
@@ -32,6 +33,8 @@ const std::vector<StressCheck>& StressChecks()
             StressClients},
         {"hung", "a client library that does not come back moves the 99th percentile of a present by 1 ms at most", 1,
             40, StressHungClient},
+        {"settings", "registry values of all kinds; a log file that many write to, or that cannot be written", 0, 0,
+            StressSettingsOfAllKinds},
     };
     return checks;
 }

@@ -32,10 +32,10 @@ StressRun::StressRun(
         StressCuzz::Want();
 }
 
-void StressRun::SetCases(uint64_t count, bool allInShort)
+void StressRun::SetCases(uint64_t count, Share ofShortForm)
 {
     m_Cases = count;
-    m_bAllInShort = allInShort;
+    m_Share = ofShortForm;
     // Seeds take turns at the thirds.
     m_First = m_Settings.m_From + (InternalStep() > 1 ? m_Settings.m_Seed % kThird : 0);
     const uint64_t left = count - std::min(count, m_First);
@@ -44,8 +44,8 @@ void StressRun::SetCases(uint64_t count, bool allInShort)
 
 uint64_t StressRun::InternalStep() const
 {
-    const bool third = m_Settings.m_bShort && !m_bAllInShort && m_Settings.m_Runs == 0 && m_Cases > 0;
-    return third ? kThird : 1;
+    const bool third = m_Cases > 0 && m_Share == Share::Third;
+    return m_Settings.m_bShort && m_Settings.m_Runs == 0 && third ? kThird : 1;
 }
 
 double StressRun::InternalSeconds() const

@@ -22,9 +22,14 @@ public:
     /// From now on the number of the current run stands there, too.
     void ShowNumber(volatile uint64_t* pNumber) { m_pNumber = pNumber; }
 
-    /// For checks that go through cases: how many there are. Called before the first Next; the short form takes a
-    /// third, unless all belong to it.
-    void SetCases(uint64_t count, bool allInShort = false);
+    /// How many cases the short form takes.
+    enum class Share
+    {
+        Third,
+        All,
+    };
+    /// For checks that go through cases: how many there are. Called before the first Next.
+    void SetCases(uint64_t count, Share ofShortForm = Share::Third);
     /// Ends the current run and begins the next one. @return false when there is none.
     bool Next();
     /// The current run, or case, from 0. With the seed it decides all that a run does.
@@ -62,7 +67,7 @@ private:
     const std::chrono::steady_clock::time_point m_Begin = std::chrono::steady_clock::now();
     double m_Told = 0;     ///< seconds: when progress was last told
     uint64_t m_Cases = 0;  ///< of a check that goes through cases, else 0
-    bool m_bAllInShort = false;
+    Share m_Share = Share::Third;
     uint64_t m_First;     ///< number of the first run
     uint64_t m_All;       ///< runs that there will be
     uint64_t m_Done = 0;  ///< runs that are over

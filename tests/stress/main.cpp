@@ -1,5 +1,6 @@
 // The program behind ./stress: puts the driver under load, check by check.
 #include "StressChild.h"
+#include "StressProcess.h"
 #include "StressReport.h"
 
 #include <CLI/CLI.hpp>
@@ -23,6 +24,7 @@ struct Options
     std::vector<std::string> m_Only;
     std::string m_Json;
     std::string m_Child;
+    std::string m_Role, m_Argument;
 };
 
 const StressCheck* Find(const std::string& name)
@@ -91,6 +93,8 @@ void AddOptions(CLI::App& app, Options& options)
     app.add_flag("--cuzz", options.m_Settings.m_bCuzz, "Random delays where threads hand over to each other");
     app.add_option("--json", options.m_Json, "Write the results to this file, too");
     app.add_option("--child", options.m_Child)->group("");
+    app.add_option("--role", options.m_Role)->group("");
+    app.add_option("--argument", options.m_Argument)->group("");
     app.add_option("--seconds", options.m_Settings.m_Seconds)->group("");
     app.add_option("--number", options.m_Settings.m_hNumber)->group("");
 }
@@ -104,6 +108,11 @@ try
     CLI::App app("Puts the driver under load, check by check.", "./stress");
     AddOptions(app, options);
     CLI11_PARSE(app, argc, argv);
+    if (const StressRole* pRole = StressFindRole(options.m_Role))
+    {
+        pRole->m_pRun(options.m_Argument);
+        return 0;
+    }
     if (const StressCheck* pCheck = Find(options.m_Child))
     {
         StressRunChild(*pCheck, options.m_Settings);

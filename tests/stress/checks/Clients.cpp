@@ -316,7 +316,7 @@ std::vector<Case> AllCases()
 void StressClients(StressRun& run)
 {
     const std::vector<Case> cases = AllCases();
-    run.SetCases(cases.size(), true);
+    run.SetCases(cases.size(), StressRun::Share::All);
     while (run.Next())
     {
         const Case& c = cases[run.Number()];

@@ -1,0 +1,54 @@
+#include "StressShortLife.h"
+
+#include "FakeFactory.h"
+#include "StressOutput.h"
+#include "StressText.h"
+
+#include <memory>
+
+namespace tesslo::test
+{
+
+namespace
+{
+
+constexpr int kFlips = 3;
+constexpr StressShape kShape{16, 8, D3DDDI_ROTATION_90};
+
+/// Takes one step. @return whether it answered as it should.
+bool Expect(std::string* pWrong, const char* pWhat, HRESULT hr, HRESULT hExpected)
+{
+    if (hr != hExpected)
+        *pWrong += std::string(pWhat) + " answers " + StressHex(hr) + ". ";
+    return hr == hExpected;
+}
+
+}  // namespace
+
+std::string StressShortLife(const std::function<void()>& whileOpen)
+{
+    FakeDevice fake;
+    FakeKernel kernel;
+    DriverDll driver;
+    const FakeFactory factory(fake, driver.Module());
+    const auto pFrames = std::make_unique<StressFrames>();
+    StressOutput output(driver, kernel, *pFrames);
+    StressPrimary primary;
+    std::string wrong;
+    if (!Expect(&wrong, "the opening", output.Open(), S_OK) ||
+        !Expect(&wrong, "a primary", output.CreatePrimary(1, kShape, &primary), S_OK))
+        return wrong;
+    Expect(&wrong, "the first flip", output.Flip(primary), S_OK);
+    for (int i = 1; i < kFlips; ++i)
+        output.Flip(primary);
+    if (whileOpen)
+        whileOpen();
+    Expect(&wrong, "a primary's end", output.Destroy(primary), E_FAIL);
+    Expect(&wrong, "the device's end", output.DestroyDevice(), S_OK);
+    Expect(&wrong, "the adapter's end", output.Close(), S_OK);
+    if (!fake.LiveObjects().empty() || fake.ReferenceCount() != 1 || kernel.AllocationCount() + kernel.ContextCount())
+        wrong += "something lives on";
+    return wrong;
+}
+
+}  // namespace tesslo::test
