@@ -6,6 +6,7 @@
 #include "checks/Devices.h"
 #include "checks/Frames.h"
 #include "checks/HungClient.h"
+#include "checks/Kills.h"
 #include "checks/Lives.h"
 #include "checks/Loads.h"
 #include "checks/PlatformFailures.h"
@@ -35,6 +36,7 @@ const std::vector<StressCheck>& StressChecks()
             40, StressHungClient},
         {"settings", "registry values of all kinds; a log file that many write to, or that cannot be written", 0, 0,
             StressSettingsOfAllKinds},
+        {"kills", "processes are ended while they present; the next one works", 20, 300, StressKills},
     };
     return checks;
 }

@@ -101,6 +101,11 @@ void StressFrames::Restart(StressRun& run)
 {
     for (const std::string& wrong : std::exchange(m_Wrong, {}))
         run.Find(wrong);
+    Restart();
+}
+
+void StressFrames::Restart()
+{
     m_Next = 1;
     m_Last.fill(0);
     for (std::atomic<UINT>& newest : m_Newest)

@@ -38,7 +38,9 @@ public:
     /// Waits until each source's last frame has arrived, and notes those whose one does not.
     void Await();
     uint64_t Arrived() const { return m_Arrived; }
-    /// Behind a run: passes what was noted on, and counts from 1 again. Nobody paints or judges.
+    /// Counts from 1 again. Nobody paints or judges.
+    void Restart();
+    /// Behind a run: the same, and passes on what was noted.
     void Restart(StressRun& run);
 
 private:

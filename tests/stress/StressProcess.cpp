@@ -1,6 +1,7 @@
 #include "StressProcess.h"
 
 #include "Waiting.h"
+#include "checks/Kills.h"
 #include "checks/SettingsWriter.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ namespace
 {
 
 constexpr StressRole kRoles[] = {
+    {"presenter", StressPresenter},
     {"writer", StressSettingsWriter},
 };
 

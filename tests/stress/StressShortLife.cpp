@@ -1,9 +1,12 @@
 #include "StressShortLife.h"
 
 #include "FakeFactory.h"
+#include "MachineLog.h"
 #include "StressOutput.h"
 #include "StressText.h"
+#include "TraceCapture.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace tesslo::test
@@ -13,6 +16,7 @@ namespace
 {
 
 constexpr int kFlips = 3;
+constexpr size_t kFewestLines = 20;  ///< of a traced life
 constexpr StressShape kShape{16, 8, D3DDDI_ROTATION_90};
 
 /// Takes one step. @return whether it answered as it should.
@@ -48,6 +52,25 @@ std::string StressShortLife(const std::function<void()>& whileOpen)
     Expect(&wrong, "the adapter's end", output.Close(), S_OK);
     if (!fake.LiveObjects().empty() || fake.ReferenceCount() != 1 || kernel.AllocationCount() + kernel.ContextCount())
         wrong += "something lives on";
+    return wrong;
+}
+
+std::string StressTracedLife(bool logged)
+{
+    const MachineLog log;
+    const TraceCapture trace;
+    std::string wrong = StressShortLife();
+    const Lines debugger = trace.Lines();
+    if (debugger.size() < kFewestLines)
+        wrong += "the debugger gets " + std::to_string(debugger.size()) + " lines. ";
+    // Threads may write their lines in another order than they told the debugger.
+    Lines expected = logged ? debugger : Lines(), found = log.MessagesOf(GetCurrentProcessId());
+    std::ranges::sort(expected);
+    std::ranges::sort(found);
+    if (found != expected)
+        wrong += std::to_string(found.size()) + " lines of " + std::to_string(expected.size()) + " in the log file. ";
+    if (log.Lines().size() != found.size())
+        wrong += "lines in the log file that are nobody's";
     return wrong;
 }
 

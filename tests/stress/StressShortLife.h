@@ -1,6 +1,8 @@
 // One short life of adapter and device, with whatever registry and client library the process has.
 #pragma once
 
+#include <windows.h>
+
 #include <functional>
 #include <string>
 
@@ -12,5 +14,13 @@ namespace tesslo::test
 /// @return what went wrong, "" when nothing did. Without a client library only the first flip succeeds, and that is
 ///         not wrong.
 std::string StressShortLife(const std::function<void()>& whileOpen = {});
+
+/// Errors and entries, to the log file too.
+inline constexpr DWORD kStressTraceMask = 0x803;
+
+/// A short life whose lines, with this mask, all reach the debugger and the log file, whole. Nobody else traces.
+/// @param logged whether they reach the log file: none of them otherwise.
+/// @return as above.
+std::string StressTracedLife(bool logged);
 
 }  // namespace tesslo::test

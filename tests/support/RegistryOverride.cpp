@@ -35,7 +35,7 @@ void SetValue(const wchar_t* pPath, const wchar_t* pValue, DWORD type, const voi
 RegistryOverride::RegistryOverride() : m_Path(kRoot + std::to_wstring(GetCurrentProcessId()))
 {
     // Left by a process of the same id that crashed.
-    RegDeleteTreeW(HKEY_CURRENT_USER, m_Path.c_str());
+    Forget(GetCurrentProcessId());
     Check(RegCreateKeyExW(HKEY_CURRENT_USER, m_Path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
               nullptr, &m_hKey, nullptr),
         "RegCreateKeyExW");
@@ -47,6 +47,11 @@ RegistryOverride::~RegistryOverride()
     RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     RegCloseKey(m_hKey);
     RegDeleteTreeW(HKEY_CURRENT_USER, m_Path.c_str());
+}
+
+void RegistryOverride::Forget(DWORD processId)
+{
+    RegDeleteTreeW(HKEY_CURRENT_USER, (kRoot + std::to_wstring(processId)).c_str());
 }
 
 void RegistryOverride::SetTraceMask(DWORD mask)

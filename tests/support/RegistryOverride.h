@@ -14,6 +14,8 @@ public:
     /// One at a time in a process. Throws std::runtime_error when the registry refuses.
     RegistryOverride();
     ~RegistryOverride();
+    /// Takes away what a process left that was ended while it had one.
+    static void Forget(DWORD processId);
     RegistryOverride(const RegistryOverride&) = delete;
     RegistryOverride& operator=(const RegistryOverride&) = delete;
 

@@ -26,7 +26,6 @@ namespace
 
 using Tell = std::function<void(const std::string&)>;
 
-constexpr DWORD kMask = 0x803;  ///< errors and entries, to the log file too
 constexpr int kProcesses = 8, kThreads = 8, kOpenings = 30;
 
 // What is in the way of the log file, as long as it lives.
@@ -122,33 +121,15 @@ private:
     ImportPatch m_Patch{GetModuleHandleW(L"msvcrt.dll"), "kernel32.dll", "WriteFile", InternalWrite, &s_pWrite};
 };
 
-bool CanBeWritten()
+/// Whether the file may be written, once nobody has it open.
+bool MayBeWritten()
 {
     const HANDLE hFile = CreateFileW(MachineLogPath().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
         nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (hFile == INVALID_HANDLE_VALUE)
-        return false;
+        return GetLastError() == ERROR_SHARING_VIOLATION;
     CloseHandle(hFile);
     return true;
-}
-
-/// A life whose lines all reach the debugger, and the log file or not.
-void LiveTracing(const Tell& tell, bool logged)
-{
-    const MachineLog log;
-    const TraceCapture trace;
-    tell(StressShortLife());
-    const Lines debugger = trace.Lines();
-    if (debugger.size() < 20)
-        tell("the debugger gets " + std::to_string(debugger.size()) + " lines");
-    // Threads may write their lines in another order than they told the debugger.
-    Lines expected = logged ? debugger : Lines(), found = log.MessagesOf(GetCurrentProcessId());
-    std::ranges::sort(expected);
-    std::ranges::sort(found);
-    if (found != expected)
-        tell(std::to_string(found.size()) + " lines of " + std::to_string(expected.size()) + " in the log file");
-    if (log.Lines().size() != found.size())
-        tell("lines in the log file that are nobody's");
 }
 
 template <typename Obstacle>
@@ -156,21 +137,21 @@ StressSettingsCase CaseOf(const char* pName, bool logged)
 {
     return {std::string("log file ") + pName, [logged](const Tell& tell) {
                 RegistryOverride registry;
-                registry.SetTraceMask(kMask);
+                registry.SetTraceMask(kStressTraceMask);
                 registry.SetClientDllName(L"NoSuchLibrary.dll");
                 {
                     [[maybe_unused]] const Obstacle obstacle{};
                     // Some users may write to what is read-only.
-                    LiveTracing(tell, logged && CanBeWritten());
+                    tell(StressTracedLife(logged && MayBeWritten()));
                 }
-                LiveTracing(tell, true);
+                tell(StressTracedLife(true));
             }};
 }
 
 void TraceOnThreads(const Tell& tell)
 {
     RegistryOverride registry;
-    registry.SetTraceMask(kMask);
+    registry.SetTraceMask(kStressTraceMask);
     registry.SetClientDllName(L"NoSuchLibrary.dll");
     const DriverDll driver;
     const MachineLog log;

@@ -2,6 +2,7 @@
 
 #include "DriverDll.h"
 #include "RegistryOverride.h"
+#include "StressShortLife.h"
 #include "TraceCapture.h"
 
 #include <filesystem>
@@ -15,7 +16,6 @@ namespace tesslo::test
 namespace
 {
 
-constexpr DWORD kMask = 0x803;  ///< errors and entries, to the log file too
 constexpr int kAttaches = 10, kThreads = 2, kOpenings = 20;
 
 void OpenAndClose(int times)
@@ -43,7 +43,7 @@ void StressTraceOnThreads(int threads, int times)
 void StressSettingsWriter(const std::string& folder)
 {
     RegistryOverride registry;
-    registry.SetTraceMask(kMask);
+    registry.SetTraceMask(kStressTraceMask);
     registry.SetClientDllName(L"NoSuchLibrary.dll");
     const TraceCapture trace;
     for (int i = 0; i < kAttaches; ++i)
