@@ -1,7 +1,6 @@
 #include "StressShortLife.h"
 
 #include "FakeFactory.h"
-#include "MachineLog.h"
 #include "StressOutput.h"
 #include "StressText.h"
 #include "TraceCapture.h"
@@ -55,21 +54,25 @@ std::string StressShortLife(const std::function<void()>& whileOpen)
     return wrong;
 }
 
-std::string StressTracedLife(bool logged)
+void StressTracedLife::Live()
 {
-    const MachineLog log;
     const TraceCapture trace;
-    std::string wrong = StressShortLife();
-    const Lines debugger = trace.Lines();
-    if (debugger.size() < kFewestLines)
-        wrong += "the debugger gets " + std::to_string(debugger.size()) + " lines. ";
+    m_Wrong = StressShortLife();
+    m_Debugger = trace.Lines();
+}
+
+std::string StressTracedLife::Judge(bool logged) const
+{
+    std::string wrong = m_Wrong;
+    if (m_Debugger.size() < kFewestLines)
+        wrong += "the debugger gets " + std::to_string(m_Debugger.size()) + " lines. ";
     // Threads may write their lines in another order than they told the debugger.
-    Lines expected = logged ? debugger : Lines(), found = log.MessagesOf(GetCurrentProcessId());
+    Lines expected = logged ? m_Debugger : Lines(), found = m_Log.MessagesOf(GetCurrentProcessId());
     std::ranges::sort(expected);
     std::ranges::sort(found);
     if (found != expected)
         wrong += std::to_string(found.size()) + " lines of " + std::to_string(expected.size()) + " in the log file. ";
-    if (log.Lines().size() != found.size())
+    if (m_Log.Lines().size() != found.size())
         wrong += "lines in the log file that are nobody's";
     return wrong;
 }

@@ -1,6 +1,9 @@
 // One short life of adapter and device, with whatever registry and client library the process has.
 #pragma once
 
+#include "Lines.h"
+#include "MachineLog.h"
+
 #include <windows.h>
 
 #include <functional>
@@ -19,8 +22,18 @@ std::string StressShortLife(const std::function<void()>& whileOpen = {});
 inline constexpr DWORD kStressTraceMask = 0x803;
 
 /// A short life whose lines, with this mask, all reach the debugger and the log file, whole. Nobody else traces.
-/// @param logged whether they reach the log file: none of them otherwise.
-/// @return as above.
-std::string StressTracedLife(bool logged);
+class StressTracedLife
+{
+public:
+    void Live();
+    /// @param logged whether the lines have reached the log file: none of them otherwise.
+    /// @return what went wrong, as above.
+    std::string Judge(bool logged) const;
+
+private:
+    const MachineLog m_Log;
+    std::string m_Wrong;
+    Lines m_Debugger;
+};
 
 }  // namespace tesslo::test

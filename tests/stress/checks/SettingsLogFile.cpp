@@ -75,7 +75,7 @@ private:
     HANDLE m_hFile = OpenForMyself();
 };
 
-/// For a few milliseconds again and again.
+/// For a moment, again and again.
 class LockedNowAndThen
 {
 public:
@@ -91,10 +91,10 @@ private:
         while (!m_bEnd)
         {
             const HANDLE hFile = OpenForMyself();
-            Sleep(3);
+            SwitchToThread();
             if (hFile != INVALID_HANDLE_VALUE)
                 CloseHandle(hFile);
-            Sleep(3);
+            Sleep(1);
         }
     }
 
@@ -139,12 +139,19 @@ StressSettingsCase CaseOf(const char* pName, bool logged)
                 RegistryOverride registry;
                 registry.SetTraceMask(kStressTraceMask);
                 registry.SetClientDllName(L"NoSuchLibrary.dll");
+                MayBeWritten();  // makes it, should there be none
+                StressTracedLife before;
+                bool writable = false;
                 {
                     [[maybe_unused]] const Obstacle obstacle{};
                     // Some users may write to what is read-only.
-                    tell(StressTracedLife(logged && MayBeWritten()));
+                    writable = MayBeWritten();
+                    before.Live();
                 }
-                tell(StressTracedLife(true));
+                tell(before.Judge(logged && writable));
+                StressTracedLife behind;
+                behind.Live();
+                tell(behind.Judge(true));
             }};
 }
 
