@@ -9,7 +9,6 @@ UMDFrameMemory* UMDFrameMemory::Create(std::size_t bytes)
     if (!pMemory)
         return nullptr;
     pMemory->m_References = 1;
-    pMemory->m_Readers = 0;
     pMemory->m_pBits = static_cast<BYTE*>(std::malloc(bytes));
     if (!pMemory->m_pBits)
     {
@@ -35,15 +34,15 @@ void UMDFrameMemory::Release()
 
 void UMDFrameMemory::BeginRead()
 {
-    InterlockedIncrement(&m_Readers);
+    m_Readers.fetch_add(1, std::memory_order_relaxed);
 }
 
 void UMDFrameMemory::EndRead()
 {
-    InterlockedDecrement(&m_Readers);
+    m_Readers.fetch_sub(1, std::memory_order_release);
 }
 
-bool UMDFrameMemory::IsToBeRead()
+bool UMDFrameMemory::IsToBeRead() const
 {
-    return InterlockedCompareExchange(&m_Readers, 0, 0) != 0;
+    return m_Readers.load(std::memory_order_acquire) != 0;
 }

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <cstddef>
 
 class UMDFrameMemory
@@ -23,7 +24,7 @@ public:
     /// It has been read, or nobody will read it any more. Any thread.
     void EndRead();
     /// Whether somebody may read it, or is at it. Presenting thread.
-    bool IsToBeRead();
+    bool IsToBeRead() const;
 
     BYTE* Bits() { return m_pBits; }
 
@@ -32,6 +33,6 @@ private:
     ~UMDFrameMemory() = default;
 
     LONG m_References;
-    LONG m_Readers;  ///< published frames whose copy nobody has read yet
+    std::atomic<int> m_Readers = 0;  ///< frames whose copy is still to be read
     BYTE* m_pBits;
 };
