@@ -4,11 +4,11 @@ namespace tesslo::test
 {
 
 FakeCubeTexture::FakeCubeTexture(
-    FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT levels, UINT padding)
+    FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT levels, FakeRows rows)
     : FakeCubeTextureMethods(objects, name)
 {
     for (UINT face = 0; face < kFaceCount; face++)
-        m_Faces[face] = MakeFakeLevels(objects, name + "[" + std::to_string(face) + "]", desc, levels, padding,
+        m_Faces[face] = MakeFakeLevels(objects, name + "[" + std::to_string(face) + "]", desc, levels, rows,
             static_cast<IDirect3DCubeTexture9*>(this));
 }
 

@@ -13,7 +13,7 @@ class FakeCubeTexture : public FakeCubeTextureMethods
 public:
     /// @param desc of level 0 of any face. @param levels 0 for the whole chains.
     FakeCubeTexture(
-        FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT levels, UINT padding);
+        FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT levels, FakeRows rows);
 
     FakeSurface& Level(UINT face, UINT level) { return *m_Faces.at(face).at(level); }
 

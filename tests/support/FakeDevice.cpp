@@ -42,7 +42,7 @@ HRESULT FakeDevice::InternalMakeSurface(
     const D3DSURFACE_DESC& desc, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle)
 {
     InternalShare(pSharedHandle);
-    const HRESULT hr = InternalMake<FakeSurface>(ppSurface, "surface", desc, m_Padding);
+    const HRESULT hr = InternalMake<FakeSurface>(ppSurface, "surface", desc, m_Rows);
     t_pNewest = static_cast<FakeSurface*>(*ppSurface);
     return hr;
 }
@@ -60,7 +60,7 @@ HRESULT FakeDevice::CreateTexture(UINT width, UINT height, UINT levels, DWORD us
         return hr;
     InternalShare(pSharedHandle);
     const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, width, height};
-    return InternalMake<FakeTexture>(ppTexture, "texture", desc, levels, m_Padding);
+    return InternalMake<FakeTexture>(ppTexture, "texture", desc, levels, m_Rows);
 }
 
 HRESULT FakeDevice::CreateCubeTexture(UINT edge, UINT levels, DWORD usage, D3DFORMAT format, D3DPOOL pool,
@@ -71,7 +71,7 @@ HRESULT FakeDevice::CreateCubeTexture(UINT edge, UINT levels, DWORD usage, D3DFO
         return hr;
     InternalShare(pSharedHandle);
     const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, edge, edge};
-    return InternalMake<FakeCubeTexture>(ppTexture, "cube", desc, levels, m_Padding);
+    return InternalMake<FakeCubeTexture>(ppTexture, "cube", desc, levels, m_Rows);
 }
 
 HRESULT FakeDevice::CreateVertexBuffer(

@@ -32,7 +32,9 @@ public:
     ~FakeDevice() override;
 
     /// Bytes behind each row of surfaces created from now on; 0 at first.
-    void SetPitchPadding(UINT bytes) { m_Padding = bytes; }
+    void SetPitchPadding(UINT bytes) { m_Rows = bytes; }
+    /// How surfaces created from now on lie in memory; tight at first.
+    void SetRows(const FakeRows& rows) { m_Rows = rows; }
     /// What creating calls write to a shared handle that holds null; null at first.
     void SetSharedHandle(HANDLE hShared) { m_hShared = hShared; }
 
@@ -85,7 +87,7 @@ private:
     HRESULT InternalMakeSurface(const D3DSURFACE_DESC& desc, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle);
     void InternalShare(HANDLE* pSharedHandle);
 
-    UINT m_Padding = 0;
+    FakeRows m_Rows;
     HANDLE m_hShared = nullptr;
     HANDLE m_hLastShared = nullptr;
     std::array<IDirect3DSurface9*, kRenderTargetCount> m_RenderTargets{};

@@ -1,16 +1,38 @@
 #include "FakePixels.h"
 
+#include <algorithm>
 #include <cstring>
+#include <stdexcept>
 
 namespace tesslo::test
 {
 
-FakePixels::FakePixels(D3DFORMAT format, UINT width, UINT height, UINT padding)
-    : m_RowBytes(TightPitch(static_cast<D3DDDIFORMAT>(format), width)),
-      m_Shape{static_cast<D3DDDIFORMAT>(format), width, height, m_RowBytes + padding},
-      m_RowCount(m_Shape.Pitch ? static_cast<UINT>((ImageBytes(m_Shape) + m_Shape.Pitch - 1) / m_Shape.Pitch) : 0),
-      m_Bytes(size_t{m_Shape.Pitch} * m_RowCount)
+namespace
 {
+
+UINT RowCountOf(const ImageShape& image)
+{
+    return image.Pitch ? static_cast<UINT>((ImageBytes(image) + image.Pitch - 1) / image.Pitch) : 0;
+}
+
+/// Rows that are too short are all that there is; others end with the last pixel.
+size_t FencedSizeOf(const ImageShape& image, UINT rowCount, UINT rowBytes)
+{
+    return image.Pitch < rowBytes ? std::max<size_t>(size_t{image.Pitch} * rowCount, 1) : ImageBytes(image);
+}
+
+}  // namespace
+
+FakePixels::FakePixels(D3DFORMAT format, UINT width, UINT height, FakeRows rows)
+    : m_RowBytes(TightPitch(static_cast<D3DDDIFORMAT>(format), width)),
+      m_Shape{static_cast<D3DDDIFORMAT>(format), width, height,
+          m_RowBytes + rows.m_Padding - std::min(rows.m_Shortage, m_RowBytes)},
+      m_RowCount(RowCountOf({m_Shape.Format, width, height, m_RowBytes + rows.m_Padding})),
+      m_Fenced(rows.m_bFenced ? FencedSizeOf(m_Shape, m_RowCount, m_RowBytes) : 0),
+      m_Bytes(rows.m_bFenced ? 0 : size_t{m_Shape.Pitch} * m_RowCount)
+{
+    if (rows.m_bFenced && m_Fenced.Size() > 0)
+        memset(m_Fenced.Get(), 0, m_Fenced.Size());
 }
 
 HRESULT FakePixels::Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect)
@@ -20,10 +42,14 @@ HRESULT FakePixels::Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect)
         return D3DERR_INVALIDCALL;
     m_bLocked = true;
     pLockedRect->Pitch = static_cast<INT>(m_Shape.Pitch);
-    pLockedRect->pBits = m_Bytes.data();
-    if (pRect)
-        pLockedRect->pBits = &m_Bytes.at(
-            BytesOfPixel(m_Shape, static_cast<UINT>(pRect->left), static_cast<UINT>(pRect->top)).First().Offset);
+    pLockedRect->pBits = InternalData();
+    if (!pRect)
+        return S_OK;
+    const size_t offset =
+        BytesOfPixel(m_Shape, static_cast<UINT>(pRect->left), static_cast<UINT>(pRect->top)).First().Offset;
+    if (offset >= InternalSize())
+        throw std::out_of_range("no such pixel");
+    pLockedRect->pBits = InternalData() + offset;
     return S_OK;
 }
 
@@ -36,13 +62,18 @@ HRESULT FakePixels::Unlock()
     return S_OK;
 }
 
-bool FakePixels::CopyFrom(const FakePixels& other)
+bool FakePixels::CopyFrom(FakePixels& other)
 {
     const std::lock_guard lock(m_Mutex);
     if (m_bLocked)
         return false;
     for (UINT row = 0; row < m_RowCount; row++)
-        memcpy(&m_Bytes[size_t{row} * Pitch()], &other.m_Bytes[size_t{row} * other.Pitch()], m_RowBytes);
+    {
+        const size_t to = std::min(size_t{row} * Pitch(), InternalSize());
+        const size_t from = std::min(size_t{row} * other.Pitch(), other.InternalSize());
+        const size_t count = std::min({size_t{m_RowBytes}, InternalSize() - to, other.InternalSize() - from});
+        memcpy(InternalData() + to, other.InternalData() + from, count);
+    }
     return true;
 }
 

@@ -1,6 +1,8 @@
 // The memory behind a fake surface: rows of pixels with a settable padding, locked once at a time. Threads may meet.
 #pragma once
 
+#include "FakeRows.h"
+#include "Fences.h"
 #include "PixelBytes.h"
 
 #include <d3d9.h>
@@ -14,8 +16,7 @@ namespace tesslo::test
 class FakePixels
 {
 public:
-    /// @param padding bytes behind each row.
-    FakePixels(D3DFORMAT format, UINT width, UINT height, UINT padding);
+    FakePixels(D3DFORMAT format, UINT width, UINT height, FakeRows rows);
 
     /// Points into the memory; D3DERR_INVALIDCALL while it is locked. @param pRect null for all of it.
     HRESULT Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect);
@@ -26,18 +27,22 @@ public:
     UINT Pitch() const { return m_Shape.Pitch; }
     const ImageShape& Shape() const { return m_Shape; }
     UINT RowCount() const { return m_RowCount; }
-    /// Pitch times RowCount, zero at first.
+    /// Pitch times RowCount, zero at first; none when they are fenced.
     std::vector<BYTE>& Bytes() { return m_Bytes; }
     /// Takes over the other's pixels, row by row; both are of the same format and size.
     /// @return false while it is locked: then nothing is copied.
-    bool CopyFrom(const FakePixels& other);
+    bool CopyFrom(FakePixels& other);
 
 private:
+    size_t InternalSize() const { return m_Fenced.Size() + m_Bytes.size(); }
+    BYTE* InternalData() { return m_Fenced.Get() ? m_Fenced.Get() : m_Bytes.data(); }
+
     UINT m_RowBytes;
     ImageShape m_Shape;
     UINT m_RowCount;
     std::mutex m_Mutex;
     bool m_bLocked = false;
+    FencedBytes m_Fenced;
     std::vector<BYTE> m_Bytes;
 };
 

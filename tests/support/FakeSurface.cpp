@@ -4,8 +4,8 @@ namespace tesslo::test
 {
 
 FakeSurface::FakeSurface(
-    FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT padding, IUnknown* pContainer)
-    : FakeSurfaceMethods(objects, name), m_Desc(desc), m_Pixels(desc.Format, desc.Width, desc.Height, padding),
+    FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, FakeRows rows, IUnknown* pContainer)
+    : FakeSurfaceMethods(objects, name), m_Desc(desc), m_Pixels(desc.Format, desc.Width, desc.Height, rows),
       m_pContainer(pContainer)
 {
 }

@@ -11,7 +11,7 @@ class FakeSurface : public FakeSurfaceMethods
 {
 public:
     /// @param pContainer the texture whose references a level shares; null for a surface of its own.
-    FakeSurface(FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT padding,
+    FakeSurface(FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, FakeRows rows,
         IUnknown* pContainer = nullptr);
 
     const D3DSURFACE_DESC& Desc() const { return m_Desc; }

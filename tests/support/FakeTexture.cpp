@@ -6,14 +6,14 @@ namespace tesslo::test
 {
 
 std::vector<std::unique_ptr<FakeSurface>> MakeFakeLevels(FakeObjects& objects, const std::string& owner,
-    const D3DSURFACE_DESC& desc, UINT levels, UINT padding, IUnknown* pContainer)
+    const D3DSURFACE_DESC& desc, UINT levels, FakeRows rows, IUnknown* pContainer)
 {
     std::vector<std::unique_ptr<FakeSurface>> chain;
     D3DSURFACE_DESC level = desc;
     for (;;)
     {
         const std::string name = owner + "[" + std::to_string(chain.size()) + "]";
-        chain.push_back(std::make_unique<FakeSurface>(objects, name, level, padding, pContainer));
+        chain.push_back(std::make_unique<FakeSurface>(objects, name, level, rows, pContainer));
         if (chain.size() == levels || (level.Width <= 1 && level.Height <= 1))
             return chain;
         level.Width = std::max(level.Width / 2, 1U);
@@ -22,9 +22,9 @@ std::vector<std::unique_ptr<FakeSurface>> MakeFakeLevels(FakeObjects& objects, c
 }
 
 FakeTexture::FakeTexture(
-    FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT levels, UINT padding)
+    FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT levels, FakeRows rows)
     : FakeTextureMethods(objects, name),
-      m_Levels(MakeFakeLevels(objects, name, desc, levels, padding, static_cast<IDirect3DTexture9*>(this)))
+      m_Levels(MakeFakeLevels(objects, name, desc, levels, rows, static_cast<IDirect3DTexture9*>(this)))
 {
 }
 

@@ -13,7 +13,7 @@ class FakeTexture : public FakeTextureMethods
 {
 public:
     /// @param desc of level 0. @param levels 0 for the whole chain.
-    FakeTexture(FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT levels, UINT padding);
+    FakeTexture(FakeObjects& objects, const std::string& name, const D3DSURFACE_DESC& desc, UINT levels, FakeRows rows);
 
     FakeSurface& Level(UINT level) { return *m_Levels.at(level); }
 
@@ -31,6 +31,6 @@ private:
 
 /// The levels of one chain, named "owner[level]". @param levels 0 for the whole chain.
 std::vector<std::unique_ptr<FakeSurface>> MakeFakeLevels(FakeObjects& objects, const std::string& owner,
-    const D3DSURFACE_DESC& desc, UINT levels, UINT padding, IUnknown* pContainer);
+    const D3DSURFACE_DESC& desc, UINT levels, FakeRows rows, IUnknown* pContainer);
 
 }  // namespace tesslo::test
