@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cinttypes>
 #include <cstdio>
@@ -20,7 +21,8 @@ namespace
 
 constexpr char kProgress[] = "@progress ";
 constexpr char kResult[] = "@result ";
-constexpr double kGrace = 120;  ///< seconds beyond its time after which a child counts as hung
+constexpr double kLookEvery = 0.05;  ///< seconds between looks at a child that says nothing
+constexpr double kGrace = 120;       ///< seconds beyond its time after which a child counts as hung
 
 SECURITY_ATTRIBUTES g_Inherited{sizeof(g_Inherited), nullptr, TRUE};
 
@@ -101,14 +103,23 @@ public:
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
-    /// Calls back with each line, until the child has closed its end.
+    /// Calls back with each line, until the child has ended. The pipe may stay open behind it: a desktop that the child
+    /// began has inherited its end.
     template <typename OnLine>
     void ReadLines(OnLine onLine)
     {
         std::string line;
         char buffer[4096];
-        DWORD size = 0;
-        while (ReadFile(m_hRead, buffer, sizeof(buffer), &size, nullptr) && size > 0)
+        for (;;)
+        {
+            const bool ended = Wait(0);  // before the look: what it has written is there
+            DWORD size = 0;
+            if (!PeekNamedPipe(m_hRead, nullptr, 0, nullptr, &size, nullptr) || (size == 0 && ended))
+                return;
+            if (size == 0)
+                Wait(kLookEvery);
+            else if (!ReadFile(m_hRead, buffer, std::min<DWORD>(size, sizeof(buffer)), &size, nullptr))
+                return;
             for (DWORD i = 0; i < size; ++i)
             {
                 if (buffer[i] == '\n')
@@ -116,6 +127,7 @@ public:
                 else if (buffer[i] != '\r')
                     line += buffer[i];
             }
+        }
     }
 
     /// @return whether it has ended in that time.
