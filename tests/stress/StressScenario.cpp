@@ -337,15 +337,13 @@ void StressScenario::InternalAwaitFrame()
 void StressScenario::InternalPresentBlit()
 {
     FakeDevice& fake = m_Driver.m_Fake;
-    std::map<std::string, ULONG> before;
-    for (const std::string& name : fake.LiveObjects())
-        before[name] = fake.Find<FakeObject>(name).ReferenceCount();
+    const std::map<std::string, ULONG> before = fake.References();
     D3DDDIARG_PRESENT present{};
     present.hSrcResource = m_hTarget;
     present.Flags.Blt = 1;
     InternalNote("pfnPresent blit", m_Driver.Functions().pfnPresent(m_Driver.Device(), &present));
-    for (const auto& [name, references] : before)
-        if (fake.Find<FakeObject>(name).ReferenceCount() == references + 1)
+    for (const auto& [name, references] : fake.References())
+        if (const auto found = before.find(name); found != before.end() && references == found->second + 1)
             fake.Find<FakeSurface>(name).Release();
 }
 

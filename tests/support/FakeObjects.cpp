@@ -18,6 +18,16 @@ std::vector<std::string> FakeObjects::LiveObjects() const
     return names;
 }
 
+std::map<std::string, ULONG> FakeObjects::References() const
+{
+    std::lock_guard lock(m_Mutex);
+    std::map<std::string, ULONG> references;
+    for (const FakeObject* pObject : m_Objects)
+        if (!pObject->IsPart())
+            references[pObject->Name()] = pObject->ReferenceCount();
+    return references;
+}
+
 void FakeObjects::RestartNames()
 {
     std::lock_guard lock(m_Mutex);

@@ -36,6 +36,9 @@ public:
     /// Names of the objects that still have references, in order of creation: "texture#1".
     std::vector<std::string> LiveObjects() const;
 
+    /// References of the same objects, by name. Other threads may end some of them meanwhile.
+    std::map<std::string, ULONG> References() const;
+
     /// The living object of this name; throws std::runtime_error when there is none or it is of another class.
     template <typename Object>
     Object& Find(const std::string& name) const
