@@ -177,7 +177,10 @@ TEST_F(FrameBufferFrameTest, FrameBufferAvailable_ManyFrames_AllocatesNothing)
 {
     TraceMask quiet(0);
     Start();
-    for (int frame = 0; frame < 3; ++frame)
+    Hold("Update");  // a worker that still reads a copy has the ring make another one
+    ASSERT_TRUE(Present(4, 2));
+    ASSERT_TRUE(m_Gate.WaitForOne());
+    for (int frame = 0; frame < 2; ++frame)
         ASSERT_TRUE(Present(4, 2));
     bool presented = true;
     unsigned allocations = 0;
@@ -188,6 +191,7 @@ TEST_F(FrameBufferFrameTest, FrameBufferAvailable_ManyFrames_AllocatesNothing)
                                          m_pTarget.Get(), 4, 2, D3DFMT_X8R8G8B8, D3DDDI_ROTATION_IDENTITY);
         allocations = counter.Count();
     }
+    m_Gate.Open();
     EXPECT_TRUE(presented);
     EXPECT_EQ(allocations, 0u);
 }
