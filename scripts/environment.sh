@@ -1,5 +1,5 @@
-# What ./test and ./demo share: packages, a display, a Wine prefix of our own. Bash; source it from a script that has
-# set `set -euo pipefail`. Everything that it starts or creates lies in build/ and ends with the script.
+# What ./test, ./demo and ./bench share: packages, a display, a Wine prefix of our own. Bash; source it from a script
+# that has set `set -euo pipefail`. Everything that it starts or creates lies in build/ and ends with the script.
 
 TESSLO_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 TESSLO_BUILD=$TESSLO_ROOT/build
@@ -52,22 +52,23 @@ as_root()
     fi
 }
 
-# Names of scripts/packages.txt that are not installed, one a line.
+# Names in the given lists of scripts/ that are not installed, one a line.
 missing_packages()
 {
     local package
-    while read -r package; do
+    (cd "$TESSLO_ROOT/scripts" && cat "$@") | while read -r package; do
         [[ -z $package || $package == \#* ]] && continue
         if [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) != installed ]]; then
             echo "$package"
         fi
-    done <"$TESSLO_ROOT/scripts/packages.txt"
+    done
 }
 
+# install_packages LIST...: what the lists of scripts/ name and this machine lacks.
 install_packages()
 {
     local missing
-    missing=$(missing_packages)
+    missing=$(missing_packages "$@")
     [[ -z $missing ]] && return
     say "installing packages:" $missing
     # The password is asked here, where the terminal still is.
@@ -93,7 +94,7 @@ configure()
 {
     say "configuring ($TESSLO_PRESET)"
     cd "$TESSLO_ROOT"
-    run_logged configure cmake --preset "$TESSLO_PRESET"
+    run_logged configure cmake --preset "$TESSLO_PRESET" -DTESSLO_BUILD_TESTS=ON
 }
 
 build_all()
@@ -101,6 +102,19 @@ build_all()
     configure
     say "building"
     run_logged build cmake --build --preset "$TESSLO_PRESET"
+}
+
+# build_target TARGET: this one and what it needs, no test. A tree that is configured configures itself anew when it
+# has to, and stays with tests or without.
+build_target()
+{
+    cd "$TESSLO_ROOT"
+    if [[ ! -s $TESSLO_BUILD/$TESSLO_PRESET/build.ninja ]]; then
+        say "configuring ($TESSLO_PRESET)"
+        run_logged configure cmake --preset "$TESSLO_PRESET" -DTESSLO_BUILD_TESTS=OFF
+    fi
+    say "building"
+    run_logged build cmake --build --preset "$TESSLO_PRESET" --target "$1"
 }
 
 # What needs no Windows, for this machine and under the sanitizers: ./test alone asks for it.
@@ -123,25 +137,40 @@ stop_environment()
     fi
 }
 
+# die_with_log NAME TEXT: shows the end of build/logs/NAME.log, then dies with the text.
+die_with_log()
+{
+    local log=$TESSLO_LOGS/$1.log
+    if [[ -s $log ]]; then
+        echo "the last lines of $log:"
+        tail -n 10 "$log"
+    else
+        echo "$log is empty: it said nothing"
+    fi >&2
+    die "$2"
+}
+
 start_display()
 {
     local number=$TESSLO_BUILD/.display tries=0
     : >"$number"
     # Xvfb takes the first free number and writes it down.
-    Xvfb -displayfd 8 -screen 0 1280x1024x24 -nolisten tcp 8>"$number" </dev/null >/dev/null 2>&1 9>&- &
+    Xvfb -displayfd 8 -screen 0 1280x1024x24 -nolisten tcp 8>"$number" </dev/null >"$TESSLO_LOGS/xvfb.log" 2>&1 9>&- &
     TESSLO_XVFB=$!
     until [[ -s $number ]]; do
-        ((++tries <= 300)) && kill -0 "$TESSLO_XVFB" 2>/dev/null || die "the virtual X server did not start"
+        ((++tries <= 300)) && kill -0 "$TESSLO_XVFB" 2>/dev/null ||
+            die_with_log xvfb "the virtual X server did not start"
         sleep 0.1
     done
     DISPLAY=:$(<"$number")
     export DISPLAY
 }
 
-# The server and the boot get the null device on all three streams: a persistent server keeps what it inherits open,
-# and whoever reads the other end would never see its end.
+# The server and the boot get no pipe on any stream: a persistent server keeps what it inherits open, and whoever reads
+# the other end would never see its end. Files may stay open.
 start_wine()
 {
+    local log=$TESSLO_LOGS/wine.log
     say "starting Wine"
     export WINEPREFIX=$TESSLO_BUILD/wine
     export WINEDEBUG=-all
@@ -153,23 +182,25 @@ start_wine()
     # What a run that was killed has left behind knows another display.
     wineserver -k </dev/null >/dev/null 2>&1 9>&- || true
     wineserver -w </dev/null >/dev/null 2>&1 9>&- || true
-    wineserver -p </dev/null >/dev/null 2>&1 9>&-
-    wine wineboot -u </dev/null >/dev/null 2>&1 9>&- || die "Wine did not start in $WINEPREFIX"
+    wineserver -p </dev/null >"$log" 2>&1 9>&- || die_with_log wine "Wine's server did not start in $WINEPREFIX"
+    # Makes the prefix, or brings it up to date after another Wine was installed; else it only starts the services. What
+    # it complains about is worth reading only when it fails.
+    WINEDEBUG=fixme-all wine wineboot -i </dev/null >>"$log" 2>&1 9>&- ||
+        die_with_log wine "Wine did not start in $WINEPREFIX"
 }
 
-# build/ is ours and the packages are there.
+# prepare_environment LIST...: build/ is ours and the packages of the lists are there.
 prepare_environment()
 {
     lock_build
     trap stop_environment EXIT
     trap 'exit 130' INT TERM
-    install_packages
+    install_packages "$@"
 }
 
-# Everything from there to a built tree and a running Wine.
+# Behind the build: a display and a running Wine.
 start_environment()
 {
-    build_all
     start_display
     start_wine
 }

@@ -3,6 +3,41 @@
 
 #include <cstdio>
 
+namespace
+{
+
+constexpr int kFailed = 1;
+constexpr int kWrongOption = 2;
+
+int Fail(const std::exception& error, int code)
+{
+    std::fprintf(stderr, "tesslo_host: %s\n", error.what());
+    return code;
+}
+
+// Options are read before anything is touched: a script can tell a wrong one from a failure.
+int Run(std::vector<std::string> arguments)
+{
+    HostOptions options;
+    try
+    {
+        options = HostParseOptions(std::move(arguments));
+    }
+    catch (const HostHelp& help)
+    {
+        std::fputs(help.what(), stdout);
+        return 0;
+    }
+    catch (const HostError& error)
+    {
+        return Fail(error, kWrongOption);
+    }
+    HostRunProgram(options);
+    return 0;
+}
+
+}  // namespace
+
 int wmain(int count, wchar_t** pArguments)
 {
     try
@@ -10,17 +45,10 @@ int wmain(int count, wchar_t** pArguments)
         std::vector<std::string> arguments;
         for (int i = 1; i < count; ++i)
             arguments.push_back(HostUtf8(pArguments[i]));
-        HostRunProgram(HostParseOptions(std::move(arguments)));
-        return 0;
-    }
-    catch (const HostHelp& help)
-    {
-        std::fputs(help.what(), stdout);
-        return 0;
+        return Run(std::move(arguments));
     }
     catch (const std::exception& error)
     {
-        std::fprintf(stderr, "tesslo_host: %s\n", error.what());
-        return 1;
+        return Fail(error, kFailed);
     }
 }
