@@ -3,9 +3,11 @@
 
 #include "host/kernel/HostKernel.h"
 #include "host/runtime/HostAdapter.h"
+#include "host/runtime/HostClientWatch.h"
 #include "host/runtime/HostDelivery.h"
 #include "host/runtime/HostDevice.h"
 #include "host/runtime/HostDriver.h"
+#include "host/runtime/HostRecording.h"
 
 #include <memory>
 #include <vector>
@@ -21,14 +23,19 @@ public:
     HostKernel& Kernel() { return m_Kernel; }
     HostAdapter& Adapter() { return *m_pAdapter; }
     HostDevice& Device() { return *m_pDevice; }
-    const HostDelivery& Delivery() const { return m_Delivery; }
+    HostDelivery& Delivery() { return m_Delivery; }
+    const HostRecording& Recording() const { return m_Recording; }
 
+    /// Flips, and lets the delivery know.
+    HostFlipTime Present(const HostResource& primary);
     /// Destroys the device and closes the adapter; the driver stays loaded. What was made with the device goes before.
     void Close();
 
 private:
     HostDriver m_Driver;
     HostDelivery m_Delivery;
+    HostClientWatch m_Watch;
+    HostRecording m_Recording;
     HostKernel m_Kernel;
     std::unique_ptr<HostAdapter> m_pAdapter;
     std::unique_ptr<HostDevice> m_pDevice;

@@ -1,8 +1,8 @@
 // The sample client library, loaded and called as the driver calls it.
 #pragma once
 
-#include "host/runtime/HostDelivery.h"
 #include "host/runtime/HostImage.h"
+#include "host/runtime/HostRecording.h"
 
 #include <tesslo/client.h>
 
@@ -20,7 +20,7 @@ public:
     SampleClient& operator=(const SampleClient&) = delete;
 
     HMODULE Module() const { return m_hModule; }
-    TessloSampleCounters Counters(UINT source) const { return HostDelivery(m_hModule).Counters(source).value(); }
+    TessloSampleCounters Counters(UINT source) const { return HostRecording(m_hModule).Counters(source).value(); }
 
     TessloVirtualMonitorPlugFunction Plug;
     TessloVirtualMonitorUpdateFunction Update;

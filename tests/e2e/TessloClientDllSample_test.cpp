@@ -294,18 +294,18 @@ TEST_F(SampleClientTest, Unplug_LastConnection_LeavesNoThread)
 
 TEST_F(SampleClientTest, WaitReceived_FrameMissing_TimesOut)
 {
-    const HostDelivery delivery(m_Client.Module());
+    const HostRecording recording(m_Client.Module());
     SampleClientConnection connection(m_Client, 0);
     connection.Send(Pattern(8, 8, 0));
-    EXPECT_TRUE(delivery.WaitReceived(0, 1, 0));
-    EXPECT_FALSE(delivery.WaitReceived(0, 2, 20));
+    EXPECT_TRUE(recording.WaitReceived(0, 1, 0));
+    EXPECT_FALSE(recording.WaitReceived(0, 2, 20));
     // The pause lets the wait begin first. Without it the test would still hold, and see less.
     std::thread late([&] {
         Sleep(50);
         connection.Send(Pattern(8, 8, 1));
     });
     const ULONGLONG start = GetTickCount64();
-    EXPECT_TRUE(delivery.WaitReceived(0, 2, 60'000));
+    EXPECT_TRUE(recording.WaitReceived(0, 2, 60'000));
     EXPECT_LT(GetTickCount64() - start, 30'000u) << "woken by the frame, not by the end of the time";
     late.join();
 }

@@ -123,3 +123,14 @@ TEST_F(HostProgramTest, TwoSourcesEveryFrame_AllDeliveredAndTold)
     const std::string trace = ReadText(folder / "trace.log");
     EXPECT_NE(trace.find("=> UMDDdiPresent hSrcResource:0x"), std::string::npos);
 }
+
+TEST_F(HostProgramTest, PlainClientLibrary_EveryFrame_AllDeliveredNothingSaidOfPictures)
+{
+    const Outcome outcome = Run(
+        L"--source 160x120 --scene fill --frames 6 --every-frame --client TessloTestClientWithoutReserved1.dll --out \"" +
+        m_Folder.Path().wstring() + L"\"");
+    EXPECT_EQ(outcome.m_Code, 0u) << outcome.m_Errors;
+    EXPECT_NE(outcome.m_Output.find("\n0       160x120            0          6          6        0      0         -  "),
+        std::string::npos)
+        << outcome.m_Output;
+}

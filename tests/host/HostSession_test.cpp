@@ -72,7 +72,7 @@ TEST_P(HostSessionRotation, Flip_FillScene_RecordedPictureIsThePresentedOneTurne
         {
             scene.Draw(session.Device(), *pPrimary, frame);
             session.Device().Flip(*pPrimary);
-            ASSERT_TRUE(session.Delivery().WaitReceived(0, frame + 1, kWait));
+            ASSERT_TRUE(session.Recording().WaitReceived(0, frame + 1, kWait));
         }
     }
     session.Close();
@@ -80,7 +80,7 @@ TEST_P(HostSessionRotation, Flip_FillScene_RecordedPictureIsThePresentedOneTurne
         EXPECT_TRUE(
             SamePixels(ReadPng(Picture(0, frame)), Rotated(HostFillScene::Expected(160, 96, 0, frame), GetParam())))
             << frame;
-    EXPECT_EQ(session.Delivery().Counters(0)->Recorded, 3u);
+    EXPECT_EQ(session.Recording().Counters(0)->Recorded, 3u);
     EXPECT_TRUE(session.Kernel().Violations().empty()) << session.Kernel().Violations()[0];
 }
 
@@ -112,7 +112,7 @@ TEST_F(HostSessionTest, Flip_SixSourcesOfDifferentSize_EachShowsItsOwn)
             session.Device().Flip(*primaries[source]);
         }
         for (UINT source = 0; source < 6; ++source)
-            ASSERT_TRUE(session.Delivery().WaitReceived(source, 1, kWait)) << source;
+            ASSERT_TRUE(session.Recording().WaitReceived(source, 1, kWait)) << source;
     }
     session.Close();
     for (UINT source = 0; source < 6; ++source)
@@ -125,7 +125,7 @@ TEST_F(HostSessionTest, Flip_KernelModeNamesOtherSources_FramesCarryThem)
 {
     SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, nullptr);
     HostDriver driver(Settings());
-    HostDelivery delivery(driver.ClientLibrary());
+    HostRecording recording(driver.ClientLibrary());
     HostKernel kernel;
     kernel.SetSourceId(1, 11);
     HostAdapter adapter(driver, kernel);
@@ -134,8 +134,8 @@ TEST_F(HostSessionTest, Flip_KernelModeNamesOtherSources_FramesCarryThem)
     device.SetRenderTarget(*pPrimary);
     device.Clear(0x123456);
     device.Flip(*pPrimary);
-    EXPECT_TRUE(delivery.WaitReceived(11, 1, kWait));
-    EXPECT_EQ(delivery.Counters(1)->Received, 0u);
+    EXPECT_TRUE(recording.WaitReceived(11, 1, kWait));
+    EXPECT_EQ(recording.Counters(1)->Received, 0u);
 }
 
 TEST_F(HostSessionTest, Flip_EveryFrame_IsToldToTheKernelModeDriverAndPausesTenMilliseconds)

@@ -1,0 +1,64 @@
+#include "host/program/HostOutput.h"
+
+#include "host/runtime/HostSession.h"
+#include "host/scenes/HostFillScene.h"
+#include "host/scenes/HostTurningScene.h"
+#include "host/scenes/HostVideoScene.h"
+
+namespace
+{
+
+// Generous: a software rasteriser on a busy machine still delivers within it.
+constexpr DWORD kDeliveryMilliseconds = 30'000;
+
+std::unique_ptr<HostScene> MakeScene(HostSceneKind kind)
+{
+    switch (kind)
+    {
+    case HostSceneKind::Fill:
+        return std::make_unique<HostFillScene>();
+    case HostSceneKind::Video:
+        return std::make_unique<HostVideoScene>();
+    default:
+        return std::make_unique<HostTurningScene>();
+    }
+}
+
+}  // namespace
+
+HostOutput::HostOutput(HostSession& session, UINT sourceId, const HostSource& source)
+    : m_Session(session), m_SourceId(sourceId), m_Source(source), m_pScene(MakeScene(source.m_Scene)),
+      m_pPrimary(session.Device().CreatePrimary(source.m_Width, source.m_Height, sourceId,
+          static_cast<D3DDDI_ROTATION>(D3DDDI_ROTATION_IDENTITY + source.m_Degrees / 90)))
+{
+    session.Device().SetDisplayMode(*m_pPrimary);
+}
+
+void HostOutput::Show(UINT frame)
+{
+    m_pScene->Draw(m_Session.Device(), *m_pPrimary, frame);
+    m_Session.Device().Flush();
+    const HostFlipTime time = m_Session.Present(*m_pPrimary);
+    m_Work.push_back(time.m_Work);
+    m_Pause.push_back(time.m_Pause);
+}
+
+void HostOutput::WaitDelivered() const
+{
+    const UINT64 presented = m_Session.Delivery().Counters(m_SourceId).m_Presented;
+    if (m_Session.Delivery().WaitDelivered(m_SourceId, presented, kDeliveryMilliseconds))
+        return;
+    const std::string frame = "source " + std::to_string(m_SourceId) + ": frame " + std::to_string(presented - 1);
+    const HostDeliveryCounters counters = m_Session.Delivery().Counters(m_SourceId);
+    if (counters.m_bRefused)
+        throw HostError(frame + " was refused by the client library");
+    if (counters.m_bInUpdate)
+        throw HostError(frame + ": the client library has not come back from it");
+    throw HostError(frame + " did not reach the client library");
+}
+
+void HostOutput::Release()
+{
+    m_pScene.reset();
+    m_pPrimary.reset();
+}

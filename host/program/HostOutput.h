@@ -1,0 +1,41 @@
+// One virtual monitor of the program: what it shows, and how long each present took.
+#pragma once
+
+#include "host/program/HostOptions.h"
+#include "host/runtime/HostDevice.h"
+#include "host/scenes/HostScene.h"
+
+#include <memory>
+#include <vector>
+
+class HostSession;
+
+class HostOutput
+{
+public:
+    /// Makes the primary and sets its display mode.
+    HostOutput(HostSession& session, UINT sourceId, const HostSource& source);
+
+    /// Draws a frame and presents it.
+    void Show(UINT frame);
+    /// Waits until the client library has taken every frame presented so far, and has room for the next. Throws
+    /// HostError.
+    void WaitDelivered() const;
+    /// Gives up what was made with the device. What was measured stays.
+    void Release();
+
+    UINT SourceId() const { return m_SourceId; }
+    const HostSource& Source() const { return m_Source; }
+    /// Milliseconds, one a frame: the driver's work, and its pause behind it.
+    const std::vector<double>& Work() const { return m_Work; }
+    const std::vector<double>& Pause() const { return m_Pause; }
+
+private:
+    HostSession& m_Session;
+    UINT m_SourceId;
+    HostSource m_Source;
+    std::unique_ptr<HostScene> m_pScene;
+    std::unique_ptr<HostResource> m_pPrimary;
+    std::vector<double> m_Work;
+    std::vector<double> m_Pause;
+};
