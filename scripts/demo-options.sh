@@ -4,7 +4,7 @@
 # What ./demo shows when its user names no sources of their own: a size, a rotation and a scene each.
 DEMO_SIZES=(1280x720 800x600 640x480)
 DEMO_ROTATIONS=(180 90 0)
-DEMO_SCENES=(turning turning video)
+DEMO_SCENES=(turning card video)
 DEMO_FRAMES=60
 
 usage()
@@ -18,7 +18,8 @@ $(describe_sources)
 What is shown; each of the three may be given once for each source:
   --source WxH        a virtual monitor's size, 64 to 8192 each, six monitors at most; yours replace the three above
   --rotation DEGREES  of the source in the same place: 0, 90, 180 or 270 (0 with sources of your own)
-  --scene NAME        of the source in the same place: turning, fill or video (turning with sources of your own)
+  --scene NAME        of the source in the same place: turning, fill, video or card, a test card (turning with sources
+                      of your own)
 
 How, and where to:
   --frames N          frames for each source ($DEMO_FRAMES)
@@ -69,7 +70,8 @@ check_rotation()
 
 check_scene()
 {
-    [[ $1 == turning || $1 == fill || $1 == video ]] || refuse "--scene $1: expected turning, fill or video"
+    [[ $1 == turning || $1 == fill || $1 == video || $1 == card ]] ||
+        refuse "--scene $1: expected turning, fill, video or card"
 }
 
 check_frames()

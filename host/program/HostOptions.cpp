@@ -63,7 +63,9 @@ HostSceneKind ParseScene(const std::string& text)
         return HostSceneKind::Fill;
     if (text == "video")
         return HostSceneKind::Video;
-    throw HostError("--scene " + text + ": expected turning, fill or video");
+    if (text == "card")
+        return HostSceneKind::Card;
+    throw HostError("--scene " + text + ": expected turning, fill, video or card");
 }
 
 // What the user typed, or what stands in its place. Checked when all of it is known.
@@ -117,7 +119,7 @@ void AddOptions(CLI::App& app, Texts& texts, bool& bEveryFrame)
         ->type_name("DEGREES")
         ->allow_extra_args(false);
     app.add_option(
-           "--scene", texts.m_Scenes, "What the source in the same place shows: turning, fill or video (turning)")
+           "--scene", texts.m_Scenes, "What the source in the same place shows: turning, fill, video or card (turning)")
         ->type_name("NAME")
         ->allow_extra_args(false);
     // Where one value is wanted, the last one given wins: a script's own stand before those of its user.

@@ -12,6 +12,7 @@ enum class HostSceneKind
     Turning,  ///< HostTurningScene
     Fill,     ///< HostFillScene
     Video,    ///< HostVideoScene
+    Card,     ///< HostCardScene
 };
 
 struct HostSource

@@ -1,6 +1,7 @@
 #include "host/program/HostOutput.h"
 
 #include "host/runtime/HostSession.h"
+#include "host/scenes/HostCardScene.h"
 #include "host/scenes/HostFillScene.h"
 #include "host/scenes/HostTurningScene.h"
 #include "host/scenes/HostVideoScene.h"
@@ -15,6 +16,8 @@ std::unique_ptr<HostScene> MakeScene(HostSceneKind kind)
 {
     switch (kind)
     {
+    case HostSceneKind::Card:
+        return std::make_unique<HostCardScene>();
     case HostSceneKind::Fill:
         return std::make_unique<HostFillScene>();
     case HostSceneKind::Video:

@@ -41,7 +41,7 @@ const BadInput kBadInputs[] = {
         "more than 6 sources"},
     {"RotationOfAnotherAngle", {"--rotation", "45"}, "--rotation 45: expected 0, 90, 180 or 270"},
     {"RotationWithoutSource", {"--rotation", "0", "--rotation", "90"}, "more --rotation than --source"},
-    {"SceneOfAnotherName", {"--scene", "still"}, "--scene still: expected turning, fill or video"},
+    {"SceneOfAnotherName", {"--scene", "still"}, "--scene still: expected turning, fill, video or card"},
     {"SceneWithoutSource", {"--scene", "fill", "--scene", "fill"}, "more --scene than --source"},
     {"FramesOfZero", {"--frames", "0"}, "--frames 0: expected 1 to 1000000"},
     {"FramesOfWords", {"--frames", "many"}, "--frames many: expected 1 to 1000000"},

@@ -1,5 +1,6 @@
 // The built driver between the host and the sample client library, on a real Direct3D 9Ex device.
 #include "PngImage.h"
+#include "RotatedImage.h"
 #include "SamePixels.h"
 #include "TemporaryFolder.h"
 #include "TraceText.h"
@@ -14,27 +15,6 @@ namespace
 {
 
 constexpr DWORD kWait = 60'000;
-
-// The picture that an output turned by `rotation` shows: what the driver makes of the presented one.
-HostImage Rotated(const HostImage& image, D3DDDI_ROTATION rotation)
-{
-    const UINT width = image.m_Width, height = image.m_Height;
-    const bool bTurned = rotation == D3DDDI_ROTATION_90 || rotation == D3DDDI_ROTATION_270;
-    HostImage result(bTurned ? height : width, bTurned ? width : height);
-    for (UINT y = 0; y < height; ++y)
-        for (UINT x = 0; x < width; ++x)
-        {
-            UINT toX = x, toY = y;
-            if (rotation == D3DDDI_ROTATION_90)
-                toX = y, toY = width - 1 - x;
-            else if (rotation == D3DDDI_ROTATION_180)
-                toX = width - 1 - x, toY = height - 1 - y;
-            else if (rotation == D3DDDI_ROTATION_270)
-                toX = height - 1 - y, toY = x;
-            result.m_Pixels[size_t{toY} * result.m_Width + toX] = image.At(x, y);
-        }
-    return result;
-}
 
 HostDriverSettings Settings()
 {
@@ -77,8 +57,8 @@ TEST_P(HostSessionRotation, Flip_FillScene_RecordedPictureIsThePresentedOneTurne
     }
     session.Close();
     for (UINT frame = 0; frame < 3; ++frame)
-        EXPECT_TRUE(
-            SamePixels(ReadPng(Picture(0, frame)), Rotated(HostFillScene::Expected(160, 96, 0, frame), GetParam())))
+        EXPECT_TRUE(SamePixels(
+            ReadPng(Picture(0, frame)), RotatedImage(HostFillScene::Expected(160, 96, 0, frame), GetParam())))
             << frame;
     EXPECT_EQ(session.Recording().Counters(0)->Recorded, 3u);
     EXPECT_TRUE(session.Kernel().Violations().empty()) << session.Kernel().Violations()[0];
