@@ -53,8 +53,8 @@ void SampleConnection::Update(const TessloVirtualMonitorFrame& frame)
     Slot* pSlot = FreeSlot();
     if (pSlot == nullptr)
         SampleCountersAdd(m_Source, &TessloSampleCounters::Dropped);
-    else if (!Fill(pSlot, frame, number))
-        SampleCountersAdd(m_Source, &TessloSampleCounters::Failed);
+    else if (const DWORD error = Fill(pSlot, frame, number); error != ERROR_SUCCESS)
+        SampleCountersFail(m_Source, number, error);
     else
         Queue();
 }
@@ -76,19 +76,19 @@ void SampleConnection::Queue()
     WakeConditionVariable(&m_Changed);
 }
 
-bool SampleConnection::Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame, UINT64 number)
+DWORD SampleConnection::Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame, UINT64 number)
 {
     const size_t rowBytes = static_cast<size_t>(frame.Width) * 4;
     const size_t bytes = rowBytes * frame.Height;
     if (bytes == 0 || frame.Pitch < rowBytes)
-        return false;
+        return ERROR_INVALID_DATA;
     if (pSlot->m_Capacity < bytes)
     {
         std::free(pSlot->m_pPixels);
         pSlot->m_pPixels = static_cast<BYTE*>(std::malloc(bytes));
         pSlot->m_Capacity = pSlot->m_pPixels != nullptr ? bytes : 0;
         if (pSlot->m_pPixels == nullptr)
-            return false;
+            return ERROR_NOT_ENOUGH_MEMORY;
     }
     const BYTE* pSource = static_cast<const BYTE*>(frame.pBits);
     for (UINT y = 0; y < frame.Height; ++y)
@@ -96,7 +96,7 @@ bool SampleConnection::Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame,
     pSlot->m_Width = frame.Width;
     pSlot->m_Height = frame.Height;
     pSlot->m_Number = number;
-    return true;
+    return ERROR_SUCCESS;
 }
 
 bool SampleConnection::StartWriter()
@@ -146,10 +146,13 @@ void SampleConnection::WriteSlot(Slot* pSlot)
     _snwprintf(
         path, MAX_PATH + 64, L"%ls\\source%u-frame%06u.png", m_Folder, m_Source, static_cast<UINT>(pSlot->m_Number));
     const DWORD error = SamplePictureWrite(path, pSlot->m_pPixels, pSlot->m_Width, pSlot->m_Height);
-    if (error != ERROR_SUCCESS)
-        ReportOnce(path, error);
-    SampleCountersAdd(
-        m_Source, error == ERROR_SUCCESS ? &TessloSampleCounters::Recorded : &TessloSampleCounters::Failed);
+    if (error == ERROR_SUCCESS)
+    {
+        SampleCountersAdd(m_Source, &TessloSampleCounters::Recorded);
+        return;
+    }
+    ReportOnce(path, error);
+    SampleCountersFail(m_Source, pSlot->m_Number, error);
 }
 
 void SampleConnection::ReportOnce(const wchar_t* pPath, DWORD error)

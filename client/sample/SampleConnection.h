@@ -5,6 +5,7 @@
 #pragma once
 
 #include <tesslo/client.h>
+#include <tesslo/sample_client.h>
 
 class SampleConnection
 {
@@ -19,7 +20,7 @@ public:
     void Close();
 
 private:
-    static constexpr UINT kQueueLength = 8;
+    static constexpr UINT kQueueLength = TESSLO_SAMPLE_QUEUE;
 
     /// One frame of the queue. Its memory is kept for the next frame that fits.
     struct Slot
@@ -38,7 +39,8 @@ private:
     bool IsRecording() const { return m_hWriter != nullptr; }
     Slot* FreeSlot();
     void Queue();
-    static bool Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame, UINT64 number);
+    /// @return ERROR_SUCCESS or why there is no copy.
+    static DWORD Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame, UINT64 number);
 
     static DWORD WINAPI WriterThread(LPVOID pParameter);
     void Write();

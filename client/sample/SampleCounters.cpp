@@ -3,10 +3,39 @@
 namespace
 {
 
-// All three are ready without a constructor and need no destructor: nothing happens in DllMain.
+// All are ready without a constructor and need no destructor: nothing happens in DllMain.
 SRWLOCK g_Lock = SRWLOCK_INIT;
 CONDITION_VARIABLE g_Changed = CONDITION_VARIABLE_INIT;
 TessloSampleCounters g_Counters[TESSLO_SAMPLE_SOURCES];
+TessloSampleFailure g_Failures[TESSLO_SAMPLE_SOURCES];  ///< of sources whose counter of failures is not 0
+
+UINT64 Received(const TessloSampleCounters& counters)
+{
+    return counters.Received;
+}
+
+UINT64 Settled(const TessloSampleCounters& counters)
+{
+    return counters.Recorded + counters.Dropped + counters.Failed;
+}
+
+/// Waits until what is counted of a source is that many.
+bool Wait(UINT source, UINT64 (*pCount)(const TessloSampleCounters&), UINT64 count, DWORD milliseconds)
+{
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    AcquireSRWLockShared(&g_Lock);
+    while (pCount(g_Counters[source]) < count)
+    {
+        const ULONGLONG now = GetTickCount64();
+        if (now >= end)
+            break;
+        SleepConditionVariableSRW(
+            &g_Changed, &g_Lock, static_cast<DWORD>(end - now), CONDITION_VARIABLE_LOCKMODE_SHARED);
+    }
+    const bool bThere = pCount(g_Counters[source]) >= count;
+    ReleaseSRWLockShared(&g_Lock);
+    return bThere;
+}
 
 }  // namespace
 
@@ -27,19 +56,31 @@ UINT64 SampleCountersAdd(UINT source, UINT64 TessloSampleCounters::* pCounter)
     return before;
 }
 
+void SampleCountersFail(UINT source, UINT64 number, DWORD error)
+{
+    AcquireSRWLockExclusive(&g_Lock);
+    if (g_Counters[source].Failed++ == 0)
+        g_Failures[source] = {number, error};
+    ReleaseSRWLockExclusive(&g_Lock);
+    WakeAllConditionVariable(&g_Changed);
+}
+
+bool SampleCountersGetFailure(UINT source, TessloSampleFailure* pFailure)
+{
+    AcquireSRWLockShared(&g_Lock);
+    const bool bFailed = g_Counters[source].Failed != 0;
+    if (bFailed)
+        *pFailure = g_Failures[source];
+    ReleaseSRWLockShared(&g_Lock);
+    return bFailed;
+}
+
+bool SampleCountersWaitRecorded(UINT source, UINT64 settled, DWORD milliseconds)
+{
+    return Wait(source, Settled, settled, milliseconds);
+}
+
 bool SampleCountersWaitReceived(UINT source, UINT64 received, DWORD milliseconds)
 {
-    const ULONGLONG end = GetTickCount64() + milliseconds;
-    AcquireSRWLockShared(&g_Lock);
-    while (g_Counters[source].Received < received)
-    {
-        const ULONGLONG now = GetTickCount64();
-        if (now >= end)
-            break;
-        SleepConditionVariableSRW(
-            &g_Changed, &g_Lock, static_cast<DWORD>(end - now), CONDITION_VARIABLE_LOCKMODE_SHARED);
-    }
-    const bool bArrived = g_Counters[source].Received >= received;
-    ReleaseSRWLockShared(&g_Lock);
-    return bArrived;
+    return Wait(source, Received, received, milliseconds);
 }

@@ -58,9 +58,20 @@ extern "C" BOOLEAN TessloSampleGetCounters(UINT VidPnSourceId, TessloSampleCount
     return TRUE;
 }
 
+extern "C" BOOLEAN TessloSampleGetFailure(UINT VidPnSourceId, TessloSampleFailure* pFailure)
+{
+    return pFailure != nullptr && VidPnSourceId < TESSLO_SAMPLE_SOURCES &&
+           SampleCountersGetFailure(VidPnSourceId, pFailure);
+}
+
 extern "C" BOOLEAN TessloSampleWaitReceived(UINT VidPnSourceId, UINT64 received, DWORD milliseconds)
 {
     return VidPnSourceId < TESSLO_SAMPLE_SOURCES && SampleCountersWaitReceived(VidPnSourceId, received, milliseconds);
+}
+
+extern "C" BOOLEAN TessloSampleWaitRecorded(UINT VidPnSourceId, UINT64 settled, DWORD milliseconds)
+{
+    return VidPnSourceId < TESSLO_SAMPLE_SOURCES && SampleCountersWaitRecorded(VidPnSourceId, settled, milliseconds);
 }
 
 extern "C" BOOL APIENTRY DllMain(HINSTANCE, DWORD, LPVOID)

@@ -55,16 +55,18 @@ UINT ParseRotation(const std::string& text)
     return ParseNumber(text, 10, text);
 }
 
+constexpr struct
+{
+    const char* m_pName;
+    HostSceneKind m_Kind;
+} kScenes[] = {{"turning", HostSceneKind::Turning}, {"fill", HostSceneKind::Fill}, {"video", HostSceneKind::Video},
+    {"card", HostSceneKind::Card}};
+
 HostSceneKind ParseScene(const std::string& text)
 {
-    if (text == "turning")
-        return HostSceneKind::Turning;
-    if (text == "fill")
-        return HostSceneKind::Fill;
-    if (text == "video")
-        return HostSceneKind::Video;
-    if (text == "card")
-        return HostSceneKind::Card;
+    for (const auto& scene : kScenes)
+        if (text == scene.m_pName)
+            return scene.m_Kind;
     throw HostError("--scene " + text + ": expected turning, fill, video or card");
 }
 
@@ -155,6 +157,11 @@ void Parse(CLI::App& app, std::vector<std::string> arguments)
 }
 
 }  // namespace
+
+const char* HostSceneName(HostSceneKind kind)
+{
+    return std::ranges::find(kScenes, kind, [](const auto& scene) { return scene.m_Kind; })->m_pName;
+}
 
 HostOptions HostParseOptions(std::vector<std::string> arguments)
 {

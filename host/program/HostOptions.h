@@ -15,6 +15,9 @@ enum class HostSceneKind
     Card,     ///< HostCardScene
 };
 
+/// The word that --scene has for it.
+const char* HostSceneName(HostSceneKind kind);
+
 struct HostSource
 {
     UINT m_Width = 0;

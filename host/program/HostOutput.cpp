@@ -29,6 +29,11 @@ std::unique_ptr<HostScene> MakeScene(HostSceneKind kind)
 
 }  // namespace
 
+const char* HostOutput::Scene() const
+{
+    return HostSceneName(m_Source.m_Scene);
+}
+
 HostOutput::HostOutput(HostSession& session, UINT sourceId, const HostSource& source)
     : m_Session(session), m_SourceId(sourceId), m_Source(source), m_pScene(MakeScene(source.m_Scene)),
       m_pPrimary(session.Device().CreatePrimary(source.m_Width, source.m_Height, sourceId,
@@ -58,6 +63,14 @@ void HostOutput::WaitDelivered() const
     if (counters.m_bInUpdate)
         throw HostError(frame + ": the client library has not come back from it");
     throw HostError(frame + " did not reach the client library");
+}
+
+void HostOutput::WaitRecordable() const
+{
+    const auto counters = m_Session.Recording().Counters(m_SourceId);
+    if (counters && counters->Received >= TESSLO_SAMPLE_QUEUE)
+        m_Session.Recording().WaitRecorded(
+            m_SourceId, counters->Received - TESSLO_SAMPLE_QUEUE + 1, kDeliveryMilliseconds);
 }
 
 void HostOutput::Release()

@@ -18,14 +18,17 @@ public:
 
     /// Draws a frame and presents it.
     void Show(UINT frame);
-    /// Waits until the client library has taken every frame presented so far, and has room for the next. Throws
-    /// HostError.
+    /// Waits until the client library has taken every frame presented so far. Throws HostError.
     void WaitDelivered() const;
+    /// Waits until the sample library can record one more frame without dropping it. Another one is not waited for.
+    void WaitRecordable() const;
     /// Gives up what was made with the device. What was measured stays.
     void Release();
 
     UINT SourceId() const { return m_SourceId; }
     const HostSource& Source() const { return m_Source; }
+    /// The scene's name, as --scene knows it.
+    const char* Scene() const;
     /// Milliseconds, one a frame: the driver's work, and its pause behind it.
     const std::vector<double>& Work() const { return m_Work; }
     const std::vector<double>& Pause() const { return m_Pause; }

@@ -33,8 +33,11 @@ std::vector<HostOutput> ShowFrames(HostSession& session, const HostOptions& opti
         for (HostOutput& output : outputs)
         {
             output.Show(frame);
-            if (options.m_bEveryFrame)
-                output.WaitDelivered();
+            if (!options.m_bEveryFrame)
+                continue;
+            output.WaitDelivered();
+            if (!options.m_Output.empty())
+                output.WaitRecordable();
         }
         progress.Update(frame + 1);
     }
@@ -43,12 +46,34 @@ std::vector<HostOutput> ShowFrames(HostSession& session, const HostOptions& opti
     return outputs;
 }
 
-void ReportViolations(const HostKernel& kernel)
+void Report(const std::vector<HostOutput>& outputs, HostSession& session, const HostOptions& options,
+    const std::optional<HostTraceFile>& trace)
 {
-    const std::vector<std::string> violations = kernel.Violations();
+    const HostReport report(outputs, session, options);
+    report.PrintTable();
+    report.PrintClosing();
+    std::vector<std::string> complaints = report.Complaints();
+    const std::vector<std::string> violations = session.Kernel().Violations();
     if (!violations.empty())
-        throw HostError("the driver broke the contract " + std::to_string(violations.size()) +
-                        " times, first: " + violations.front());
+        complaints.push_back("the driver broke the contract " + std::to_string(violations.size()) +
+                             " times, first: " + violations.front());
+    if (trace && !trace->Complaint().empty())
+        complaints.push_back(trace->Complaint());
+    try
+    {
+        if (!options.m_Output.empty())
+            report.WriteOverview();
+    }
+    catch (const HostError& error)
+    {
+        complaints.push_back(error.what());
+    }
+    if (complaints.empty())
+        return;
+    std::string text = complaints.front();
+    for (size_t i = 1; i < complaints.size(); ++i)
+        text += "\n" + complaints[i];
+    throw HostError(text);
 }
 
 }  // namespace
@@ -64,9 +89,10 @@ void HostRunProgram(const HostOptions& options)
             trace.emplace(options.m_Output + L"\\trace.log");
     }
     HostSession session(options.m_Driver);
+    if (!options.m_Output.empty())
+        session.Delivery().KeepFrames();
     HostAskCapabilities(session.Adapter());
     const std::vector<HostOutput> outputs = ShowFrames(session, options);
     session.Close();
-    HostPrintReport(outputs, session);
-    ReportViolations(session.Kernel());
+    Report(outputs, session, options, trace);
 }

@@ -15,6 +15,9 @@ public:
     HostTraceFile(const HostTraceFile&) = delete;
     HostTraceFile& operator=(const HostTraceFile&) = delete;
 
+    /// What is missing of it, in one line; empty while all is there.
+    std::string Complaint() const;
+
 private:
     void* m_pHandler = nullptr;
 };

@@ -2,6 +2,7 @@
 #include "host/runtime/HostText.h"
 
 #include <cstdio>
+#include <sstream>
 
 namespace
 {
@@ -11,7 +12,9 @@ constexpr int kWrongOption = 2;
 
 int Fail(const std::exception& error, int code)
 {
-    std::fprintf(stderr, "tesslo_host: %s\n", error.what());
+    std::istringstream lines(error.what());
+    for (std::string line; std::getline(lines, line);)
+        std::fprintf(stderr, "tesslo_host: %s\n", line.c_str());
     return code;
 }
 

@@ -13,12 +13,19 @@ void HostCheck(HRESULT hResult, const char* pWhat)
     throw HostError(std::string(pWhat) + " failed: " + code);
 }
 
-void HostThrowSystemError(const std::string& what, DWORD error)
+std::string HostSystemText(DWORD error)
 {
+    if (error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL)
+        return "disk full";
     wchar_t text[512] = L"";
     DWORD length = FormatMessageW(
         FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, text, ARRAYSIZE(text), nullptr);
     while (length != 0 && text[length - 1] <= L' ')
         text[--length] = L'\0';
-    throw HostError(what + ": " + HostUtf8(text) + " (" + std::to_string(error) + ")");
+    return HostUtf8(text) + " (" + std::to_string(error) + ")";
+}
+
+void HostThrowSystemError(const std::string& what, DWORD error)
+{
+    throw HostError(what + ": " + HostSystemText(error));
 }

@@ -15,5 +15,8 @@ public:
 /// Throws "<what> failed: 0x8..." if the result is a failure.
 void HostCheck(HRESULT hResult, const char* pWhat);
 
+/// "disk full", or the system's text for the code with its number.
+std::string HostSystemText(DWORD error);
+
 /// Throws "<what>: <the system's text for the code>".
 [[noreturn]] void HostThrowSystemError(const std::string& what, DWORD error);

@@ -14,7 +14,9 @@ Function Find(HMODULE hModule, const char* pName)
 
 HostRecording::HostRecording(HMODULE hClientLibrary)
     : m_pGetCounters(Find<TessloSampleGetCountersFunction>(hClientLibrary, TESSLO_SAMPLE_GET_COUNTERS)),
-      m_pWaitReceived(Find<TessloSampleWaitReceivedFunction>(hClientLibrary, TESSLO_SAMPLE_WAIT_RECEIVED))
+      m_pGetFailure(Find<TessloSampleGetFailureFunction>(hClientLibrary, TESSLO_SAMPLE_GET_FAILURE)),
+      m_pWaitReceived(Find<TessloSampleWaitReceivedFunction>(hClientLibrary, TESSLO_SAMPLE_WAIT_RECEIVED)),
+      m_pWaitRecorded(Find<TessloSampleWaitRecordedFunction>(hClientLibrary, TESSLO_SAMPLE_WAIT_RECORDED))
 {
 }
 
@@ -26,7 +28,20 @@ std::optional<TessloSampleCounters> HostRecording::Counters(UINT sourceId) const
     return counters;
 }
 
+std::optional<TessloSampleFailure> HostRecording::Failure(UINT sourceId) const
+{
+    TessloSampleFailure failure{};
+    if (m_pGetFailure == nullptr || !m_pGetFailure(sourceId, &failure))
+        return std::nullopt;
+    return failure;
+}
+
 bool HostRecording::WaitReceived(UINT sourceId, UINT64 received, DWORD milliseconds) const
 {
     return m_pWaitReceived != nullptr && m_pWaitReceived(sourceId, received, milliseconds);
+}
+
+bool HostRecording::WaitRecorded(UINT sourceId, UINT64 settled, DWORD milliseconds) const
+{
+    return m_pWaitRecorded != nullptr && m_pWaitRecorded(sourceId, settled, milliseconds);
 }

@@ -17,8 +17,13 @@ extern "C" {
 /** Sources that the sample serves: ids 0 to 15, all that the platform has. Plug refuses others. */
 #define TESSLO_SAMPLE_SOURCES 16
 
+/** Frames of a source that wait to be written; when there are more, the next is dropped. */
+#define TESSLO_SAMPLE_QUEUE 8
+
 #define TESSLO_SAMPLE_GET_COUNTERS "TessloSampleGetCounters"
+#define TESSLO_SAMPLE_GET_FAILURE "TessloSampleGetFailure"
 #define TESSLO_SAMPLE_WAIT_RECEIVED "TessloSampleWaitReceived"
+#define TESSLO_SAMPLE_WAIT_RECORDED "TessloSampleWaitRecorded"
 
 /** What became of one source's frames since the library was loaded; connections add up. */
 typedef struct TessloSampleCounters
@@ -30,8 +35,19 @@ typedef struct TessloSampleCounters
     UINT64 Failed;      /**< Frames not recorded because memory, folder or disk was not to be had. */
 } TessloSampleCounters;
 
+/** The first frame of a source that failed to be recorded. */
+typedef struct TessloSampleFailure
+{
+    UINT64 Frame; /**< Its number; the source's first frame is 0. */
+    UINT64 Error; /**< The system's error code, for example ERROR_DISK_FULL. */
+} TessloSampleFailure;
+
 /** @return false for a null pointer or a source that the sample does not serve. Any thread. */
 typedef BOOLEAN (*TessloSampleGetCountersFunction)(UINT VidPnSourceId, TessloSampleCounters* pCounters);
+
+/** @return false for a null pointer, a source that the sample does not serve, or one that has no failure. Any thread.
+ */
+typedef BOOLEAN (*TessloSampleGetFailureFunction)(UINT VidPnSourceId, TessloSampleFailure* pFailure);
 
 /**
  * Waits until the source has received that many frames. Any thread but the driver's own.
@@ -39,6 +55,13 @@ typedef BOOLEAN (*TessloSampleGetCountersFunction)(UINT VidPnSourceId, TessloSam
  * @return false if the time ran out before, or for a source that the sample does not serve.
  */
 typedef BOOLEAN (*TessloSampleWaitReceivedFunction)(UINT VidPnSourceId, UINT64 received, DWORD milliseconds);
+
+/**
+ * Waits until so many of the source's frames are recorded, dropped or failed. Any thread but the driver's own.
+ *
+ * @return false if the time ran out before, or for a source that the sample does not serve.
+ */
+typedef BOOLEAN (*TessloSampleWaitRecordedFunction)(UINT VidPnSourceId, UINT64 settled, DWORD milliseconds);
 
 #ifdef __cplusplus
 }

@@ -217,6 +217,13 @@ TEST_F(SampleClientTest, Recording_DiskFull_NoHalfPictureIsLeftAndTheNextIsTried
     connection.Close();
     EXPECT_EQ(m_Client.Counters(0).Failed, 1u);
     EXPECT_TRUE(SamePixels(Recorded(0, 1), Pattern(8, 8, 1)));
+    const HostRecording recording(m_Client.Module());
+    ASSERT_TRUE(recording.Failure(0).has_value());
+    EXPECT_EQ(recording.Failure(0)->Frame, 0u);
+    EXPECT_EQ(recording.Failure(0)->Error, DWORD{ERROR_DISK_FULL});
+    EXPECT_FALSE(recording.Failure(1).has_value());
+    EXPECT_TRUE(recording.WaitRecorded(0, 2, 0)) << "one failed, one recorded";
+    EXPECT_FALSE(recording.WaitRecorded(0, 3, 20));
 }
 
 TEST_F(SampleClientTest, Recording_WriterStuck_UpdateDoesNotWaitAndDropsAreCounted)

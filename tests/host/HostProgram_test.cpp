@@ -1,4 +1,5 @@
 // tesslo_host.exe as a user starts it.
+#include "PngImage.h"
 #include "TemporaryFolder.h"
 
 #include <algorithm>
@@ -122,6 +123,39 @@ TEST_F(HostProgramTest, TwoSourcesEveryFrame_AllDeliveredAndTold)
     EXPECT_TRUE(std::filesystem::exists(folder / "source1-frame000005.png"));
     const std::string trace = ReadText(folder / "trace.log");
     EXPECT_NE(trace.find("=> UMDDdiPresent hSrcResource:0x"), std::string::npos);
+}
+
+TEST_F(HostProgramTest, Out_FramesArrived_OverviewAndClosingLineTellAll)
+{
+    const Outcome outcome = Run(L"--source 160x120 --source 100x80 --rotation 0 --rotation 90 --scene card --frames 3 "
+                                L"--every-frame --out \"" +
+                                m_Folder.Path().wstring() + L"\"");
+    EXPECT_EQ(outcome.m_Code, 0u) << outcome.m_Errors;
+    EXPECT_TRUE(outcome.m_Output.ends_with("\n6 of 6 presented frames arrived, 6 pictures were recorded.\n"))
+        << outcome.m_Output;
+    const HostImage overview = ReadPng(m_Folder.Path() / "overview.png");
+    const HostImage card = ReadPng(m_Folder.Path() / "source0-frame000002.png");
+    ASSERT_EQ(card.m_Width, 160u);
+    EXPECT_GT(overview.m_Width, 160u + 80u);
+    EXPECT_EQ(overview.At(16, 16), card.At(0, 0)) << "as large as it is, at the left";
+    EXPECT_EQ(overview.At(16 + 70, 16 + 30), card.At(70, 30));
+}
+
+TEST_F(HostProgramTest, Out_PictureCannotBeWritten_IsTheExitCode)
+{
+    std::filesystem::create_directory(m_Folder.Path() / "source0-frame000001.png");
+    std::filesystem::create_directory(m_Folder.Path() / "overview.png");
+    const Outcome outcome =
+        Run(L"--source 64x64 --source 64x64 --scene fill --scene fill --frames 3 --every-frame --out \"" +
+            m_Folder.Path().wstring() + L"\"");
+    EXPECT_EQ(outcome.m_Code, 1u);
+    EXPECT_TRUE(outcome.m_Output.ends_with("\n6 of 6 presented frames arrived, 5 pictures were recorded.\n"))
+        << outcome.m_Output;
+    EXPECT_NE(outcome.m_Errors.find(": source0-frame000001.png could not be written; 1 of 6 pictures are missing\n"),
+        std::string::npos)
+        << outcome.m_Errors;
+    EXPECT_TRUE(outcome.m_Errors.ends_with(": overview.png could not be written\n")) << outcome.m_Errors;
+    EXPECT_EQ(std::count(outcome.m_Errors.begin(), outcome.m_Errors.end(), '\n'), 2) << outcome.m_Errors;
 }
 
 TEST_F(HostProgramTest, PlainClientLibrary_EveryFrame_AllDeliveredNothingSaidOfPictures)

@@ -49,6 +49,30 @@ TEST(SampleCounters, WaitReceived_AnotherThreadCounts_EndsWithTheFrame)
     EXPECT_EQ(SampleCountersGet(kLast - 1).Received, kRounds);
 }
 
+TEST(SampleCounters, Fail_SeveralTimes_KeepsTheFirst)
+{
+    TessloSampleFailure none = {};
+    EXPECT_FALSE(SampleCountersGetFailure(2, &none));
+    SampleCountersFail(2, 7, ERROR_DISK_FULL);
+    SampleCountersFail(2, 3, ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(SampleCountersGet(2).Failed, 2u);
+    TessloSampleFailure failure = {};
+    EXPECT_TRUE(SampleCountersGetFailure(2, &failure));
+    EXPECT_EQ(failure.Frame, 7u);
+    EXPECT_EQ(failure.Error, ERROR_DISK_FULL);
+}
+
+TEST(SampleCounters, WaitRecorded_RecordedDroppedAndFailed_AllCount)
+{
+    SampleCountersAdd(3, &TessloSampleCounters::Received);
+    EXPECT_FALSE(SampleCountersWaitRecorded(3, 1, 20));
+    SampleCountersAdd(3, &TessloSampleCounters::Recorded);
+    SampleCountersAdd(3, &TessloSampleCounters::Dropped);
+    SampleCountersFail(3, 0, ERROR_DISK_FULL);
+    EXPECT_TRUE(SampleCountersWaitRecorded(3, 3, 0));
+    EXPECT_FALSE(SampleCountersWaitRecorded(3, 4, 20));
+}
+
 TEST(SampleCounters, WaitReceived_NothingCounts_TimeRunsOut)
 {
     EXPECT_FALSE(SampleCountersWaitReceived(1, 1, 20));

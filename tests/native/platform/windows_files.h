@@ -4,6 +4,7 @@
 inline constexpr DWORD ERROR_SUCCESS = 0;
 inline constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
 inline constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
+inline constexpr DWORD ERROR_INVALID_DATA = 13;
 inline constexpr DWORD ERROR_DISK_FULL = 112;
 inline constexpr DWORD CREATE_ALWAYS = 2;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
