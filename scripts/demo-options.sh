@@ -22,7 +22,10 @@ What is shown; each of the three may be given once for each source:
                       of your own)
 
 How, and where to:
-  --frames N          frames for each source ($DEMO_FRAMES)
+  --frames N          frames for each source ($DEMO_FRAMES); 0: until Ctrl-C, and no picture of each frame
+  --fps N             frames a second of each source; 0: as fast as it goes (0)
+  --change-every N    change rotation and mode of a source, each in its turn, every N frames; 0: never (0)
+  --no-every-frame    do not wait until the client library has a frame: newer ones replace those that it is too slow for
   --out FOLDER        where the pictures and trace.log go (out beside this script); seen from where you stand
   --client DLL        the client library, up to 127 characters (TessloClientDllSample.dll, which records the pictures)
   --driver DLL        the driver (TessloWddmUmode.dll, as built)
@@ -34,6 +37,7 @@ Examples:
   ./demo --source 1920x1080
   ./demo --source 1920x1080 --rotation 90 --source 640x480 --rotation 0 --scene turning --scene video
   ./demo --rotation 270 --out ~/pictures
+  ./demo --frames 0 --fps 30 --change-every 90
 END
 }
 
@@ -74,9 +78,10 @@ check_scene()
         refuse "--scene $1: expected turning, fill, video or card"
 }
 
-check_frames()
+# check_count OPTION VALUE HIGHEST
+check_count()
 {
-    is_number "$1" 1 1000000 || refuse "--frames $1: expected 1 to 1000000"
+    is_number "$2" 0 "$3" || refuse "$1 $2: expected 0 to $3"
 }
 
 check_trace()
@@ -122,8 +127,16 @@ read_value()
             scenes+=("$2")
             ;;
         --frames)
-            check_frames "$2"
+            check_count "$1" "$2" 1000000
             frames=$((10#$2))
+            ;;
+        --fps)
+            check_count "$1" "$2" 1000
+            fps=$2
+            ;;
+        --change-every)
+            check_count "$1" "$2" 1000000
+            change_every=$2
             ;;
         --out)
             check_output "$2"
@@ -144,12 +157,13 @@ read_value()
     esac
 }
 
-# Sets sizes, rotations and scenes, one of each a source, and frames, out, trace, client and driver. Ends here with
-# --help and with a wrong option.
+# Sets sizes, rotations and scenes, one of each a source, and a variable for each other option. Ends here with --help
+# and with a wrong option.
 read_options()
 {
     sizes=() rotations=() scenes=()
-    frames=$DEMO_FRAMES out=$TESSLO_ROOT/out trace=0x1 client="" driver=""
+    frames=$DEMO_FRAMES fps=0 change_every=0 every_frame=1
+    out=$TESSLO_ROOT/out trace=0x1 client="" driver=""
     local library
     while (($# > 0)); do
         case $1 in
@@ -157,15 +171,18 @@ read_options()
                 usage
                 exit 0
                 ;;
-            --source | --rotation | --scene | --frames | --out | --trace | --client | --driver)
+            --source | --rotation | --scene | --frames | --fps | --change-every | --out | --trace | --client | --driver)
                 (($# > 1)) || refuse "$1 lacks its value"
                 read_value "$1" "$2"
                 shift
                 ;;
-            --source=* | --rotation=* | --scene=* | --frames=* | --out=* | --trace=* | --client=* | --driver=*)
+            --every-frame | --no-every-frame)
+                every_frame=$([[ $1 == --no-* ]] && echo 0 || echo 1)
+                ;;
+            --source=* | --rotation=* | --scene=* | --frames=* | --fps=* | --change-every=* | --out=* | --trace=* | \
+                --client=* | --driver=*)
                 read_value "${1%%=*}" "${1#*=}"
                 ;;
-            --every-frame) ;; # always so
             *)
                 refuse "unknown option: $1"
                 ;;

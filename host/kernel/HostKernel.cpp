@@ -64,12 +64,6 @@ std::optional<HostAllocation> HostKernel::FindAllocation(HANDLE hResource) const
     return std::nullopt;
 }
 
-HostPresentCall HostKernel::LastPresent() const
-{
-    std::lock_guard lock(m_Mutex);
-    return m_Presents.back();
-}
-
 HRESULT HostKernel::Enter(const Tag& handle, const Tag& expected, const char* pCallback)
 {
     ++m_Calls[pCallback];
@@ -168,7 +162,8 @@ HRESULT HostKernel::Present(D3DDDICB_PRESENT* pArg)
         return Violation("pfnPresentCb: unknown context");
     if (Find(pArg->hSrcAllocation) == nullptr)
         return Violation("pfnPresentCb: unknown allocation");
-    m_Presents.push_back({pArg->hSrcAllocation, pArg->hContext, time.QuadPart});
+    ++m_PresentCount;
+    m_LastPresent = {pArg->hSrcAllocation, pArg->hContext, time.QuadPart};
     return S_OK;
 }
 

@@ -62,9 +62,9 @@ public:
     size_t ContextCount() const { return Count(m_Contexts); }
     size_t AllocationCount() const { return Count(m_Allocations); }
     std::optional<HostAllocation> FindAllocation(HANDLE hResource) const;
-    size_t PresentCount() const { return Count(m_Presents); }
+    size_t PresentCount() const { return Read(m_PresentCount); }
     /// Only after a present.
-    HostPresentCall LastPresent() const;
+    HostPresentCall LastPresent() const { return Read(m_LastPresent); }
     /// The allocation that pfnSetDisplayModeCb named last, 0 before.
     D3DKMT_HANDLE DisplayModeAllocation() const { return Read(m_hDisplayMode); }
 
@@ -145,7 +145,8 @@ private:
     std::vector<std::string> m_Violations;
     std::map<D3DKMT_HANDLE, HostAllocation> m_Allocations;
     std::vector<std::unique_ptr<Context>> m_Contexts;
-    std::vector<HostPresentCall> m_Presents;
+    size_t m_PresentCount = 0;
+    HostPresentCall m_LastPresent{};
     D3DKMT_HANDLE m_hDisplayMode = 0;
     D3DKMT_HANDLE m_NextHandle = 0x40000000;
 };

@@ -10,8 +10,6 @@
 namespace
 {
 
-constexpr UINT kSizeMin = 64;  // below it the scenes have nothing to show
-constexpr UINT kSizeMax = 8192;
 constexpr size_t kSourcesMax = 6;  // the driver runs that many outputs a device
 
 // A whole number of the text, or an error that names the option.
@@ -27,8 +25,8 @@ UINT ParseNumber(std::string_view text, int base, const std::string& what)
 
 HostSource ParseSource(const std::string& text)
 {
-    const std::string what = "--source " + text + ": expected WIDTHxHEIGHT, each " + std::to_string(kSizeMin) + " to " +
-                             std::to_string(kSizeMax) + " pixels";
+    const std::string what = "--source " + text + ": expected WIDTHxHEIGHT, each " + std::to_string(kHostSizeMin) +
+                             " to " + std::to_string(kHostSizeMax) + " pixels";
     const size_t cross = text.find('x');
     if (cross == std::string::npos)
         throw HostError(what);
@@ -36,7 +34,8 @@ HostSource ParseSource(const std::string& text)
     HostSource source;
     source.m_Width = ParseNumber(view.substr(0, cross), 10, what);
     source.m_Height = ParseNumber(view.substr(cross + 1), 10, what);
-    if (std::min(source.m_Width, source.m_Height) < kSizeMin || std::max(source.m_Width, source.m_Height) > kSizeMax)
+    if (std::min(source.m_Width, source.m_Height) < kHostSizeMin ||
+        std::max(source.m_Width, source.m_Height) > kHostSizeMax)
         throw HostError(what);
     return source;
 }
@@ -79,6 +78,8 @@ struct Texts
     std::vector<std::string> m_Scenes;
     // Of options with one value.
     std::string m_Frames = "120";
+    std::string m_FramesPerSecond = "0";
+    std::string m_ChangeEvery = "0";
     std::string m_Output;
     std::string m_Mask = "0";
     std::string m_Client = "TessloClientDllSample.dll";
@@ -103,16 +104,17 @@ std::vector<HostSource> MakeSources(const Texts& texts)
     return sources;
 }
 
-UINT ParseFrames(const std::string& text)
+UINT ParseCount(const std::string& option, const std::string& text, UINT highest)
 {
-    const std::string what = "--frames " + text + ": expected 1 to 1000000";
-    const UINT frames = ParseNumber(text, 10, what);
-    if (frames < 1 || frames > 1'000'000)
+    const std::string what = option + " " + text + ": expected 0 to " + std::to_string(highest);
+    const UINT count = ParseNumber(text, 10, what);
+    if (count > highest)
         throw HostError(what);
-    return frames;
+    return count;
 }
 
-void AddOptions(CLI::App& app, Texts& texts, bool& bEveryFrame)
+// Each may be given once for each source.
+void AddSourceOptions(CLI::App& app, Texts& texts)
 {
     app.add_option("--source", texts.m_Sizes, "A virtual monitor's size; once for each, six at most (1280x720)")
         ->type_name("WxH")
@@ -124,12 +126,24 @@ void AddOptions(CLI::App& app, Texts& texts, bool& bEveryFrame)
            "--scene", texts.m_Scenes, "What the source in the same place shows: turning, fill, video or card (turning)")
         ->type_name("NAME")
         ->allow_extra_args(false);
+}
+
+void AddOptions(CLI::App& app, Texts& texts, bool& bEveryFrame)
+{
+    AddSourceOptions(app, texts);
     // Where one value is wanted, the last one given wins: a script's own stand before those of its user.
     app.option_defaults()->take_last();
-    app.add_option("--frames", texts.m_Frames, "Frames for each source (120)")->type_name("N");
+    app.add_option("--frames", texts.m_Frames, "Frames for each source; 0: until Ctrl-C, without recording (120)")
+        ->type_name("N");
+    app.add_option("--fps", texts.m_FramesPerSecond, "Frames a second of each source; 0: as fast as it goes (0)")
+        ->type_name("N");
+    app.add_option("--change-every", texts.m_ChangeEvery,
+           "Change rotation and mode of a source, each in its turn, every N frames; 0: never (0)")
+        ->type_name("N");
     app.add_flag(
         "--every-frame", bEveryFrame, "Present the next frame of a source when the client library has the one before");
-    app.add_option("--out", texts.m_Output, "Folder that the sample client library records pictures to (none)")
+    app.add_option(
+           "--out", texts.m_Output, "Folder that overview.png and the sample client library's pictures go to (none)")
         ->type_name("FOLDER");
     app.add_option("--trace", texts.m_Mask, "The driver's trace mask; lines go to trace.log in the output folder (0)")
         ->type_name("MASK");
@@ -174,7 +188,9 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
     AddOptions(app, texts, options.m_bEveryFrame);
     Parse(app, std::move(arguments));
     options.m_Sources = MakeSources(texts);
-    options.m_Frames = ParseFrames(texts.m_Frames);
+    options.m_Frames = ParseCount("--frames", texts.m_Frames, 1'000'000);
+    options.m_FramesPerSecond = ParseCount("--fps", texts.m_FramesPerSecond, 1000);
+    options.m_ChangeEvery = ParseCount("--change-every", texts.m_ChangeEvery, 1'000'000);
     options.m_Driver.m_TraceMask = ParseMask(texts.m_Mask);
     options.m_Driver.m_Path = HostWide(texts.m_Driver);
     options.m_Driver.m_ClientLibrary = HostWide(texts.m_Client);

@@ -18,6 +18,9 @@ enum class HostSceneKind
 /// The word that --scene has for it.
 const char* HostSceneName(HostSceneKind kind);
 
+constexpr UINT kHostSizeMin = 64;  ///< pixels; below it the scenes have nothing to show
+constexpr UINT kHostSizeMax = 8192;
+
 struct HostSource
 {
     UINT m_Width = 0;
@@ -30,9 +33,14 @@ struct HostOptions
 {
     HostDriverSettings m_Driver;
     std::vector<HostSource> m_Sources;
-    UINT m_Frames = 0;
-    std::wstring m_Output;  ///< empty: count only
+    UINT m_Frames = 0;           ///< for each source; 0: until the program is stopped
+    UINT m_FramesPerSecond = 0;  ///< 0: as fast as it goes
+    UINT m_ChangeEvery = 0;      ///< frames from one change of a source's rotation and mode to the next; 0: none
+    std::wstring m_Output;       ///< empty: count only
     bool m_bEveryFrame = false;
+
+    /// Whether the sample client library shall write pictures. Those of a run without end would fill the disk.
+    bool Records() const { return !m_Output.empty() && m_Frames != 0; }
 };
 
 /// Asked for with --help: the text to print, no failure.

@@ -6,11 +6,14 @@
 #include "host/scenes/HostTurningScene.h"
 #include "host/scenes/HostVideoScene.h"
 
+#include <algorithm>
+
 namespace
 {
 
 // Generous: a software rasteriser on a busy machine still delivers within it.
 constexpr DWORD kDeliveryMilliseconds = 30'000;
+constexpr size_t kMeasured = 10'000;  // frames; a program that runs for days remembers no more
 
 std::unique_ptr<HostScene> MakeScene(HostSceneKind kind)
 {
@@ -35,20 +38,56 @@ const char* HostOutput::Scene() const
 }
 
 HostOutput::HostOutput(HostSession& session, UINT sourceId, const HostSource& source)
-    : m_Session(session), m_SourceId(sourceId), m_Source(source), m_pScene(MakeScene(source.m_Scene)),
-      m_pPrimary(session.Device().CreatePrimary(source.m_Width, source.m_Height, sourceId,
-          static_cast<D3DDDI_ROTATION>(D3DDDI_ROTATION_IDENTITY + source.m_Degrees / 90)))
+    : m_Session(session), m_SourceId(sourceId), m_First(source), m_Source(source), m_pScene(MakeScene(source.m_Scene))
 {
-    session.Device().SetDisplayMode(*m_pPrimary);
+    EnterMode();
 }
 
 void HostOutput::Show(UINT frame)
 {
-    m_pScene->Draw(m_Session.Device(), *m_pPrimary, frame);
+    const HostResource& primary = *m_pPrimaries[m_Mode];
+    m_pScene->Draw(m_Session.Device(), primary, frame);
     m_Session.Device().Flush();
-    const HostFlipTime time = m_Session.Present(*m_pPrimary);
-    m_Work.push_back(time.m_Work);
-    m_Pause.push_back(time.m_Pause);
+    const HostFlipTime time = m_Session.Present(primary);
+    if (m_Frames < kMeasured)
+    {
+        m_Work.push_back(time.m_Work);
+        m_Pause.push_back(time.m_Pause);
+    }
+    else
+    {
+        m_Work[m_Frames % kMeasured] = time.m_Work;
+        m_Pause[m_Frames % kMeasured] = time.m_Pause;
+    }
+    ++m_Frames;
+}
+
+void HostOutput::ChangeMode()
+{
+    m_Mode = (m_Mode + 1) % kModes;
+    EnterMode();
+}
+
+HostSource HostOutput::Mode() const
+{
+    HostSource mode = m_First;
+    mode.m_Degrees = (m_First.m_Degrees + 90 * m_Mode) % 360;
+    if (m_Mode % 2 != 0)
+    {
+        mode.m_Width = std::max(kHostSizeMin, m_First.m_Width * 3 / 4);
+        mode.m_Height = std::max(kHostSizeMin, m_First.m_Height * 3 / 4);
+    }
+    return mode;
+}
+
+void HostOutput::EnterMode()
+{
+    m_Source = Mode();
+    std::unique_ptr<HostResource>& pPrimary = m_pPrimaries[m_Mode];
+    if (pPrimary == nullptr)
+        pPrimary = m_Session.Device().CreatePrimary(m_Source.m_Width, m_Source.m_Height, m_SourceId,
+            static_cast<D3DDDI_ROTATION>(D3DDDI_ROTATION_IDENTITY + m_Source.m_Degrees / 90));
+    m_Session.Device().SetDisplayMode(*pPrimary);
 }
 
 void HostOutput::WaitDelivered() const
@@ -76,5 +115,6 @@ void HostOutput::WaitRecordable() const
 void HostOutput::Release()
 {
     m_pScene.reset();
-    m_pPrimary.reset();
+    for (std::unique_ptr<HostResource>& pPrimary : m_pPrimaries)
+        pPrimary.reset();
 }

@@ -1,8 +1,10 @@
 #include "host/program/HostProgram.h"
 
 #include "host/program/HostOutput.h"
+#include "host/program/HostPacer.h"
 #include "host/program/HostProgress.h"
 #include "host/program/HostReport.h"
+#include "host/program/HostStop.h"
 #include "host/program/HostTraceFile.h"
 #include "host/runtime/HostCapabilities.h"
 #include "host/runtime/HostSession.h"
@@ -13,6 +15,8 @@
 namespace
 {
 
+constexpr DWORD kFirstFrameMilliseconds = 30'000;
+
 void MakeFolder(const std::wstring& folder)
 {
     if (CreateDirectoryW(folder.c_str(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS)
@@ -21,28 +25,40 @@ void MakeFolder(const std::wstring& folder)
     HostThrowSystemError("cannot make the folder " + HostUtf8(folder), GetLastError());
 }
 
+void ShowFrame(HostOutput& output, UINT frame, const HostOptions& options)
+{
+    output.Show(frame);
+    if (!options.m_bEveryFrame)
+        return;
+    output.WaitDelivered();
+    if (options.Records())
+        output.WaitRecordable();
+}
+
 // Everything that is made with the device is gone when it returns.
-std::vector<HostOutput> ShowFrames(HostSession& session, const HostOptions& options)
+std::vector<HostOutput> ShowFrames(HostSession& session, const HostOptions& options, const HostStop& stop)
 {
     std::vector<HostOutput> outputs;
     for (const HostSource& source : options.m_Sources)
         outputs.emplace_back(session, static_cast<UINT>(outputs.size()), source);
     HostProgress progress(options.m_Frames);
-    for (UINT frame = 0; frame < options.m_Frames; ++frame)
+    HostPacer pacer(options.m_FramesPerSecond);
+    for (UINT frame = 0; (options.m_Frames == 0 || frame < options.m_Frames) && !stop.IsAsked(); ++frame)
     {
+        pacer.Wait(stop);
+        if (options.m_ChangeEvery != 0 && frame != 0 && frame % options.m_ChangeEvery == 0)
+            outputs[frame / options.m_ChangeEvery % outputs.size()].ChangeMode();
         for (HostOutput& output : outputs)
-        {
-            output.Show(frame);
-            if (!options.m_bEveryFrame)
-                continue;
-            output.WaitDelivered();
-            if (!options.m_Output.empty())
-                output.WaitRecordable();
-        }
+            ShowFrame(output, frame, options);
         progress.Update(frame + 1);
     }
     for (HostOutput& output : outputs)
+    {
+        // A run of a few frames can be over before the first one is through.
+        if (session.Delivery().Counters(output.SourceId()).m_Presented != 0)
+            session.Delivery().WaitDelivered(output.SourceId(), 1, kFirstFrameMilliseconds);
         output.Release();
+    }
     return outputs;
 }
 
@@ -80,11 +96,13 @@ void Report(const std::vector<HostOutput>& outputs, HostSession& session, const 
 
 void HostRunProgram(const HostOptions& options)
 {
+    const HostStop stop;
     std::optional<HostTraceFile> trace;
     if (!options.m_Output.empty())
     {
         MakeFolder(options.m_Output);
-        SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, options.m_Output.c_str());
+        if (options.Records())
+            SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, options.m_Output.c_str());
         if (options.m_Driver.m_TraceMask != 0)
             trace.emplace(options.m_Output + L"\\trace.log");
     }
@@ -92,7 +110,7 @@ void HostRunProgram(const HostOptions& options)
     if (!options.m_Output.empty())
         session.Delivery().KeepFrames();
     HostAskCapabilities(session.Adapter());
-    const std::vector<HostOutput> outputs = ShowFrames(session, options);
+    const std::vector<HostOutput> outputs = ShowFrames(session, options, stop);
     session.Close();
     Report(outputs, session, options, trace);
 }

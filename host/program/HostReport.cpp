@@ -39,7 +39,7 @@ HostReport::HostReport(const std::vector<HostOutput>& outputs, HostSession& sess
 void HostReport::AddRecording(const HostOutput& output)
 {
     const auto counters = m_Session.Recording().Counters(output.SourceId());
-    if (!counters || m_Options.m_Output.empty())
+    if (!counters || !m_Options.Records())
         return;
     m_Sum.m_bRecording = true;
     m_Sum.m_Recorded += counters->Recorded;
@@ -112,8 +112,13 @@ void HostReport::PrintClosing() const
 std::vector<std::string> HostReport::Complaints() const
 {
     std::vector<std::string> complaints;
+    const UINT64 wanted = UINT64{m_Options.m_Frames} * m_Outputs.size();
+    if (m_Sum.m_Presented < wanted)
+        complaints.push_back(
+            "stopped after " + std::to_string(m_Sum.m_Presented) + " of " + std::to_string(wanted) + " frames");
     for (const HostOutput& output : m_Outputs)
-        if (m_Session.Delivery().Counters(output.SourceId()).m_Delivered == 0)
+        if (const HostDeliveryCounters counters = m_Session.Delivery().Counters(output.SourceId());
+            counters.m_Presented != 0 && counters.m_Delivered == 0)
             complaints.push_back("no frame of source " + std::to_string(output.SourceId()) + " arrived");
     if (m_Options.m_bEveryFrame && m_Sum.m_Delivered < m_Sum.m_Presented)
         complaints.push_back(std::to_string(m_Sum.m_Presented - m_Sum.m_Delivered) + " frames did not arrive");

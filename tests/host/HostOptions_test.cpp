@@ -43,8 +43,10 @@ const BadInput kBadInputs[] = {
     {"RotationWithoutSource", {"--rotation", "0", "--rotation", "90"}, "more --rotation than --source"},
     {"SceneOfAnotherName", {"--scene", "still"}, "--scene still: expected turning, fill, video or card"},
     {"SceneWithoutSource", {"--scene", "fill", "--scene", "fill"}, "more --scene than --source"},
-    {"FramesOfZero", {"--frames", "0"}, "--frames 0: expected 1 to 1000000"},
-    {"FramesOfWords", {"--frames", "many"}, "--frames many: expected 1 to 1000000"},
+    {"FramesTooMany", {"--frames", "1000001"}, "--frames 1000001: expected 0 to 1000000"},
+    {"FramesOfWords", {"--frames", "many"}, "--frames many: expected 0 to 1000000"},
+    {"PaceTooFast", {"--fps", "1001"}, "--fps 1001: expected 0 to 1000"},
+    {"ChangeOfWords", {"--change-every", "-5"}, "--change-every -5: expected 0 to 1000000"},
     {"TraceOfWords", {"--trace", "all", "--out", "x"}, "--trace all: expected a bit mask, for example 0x1 or 255"},
     {"TraceWithoutFolder", {"--trace", "1"}, "--trace needs --out: the trace is written there"},
 };
@@ -76,6 +78,8 @@ TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
     EXPECT_EQ(options.m_Sources[0].m_Degrees, 0u);
     EXPECT_EQ(options.m_Sources[0].m_Scene, HostSceneKind::Turning);
     EXPECT_EQ(options.m_Frames, 120u);
+    EXPECT_EQ(options.m_FramesPerSecond, 0u);
+    EXPECT_EQ(options.m_ChangeEvery, 0u);
     EXPECT_EQ(options.m_Output, L"");
     EXPECT_FALSE(options.m_bEveryFrame);
     EXPECT_EQ(options.m_Driver.m_TraceMask, 0u);
@@ -85,11 +89,12 @@ TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
 
 TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
 {
-    const HostOptions options = HostParseOptions({"--source", "640x480", "--source", "800x600", "--rotation", "180",
-        "--rotation", "270", "--scene", "fill", "--scene", "video", "--frames", "7", "--every-frame", "--out",
-        "B\xC3\xBC"
-        "cher",
-        "--trace", "0x201", "--client", "c.dll", "--driver", "d.dll"});
+    const HostOptions options = HostParseOptions(
+        {"--source", "640x480", "--source", "800x600", "--rotation", "180", "--rotation", "270", "--scene", "fill",
+            "--scene", "video", "--frames", "7", "--fps", "30", "--change-every", "100", "--every-frame", "--out",
+            "B\xC3\xBC"
+            "cher",
+            "--trace", "0x201", "--client", "c.dll", "--driver", "d.dll"});
     ASSERT_EQ(options.m_Sources.size(), 2u);
     EXPECT_EQ(options.m_Sources[0].m_Height, 480u);
     EXPECT_EQ(options.m_Sources[0].m_Degrees, 180u);
@@ -98,6 +103,8 @@ TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
     EXPECT_EQ(options.m_Sources[1].m_Width, 800u);
     EXPECT_EQ(options.m_Sources[1].m_Degrees, 270u);
     EXPECT_EQ(options.m_Frames, 7u);
+    EXPECT_EQ(options.m_FramesPerSecond, 30u);
+    EXPECT_EQ(options.m_ChangeEvery, 100u);
     EXPECT_TRUE(options.m_bEveryFrame);
     EXPECT_EQ(options.m_Output, L"B\u00FCcher");
     EXPECT_EQ(options.m_Driver.m_TraceMask, 0x201u);
@@ -119,8 +126,8 @@ TEST(HostOptions, Parse_Help_NamesEveryOption)
     }
     catch (const HostHelp& help)
     {
-        for (const char* pOption : {"--source", "--rotation", "--scene", "--frames", "--every-frame", "--out",
-                 "--trace", "--client", "--driver"})
+        for (const char* pOption : {"--source", "--rotation", "--scene", "--frames", "--fps", "--change-every",
+                 "--every-frame", "--out", "--trace", "--client", "--driver"})
             EXPECT_NE(std::string(help.what()).find(pOption), std::string::npos) << pOption;
     }
 }

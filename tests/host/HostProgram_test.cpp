@@ -1,6 +1,10 @@
 // tesslo_host.exe as a user starts it.
 #include "PngImage.h"
+#include "RotatedImage.h"
+#include "SamePixels.h"
 #include "TemporaryFolder.h"
+#include "TraceText.h"
+#include "host/scenes/HostCardScene.h"
 
 #include <algorithm>
 #include <fstream>
@@ -156,6 +160,33 @@ TEST_F(HostProgramTest, Out_PictureCannotBeWritten_IsTheExitCode)
         << outcome.m_Errors;
     EXPECT_TRUE(outcome.m_Errors.ends_with(": overview.png could not be written\n")) << outcome.m_Errors;
     EXPECT_EQ(std::count(outcome.m_Errors.begin(), outcome.m_Errors.end(), '\n'), 2) << outcome.m_Errors;
+}
+
+TEST_F(HostProgramTest, ChangeEvery_FourChanges_RotationAndSizeGoRound)
+{
+    const Outcome outcome =
+        Run(L"--source 160x120 --rotation 90 --scene card --frames 9 --change-every 2 --every-frame "
+            L"--out \"" +
+            m_Folder.Path().wstring() + L"\"");
+    EXPECT_EQ(outcome.m_Code, 0u) << outcome.m_Errors;
+    constexpr D3DDDI_ROTATION kRotations[] = {
+        D3DDDI_ROTATION_90, D3DDDI_ROTATION_180, D3DDDI_ROTATION_270, D3DDDI_ROTATION_IDENTITY, D3DDDI_ROTATION_90};
+    for (UINT frame = 0; frame < 9; ++frame)
+    {
+        const UINT mode = frame / 2, width = mode % 2 ? 120 : 160, height = mode % 2 ? 90 : 120;
+        const HostImage card = HostCardScene::Expected(width, height, 0, kRotations[mode], frame);
+        EXPECT_TRUE(SamePixels(
+            ReadPng(m_Folder.Path() / Text("source0-frame%06u.png", frame)), RotatedImage(card, kRotations[mode])))
+            << frame;
+    }
+}
+
+TEST_F(HostProgramTest, Pace_ThirtyFramesASecond_TakesItsTime)
+{
+    const ULONGLONG start = GetTickCount64();
+    const Outcome outcome = Run(L"--source 64x64 --scene fill --frames 31 --fps 30");
+    EXPECT_EQ(outcome.m_Code, 0u) << outcome.m_Errors;
+    EXPECT_GE(GetTickCount64() - start, 1000u);
 }
 
 TEST_F(HostProgramTest, PlainClientLibrary_EveryFrame_AllDeliveredNothingSaidOfPictures)
