@@ -94,7 +94,7 @@ configure()
 {
     say "configuring ($TESSLO_PRESET)"
     cd "$TESSLO_ROOT"
-    run_logged configure cmake --preset "$TESSLO_PRESET" -DTESSLO_BUILD_TESTS=ON
+    run_logged configure cmake --preset "$TESSLO_PRESET"
 }
 
 build_all()
