@@ -45,10 +45,9 @@ HostOutput::HostOutput(HostSession& session, UINT sourceId, const HostSource& so
 
 void HostOutput::Show(UINT frame)
 {
-    const HostResource& primary = *m_pPrimaries[m_Mode];
-    m_pScene->Draw(m_Session.Device(), primary, frame);
+    m_pScene->Draw(m_Session.Device(), *m_pPrimaries[m_Mode], frame);
     m_Session.Device().Flush();
-    const HostFlipTime time = m_Session.Present(primary);
+    const HostFlipTime time = Present();
     if (m_Frames < kMeasured)
     {
         m_Work.push_back(time.m_Work);
@@ -60,6 +59,19 @@ void HostOutput::Show(UINT frame)
         m_Pause[m_Frames % kMeasured] = time.m_Pause;
     }
     ++m_Frames;
+}
+
+// Flips fail when the client library has ended the connection: that is what its author wants to know.
+HostFlipTime HostOutput::Present()
+{
+    try
+    {
+        return m_Session.Present(*m_pPrimaries[m_Mode]);
+    }
+    catch (const HostError& error)
+    {
+        throw HostError(error.what() + Ending());
+    }
 }
 
 void HostOutput::ChangeMode()
@@ -93,15 +105,21 @@ void HostOutput::EnterMode()
 void HostOutput::WaitDelivered() const
 {
     const UINT64 presented = m_Session.Delivery().Counters(m_SourceId).m_Presented;
-    if (m_Session.Delivery().WaitDelivered(m_SourceId, presented, kDeliveryMilliseconds))
-        return;
-    const std::string frame = "source " + std::to_string(m_SourceId) + ": frame " + std::to_string(presented - 1);
+    if (!m_Session.Delivery().WaitDelivered(m_SourceId, presented, kDeliveryMilliseconds))
+        throw HostError("source " + std::to_string(m_SourceId) + ": frame " + std::to_string(presented - 1) +
+                        " did not arrive" + Ending());
+}
+
+// What the client library did last, behind a text that tells of a failure.
+std::string HostOutput::Ending() const
+{
     const HostDeliveryCounters counters = m_Session.Delivery().Counters(m_SourceId);
     if (counters.m_bRefused)
-        throw HostError(frame + " was refused by the client library");
+        return ": the client library refused to go on after " + std::to_string(counters.m_Delivered) + " frames";
     if (counters.m_bInUpdate)
-        throw HostError(frame + ": the client library has not come back from it");
-    throw HostError(frame + " did not reach the client library");
+        return ": the client library has not come back from Update after " + std::to_string(counters.m_Delivered) +
+               " frames";
+    return "";
 }
 
 void HostOutput::WaitRecordable() const

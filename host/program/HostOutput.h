@@ -41,6 +41,8 @@ private:
 
     HostSource Mode() const;
     void EnterMode();
+    HostFlipTime Present();
+    std::string Ending() const;
 
     HostSession& m_Session;
     UINT m_SourceId;

@@ -25,6 +25,15 @@ void MakeFolder(const std::wstring& folder)
     HostThrowSystemError("cannot make the folder " + HostUtf8(folder), GetLastError());
 }
 
+// The driver would find out at the first frame, and only trace it.
+void CheckClientLibrary(HMODULE hClientLibrary, const HostOptions& options)
+{
+    for (const char* pExport : {TESSLO_CLIENT_PLUG, TESSLO_CLIENT_UPDATE, TESSLO_CLIENT_UNPLUG})
+        if (GetProcAddress(hClientLibrary, pExport) == nullptr)
+            throw HostError(HostUtf8(options.m_Driver.m_ClientLibrary.value_or(TESSLO_CLIENT_DEFAULT_DLL)) +
+                            " does not export " + pExport + ": it is no client library");
+}
+
 void ShowFrame(HostOutput& output, UINT frame, const HostOptions& options)
 {
     output.Show(frame);
@@ -109,6 +118,7 @@ void HostRunProgram(const HostOptions& options)
     HostSession session(options.m_Driver);
     if (!options.m_Output.empty())
         session.Delivery().KeepFrames();
+    CheckClientLibrary(session.Driver().ClientLibrary(), options);
     HostAskCapabilities(session.Adapter());
     const std::vector<HostOutput> outputs = ShowFrames(session, options, stop);
     session.Close();

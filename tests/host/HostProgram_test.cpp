@@ -189,6 +189,12 @@ TEST_F(HostProgramTest, Pace_ThirtyFramesASecond_TakesItsTime)
     EXPECT_GE(GetTickCount64() - start, 1000u);
 }
 
+TEST_F(HostProgramTest, ClientLibraryWithoutAnExport_OneLineAndCode1)
+{
+    ExpectOneLine(Run(L"--client TessloTestClientWithoutUnplug.dll"), 1,
+        "TessloTestClientWithoutUnplug.dll does not export TessloVirtualMonitorUnplug: it is no client library");
+}
+
 TEST_F(HostProgramTest, PlainClientLibrary_EveryFrame_AllDeliveredNothingSaidOfPictures)
 {
     const Outcome outcome = Run(
