@@ -1,0 +1,23 @@
+// One page that watches. It may ask for the server's clock, to tell how old frames are.
+#pragma once
+
+#include "BrowserFeed.h"
+
+#include <boost/beast/http/string_body.hpp>
+
+#include <optional>
+
+class BrowserViewer : public BrowserFeed
+{
+public:
+    BrowserViewer(tcp::socket&& socket, BrowserHub& hub) : BrowserFeed(std::move(socket), hub) {}
+
+    /// Answers the request that asked for a WebSocket.
+    void Accept(const http::request_header<>& request);
+
+private:
+    bool Next(BrowserOutgoing* pOutgoing) override;
+    bool OnRequest(const nlohmann::json& request) override;
+
+    std::optional<double> m_Asked;  ///< the page's time when it asked for ours; its last question counts
+};
