@@ -1,5 +1,6 @@
 #include "BrowserHttp.h"
 
+#include "BrowserGuest.h"
 #include "BrowserHub.h"
 #include "BrowserPage.h"
 #include "BrowserSettings.h"
@@ -66,6 +67,8 @@ void BrowserHttp::Judge()
         return AnswerFile(verdict.m_File);
     case BrowserRoute::Watch:
         return HandOn<BrowserViewer>();
+    case BrowserRoute::Join:
+        return HandOn<BrowserGuest>();
     default:
         return AnswerStatus(static_cast<http::status>(verdict.m_Status));
     }

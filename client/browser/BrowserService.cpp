@@ -2,6 +2,7 @@
 
 #include "BrowserDebug.h"
 #include "BrowserLocalScreen.h"
+#include "BrowserUplink.h"
 
 #include <boost/asio/post.hpp>
 
@@ -13,6 +14,9 @@ namespace
 std::mutex g_Mutex;  ///< guards the two below
 BrowserService* g_pService;
 UINT g_Connections;
+
+constexpr std::chrono::milliseconds kFirstPause(20);
+constexpr std::chrono::milliseconds kLongestPause(2000);
 
 std::string Variable(const wchar_t* pName)
 {
@@ -74,7 +78,8 @@ BrowserService::~BrowserService()
 
 bool BrowserService::Start()
 {
-    asio::post(m_Context, [this] { Serve(); });
+    m_Pause = kFirstPause;
+    asio::post(m_Context, [this] { ServeOrJoin(); });
     m_hThread = CreateThread(nullptr, 0, Thread, this, 0, nullptr);
     return m_hThread != nullptr;
 }
@@ -102,12 +107,40 @@ void BrowserService::Run()
     }
 }
 
-void BrowserService::Serve()
+// Whoever gets the port serves; all others join it, and try again when it is gone.
+void BrowserService::ServeOrJoin()
 {
-    if (const beast::error_code error = m_Server.Listen())
-        BrowserDebugTell("cannot listen at " + m_Settings.Url() + ": " + error.message());
-    else
-        BrowserDebugTell("the virtual monitors are shown at " + m_Settings.Url());
+    const beast::error_code error = m_Server.Listen();
+    if (!error)
+        return TellOnce("the virtual monitors are shown at " + m_Settings.Url());
+    if (error == asio::error::address_in_use || error == asio::error::access_denied)
+        return Join();
+    TellOnce("cannot listen at " + m_Settings.Url() + ": " + error.message());
+    OnUplinkEnded(false);
+}
+
+void BrowserService::Join()
+{
+    const auto ended = [this](bool bWasOpen) { OnUplinkEnded(bWasOpen); };
+    std::make_shared<BrowserUplink>(m_Context, m_Hub, ended)->Connect(m_Settings);
+}
+
+void BrowserService::OnUplinkEnded(bool bWasOpen)
+{
+    if (bWasOpen)
+        m_Pause = kFirstPause;
+    else if (m_Pause == kLongestPause)
+        TellOnce(m_Settings.Url() + " is taken by something that is no client library");
+    m_Again.expires_after(m_Pause);
+    m_Pause = std::min(m_Pause * 2, kLongestPause);
+    m_Again.async_wait([this](beast::error_code) { ServeOrJoin(); });
+}
+
+void BrowserService::TellOnce(const std::string& text)
+{
+    if (text != m_Told)
+        BrowserDebugTell(text);
+    m_Told = text;
 }
 
 void BrowserService::Add(std::shared_ptr<BrowserLocalScreen> pScreen)

@@ -7,6 +7,8 @@
 #include "BrowserSettings.h"
 #include "BrowserWinsock.h"
 
+#include <boost/asio/steady_timer.hpp>
+
 #include <windows.h>
 
 class BrowserLocalScreen;
@@ -35,7 +37,10 @@ private:
     bool Start();
     static DWORD WINAPI Thread(LPVOID pParameter);
     void Run();
-    void Serve();
+    void ServeOrJoin();
+    void Join();
+    void OnUplinkEnded(bool bWasOpen);
+    void TellOnce(const std::string& text);
 
     const BrowserWinsock m_Winsock;  ///< begins before what uses it, and ends behind
     const BrowserSettings m_Settings;
@@ -45,4 +50,7 @@ private:
     BrowserHub m_Hub;
     asio::io_context m_Context{1};
     BrowserServer m_Server{m_Context, m_Settings, m_Hub};
+    asio::steady_timer m_Again{m_Context};
+    std::chrono::milliseconds m_Pause;  ///< before the next try to serve or to join
+    std::string m_Told;                 ///< last line on the debugger's channel
 };

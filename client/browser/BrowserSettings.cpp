@@ -55,9 +55,14 @@ BrowserSettings BrowserSettings::Read(std::string_view address, std::string_view
     return settings;
 }
 
+std::string BrowserSettings::Root() const
+{
+    return m_Token.empty() ? "/" : "/" + m_Token + "/";
+}
+
 std::string BrowserSettings::Url() const
 {
     const bool bColons = m_Address.find(':') != std::string::npos;
     const std::string host = bColons ? "[" + m_Address + "]" : m_Address;
-    return "http://" + host + ":" + std::to_string(m_Port) + "/" + (m_Token.empty() ? "" : m_Token + "/");
+    return "http://" + host + ":" + std::to_string(m_Port) + Root();
 }

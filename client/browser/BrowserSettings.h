@@ -17,6 +17,9 @@ struct BrowserSettings
     /// What is wrong is left as it is without a setting.
     static BrowserSettings Read(std::string_view address, std::string_view port, std::string_view token);
 
+    /// What every target begins with: a slash, or the token between two.
+    std::string Root() const;
+
     /// Where a page is opened.
     std::string Url() const;
 };

@@ -58,66 +58,49 @@ void AppendLiteral(const Tile& tile, uint32_t begin, uint32_t end, std::vector<u
     pWords->insert(pWords->end(), tile.m_Pixels + begin, tile.m_Pixels + end);
 }
 
-/// Unpacks into one piece.
-class Unpacker
+/// One packet, with all that it refers to.
+struct Packet
 {
-public:
-    Unpacker(std::span<const uint32_t> words, uint32_t width, uint32_t count)
-        : m_Words(words), m_Width(width), m_Count(count)
-    {
-    }
-
-    bool All()
-    {
-        while (m_Next < m_Words.size())
-            if (!Packet())
-                return false;
-        return m_Done == m_Count;
-    }
-
-    const uint32_t* Row(uint32_t y) const { return m_Pixels + y * m_Width; }
-
-private:
-    bool Packet()
-    {
-        const uint32_t head = m_Words[m_Next++];
-        const uint32_t count = head & kCountMask;
-        if (count > m_Count - m_Done)
-            return false;
-        uint32_t* const pOut = m_Pixels + m_Done;
-        m_Done += count;
-        switch (static_cast<BrowserPacket>(head >> kBrowserPacketShift))
-        {
-        case BrowserPacket::Literal:
-            if (count > m_Words.size() - m_Next)
-                return false;
-            std::copy_n(m_Words.begin() + static_cast<ptrdiff_t>(m_Next), count, pOut);
-            m_Next += count;
-            return true;
-        case BrowserPacket::Run:
-            if (m_Next == m_Words.size())
-                return false;
-            std::fill_n(pOut, count, m_Words[m_Next++]);
-            return true;
-        case BrowserPacket::Above:
-            if (m_Done - count < m_Width)
-                return false;
-            // One by one: the rows may overlap what is being written.
-            for (uint32_t i = 0; i < count; ++i)
-                pOut[i] = pOut[static_cast<ptrdiff_t>(i) - static_cast<ptrdiff_t>(m_Width)];
-            return true;
-        default:
-            return false;
-        }
-    }
-
+    BrowserPacket m_Kind;
+    uint32_t m_Begin;  ///< pixels of the tile before it
+    uint32_t m_Count;  ///< pixels that it makes
     std::span<const uint32_t> m_Words;
-    size_t m_Next = 0;
-    uint32_t m_Width;
-    uint32_t m_Count;
-    uint32_t m_Done = 0;
-    uint32_t m_Pixels[kBrowserTilePixels];
 };
+
+/// Calls visit for each packet, as far as they are in order.
+///
+/// @return false if they do not make a tile of that width and number of pixels.
+template <typename Visit>
+bool ForEachPacket(std::span<const uint32_t> words, uint32_t width, uint32_t pixels, const Visit& visit)
+{
+    uint32_t done = 0;
+    while (!words.empty())
+    {
+        const BrowserPacket kind = static_cast<BrowserPacket>(words[0] >> kBrowserPacketShift);
+        const uint32_t count = words[0] & kCountMask;
+        const size_t own = kind == BrowserPacket::Literal ? count : kind == BrowserPacket::Run ? 1 : 0;
+        words = words.subspan(1);
+        if (kind > BrowserPacket::Above || count > pixels - done || own > words.size() ||
+            (kind == BrowserPacket::Above && done < width))
+            return false;
+        visit(Packet{kind, done, count, words.first(own)});
+        words = words.subspan(own);
+        done += count;
+    }
+    return done == pixels;
+}
+
+void Unpack(const Packet& packet, uint32_t width, uint32_t* pPixels)
+{
+    uint32_t* const pOut = pPixels + packet.m_Begin;
+    if (packet.m_Kind == BrowserPacket::Literal)
+        std::ranges::copy(packet.m_Words, pOut);
+    else if (packet.m_Kind == BrowserPacket::Run)
+        std::fill_n(pOut, packet.m_Count, packet.m_Words[0]);
+    else  // one by one: the rows may overlap what is being written
+        for (uint32_t i = 0; i < packet.m_Count; ++i)
+            pOut[i] = *(pOut + i - width);
+}
 
 }  // namespace
 
@@ -145,12 +128,19 @@ void BrowserTileEncode(const uint32_t* pPixels, size_t pitch, const BrowserRect&
     AppendLiteral(tile, literal, tile.m_Count, pWords);
 }
 
+bool BrowserTileIsWhole(std::span<const uint32_t> words, const BrowserRect& rect)
+{
+    return ForEachPacket(words, rect.m_Width, rect.m_Width * rect.m_Height, [](const Packet&) {});
+}
+
 bool BrowserTileDecode(std::span<const uint32_t> words, uint32_t* pPixels, size_t pitch, const BrowserRect& rect)
 {
-    Unpacker unpacker(words, rect.m_Width, rect.m_Width * rect.m_Height);
-    if (!unpacker.All())
+    uint32_t tile[kBrowserTilePixels];
+    const auto unpack = [&](const Packet& packet) { Unpack(packet, rect.m_Width, tile); };
+    if (!ForEachPacket(words, rect.m_Width, rect.m_Width * rect.m_Height, unpack))
         return false;
     for (uint32_t y = 0; y < rect.m_Height; ++y)
-        std::memcpy(pPixels + (rect.m_Y + y) * pitch + rect.m_X, unpacker.Row(y), rect.m_Width * sizeof(uint32_t));
+        std::memcpy(
+            pPixels + (rect.m_Y + y) * pitch + rect.m_X, tile + y * rect.m_Width, rect.m_Width * sizeof(uint32_t));
     return true;
 }

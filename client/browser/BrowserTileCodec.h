@@ -27,7 +27,10 @@ inline constexpr uint32_t kBrowserPacketShift = 30;
 /// @param pitch   pixels from one row of the picture to the next
 void BrowserTileEncode(const uint32_t* pPixels, size_t pitch, const BrowserRect& rect, std::vector<uint32_t>* pWords);
 
+/// Whether the packets make exactly this tile.
+bool BrowserTileIsWhole(std::span<const uint32_t> words, const BrowserRect& rect);
+
 /// Writes the tile into a picture.
 ///
-/// @return false if the packets do not make exactly this tile: then some of its pixels may have been written.
+/// @return false if the packets do not make exactly this tile: then nothing is written.
 bool BrowserTileDecode(std::span<const uint32_t> words, uint32_t* pPixels, size_t pitch, const BrowserRect& rect);

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-inline constexpr uint32_t kBrowserTileSize = 64;        ///< pixels, both ways
-inline constexpr uint32_t kBrowserPictureSide = 16384;  ///< pixels; a longer side is refused
+inline constexpr uint32_t kBrowserTileSize = 64;       ///< pixels, both ways
+inline constexpr uint32_t kBrowserPictureSide = 8192;  ///< pixels; a longer side is refused
 inline constexpr uint32_t kBrowserTilePixels = kBrowserTileSize * kBrowserTileSize;
 
 struct BrowserRect

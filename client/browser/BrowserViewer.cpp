@@ -4,12 +4,10 @@
 
 #include <nlohmann/json.hpp>
 
-void BrowserViewer::Accept(const http::request_header<>& request)
+void BrowserViewer::Accept(const http::request<http::empty_body>& request)
 {
-    http::request<http::empty_body> own;
-    own.base() = request;
     Stream().async_accept(
-        own, [pThis = std::static_pointer_cast<BrowserViewer>(shared_from_this())](beast::error_code error) {
+        request, [pThis = std::static_pointer_cast<BrowserViewer>(shared_from_this())](beast::error_code error) {
             if (!error)
                 pThis->Open();
         });

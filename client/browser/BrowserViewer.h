@@ -3,7 +3,8 @@
 
 #include "BrowserFeed.h"
 
-#include <boost/beast/http/string_body.hpp>
+#include <boost/beast/http/empty_body.hpp>
+#include <boost/beast/http/message.hpp>
 
 #include <optional>
 
@@ -13,7 +14,7 @@ public:
     BrowserViewer(tcp::socket&& socket, BrowserHub& hub) : BrowserFeed(std::move(socket), hub) {}
 
     /// Answers the request that asked for a WebSocket.
-    void Accept(const http::request_header<>& request);
+    void Accept(const http::request<http::empty_body>& request);
 
 private:
     bool Next(BrowserOutgoing* pOutgoing) override;

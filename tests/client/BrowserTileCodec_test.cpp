@@ -107,8 +107,12 @@ TEST(BrowserTileCodec, Decode_WhatIsNoTile_IsRefused)
         {1, 7, kAbove + 3},               // nor above its second pixel
         {3u << kBrowserPacketShift | 4},  // no such packet
     };
+    EXPECT_TRUE(BrowserTileIsWhole(Words{kRun + 4, 5}, rect));
     for (const Words& words : broken)
+    {
         EXPECT_TRUE(Decode(words, rect, 2).empty()) << testing::PrintToString(words);
+        EXPECT_FALSE(BrowserTileIsWhole(words, rect)) << testing::PrintToString(words);
+    }
 }
 
 TEST(BrowserTileGrid, Rect_OnTheEdges_IsCutShort)
