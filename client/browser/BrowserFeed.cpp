@@ -9,8 +9,8 @@ constexpr size_t kRequestBytes = 4096;
 
 }  // namespace
 
-BrowserFeed::BrowserFeed(tcp::socket&& socket, BrowserHub& hub)
-    : BrowserSocket(std::move(socket), kRequestBytes), m_Hub(hub)
+BrowserFeed::BrowserFeed(tcp::socket&& socket, BrowserHub& hub, std::chrono::seconds patience)
+    : BrowserSocket(std::move(socket), kRequestBytes, patience), m_Hub(hub)
 {
 }
 

@@ -17,7 +17,7 @@ public:
     void OnScreens() override;
 
 protected:
-    BrowserFeed(tcp::socket&& socket, BrowserHub& hub);
+    BrowserFeed(tcp::socket&& socket, BrowserHub& hub, std::chrono::seconds patience);
 
     void OnOpen() override;
     void OnClosed() override;

@@ -27,7 +27,7 @@ bool ReadNumber(const nlohmann::json& object, const char* pName, uint32_t* pNumb
 }  // namespace
 
 BrowserGuest::BrowserGuest(tcp::socket&& socket, BrowserHub& hub)
-    : BrowserSocket(std::move(socket), kMessageBytes), m_Hub(hub)
+    : BrowserSocket(std::move(socket), kMessageBytes, kPatienceWithProcesses), m_Hub(hub)
 {
 }
 

@@ -3,9 +3,6 @@
 namespace
 {
 
-/// Nothing heard for that long, in spite of pings at half the time: the other side is gone, or never reads.
-constexpr std::chrono::seconds kIdle(60);
-
 /// What the side that has to mask its bytes copies at a time.
 constexpr size_t kWriteBuffer = 256 * 1024;
 
@@ -23,12 +20,13 @@ BrowserOutgoing BrowserOutgoing::Binary(std::shared_ptr<const std::vector<uint32
     return {false, std::move(pWords), bytes};
 }
 
-BrowserSocket::BrowserSocket(tcp::socket&& socket, size_t messageBytes) : m_Stream(std::move(socket))
+BrowserSocket::BrowserSocket(tcp::socket&& socket, size_t messageBytes, std::chrono::seconds patience)
+    : m_Stream(std::move(socket))
 {
     m_Stream.read_message_max(messageBytes);
     m_Stream.auto_fragment(false);
     m_Stream.write_buffer_bytes(kWriteBuffer);
-    m_Stream.set_option(websocket::stream_base::timeout{std::chrono::seconds(10), kIdle, true});
+    m_Stream.set_option(websocket::stream_base::timeout{std::chrono::seconds(10), patience, true});
 }
 
 void BrowserSocket::Open()

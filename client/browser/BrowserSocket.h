@@ -6,6 +6,7 @@
 
 #include "BrowserAsio.h"
 
+#include <chrono>
 #include <memory>
 #include <span>
 #include <string>
@@ -33,8 +34,13 @@ public:
     void Drop();
 
 protected:
+    /// A page may be far away, with a whole frame still before our question; another process is not.
+    static constexpr std::chrono::seconds kPatienceWithPages{60};
+    static constexpr std::chrono::seconds kPatienceWithProcesses{10};
+
     /// @param messageBytes the longest message that is taken from the other side
-    BrowserSocket(tcp::socket&& socket, size_t messageBytes);
+    /// @param patience     nothing heard for that long, in spite of pings at half the time: the other side is gone
+    BrowserSocket(tcp::socket&& socket, size_t messageBytes, std::chrono::seconds patience);
 
     BrowserStream& Stream() { return m_Stream; }
 

@@ -23,7 +23,7 @@ tcp::endpoint ServerEndpoint(const BrowserSettings& settings)
 }  // namespace
 
 BrowserUplink::BrowserUplink(asio::io_context& context, BrowserHub& hub, std::function<void(bool)> ended)
-    : BrowserFeed(tcp::socket(context), hub), m_Ended(std::move(ended))
+    : BrowserFeed(tcp::socket(context), hub, kPatienceWithProcesses), m_Ended(std::move(ended))
 {
 }
 

@@ -11,7 +11,7 @@
 class BrowserViewer : public BrowserFeed
 {
 public:
-    BrowserViewer(tcp::socket&& socket, BrowserHub& hub) : BrowserFeed(std::move(socket), hub) {}
+    BrowserViewer(tcp::socket&& socket, BrowserHub& hub) : BrowserFeed(std::move(socket), hub, kPatienceWithPages) {}
 
     /// Answers the request that asked for a WebSocket.
     void Accept(const http::request<http::empty_body>& request);

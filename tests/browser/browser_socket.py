@@ -17,17 +17,23 @@ class WebSocket:
         if receive_buffer:
             self.socket.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, receive_buffer)
         self.socket.settimeout(timeout)
-        self.socket.connect((host, port))
         self.bytes = 0  # of messages that came
+        try:
+            self.socket.connect((host, port))
+            self._ask(host, port, target, headers or {})
+        except OSError:
+            self.close()
+            raise
+
+    def _ask(self, host, port, target, headers):
         fields = {"Host": f"{host}:{port}", "Connection": "Upgrade", "Upgrade": "websocket",
                   "Sec-WebSocket-Version": "13", "Sec-WebSocket-Key": base64.b64encode(os.urandom(16)).decode()}
-        fields.update(headers or {})
+        fields.update(headers)
         lines = [f"GET {target} HTTP/1.1"] + [f"{name}: {value}" for name, value in fields.items() if value is not None]
         self.socket.sendall(("\r\n".join(lines) + "\r\n\r\n").encode())
         self.stream = self.socket.makefile("rb")
         status = self.stream.readline().decode()
         if " 101 " not in status:
-            self.close()
             raise ConnectionError(status.strip() or "closed without an answer")
         while self.stream.readline().strip():
             pass

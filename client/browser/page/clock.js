@@ -1,14 +1,19 @@
 // Estimates the library's clock from questions and answers: half of the quickest round trip is taken for the way back.
+// An answer that does not come tells that the other side is gone, which a connection may hide for long.
 
-const QUESTIONS = 4;      // at the beginning
-const AGAIN = 60 * 1000;  // milliseconds; clocks drift
+const QUESTIONS = 4;  // in a row, at the beginning
+const PAUSE = 5000;   // milliseconds between the others
+const KEPT = 12;      // round trips that the quickest is chosen of; clocks drift
+const PATIENCE = 10000;
 
 export class Clock
 {
-    begin(send)
+    // send: sends a text. lost: called when no answer comes.
+    begin(send, lost)
     {
         this.send = send;
-        this.best = Infinity;
+        this.lost = lost;
+        this.trips = [];
         this.left = QUESTIONS;
         this.ask();
     }
@@ -21,25 +26,30 @@ export class Clock
     ask()
     {
         this.send(JSON.stringify({clock: performance.now()}));
+        this.timer = setTimeout(() => this.lost(), PATIENCE);
     }
 
     answer(message)
     {
+        clearTimeout(this.timer);
         const now = performance.now();
-        const trip = now - message.asked;
-        if (trip <= this.best) {
-            this.best = trip;
-            this.offset = message.clock / 1000 - (now - trip / 2);
-        }
-        if (--this.left > 0)
-            this.ask();
-        else
-            this.timer = setTimeout(() => { this.best = Infinity; this.ask(); }, AGAIN);
+        const time = now - message.asked;
+        this.trips.push({time, offset: message.clock / 1000 - (now - time / 2)});
+        if (this.trips.length > KEPT)
+            this.trips.shift();
+        this.offset = this.trips.reduce((best, trip) => trip.time < best.time ? trip : best).offset;
+        this.timer = setTimeout(() => this.ask(), --this.left > 0 ? 0 : PAUSE);
     }
 
-    // Milliseconds of the library's clock; not a number before the first answer.
-    now()
+    // Whether an answer came.
+    get isSet()
     {
-        return performance.now() + this.offset;
+        return this.offset !== undefined;
+    }
+
+    // A time of performance.now() as the library's, in milliseconds.
+    at(time)
+    {
+        return time + this.offset;
     }
 }

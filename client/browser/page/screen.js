@@ -39,12 +39,12 @@ export class Screen
         this.figure.remove();
     }
 
-    async draw(words, clock)
+    async draw(words)
     {
         this.resize(words[3], words[4]);
         if (words[0] === TILES)
             this.drawTiles(words);
-        this.count(words, clock);
+        this.count(words);
     }
 
     resize(width, height)
@@ -64,27 +64,29 @@ export class Screen
             this.image, 0, 0, dirty.left, dirty.top, dirty.right - dirty.left, dirty.bottom - dirty.top);
     }
 
-    count(words, clock)
+    count(words)
     {
         if (this.number !== undefined)
             this.dropped += (words[2] - this.number - 1) >>> 0;
         this.number = words[2];
         this.canvas.dataset.number = this.number;
-        this.age = clock.now() - (words[5] + words[6] * 4294967296) / 1000;
-        this.times.push(performance.now());
+        this.presented = (words[5] + words[6] * 4294967296) / 1000;
+        this.drawn = performance.now();
+        this.times.push(this.drawn);
     }
 
     // What stands below the picture. The age is that of the frame when it was drawn, not of a picture that stands still.
-    tell()
+    tell(clock)
     {
         if (this.number === undefined)
             return;
         const now = performance.now();
         this.times = this.times.filter((time) => now - time < 1000);
         const {width, height} = this.canvas;
+        const age = clock.isSet ? (clock.at(this.drawn) - this.presented).toFixed(1) : "?";
         const shape = width >= height ? "landscape" : "portrait";
         this.figures.textContent = `${width} × ${height} ${shape}, ${this.times.length} frames/s, ` +
-            `age ${this.age.toFixed(1)} ms, ${this.dropped} dropped`;
+            `age ${age} ms, ${this.dropped} dropped`;
     }
 
     still()

@@ -18,7 +18,7 @@ function connect()
     socket.binaryType = "arraybuffer";
     socket.onopen = () => {
         show("connected");
-        clock.begin((text) => socket.send(text));
+        clock.begin((text) => socket.send(text), again);
     };
     socket.onmessage = (event) => {
         if (typeof event.data === "string")
@@ -26,11 +26,16 @@ function connect()
         else
             onUpdate(socket, new Uint32Array(event.data));
     };
-    socket.onclose = () => {
+    socket.onclose = again;
+
+    function again()
+    {
+        socket.onclose = socket.onmessage = null;
+        socket.close();
         clock.end();
         show("connection lost, trying again");
         setTimeout(connect, RETRY);
-    };
+    }
 }
 
 function onText(message)
@@ -59,7 +64,7 @@ async function onUpdate(socket, words)
 {
     const screen = screens.get(words[1]);
     if (screen)
-        await screen.draw(words, clock);
+        await screen.draw(words);
     if (socket.readyState === WebSocket.OPEN)
         socket.send(JSON.stringify({drawn: words[1]}));
 }
@@ -82,5 +87,5 @@ document.addEventListener("keydown", (event) => {
         wholeScreen();
 });
 list.addEventListener("dblclick", wholeScreen);
-setInterval(() => screens.forEach((screen) => screen.tell()), 500);
+setInterval(() => screens.forEach((screen) => screen.tell(clock)), 500);
 connect();
