@@ -37,14 +37,12 @@ void BrowserFeed::Restart()
         sent.m_Version = 0;
 }
 
-bool BrowserFeed::Next(BrowserOutgoing* pOutgoing)
+bool BrowserFeed::NextScreens(BrowserOutgoing* pOutgoing)
 {
-    if (std::exchange(m_bTellScreens, false))
-    {
-        *pOutgoing = BrowserOutgoing::Text(ScreensText());
-        return true;
-    }
-    return NextUpdate(pOutgoing);
+    if (!std::exchange(m_bTellScreens, false))
+        return false;
+    *pOutgoing = BrowserOutgoing::Text(ScreensText());
+    return true;
 }
 
 // The screens take turns: one that always changes leaves room for the others.

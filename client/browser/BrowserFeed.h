@@ -21,7 +21,6 @@ protected:
 
     void OnOpen() override;
     void OnClosed() override;
-    bool Next(BrowserOutgoing* pOutgoing) override;
     bool OnText(std::string_view text) override;
     bool OnBinary(std::span<const uint32_t>) override { return false; }
 
@@ -29,6 +28,11 @@ protected:
     virtual bool Update(const BrowserHub::Entry& entry, uint64_t version, BrowserOutgoing* pOutgoing);
     /// A message other than that of a drawn update. @return false to end the connection.
     virtual bool OnRequest(const nlohmann::json& request);
+
+    /// The list of screens, if it changed.
+    bool NextScreens(BrowserOutgoing* pOutgoing);
+    /// What changed on one of them, if anything did and the other side is ready for it.
+    bool NextUpdate(BrowserOutgoing* pOutgoing);
 
     /// All screens are sent whole, as if to somebody who sees them for the first time.
     void Restart();
@@ -45,7 +49,6 @@ private:
         uint32_t m_UnderWay = 0;  ///< updates that were not drawn yet
     };
 
-    bool NextUpdate(BrowserOutgoing* pOutgoing);
     std::string ScreensText() const;
 
     BrowserHub& m_Hub;

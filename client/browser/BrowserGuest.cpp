@@ -1,5 +1,6 @@
 #include "BrowserGuest.h"
 
+#include "BrowserHouse.h"
 #include "BrowserJoinedScreen.h"
 
 #include <nlohmann/json.hpp>
@@ -26,8 +27,8 @@ bool ReadNumber(const nlohmann::json& object, const char* pName, uint32_t* pNumb
 
 }  // namespace
 
-BrowserGuest::BrowserGuest(tcp::socket&& socket, BrowserHub& hub)
-    : BrowserSocket(std::move(socket), kMessageBytes, kPatienceWithProcesses), m_Hub(hub)
+BrowserGuest::BrowserGuest(tcp::socket&& socket, const BrowserHouse& house)
+    : BrowserSocket(std::move(socket), kMessageBytes, kPatienceWithProcesses), m_Hub(house.m_Hub)
 {
 }
 

@@ -12,11 +12,12 @@
 #include <map>
 
 class BrowserJoinedScreen;
+struct BrowserHouse;
 
 class BrowserGuest : public BrowserSocket
 {
 public:
-    BrowserGuest(tcp::socket&& socket, BrowserHub& hub);
+    BrowserGuest(tcp::socket&& socket, const BrowserHouse& house);
 
     /// Answers the request that asked for a WebSocket.
     void Accept(const http::request<http::empty_body>& request);

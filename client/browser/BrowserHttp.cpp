@@ -1,8 +1,10 @@
 #include "BrowserHttp.h"
 
 #include "BrowserGuest.h"
+#include "BrowserHouse.h"
 #include "BrowserHub.h"
 #include "BrowserPage.h"
+#include "BrowserPainter.h"
 #include "BrowserSettings.h"
 #include "BrowserViewer.h"
 
@@ -23,8 +25,8 @@ std::string_view View(beast::string_view text)
 
 }  // namespace
 
-BrowserHttp::BrowserHttp(tcp::socket&& socket, const BrowserSettings& settings, BrowserHub& hub)
-    : m_Stream(std::move(socket)), m_Buffer(kHeadBytes), m_Settings(settings), m_Hub(hub)
+BrowserHttp::BrowserHttp(tcp::socket&& socket, const BrowserHouse& house)
+    : m_Stream(std::move(socket)), m_Buffer(kHeadBytes), m_House(house)
 {
     m_Parser.header_limit(kHeadBytes);
     m_Parser.body_limit(0);
@@ -60,11 +62,13 @@ void BrowserHttp::Judge()
     // Two hosts, or bytes behind a request that has no body: somebody hopes to be read in two ways.
     if (request.count(http::field::host) != 1 || request.count(http::field::origin) > 1 || m_Buffer.size() != 0)
         return AnswerStatus(http::status::bad_request);
-    const BrowserVerdict verdict = BrowserJudge(judged, m_Settings.m_Token);
+    const BrowserVerdict verdict = BrowserJudge(judged, m_House.m_Settings.m_Token);
     switch (verdict.m_Route)
     {
     case BrowserRoute::File:
         return AnswerFile(verdict.m_File);
+    case BrowserRoute::Still:
+        return AnswerStill(verdict.m_Screen);
     case BrowserRoute::Watch:
         return HandOn<BrowserViewer>();
     case BrowserRoute::Join:
@@ -77,10 +81,10 @@ void BrowserHttp::Judge()
 template <typename Socket>
 void BrowserHttp::HandOn()
 {
-    if (m_Hub.Watchers() >= kViewers)
+    if (m_House.m_Hub.Watchers() >= kViewers)
         return AnswerStatus(http::status::service_unavailable);
     m_Stream.expires_never();
-    std::make_shared<Socket>(m_Stream.release_socket(), m_Hub)->Accept(m_Parser.get());
+    std::make_shared<Socket>(m_Stream.release_socket(), m_House)->Accept(m_Parser.get());
 }
 
 void BrowserHttp::AnswerFile(std::string_view name)
@@ -94,6 +98,25 @@ void BrowserHttp::AnswerFile(std::string_view name)
         return Send();
     }
     AnswerStatus(http::status::not_found);
+}
+
+void BrowserHttp::AnswerStill(uint32_t screen)
+{
+    const std::shared_ptr<BrowserScreen> pScreen = m_House.m_Hub.Find(screen);
+    if (pScreen == nullptr)
+        return AnswerStatus(http::status::not_found);
+    pScreen->Refresh();
+    if (pScreen->Version() == 0)
+        return AnswerStatus(http::status::not_found);
+    const auto done = [pThis = shared_from_this()](const BrowserBytes& bytes) {
+        if (bytes.empty())
+            return pThis->AnswerStatus(http::status::service_unavailable);
+        pThis->m_Response.set(http::field::content_type, "image/png");
+        pThis->m_Response.body().assign(bytes.begin(), bytes.end());
+        pThis->Send();
+    };
+    if (!m_House.m_Painter.Do([snapshot = BrowserSnapshot(*pScreen)] { return BrowserPng(snapshot); }, done))
+        AnswerStatus(http::status::service_unavailable);
 }
 
 void BrowserHttp::AnswerStatus(http::status status)

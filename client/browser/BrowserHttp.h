@@ -11,14 +11,12 @@
 
 #include <memory>
 
-class BrowserHub;
-struct BrowserSettings;
+struct BrowserHouse;
 
 class BrowserHttp : public std::enable_shared_from_this<BrowserHttp>
 {
 public:
-    /// Settings and hub outlive every connection.
-    BrowserHttp(tcp::socket&& socket, const BrowserSettings& settings, BrowserHub& hub);
+    BrowserHttp(tcp::socket&& socket, const BrowserHouse& house);
 
     void Start();
 
@@ -28,6 +26,7 @@ public:
 private:
     void Judge();
     void AnswerFile(std::string_view name);
+    void AnswerStill(uint32_t screen);
     void AnswerStatus(http::status status);
     void Send();
     template <typename Socket>
@@ -37,6 +36,5 @@ private:
     beast::flat_buffer m_Buffer;
     http::request_parser<http::empty_body> m_Parser;
     http::response<http::string_body> m_Response;
-    const BrowserSettings& m_Settings;
-    BrowserHub& m_Hub;
+    const BrowserHouse& m_House;
 };

@@ -1,5 +1,6 @@
 #include "BrowserServer.h"
 
+#include "BrowserHouse.h"
 #include "BrowserHttp.h"
 #include "BrowserSettings.h"
 
@@ -15,15 +16,11 @@ using ExclusiveAddress = asio::detail::socket_option::boolean<SOL_SOCKET, SO_EXC
 
 }  // namespace
 
-BrowserServer::BrowserServer(asio::io_context& context, const BrowserSettings& settings, BrowserHub& hub)
-    : m_Acceptor(context), m_Settings(settings), m_Hub(hub)
-{
-}
-
 beast::error_code BrowserServer::Listen()
 {
     beast::error_code error;
-    const tcp::endpoint endpoint(asio::ip::make_address(m_Settings.m_Address, error), m_Settings.m_Port);
+    const tcp::endpoint endpoint(
+        asio::ip::make_address(m_House.m_Settings.m_Address, error), m_House.m_Settings.m_Port);
     if (error || m_Acceptor.open(endpoint.protocol(), error) || m_Acceptor.set_option(ExclusiveAddress(true), error) ||
         m_Acceptor.bind(endpoint, error) || m_Acceptor.listen(asio::socket_base::max_listen_connections, error))
     {
@@ -57,7 +54,7 @@ void BrowserServer::Take(tcp::socket&& socket)
             pOldest->Drop();
         m_Requests.pop_front();
     }
-    const auto pRequest = std::make_shared<BrowserHttp>(std::move(socket), m_Settings, m_Hub);
+    const auto pRequest = std::make_shared<BrowserHttp>(std::move(socket), m_House);
     m_Requests.push_back(pRequest);
     pRequest->Start();
 }

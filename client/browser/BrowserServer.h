@@ -7,14 +7,12 @@
 #include <memory>
 
 class BrowserHttp;
-class BrowserHub;
-struct BrowserSettings;
+struct BrowserHouse;
 
 class BrowserServer
 {
 public:
-    /// Settings and hub outlive the server and every connection.
-    BrowserServer(asio::io_context& context, const BrowserSettings& settings, BrowserHub& hub);
+    BrowserServer(asio::io_context& context, const BrowserHouse& house) : m_Acceptor(context), m_House(house) {}
 
     /// Begins to accept. The error if the address cannot be had, which most often another process has.
     beast::error_code Listen();
@@ -24,7 +22,6 @@ private:
     void Take(tcp::socket&& socket);
 
     tcp::acceptor m_Acceptor;
-    const BrowserSettings& m_Settings;
-    BrowserHub& m_Hub;
+    const BrowserHouse& m_House;
     std::deque<std::weak_ptr<BrowserHttp>> m_Requests;  ///< oldest first
 };

@@ -2,7 +2,9 @@
 // the last one is closed: then no code of the library runs, and it may be unloaded.
 #pragma once
 
+#include "BrowserHouse.h"
 #include "BrowserHub.h"
+#include "BrowserPainter.h"
 #include "BrowserServer.h"
 #include "BrowserSettings.h"
 #include "BrowserWinsock.h"
@@ -49,7 +51,9 @@ private:
     // The hub goes last: connections, which the context owns, tell it that they go.
     BrowserHub m_Hub;
     asio::io_context m_Context{1};
-    BrowserServer m_Server{m_Context, m_Settings, m_Hub};
+    BrowserPainter m_Painter{m_Context};
+    const BrowserHouse m_House{m_Settings, m_Hub, m_Painter};
+    BrowserServer m_Server{m_Context, m_House};
     asio::steady_timer m_Again{m_Context};
     std::chrono::milliseconds m_Pause;  ///< before the next try to serve or to join
     std::string m_Told;                 ///< last line on the debugger's channel

@@ -16,6 +16,7 @@ public:
     void Connect(const BrowserSettings& settings);
 
 private:
+    bool Next(BrowserOutgoing* pOutgoing) override { return NextScreens(pOutgoing) || NextUpdate(pOutgoing); }
     void OnClosed() override;
     void Shake(const std::string& target);
 

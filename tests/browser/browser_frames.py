@@ -25,11 +25,19 @@ def pixel(x, y, seed):
     return ((x ^ y) * 2654435761 + seed * 40503) & 0xFFFFFF
 
 
+def canvas(rgb):
+    """The word of a canvas for red, green, blue as a number."""
+    return 0xFF000000 | rgb >> 16 & 0xFF | rgb & 0xFF00 | (rgb & 0xFF) << 16
+
+
+def ramp(width, height, blue):
+    """A smooth frame as a canvas holds it."""
+    return array.array("I", (canvas((x & 0xFF) << 16 | (y & 0xFF) << 8 | blue & 0xFF)
+                             for y in range(height) for x in range(width)))
+
+
 def frame(width, height, seed, patches=()):
     """A frame as a canvas holds it. patches: (seed, x, y) of single pixels."""
-    def canvas(rgb):
-        return 0xFF000000 | rgb >> 16 & 0xFF | rgb & 0xFF00 | (rgb & 0xFF) << 16
-
     pixels = array.array("I", (canvas(pixel(x, y, seed)) for y in range(height) for x in range(width)))
     for other, x, y in patches:
         pixels[y * width + x] = canvas(pixel(x, y, other))

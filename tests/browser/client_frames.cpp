@@ -3,6 +3,7 @@
 //
 //   plug SOURCE                         opens a connection
 //   frame SOURCE WIDTH HEIGHT SEED      delivers a frame, with garbage where its alpha would be and behind its rows
+//   ramp SOURCE WIDTH HEIGHT BLUE       the same of a picture that no compression harms much
 //   patch SOURCE SEED X Y               delivers the frame before with one pixel of the seed's
 //   unplug SOURCE                       closes the connection
 //   reload                              frees the library and loads it again
@@ -24,10 +25,15 @@ namespace
 constexpr UINT kRowPadding = 3;  // pixels
 constexpr UINT kGarbage = 0x5A000000;
 
-/// The same in browser_frames.py.
+// Both are the same in browser_frames.py.
 UINT Pixel(UINT x, UINT y, UINT seed)
 {
     return ((x ^ y) * 2654435761u + seed * 40503u) & 0xFFFFFF;
+}
+
+UINT RampPixel(UINT x, UINT y, UINT blue)
+{
+    return (x & 0xFF) << 16 | (y & 0xFF) << 8 | (blue & 0xFF);
 }
 
 struct Connection
@@ -56,7 +62,9 @@ public:
         if (command == "unplug")
             return m_pUnplug(&m_Connections[source].m_pSlot, source);
         if (command == "frame")
-            return Draw(words, m_Connections[source]) && Send(source);
+            return Draw(words, m_Connections[source], Pixel) && Send(source);
+        if (command == "ramp")
+            return Draw(words, m_Connections[source], RampPixel) && Send(source);
         return command == "patch" && Patch(words, m_Connections[source]) && Send(source);
     }
 
@@ -78,7 +86,7 @@ private:
         return true;
     }
 
-    static bool Draw(std::istringstream& words, Connection& connection)
+    static bool Draw(std::istringstream& words, Connection& connection, UINT (*pPixel)(UINT x, UINT y, UINT seed))
     {
         UINT seed = 0;
         if (!(words >> connection.m_Width >> connection.m_Height >> seed))
@@ -87,7 +95,7 @@ private:
         connection.m_Bits.assign(size_t{pitch} * connection.m_Height, 0xA5A5A5A5);
         for (UINT y = 0; y < connection.m_Height; ++y)
             for (UINT x = 0; x < connection.m_Width; ++x)
-                connection.m_Bits[size_t{y} * pitch + x] = Pixel(x, y, seed) | kGarbage;
+                connection.m_Bits[size_t{y} * pitch + x] = pPixel(x, y, seed) | kGarbage;
         return true;
     }
 

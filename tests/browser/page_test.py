@@ -6,7 +6,7 @@ import threading
 import unittest
 
 import browser_frames
-from browser_frames import Presenter, frame, wait_until
+from browser_frames import Presenter, frame, ramp, wait_until
 from browser_page import Page
 
 
@@ -78,6 +78,48 @@ class InABrowser(unittest.TestCase):
                           r"0 dropped")
         wait_until(lambda: told.search(page.caption()), "the caption")
         self.assertLess(float(told.search(page.caption())[1]), 10000)
+
+    def difference(self, page, expected):
+        """Of the canvas: the greatest of its bytes, and the mean."""
+        canvas = page.canvas()
+        if canvas is None or len(canvas[2]) != len(expected):
+            return 255, 255
+        pairs = zip(canvas[2].tobytes(), expected.tobytes())
+        differences = [abs(shown - presented) for shown, presented in pairs]
+        return max(differences), sum(differences) / len(differences)
+
+    def test_jpeg_by_choice_is_nearly_the_picture_and_lossless_again_is_all_of_it(self):
+        page = self.page()
+        self.presenter.do("ramp", 0, 256, 130, 10)
+        page.until_shows(256, 130, ramp(256, 130, 10))
+        page.run("document.getElementById('jpeg').click();")
+        wait_until(lambda: self.difference(page, ramp(256, 130, 10))[0] > 0, "a picture with loss")
+        for blue in (60, 120, 200):
+            self.presenter.do("ramp", 0, 256, 130, blue)
+            wait_until(lambda: self.difference(page, ramp(256, 130, blue))[1] < 2, f"a picture like that of {blue}")
+        page.run("document.getElementById('jpeg').click();")
+        page.until_shows(256, 130, ramp(256, 130, 200))
+
+    def test_still_is_a_png_of_what_was_presented(self):
+        page = self.page()
+        self.show(page, 200, 130, 1)
+        name = page.run("""
+            document.addEventListener("click", (event) => {
+                event.preventDefault();
+                window.still = {address: event.target.href, name: event.target.download};
+            }, {once: true, capture: true});
+            const link = document.createElement;
+            document.createElement = (kind) => document.body.appendChild(link.call(document, kind));
+            document.querySelector(".still").onclick();
+            const answer = await fetch(window.still.address);
+            const bitmap = await createImageBitmap(await answer.blob());
+            const canvas = new OffscreenCanvas(bitmap.width, bitmap.height);
+            const context = canvas.getContext("2d");
+            context.drawImage(bitmap, 0, 0);
+            const shown = document.querySelector("canvas").getContext("2d").getImageData(0, 0, 200, 130).data;
+            const still = context.getImageData(0, 0, 200, 130).data;
+            return [window.still.name, bitmap.width, bitmap.height, still.every((byte, at) => byte === shown[at])];""")
+        self.assertEqual(name, ["source0-frame1.png", 200, 130, True])
 
     def test_f_shows_one_screen_whole(self):
         page = self.page()

@@ -1,10 +1,34 @@
 """One process serves: what viewers get, and that none of them is in the way of another or of the driver."""
 
+import array
+import struct
+import threading
 import unittest
+import urllib.error
+import urllib.request
+import zlib
 
 import browser_frames
-from browser_frames import Presenter, frame, wait_until
+from browser_frames import Presenter, frame, ramp, wait_until
 from browser_viewer import Viewer
+
+
+def png_pixels(data):
+    """(width, height, words) of a picture with four bytes a pixel and rows that are stored as they are."""
+    assert data[:8] == b"\x89PNG\r\n\x1a\n"
+    at, packed = 8, b""
+    while at < len(data):
+        length, kind = struct.unpack_from(">I4s", data, at)
+        if kind == b"IHDR":
+            width, height, depth, colours = struct.unpack_from(">IIBB", data, at + 8)
+            assert (depth, colours) == (8, 6)
+        elif kind == b"IDAT":
+            packed += data[at + 8:at + 8 + length]
+        at += 12 + length
+    rows = zlib.decompress(packed)
+    pitch = 1 + width * 4
+    assert len(rows) == pitch * height and not any(rows[::pitch])
+    return width, height, array.array("I", b"".join(rows[y * pitch + 1:(y + 1) * pitch] for y in range(height)))
 
 
 class Serving(unittest.TestCase):
@@ -127,6 +151,60 @@ class Serving(unittest.TestCase):
         viewer.socket.send_json(clock=2)
         viewer.until(lambda: viewer.clock is not None)
         self.assertTrue(begin <= viewer.picture().time <= viewer.clock)
+
+    def test_still_is_the_screen_as_a_png(self):
+        def still(screen):
+            with urllib.request.urlopen(f"http://127.0.0.1:{self.port}/still/{screen}.png", timeout=20) as answer:
+                self.assertEqual(answer.headers["Content-Type"], "image/png")
+                return answer.read()
+
+        viewer = self.viewer()
+        viewer.step()
+        screen = viewer.screens[0]["id"]
+        for missing in (screen, screen + 1):
+            with self.assertRaisesRegex(urllib.error.HTTPError, "404"):
+                still(missing)
+        for seed, (width, height) in enumerate([(200, 130), (65, 300), (1, 1)]):
+            self.presenter.do("frame", 0, width, height, seed)
+            self.assertEqual(png_pixels(still(screen)), (width, height, frame(width, height, seed)))
+
+    def test_stills_of_a_large_screen_do_not_hold_up_viewers(self):
+        self.presenter.do("frame", 0, 1920, 1080, 1)
+        viewer = self.viewer()
+        viewer.until(lambda: viewer.picture().updates == 1)
+        address = f"http://127.0.0.1:{self.port}/still/{viewer.screens[0]['id']}.png"
+        stills = [threading.Thread(target=lambda: urllib.request.urlopen(address, timeout=60).read()) for _ in range(4)]
+        for still in stills:
+            still.start()
+        seen = 1
+        while any(still.is_alive() for still in stills):
+            self.presenter.do("patch", 0, seen + 1, 5, 5)
+            viewer.until(lambda: viewer.picture().updates == seen + 1)
+            seen += 1
+        self.assertGreater(seen, 20, "updates while the stills were made")
+
+    def test_jpeg_mode_sends_compressed_pictures_in_order(self):
+        viewer = Viewer(self.port)
+        self.addCleanup(viewer.close)
+        viewer.socket.send_json(jpeg=True)
+        viewer.step()
+        for blue in range(5):
+            self.presenter.do("ramp", 0, 640, 480, blue * 30)
+            kind, payload = viewer.socket.read()
+            words = struct.unpack_from("<12I", payload)
+            self.assertEqual(words[0], 2)
+            self.assertEqual(words[3:5] + words[8:12], (640, 480, 0, 0, 640, 480))
+            self.assertEqual(payload[48:51], b"\xff\xd8\xff")
+            self.assertLess(len(payload), 60_000)
+            viewer.socket.send_json(drawn=words[1])
+        self.presenter.do("patch", 0, 1, 639, 479)
+        words = struct.unpack_from("<12I", viewer.socket.read()[1])
+        self.assertEqual(words[8:12], (576, 448, 64, 32), "the tile that changed")
+        viewer.socket.send_json(drawn=words[1])
+        viewer.socket.send_json(jpeg=False)
+        expected = ramp(640, 480, 120)
+        expected[640 * 480 - 1] = frame(640, 480, 1)[640 * 480 - 1]
+        viewer.until_shows(expected)
 
     def test_two_sources_of_one_process_are_two_screens(self):
         self.presenter.do("plug", 5)

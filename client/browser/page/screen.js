@@ -2,7 +2,7 @@
 
 import {drawTiles} from "./tiles.js";
 
-const TILES = 1;
+const TILES = 1;  // the kind of message; the other kind is JPEG
 
 export class Screen
 {
@@ -15,6 +15,7 @@ export class Screen
         this.figures = figure.querySelector(".figures");
         this.times = [];  // when the frames of the last second were drawn
         this.dropped = 0;
+        this.turn = Promise.resolve();  // updates are drawn in the order of their arrival
         figure.querySelector(".still").onclick = () => this.still();
         list.append(figure);
     }
@@ -39,11 +40,19 @@ export class Screen
         this.figure.remove();
     }
 
-    async draw(words)
+    draw(words)
+    {
+        this.turn = this.turn.then(() => this.drawNow(words)).catch(console.error);
+        return this.turn;
+    }
+
+    async drawNow(words)
     {
         this.resize(words[3], words[4]);
         if (words[0] === TILES)
             this.drawTiles(words);
+        else
+            await this.drawJpeg(words);
         this.count(words);
     }
 
@@ -62,6 +71,14 @@ export class Screen
         const dirty = drawTiles(words, this.picture, this.image.width, this.image.height);
         this.context.putImageData(
             this.image, 0, 0, dirty.left, dirty.top, dirty.right - dirty.left, dirty.bottom - dirty.top);
+    }
+
+    async drawJpeg(words)
+    {
+        const bytes = new Uint8Array(words.buffer, 12 * 4, words[7]);
+        const bitmap = await createImageBitmap(new Blob([bytes], {type: "image/jpeg"}));
+        this.context.drawImage(bitmap, words[8], words[9]);
+        bitmap.close();
     }
 
     count(words)
@@ -89,14 +106,12 @@ export class Screen
             `age ${age} ms, ${this.dropped} dropped`;
     }
 
+    // From the library, without loss, however the picture came here.
     still()
     {
-        this.canvas.toBlob((blob) => {
-            const link = document.createElement("a");
-            link.href = URL.createObjectURL(blob);
-            link.download = `source${this.told.source}-frame${this.number}.png`;
-            link.click();
-            URL.revokeObjectURL(link.href);
-        });
+        const link = document.createElement("a");
+        link.href = `still/${this.told.id}.png`;
+        link.download = `source${this.told.source}-frame${this.number}.png`;
+        link.click();
     }
 }

@@ -9,15 +9,18 @@ const screens = new Map();
 const clock = new Clock();
 const list = document.getElementById("screens");
 const state = document.getElementById("state");
+const jpeg = document.getElementById("jpeg");
 
 function connect()
 {
     const address = new URL("watch", location.href);
     address.protocol = "ws:";
     const socket = new WebSocket(address);
+    jpeg.onchange = () => socket.readyState === WebSocket.OPEN && socket.send(JSON.stringify({jpeg: jpeg.checked}));
     socket.binaryType = "arraybuffer";
     socket.onopen = () => {
         show("connected");
+        socket.send(JSON.stringify({jpeg: jpeg.checked}));
         clock.begin((text) => socket.send(text), again);
     };
     socket.onmessage = (event) => {
