@@ -4,9 +4,6 @@
 #include "BrowserHub.h"
 #include "BrowserSocket.h"
 
-#include <boost/beast/http/empty_body.hpp>
-#include <boost/beast/http/message.hpp>
-
 #include <nlohmann/json_fwd.hpp>
 
 #include <map>

@@ -8,9 +8,6 @@
 #include "BrowserSettings.h"
 #include "BrowserViewer.h"
 
-#include <boost/beast/http/read.hpp>
-#include <boost/beast/http/write.hpp>
-
 namespace
 {
 

@@ -5,10 +5,6 @@
 #include "BrowserAsio.h"
 #include "BrowserRoutes.h"
 
-#include <boost/beast/http/empty_body.hpp>
-#include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
-
 #include <memory>
 
 struct BrowserHouse;

@@ -1,7 +1,5 @@
 #include "BrowserPainter.h"
 
-#include <boost/asio/post.hpp>
-
 #include <new>
 
 namespace

@@ -5,8 +5,6 @@
 #include "BrowserAsio.h"
 #include "BrowserCompress.h"
 
-#include <boost/asio/thread_pool.hpp>
-
 #include <functional>
 #include <optional>
 

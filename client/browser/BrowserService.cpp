@@ -4,8 +4,6 @@
 #include "BrowserLocalScreen.h"
 #include "BrowserUplink.h"
 
-#include <boost/asio/post.hpp>
-
 #include <mutex>
 
 namespace

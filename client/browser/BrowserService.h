@@ -9,8 +9,6 @@
 #include "BrowserSettings.h"
 #include "BrowserWinsock.h"
 
-#include <boost/asio/steady_timer.hpp>
-
 #include <windows.h>
 
 class BrowserLocalScreen;

@@ -3,9 +3,6 @@
 
 #include "BrowserFeed.h"
 
-#include <boost/beast/http/empty_body.hpp>
-#include <boost/beast/http/message.hpp>
-
 #include <optional>
 
 struct BrowserHouse;

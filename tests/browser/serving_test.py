@@ -1,34 +1,15 @@
 """One process serves: what viewers get, and that none of them is in the way of another or of the driver."""
 
-import array
 import struct
 import threading
 import unittest
 import urllib.error
 import urllib.request
-import zlib
 
 import browser_frames
 from browser_frames import Presenter, frame, ramp, wait_until
 from browser_viewer import Viewer
-
-
-def png_pixels(data):
-    """(width, height, words) of a picture with four bytes a pixel and rows that are stored as they are."""
-    assert data[:8] == b"\x89PNG\r\n\x1a\n"
-    at, packed = 8, b""
-    while at < len(data):
-        length, kind = struct.unpack_from(">I4s", data, at)
-        if kind == b"IHDR":
-            width, height, depth, colours = struct.unpack_from(">IIBB", data, at + 8)
-            assert (depth, colours) == (8, 6)
-        elif kind == b"IDAT":
-            packed += data[at + 8:at + 8 + length]
-        at += 12 + length
-    rows = zlib.decompress(packed)
-    pitch = 1 + width * 4
-    assert len(rows) == pitch * height and not any(rows[::pitch])
-    return width, height, array.array("I", b"".join(rows[y * pitch + 1:(y + 1) * pitch] for y in range(height)))
+from png import read_png
 
 
 class Serving(unittest.TestCase):
@@ -166,7 +147,7 @@ class Serving(unittest.TestCase):
                 still(missing)
         for seed, (width, height) in enumerate([(200, 130), (65, 300), (1, 1)]):
             self.presenter.do("frame", 0, width, height, seed)
-            self.assertEqual(png_pixels(still(screen)), (width, height, frame(width, height, seed)))
+            self.assertEqual(read_png(still(screen)), (width, height, frame(width, height, seed).tobytes()))
 
     def test_stills_of_a_large_screen_do_not_hold_up_viewers(self):
         self.presenter.do("frame", 0, 1920, 1080, 1)

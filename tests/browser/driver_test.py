@@ -1,0 +1,79 @@
+"""The whole way: the host program presents through the driver on a real Direct3D device, and a browser shows it."""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+import browser_frames
+from browser_frames import BIN, LONG, RUN_WINE, Presenter, wait_until
+from browser_page import Page
+from png import read_png
+
+SCENE = ("--scene", "fill", "--source", "160x120", "--frames", "300")
+
+
+class ThroughTheDriver(unittest.TestCase):
+    def host(self, *options, **settings):
+        process = subprocess.Popen([RUN_WINE, "tesslo_host.exe", *SCENE, *options], cwd=BIN,
+                                   env=dict(os.environ, **settings), stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.DEVNULL)
+        self.addCleanup(process.wait, LONG)
+        self.addCleanup(process.kill)
+        return process
+
+    def recorded(self, *options):
+        """What the sample library records of the scene's frames."""
+        with tempfile.TemporaryDirectory(prefix="tesslo-recorded-") as folder:
+            host = self.host(*options, "--every-frame", "--out", "Z:" + folder)
+            self.assertEqual(host.wait(60), 0)
+            return {read_png(path.read_bytes()) for path in pathlib.Path(folder).glob("source0-*.png")}
+
+    def shown(self, page, process):
+        """The canvas in the form of a recorded picture; None if there is none."""
+        canvas = page.canvas(process=process)
+        if canvas is None:
+            return None
+        width, height, pixels = canvas
+        data = pixels.tobytes()
+        rows = bytearray(width * height * 3)
+        for channel in range(3):
+            rows[channel::3] = data[channel::4]
+        return width, height, bytes(rows)
+
+    def check(self, size, *options):
+        recorded = self.recorded(*options)
+        self.assertGreater(len(recorded), 100)
+        port = browser_frames.free_port()
+        first = Presenter(port)
+        self.addCleanup(first.end)
+        first.do("plug", 0)
+        wait_until(lambda: browser_frames.is_listening(port), "the server")
+        page = Page(f"http://127.0.0.1:{port}/")
+        self.addCleanup(page.close)
+
+        processes = "return [...document.querySelectorAll('canvas')].map((canvas) => canvas.dataset.process);"
+        wait_until(lambda: len(page.run(processes)) == 1, "the first process's canvas")
+        own, = page.run(processes)
+        host = self.host("--client", "TessloClientDllBrowser.dll", *options, TESSLO_BROWSER_PORT=str(port))
+        seen = set()
+        while host.poll() is None:
+            other = next((process for process in page.run(processes) if process != own), None)
+            picture = other and self.shown(page, other)
+            if picture:
+                self.assertEqual(picture[:2], size)
+                self.assertIn(picture, recorded, "every picture is one that was presented, to the last byte")
+                seen.add(picture)
+        self.assertEqual(host.wait(), 0)
+        self.assertGreater(len(seen), 5, "different pictures")
+
+    def test_upright_source(self):
+        self.check((160, 120))
+
+    def test_source_on_its_side(self):
+        self.check((120, 160), "--rotation", "90")
+
+
+if __name__ == "__main__":
+    browser_frames.main_of_tests()
