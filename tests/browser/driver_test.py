@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import signal
 import subprocess
 import tempfile
 import unittest
@@ -18,10 +19,17 @@ class ThroughTheDriver(unittest.TestCase):
     def host(self, *options, **settings):
         process = subprocess.Popen([RUN_WINE, "tesslo_host.exe", *SCENE, *options], cwd=BIN,
                                    env=dict(os.environ, **settings), stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL)
-        self.addCleanup(process.wait, LONG)
-        self.addCleanup(process.kill)
+                                   stdout=subprocess.DEVNULL, start_new_session=True)
+        self.addCleanup(self.end, process)
         return process
+
+    def end(self, process):
+        """Ends it with all that it started; most often it has."""
+        try:
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+        process.wait(LONG)
 
     def recorded(self, *options):
         """What the sample library records of the scene's frames."""
