@@ -36,7 +36,8 @@ const char* Verdict(const BenchRow& row)
     if (!row.IsMet())
         return "NOT MET";
     if (row.Aim > 0)
-        return row.Result >= row.Aim ? "met, aim too" : "met";
+        return (row.Kind == BenchTarget::AtLeast ? row.Result >= row.Aim : row.Result <= row.Aim) ? "met, aim too"
+                                                                                                  : "met";
     return "met";
 }
 

@@ -19,6 +19,7 @@ int Measure(const BenchOptions& options)
     try
     {
         BenchImage(report);
+        BenchBrowser(report);
         BenchAttach(report);
         BenchOverhead(report);
         BenchCalls(report);
