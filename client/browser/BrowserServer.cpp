@@ -11,6 +11,8 @@ namespace
 /// that.
 constexpr size_t kRequests = 64;
 
+constexpr std::chrono::milliseconds kPause(100);
+
 /// Nobody else gets the port while it is ours. Sockets of an earlier server that still linger do not count.
 using ExclusiveAddress = asio::detail::socket_option::boolean<SOL_SOCKET, SO_EXCLUSIVEADDRUSE>;
 
@@ -37,10 +39,18 @@ void BrowserServer::Accept()
     m_Acceptor.async_accept([this](beast::error_code error, tcp::socket socket) {
         if (error == asio::error::operation_aborted)
             return;
-        if (!error)
-            Take(std::move(socket));
+        if (error)
+            return AcceptLater();
+        Take(std::move(socket));
         Accept();
     });
+}
+
+// What is missing for a connection may be there again soon: nothing is gained by asking all the time.
+void BrowserServer::AcceptLater()
+{
+    m_Later.expires_after(kPause);
+    m_Later.async_wait([this](beast::error_code) { Accept(); });
 }
 
 void BrowserServer::Take(tcp::socket&& socket)
