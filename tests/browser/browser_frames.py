@@ -3,6 +3,7 @@
 import array
 import os
 import pathlib
+import signal
 import socket
 import subprocess
 import sys
@@ -50,6 +51,15 @@ def wait_until(condition, what="what was waited for"):
         if time.monotonic() > end:
             raise TimeoutError(what + " did not come true")
         time.sleep(0.01)
+
+
+def end_session(process):
+    """Ends a process that leads a session, with all that it started."""
+    try:
+        os.killpg(process.pid, signal.SIGKILL)
+    except ProcessLookupError:
+        pass  # all of them ended by themselves
+    process.wait(LONG)
 
 
 def is_listening(port, host="127.0.0.1"):

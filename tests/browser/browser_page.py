@@ -9,7 +9,7 @@ import subprocess
 import tempfile
 import urllib.request
 
-from browser_frames import LONG, wait_until
+from browser_frames import LONG, end_session, wait_until
 from browser_socket import WebSocket
 
 CHROMIUM = ("chromium-headless-shell", "chromium")
@@ -39,17 +39,26 @@ class Page:
         self.process = subprocess.Popen(
             [program, "--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
              "--remote-debugging-port=0", f"--user-data-dir={self.folder.name}", "about:blank"],
-            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True,
+            start_new_session=True)
+        self.socket = None
+        self.last = 0
+        try:
+            self._connect()
+            self.call("Page.enable")
+            self.call("Page.navigate", url=url)
+        except BaseException:
+            self.close()
+            raise
+
+    def _connect(self):
         for line in self.process.stderr:
             if found := re.search(r"ws://127\.0\.0\.1:(\d+)/", line):
                 self.port = int(found[1])
                 break
         else:
             raise EOFError("the browser ended")
-        self.last = 0
         self.socket = WebSocket(self.port, self._target(), timeout=LONG)
-        self.call("Page.enable")
-        self.call("Page.navigate", url=url)
 
     def _target(self):
         def pages():
@@ -60,9 +69,15 @@ class Page:
         return re.sub(r"^ws://[^/]*", "", pages()[0]["webSocketDebuggerUrl"])
 
     def close(self):
-        self.socket.close()
-        self.process.terminate()
-        self.process.wait(LONG)
+        if self.socket:
+            try:
+                self.call("Browser.close")
+                self.process.wait(LONG)
+            except (OSError, EOFError, subprocess.TimeoutExpired):
+                pass
+            self.socket.close()
+        # The program is a script: the browser and its helpers are others of its session.
+        end_session(self.process)
         self.process.stderr.close()
         self.folder.cleanup()
 

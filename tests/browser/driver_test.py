@@ -2,13 +2,12 @@
 
 import os
 import pathlib
-import signal
 import subprocess
 import tempfile
 import unittest
 
 import browser_frames
-from browser_frames import BIN, LONG, RUN_WINE, Presenter, wait_until
+from browser_frames import BIN, RUN_WINE, Presenter, end_session, wait_until
 from browser_page import Page
 from png import read_png
 
@@ -20,16 +19,8 @@ class ThroughTheDriver(unittest.TestCase):
         process = subprocess.Popen([RUN_WINE, "tesslo_host.exe", *SCENE, *options], cwd=BIN,
                                    env=dict(os.environ, **settings), stdin=subprocess.DEVNULL,
                                    stdout=subprocess.DEVNULL, start_new_session=True)
-        self.addCleanup(self.end, process)
+        self.addCleanup(end_session, process)
         return process
-
-    def end(self, process):
-        """Ends it with all that it started; most often it has."""
-        try:
-            os.killpg(process.pid, signal.SIGKILL)
-        except ProcessLookupError:
-            pass
-        process.wait(LONG)
 
     def recorded(self, *options):
         """What the sample library records of the scene's frames."""
