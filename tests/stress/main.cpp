@@ -89,7 +89,7 @@ void AddOptions(CLI::App& app, Options& options)
         ->check([](const std::string& name) { return Find(name) ? "" : "there is no check " + name; });
     app.add_option("--from", options.m_Settings.m_From, "The first run");
     app.add_option("--runs", options.m_Settings.m_Runs, "So many runs a check at most; 0 for its own number");
-    app.add_flag("--short", options.m_Settings.m_bShort, "The short form of each check");
+    app.add_flag("--short", options.m_Settings.m_bShort, "The form that belongs to ./test");
     app.add_flag("--cuzz", options.m_Settings.m_bCuzz, "Random delays where threads hand over to each other");
     app.add_option("--json", options.m_Json, "Write the results to this file, too");
     app.add_option("--child", options.m_Child)->group("");
