@@ -1,5 +1,6 @@
-# What ./test, ./demo and ./bench share: packages, a display, a Wine prefix of our own. Bash; source it from a script
-# that has set `set -euo pipefail`. Everything that it starts or creates lies in build/ and ends with the script.
+# What ./test, ./demo, ./bench, ./stress and scripts/measure-coverage share: packages, a display, a Wine prefix of our
+# own. Bash; source it from a script that has set `set -euo pipefail`. Everything that it starts or creates lies in
+# build/ and ends with the script.
 
 TESSLO_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 TESSLO_BUILD=$TESSLO_ROOT/build
