@@ -1,6 +1,6 @@
-// How the walk was found: a turn reads rows and writes columns, so one side always jumps from page to page. Plain tiles
-// written where they are read fetch each line of the destination from memory first, and break it into parts. Here a
-// tile is turned in a small buffer that stays in the nearest cache and leaves it by whole lines that are not fetched;
+// Why the walk goes as it does: a turn reads rows and writes columns, so one side always jumps from page to page. Plain
+// tiles written where they are read fetch each line of the destination from memory first, and break it into parts. Here
+// a tile is turned in a small buffer that stays in the nearest cache and leaves it by whole lines that are not fetched;
 // tiles follow each other along the rows, and a strip of them is few enough columns that each one's page stays in the
 // second-level TLB. docs/performance.md has the figures.
 #include "output/UMDImgProcWalks.h"

@@ -12,7 +12,7 @@ void UMDCopyToLocked(
 
 void UMDCopyFromLocked(const D3DDDI_SURFACEINFO& memory, const D3DLOCKED_RECT& locked, const UMDPixelLayout& layout)
 {
-    // The runtime declares its memory as read by the driver's uploads; this is the one place that refreshes it.
+    // The runtime's record has its memory constant, for uploads; this is the one place that refreshes it.
     BYTE* pMemory = static_cast<BYTE*>(const_cast<void*>(memory.pSysMem));
     UMDCopyPixels(layout, {pMemory, memory.SysMemPitch, memory.Width, memory.Height},
         {static_cast<const BYTE*>(locked.pBits), static_cast<UINT>(locked.Pitch), memory.Width, memory.Height},

@@ -41,7 +41,7 @@ void UMDUtilDebugTrace(UINT level, const wchar_t* pFormat, ...);
 /// Told by DllMain, first thing, of every reason; at process attach it reads the mask and prints the banner.
 void UMDUtilDebugTraceDllMainReason(DWORD reason);
 
-/// Exception filter of the entry guards: prints the code's name at UMDTRACE_ERROR.
+/// Prints the name of an exception's code at UMDTRACE_ERROR. The filter of the entry guards.
 /// @return EXCEPTION_EXECUTE_HANDLER, always.
 LONG UMDUtilDebugTraceException(DWORD code);
 

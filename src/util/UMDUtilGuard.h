@@ -9,7 +9,7 @@
 /// Calls a function under the guard. @return false when a structured exception has ended it, whose name is traced.
 [[nodiscard]] bool UMDUtilGuardCall(void (*pFunction)(const void* pArgument), const void* pArgument);
 
-/// The same for any callable without arguments. Owns nothing that a fault would leak.
+/// The same for any callable without arguments that owns nothing that a fault would leak.
 template <typename Work>
 [[nodiscard]] bool UMDUtilGuard(const Work& work)
 {

@@ -3,5 +3,5 @@
 
 #include "ddi/ddi.h"
 
-/// Writes all 121 slots of the runtime's table. The optional asynchronous lock slots stay null.
+/// Writes all 121 slots of the runtime's table. Three that are optional stay null: asynchronous locks and renaming.
 void UMDDdiFillDeviceFuncs(D3DDDI_DEVICEFUNCS* pDeviceFuncs);

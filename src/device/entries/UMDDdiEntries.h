@@ -1,7 +1,8 @@
 // The entry functions of the device, in slot order: what the runtime calls.
 //
-// Each prints its arguments, guards the rest against structured exceptions and hands the call on. The first argument
-// is the device's handle. UMDDdiEntriesNotImplemented.cpp has those that answer E_NOTIMPL.
+// Each prints its arguments, but for the two busiest, and hands the call on, all of it guarded against structured
+// exceptions. The first argument is the device's handle. UMDDdiEntriesNotImplemented.cpp has those that only answer
+// E_NOTIMPL.
 #pragma once
 
 #include "ddi/ddi.h"

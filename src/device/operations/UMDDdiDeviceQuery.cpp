@@ -12,7 +12,6 @@ HRESULT UMDDdiDevice::CreateFence()
 HRESULT UMDDdiDevice::CreateQuery(D3DDDIARG_CREATEQUERY* pCreateQuery)
 {
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::CreateQuery\n");
-    // There is no fence behind a query, so every query is refused here.
     if (CreateFence() != S_OK)
         return E_FAIL;
     auto pQuery = UMDMakeUnique<UINT>(0xDEADBEEF);
