@@ -19,8 +19,8 @@ public:
 
     /// The driver's trace mask, "DebugLevelUMD" of the kernel-mode service.
     void SetTraceMask(DWORD mask);
-    /// The client library, "DllNameInterface". Throws HostError for a name of more than 127 characters: the driver
-    /// reads no longer one.
+    /// The client library, "DllNameInterface". Throws HostError for a name of more than 127 characters, which the
+    /// driver would not read.
     void SetClientLibrary(const std::wstring& name);
     /// What "DllNameInterface" holds now; the driver writes its default if there was nothing. Empty if missing.
     std::wstring ClientLibrary() const;

@@ -10,7 +10,7 @@
 /// Where a draw finds its vertices and its indices.
 enum class HostDrawPath
 {
-    UserMemory,           ///< both halves of the picture from the caller's memory
+    UserMemory,           ///< vertices from the caller's memory
     UserMemoryIndexed,    ///< vertices and 16-bit indices from the caller's memory
     SystemBuffer,         ///< vertices from a buffer whose memory is the runtime's
     SystemBufferIndexed,  ///< the same, indices from the caller's memory
