@@ -80,7 +80,7 @@ protected:
                                        "UMDThreadFrameBuffer::FrameBufferAvailable thread has exited!\n"}));
     }
 
-    /// The lines at the level of errors.
+    /// The lines that tell of a failure, by their word for it.
     Lines ErrorLines() const
     {
         Lines lines = m_Trace.Lines();

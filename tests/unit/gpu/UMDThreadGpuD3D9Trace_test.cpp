@@ -6,6 +6,7 @@
 #include "TraceLevels.h"
 
 #include "output/UMDClientLibrary.h"
+
 #include <gtest/gtest.h>
 
 using namespace tesslo::test;

@@ -45,14 +45,11 @@ struct Operation
 class UMDDdiDeviceVideoTest : public DeviceFixture
 {
 protected:
-    /// The service refuses, so that no result but a passed one is this code.
-    static constexpr HRESULT kRefused = D3DERR_NOTAVAILABLE;
-
     void SetUp() override
     {
         DeviceFixture::SetUp();
         ASSERT_NE(Device().GetDevice(), nullptr) << "the hidden window needs a display";
-        m_Dxva2.ServiceResult = kRefused;
+        m_Dxva2.ServiceResult = kRefused;  // no result but a passed one is this code
     }
 
     const std::vector<Operation> m_Operations = {
