@@ -6,7 +6,6 @@
 #include "host/runtime/HostError.h"
 #include "host/runtime/HostSession.h"
 
-#include <functional>
 #include <string>
 
 namespace

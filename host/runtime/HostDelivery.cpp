@@ -1,7 +1,6 @@
 #include "host/runtime/HostDelivery.h"
 
 #include <chrono>
-#include <utility>
 
 void HostDelivery::Presenting(UINT sourceId)
 {

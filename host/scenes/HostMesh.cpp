@@ -2,8 +2,6 @@
 
 #include "host/runtime/HostDevice.h"
 
-#include <cstring>
-
 namespace
 {
 

@@ -4,7 +4,6 @@
 #include "TraceText.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 
 namespace tesslo::test

@@ -14,7 +14,6 @@
 #include <optional>
 #include <string>
 #include <thread>
-#include <vector>
 
 using namespace tesslo::test;
 

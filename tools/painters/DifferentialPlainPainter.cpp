@@ -2,7 +2,6 @@
 
 #include "host/runtime/HostError.h"
 
-#include <algorithm>
 #include <cstring>
 
 // HostCheck with the name of the method.

@@ -12,8 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <string>
-#include <vector>
 
 using namespace tesslo::test;
 

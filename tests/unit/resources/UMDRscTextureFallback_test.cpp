@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <memory>
 
 using namespace tesslo::test;
 

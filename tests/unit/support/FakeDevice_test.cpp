@@ -1,7 +1,6 @@
 // The fake delegated device itself: what other tests rely on without saying so.
 #include "FakeDevice.h"
 #include "FakeFactory.h"
-#include "Faults.h"
 
 #include <gtest/gtest.h>
 
