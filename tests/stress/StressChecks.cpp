@@ -10,6 +10,7 @@
 #include "checks/Lives.h"
 #include "checks/Loads.h"
 #include "checks/PlatformFailures.h"
+#include "checks/RandomCalls.h"
 #include "checks/Settings.h"
 
 namespace tesslo::test
@@ -29,6 +30,8 @@ const std::vector<StressCheck>& StressChecks()
             100, 2000, StressManyFrames},
         {"platform", "each call of the platform that the driver makes fails, from its loading to its unloading", 0, 0,
             StressPlatformFailures},
+        {"random", "random calls, plausible and hostile, with memory that ends at pages without access", 200, 10000,
+            StressRandomCalls},
         {"clients",
             "client libraries that lack, refuse, hang, fault, raise, end threads, call back, unload, or are none", 0, 0,
             StressClients},

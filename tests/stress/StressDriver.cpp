@@ -1,5 +1,9 @@
 #include "StressDriver.h"
 
+#include "FakeSurface.h"
+
+#include <map>
+
 namespace tesslo::test
 {
 
@@ -30,6 +34,19 @@ StressDriver::~StressDriver()
 {
     if (m_Dll->m_hAdapter)
         m_Dll->CloseAdapter();
+}
+
+HRESULT StressDriver::PresentBlit(HANDLE hSource)
+{
+    const std::map<std::string, ULONG> before = m_Fake.References();
+    D3DDDIARG_PRESENT present{};
+    present.hSrcResource = hSource;
+    present.Flags.Blt = 1;
+    const HRESULT hr = Functions().pfnPresent(Device(), &present);
+    for (const auto& [name, references] : m_Fake.References())
+        if (const auto found = before.find(name); found != before.end() && references == found->second + 1)
+            m_Fake.Find<FakeSurface>(name).Release();
+    return hr;
 }
 
 uint64_t StressDriver::Leftovers()

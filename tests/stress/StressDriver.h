@@ -31,6 +31,10 @@ public:
     const D3DDDI_DEVICEFUNCS& Functions() const { return m_Dll->m_DeviceFuncs; }
     HANDLE Device() const { return m_Dll->m_hDevice; }
 
+    /// Presents by a blit, and takes away the reference that this leaves on the delegated render target, as every
+    /// caller of it knows.
+    HRESULT PresentBlit(HANDLE hSource);
+
     /// What lives on the delegated device, counts as a reference too many, or is left in the kernel: 0 between lives.
     uint64_t Leftovers();
     /// Takes away what a life left, so that the next one begins as the first did. Forgets calls and scripts.

@@ -1,17 +1,13 @@
 #include "StressPlatform.h"
 
-#include <winternl.h>
-
 #include <shlobj.h>
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <cstdio>
 #include <map>
 #include <mutex>
 #include <share.h>
-#include <stdexcept>
 #include <tuple>
 
 namespace tesslo::test
@@ -19,8 +15,6 @@ namespace tesslo::test
 
 namespace
 {
-
-constexpr wchar_t kDriver[] = L"TessloWddmUmode.dll";
 
 /// What a function gives, or takes back by its first argument.
 enum class Holds
@@ -216,24 +210,6 @@ const Row kTakers[] = {
     TakesBack<"FreeLibrary", decltype(FreeLibrary)>(kKernel),
 };
 
-// The loader's own records, as its notifications pass them.
-struct LoaderData
-{
-    ULONG m_Flags;
-    const UNICODE_STRING* m_pFullName;
-    const UNICODE_STRING* m_pBaseName;
-    void* m_pBase;
-    ULONG m_Size;
-};
-constexpr ULONG kLoaded = 1;
-using Notify = void CALLBACK(ULONG reason, const void* pData, void* pContext);
-
-template <typename Function>
-Function* LoaderFunction(const char* pName)
-{
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), pName)));
-}
-
 }  // namespace
 
 size_t StressPlatformCount()
@@ -270,42 +246,22 @@ StressPlatform::StressPlatform()
     for (const Row& row : kFailing)
         *row.m_pCalls = 0;
     s_bFailed = false;
-    const auto pRegister = LoaderFunction<LONG WINAPI(ULONG, Notify*, void*, void**)>("LdrRegisterDllNotification");
-    if (!pRegister || pRegister(0, InternalNotify, this, &m_pCookie) < 0)
-        throw std::runtime_error("the loader does not tell what it loads");
 }
 
 StressPlatform::~StressPlatform()
 {
-    LoaderFunction<LONG WINAPI(void*)>("LdrUnregisterDllNotification")(m_pCookie);
     s_pFailing = nullptr;
 }
 
-// The loader calls between mapping and entry point, and again between its end and unmapping.
-void StressPlatform::InternalNotify(ULONG reason, const void* pData, void* pContext)
+StressLoad::Patches StressPlatform::InternalPatch(HMODULE hModule)
 {
-    const auto& data = *static_cast<const LoaderData*>(pData);
-    auto& platform = *static_cast<StressPlatform*>(pContext);
-    if (_wcsnicmp(data.m_pBaseName->Buffer, kDriver, data.m_pBaseName->Length / sizeof(wchar_t)) != 0)
-        return;
-    if (reason == kLoaded)
-        platform.InternalPatch(static_cast<HMODULE>(data.m_pBase));
-    else
-        platform.m_Patches.clear();
-}
-
-void StressPlatform::InternalPatch(HMODULE hModule)
-try
-{
+    StressLoad::Patches patches;
     for (const Row& row : kFailing)
         if (row.m_pPatch)
-            m_Patches.push_back(row.m_pPatch(hModule, row.m_pDll));
+            patches.push_back(row.m_pPatch(hModule, row.m_pDll));
     for (const Row& row : kTakers)
-        m_Patches.push_back(row.m_pPatch(hModule, row.m_pDll));
-}
-catch (const std::exception& error)
-{
-    m_Missing = error.what();
+        patches.push_back(row.m_pPatch(hModule, row.m_pDll));
+    return patches;
 }
 
 void StressPlatform::Fail(size_t function, unsigned nth)

@@ -2,12 +2,10 @@
 // their calls are counted, one of them can be made to fail, and what they gave must come back.
 #pragma once
 
-#include "ImportPatch.h"
+#include "StressLoad.h"
 #include "TemporaryFolder.h"
 
-#include <memory>
 #include <string>
-#include <vector>
 
 namespace tesslo::test
 {
@@ -44,16 +42,13 @@ public:
     unsigned Calls(size_t function) const;
     StressHoldings Holdings() const;
     /// What the driver does not import although it is listed; "" for nothing.
-    const std::string& Missing() const { return m_Missing; }
+    const std::string& Missing() const { return m_Load.Failure(); }
 
 private:
-    static void CALLBACK InternalNotify(ULONG reason, const void* pData, void* pContext);
-    void InternalPatch(HMODULE hModule);
+    static StressLoad::Patches InternalPatch(HMODULE hModule);
 
     TemporaryFolder m_Folder;
-    std::string m_Missing;
-    std::vector<std::unique_ptr<ImportPatch>> m_Patches;  ///< while the driver is loaded
-    void* m_pCookie = nullptr;                            ///< of the loader's notification
+    StressLoad m_Load{InternalPatch};
 };
 
 }  // namespace tesslo::test

@@ -1,10 +1,7 @@
 #include "StressScenario.h"
 
-#include "FakeSurface.h"
 #include "StressRun.h"
 #include "StressText.h"
-
-#include <map>
 
 namespace tesslo::test
 {
@@ -321,7 +318,7 @@ void StressScenario::InternalPresents()
         }
     }
     if (m_hTarget)
-        InternalPresentBlit();
+        InternalNote("pfnPresent blit", m_Driver.PresentBlit(m_hTarget));
     InternalNote("pfnFlush", f.pfnFlush(h));
 }
 
@@ -331,20 +328,6 @@ void StressScenario::InternalAwaitFrame()
     const size_t frames = ++m_Frames;
     for (int i = 0; i < kPatience && m_Driver.m_Client.Calls("Update") < frames; ++i)
         Sleep(1);
-}
-
-// A blit present leaves a reference on the delegated render target, as every caller of it knows.
-void StressScenario::InternalPresentBlit()
-{
-    FakeDevice& fake = m_Driver.m_Fake;
-    const std::map<std::string, ULONG> before = fake.References();
-    D3DDDIARG_PRESENT present{};
-    present.hSrcResource = m_hTarget;
-    present.Flags.Blt = 1;
-    InternalNote("pfnPresent blit", m_Driver.Functions().pfnPresent(m_Driver.Device(), &present));
-    for (const auto& [name, references] : fake.References())
-        if (const auto found = before.find(name); found != before.end() && references == found->second + 1)
-            fake.Find<FakeSurface>(name).Release();
 }
 
 void StressScenario::InternalClose()

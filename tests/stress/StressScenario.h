@@ -53,7 +53,6 @@ private:
     void InternalVideo();
     void InternalPresents();
     void InternalAwaitFrame();
-    void InternalPresentBlit();
     void InternalClose();
     HRESULT InternalBlt(HANDLE hSource, HANDLE hDestination);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "FakeMethods.h"
+#include "Fences.h"
 
 #include <vector>
 
@@ -13,11 +14,13 @@ template <typename Methods, typename Desc>
 class FakeBuffer : public Methods
 {
 public:
-    FakeBuffer(FakeObjects& objects, const std::string& name, const Desc& desc)
-        : Methods(objects, name), m_Desc(desc), m_Bytes(desc.Size)
+    /// @param fenced whether the memory ends at a page without access.
+    FakeBuffer(FakeObjects& objects, const std::string& name, const Desc& desc, bool fenced = false)
+        : Methods(objects, name), m_Desc(desc), m_Fenced(fenced ? desc.Size : 0), m_Bytes(fenced ? 0 : desc.Size)
     {
     }
 
+    /// None when they are fenced.
     std::vector<BYTE>& Bytes() { return m_Bytes; }
     bool IsLocked() const { return m_bLocked; }
 
@@ -26,10 +29,10 @@ public:
     {
         if (HRESULT hr = Methods::Lock(offset, size, ppData, flags); FAILED(hr))
             return hr;
-        if (m_bLocked || offset > m_Bytes.size() || size > m_Bytes.size() - offset)
+        if (m_bLocked || offset > m_Desc.Size || size > m_Desc.Size - offset)
             return D3DERR_INVALIDCALL;
         m_bLocked = true;
-        *ppData = m_Bytes.data() + offset;
+        *ppData = (m_Fenced.Get() ? m_Fenced.Get() : m_Bytes.data()) + offset;
         return S_OK;
     }
 
@@ -55,6 +58,7 @@ public:
 
 private:
     Desc m_Desc;
+    FencedBytes m_Fenced;
     std::vector<BYTE> m_Bytes;
     bool m_bLocked = false;
 };

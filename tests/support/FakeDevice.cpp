@@ -1,5 +1,6 @@
 #include "FakeDevice.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tesslo::test
@@ -41,6 +42,8 @@ HRESULT FakeDevice::InternalMake(Interface** ppObject, const char* pName, const 
 HRESULT FakeDevice::InternalMakeSurface(
     const D3DSURFACE_DESC& desc, IDirect3DSurface9** ppSurface, HANDLE* pSharedHandle)
 {
+    if (std::max(desc.Width, desc.Height) > m_Largest)
+        return D3DERR_INVALIDCALL;
     InternalShare(pSharedHandle);
     const HRESULT hr = InternalMake<FakeSurface>(ppSurface, "surface", desc, m_Rows);
     t_pNewest = static_cast<FakeSurface*>(*ppSurface);
@@ -58,6 +61,8 @@ HRESULT FakeDevice::CreateTexture(UINT width, UINT height, UINT levels, DWORD us
     HRESULT hr = FakeDeviceMethods::CreateTexture(width, height, levels, usage, format, pool, ppTexture, pSharedHandle);
     if (FAILED(hr))
         return hr;
+    if (std::max(width, height) > m_Largest)
+        return D3DERR_INVALIDCALL;
     InternalShare(pSharedHandle);
     const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, width, height};
     return InternalMake<FakeTexture>(ppTexture, "texture", desc, levels, m_Rows);
@@ -69,6 +74,8 @@ HRESULT FakeDevice::CreateCubeTexture(UINT edge, UINT levels, DWORD usage, D3DFO
     HRESULT hr = FakeDeviceMethods::CreateCubeTexture(edge, levels, usage, format, pool, ppTexture, pSharedHandle);
     if (FAILED(hr))
         return hr;
+    if (edge > m_Largest)
+        return D3DERR_INVALIDCALL;
     InternalShare(pSharedHandle);
     const D3DSURFACE_DESC desc{format, D3DRTYPE_SURFACE, usage, pool, D3DMULTISAMPLE_NONE, 0, edge, edge};
     return InternalMake<FakeCubeTexture>(ppTexture, "cube", desc, levels, m_Rows);
@@ -80,8 +87,10 @@ HRESULT FakeDevice::CreateVertexBuffer(
     HRESULT hr = FakeDeviceMethods::CreateVertexBuffer(size, usage, fvf, pool, ppBuffer, pSharedHandle);
     if (FAILED(hr))
         return hr;
+    if (size > m_Largest)
+        return D3DERR_INVALIDCALL;
     const D3DVERTEXBUFFER_DESC desc{D3DFMT_VERTEXDATA, D3DRTYPE_VERTEXBUFFER, usage, pool, size, fvf};
-    return InternalMake<FakeVertexBuffer>(ppBuffer, "vertexbuffer", desc);
+    return InternalMake<FakeVertexBuffer>(ppBuffer, "vertexbuffer", desc, m_Rows.m_bFenced);
 }
 
 HRESULT FakeDevice::CreateIndexBuffer(
@@ -90,8 +99,10 @@ HRESULT FakeDevice::CreateIndexBuffer(
     HRESULT hr = FakeDeviceMethods::CreateIndexBuffer(size, usage, format, pool, ppBuffer, pSharedHandle);
     if (FAILED(hr))
         return hr;
+    if (size > m_Largest)
+        return D3DERR_INVALIDCALL;
     const D3DINDEXBUFFER_DESC desc{format, D3DRTYPE_INDEXBUFFER, usage, pool, size};
-    return InternalMake<FakeIndexBuffer>(ppBuffer, "indexbuffer", desc);
+    return InternalMake<FakeIndexBuffer>(ppBuffer, "indexbuffer", desc, m_Rows.m_bFenced);
 }
 
 HRESULT FakeDevice::CreateRenderTarget(UINT width, UINT height, D3DFORMAT format, D3DMULTISAMPLE_TYPE multisampleType,

@@ -35,6 +35,8 @@ public:
     void SetPitchPadding(UINT bytes) { m_Rows = bytes; }
     /// How surfaces created from now on lie in memory; tight at first.
     void SetRows(const FakeRows& rows) { m_Rows = rows; }
+    /// What is wider, higher or has more bytes is refused with D3DERR_INVALIDCALL; nothing at first.
+    void SetLargest(UINT size) { m_Largest = size; }
     /// What creating calls write to a shared handle that holds null; null at first.
     void SetSharedHandle(HANDLE hShared) { m_hShared = hShared; }
 
@@ -88,6 +90,7 @@ private:
     void InternalShare(HANDLE* pSharedHandle);
 
     FakeRows m_Rows;
+    UINT m_Largest = UINT_MAX;
     HANDLE m_hShared = nullptr;
     HANDLE m_hLastShared = nullptr;
     std::array<IDirect3DSurface9*, kRenderTargetCount> m_RenderTargets{};
