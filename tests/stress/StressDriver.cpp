@@ -1,7 +1,5 @@
 #include "StressDriver.h"
 
-#include "FakeSurface.h"
-
 #include <map>
 
 namespace tesslo::test
@@ -45,7 +43,7 @@ HRESULT StressDriver::PresentBlit(HANDLE hSource)
     const HRESULT hr = Functions().pfnPresent(Device(), &present);
     for (const auto& [name, references] : m_Fake.References())
         if (const auto found = before.find(name); found != before.end() && references == found->second + 1)
-            m_Fake.Find<FakeSurface>(name).Release();
+            dynamic_cast<IUnknown&>(m_Fake.Find<FakeObject>(name)).Release();
     return hr;
 }
 

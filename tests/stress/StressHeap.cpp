@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace tesslo::test
 {
@@ -18,14 +19,25 @@ constexpr int kUnset = 0xA5;  ///< what a new block holds
 void (*s_pFree)(void*);
 void* (*s_pReallocate)(void*, size_t);
 
+/// A block of equal bytes; null when it is too large, as the heap's are.
+void* Fill(size_t size, int byte)
+try
+{
+    return std::memset(TakeFenced(size, kAlignment), byte, size);
+}
+catch (const std::bad_alloc&)
+{
+    return nullptr;
+}
+
 void* Allocate(size_t size)
 {
-    return std::memset(TakeFenced(size, kAlignment), kUnset, size);
+    return Fill(size, kUnset);
 }
 
 void* AllocateZeroes(size_t count, size_t size)
 {
-    return std::memset(TakeFenced(count * size, kAlignment), 0, count * size);
+    return Fill(count * size, 0);
 }
 
 void Free(void* pBlock)
@@ -42,6 +54,8 @@ void* Reallocate(void* pBlock, size_t size)
     if (pBlock && FindFence(pBlock) == FencePlace::Elsewhere)
         return s_pReallocate(pBlock, size);
     void* pMoved = Allocate(size);
+    if (!pMoved)
+        return nullptr;
     if (pBlock)
         std::memcpy(pMoved, pBlock, std::min(size, FencedSize(pBlock)));
     GiveFenced(pBlock);

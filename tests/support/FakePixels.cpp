@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <stdexcept>
 
 namespace tesslo::test
 {
@@ -37,18 +36,13 @@ FakePixels::FakePixels(D3DFORMAT format, UINT width, UINT height, FakeRows rows)
 
 HRESULT FakePixels::Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect)
 {
+    const size_t offset =
+        pRect ? BytesOfPixel(m_Shape, static_cast<UINT>(pRect->left), static_cast<UINT>(pRect->top)).First().Offset : 0;
     const std::lock_guard lock(m_Mutex);
-    if (m_bLocked)
+    if (m_bLocked || (pRect && offset >= InternalSize()))
         return D3DERR_INVALIDCALL;
     m_bLocked = true;
     pLockedRect->Pitch = static_cast<INT>(m_Shape.Pitch);
-    pLockedRect->pBits = InternalData();
-    if (!pRect)
-        return S_OK;
-    const size_t offset =
-        BytesOfPixel(m_Shape, static_cast<UINT>(pRect->left), static_cast<UINT>(pRect->top)).First().Offset;
-    if (offset >= InternalSize())
-        throw std::out_of_range("no such pixel");
     pLockedRect->pBits = InternalData() + offset;
     return S_OK;
 }

@@ -18,7 +18,8 @@ class FakePixels
 public:
     FakePixels(D3DFORMAT format, UINT width, UINT height, FakeRows rows);
 
-    /// Points into the memory; D3DERR_INVALIDCALL while it is locked. @param pRect null for all of it.
+    /// Points into the memory; D3DERR_INVALIDCALL while it is locked, or where there is none. @param pRect null for all
+    /// of it.
     HRESULT Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect);
     /// D3DERR_INVALIDCALL when it is not locked.
     HRESULT Unlock();

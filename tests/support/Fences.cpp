@@ -69,6 +69,8 @@ FencePlace FindFence(const void* pAddress)
 
 BYTE* TakeFenced(size_t bytes, size_t alignment)
 {
+    if (bytes >= kRange)
+        throw std::bad_alloc();
     const size_t size = bytes ? bytes : 1;
     const size_t pages = PagesOf(size + alignment - 1);
     std::lock_guard lock(s_Mutex);

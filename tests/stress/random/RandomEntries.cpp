@@ -18,7 +18,7 @@ Argument MakeArgument(RandomWorld& world)
 {
     using Pointee = std::remove_const_t<std::remove_pointer_t<Argument>>;
     if constexpr (std::is_same_v<Argument, HANDLE>)
-        return world.Image();
+        return world.Handle();  // of queries, decoders and others that there are none of
     else if constexpr (std::is_pointer_v<Argument> && std::is_class_v<Pointee>)
         return MakeRecord<Pointee>(world);
     else if constexpr (std::is_pointer_v<Argument>)
@@ -31,6 +31,8 @@ Argument MakeArgument(RandomWorld& world)
 template <auto kEntry, typename... Arguments>
 void CallWith(RandomWorld& world, HRESULT(APIENTRY* pEntry)(HANDLE, Arguments...))
 {
+    if (!pEntry)
+        return;  // a slot that the driver leaves empty
     // Braces, so that the arguments are made from left to right.
     const std::tuple<Arguments...> arguments{MakeArgument<Arguments>(world)...};
     std::apply([&](auto... values) { pEntry(world.Device(), values...); }, arguments);
@@ -58,6 +60,19 @@ void Clear(RandomWorld& world)
     for (UINT i = 0; i < count; ++i)
         pRects[i] = world.Rect();
     world.Functions().pfnClear(world.Device(), MakeRecord<D3DDDIARG_CLEAR>(world), count, pRects);
+}
+
+void SetTexture(RandomWorld& world)
+{
+    const HANDLE hTexture = world.Chance(80) ? world.Handle(RandomKind::Texture, RandomKind::Cube) : world.Image();
+    world.Functions().pfnSetTexture(world.Device(), world.Number(), hTexture);
+}
+
+void DestroyQuery(RandomWorld& world)
+{
+    const HANDLE handle = world.Handle();
+    world.Functions().pfnDestroyQuery(world.Device(), handle);
+    world.Remove(handle);
 }
 
 void Present(RandomWorld& world)
@@ -101,17 +116,37 @@ void VideoBlt(RandomWorld& world)
     world.Functions().pfnVideoProcessBlt(world.Device(), world.Keep(blt));
 }
 
+/// Bytes of an answer: what the runtime gives each type of query.
+UINT AnswerSize(RandomWorld& world, D3DDDICAPS_TYPE type)
+{
+    constexpr UINT kFormats = 62, kQueries = 15, kRoom = 4096;
+    switch (type)
+    {
+    case D3DDDICAPS_DDRAW:
+    case D3DDDICAPS_DDRAW_MODE_SPECIFIC:
+    case D3DDDICAPS_GETD3D8CAPS:
+        return 1 + world.Below(kRoom);
+    case D3DDDICAPS_GETFORMATDATA:
+        return kFormats * sizeof(FORMATOP);
+    case D3DDDICAPS_GETD3DQUERYDATA:
+        return kQueries * sizeof(D3DDDIQUERYTYPE);
+    case D3DDDICAPS_GETD3D9CAPS:
+        return sizeof(D3DCAPS9);
+    default:
+        return kRoom;
+    }
+}
+
 // The adapter's functions are called without a guard: nothing lies here.
 void GetCaps(RandomWorld& world)
 {
-    constexpr UINT kRoom = 4096;
+    constexpr UINT kInput = 256;
     D3DDDIARG_GETCAPS caps{};
     caps.Type = static_cast<D3DDDICAPS_TYPE>(world.Chance(90) ? world.Below(46) : world.Number());
-    const bool sized = caps.Type == D3DDDICAPS_DDRAW || caps.Type == D3DDDICAPS_DDRAW_MODE_SPECIFIC ||
-                       caps.Type == D3DDDICAPS_GETFORMATDATA;
-    caps.DataSize = sized ? 1 + world.Below(kRoom) : kRoom;
+    caps.DataSize = AnswerSize(world, caps.Type);
     caps.pData = world.Bytes(caps.DataSize);
-    caps.pInfo = world.Bytes(kRoom);
+    // The inputs begin with the processor's name, where they have one.
+    caps.pInfo = world.Bytes(kInput);
     const GUID* pGuid = world.Keep(GUID{world.Number(), 0, 0, {}});
     std::memcpy(caps.pInfo, &pGuid, sizeof(pGuid));
     DriverDll& dll = *world.Driver().m_Dll;
@@ -132,6 +167,8 @@ std::vector<RandomEntry> KnownEntries()
         {"pfnSetPixelShaderConstB", 2,
             SetConstants<&F::pfnSetPixelShaderConstB, D3DDDIARG_SETPIXELSHADERCONSTB, BOOL, 1>},
         {"pfnClear", 3, Clear},
+        {"pfnSetTexture", 3, SetTexture},
+        {"pfnDestroyQuery", 1, DestroyQuery},
         {"pfnPresent", 5, Present},
         {"pfnSetStreamSourceUm", 3, SetStreamSourceUm},
         {"pfnVideoProcessBlt", 3, VideoBlt},

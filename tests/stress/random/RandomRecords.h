@@ -100,6 +100,16 @@ inline void Fill(RandomWorld& world, D3DDDIARG_GENERATEMIPSUBLEVELS& record)
     record = {world.Image(), static_cast<D3DDDITEXTUREFILTERTYPE>(world.Number())};
 }
 
+inline void Fill(RandomWorld& world, D3DDDIARG_ISSUEQUERY& record)
+{
+    record = {world.Handle(), {}};
+}
+
+inline void Fill(RandomWorld& world, D3DDDIARG_GETQUERYDATA& record)
+{
+    record = {world.Handle(), world.Bytes(64)};
+}
+
 /// A record of the current call; in a lying call one of its words is anything.
 template <typename Record>
 Record* MakeRecord(RandomWorld& world)
