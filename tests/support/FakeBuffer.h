@@ -29,7 +29,8 @@ public:
     {
         if (HRESULT hr = Methods::Lock(offset, size, ppData, flags); FAILED(hr))
             return hr;
-        if (m_bLocked || offset > m_Desc.Size || size > m_Desc.Size - offset)
+        const size_t all = m_Fenced.Get() ? m_Fenced.Size() : m_Bytes.size();
+        if (m_bLocked || offset > all || size > all - offset)
             return D3DERR_INVALIDCALL;
         m_bLocked = true;
         *ppData = (m_Fenced.Get() ? m_Fenced.Get() : m_Bytes.data()) + offset;
