@@ -263,10 +263,17 @@ bool UMDThreadFrameBuffer::InternalProcessFrameBuffer(
     UINT height = pFrame->m_Height;
     UINT pitch = pFrame->m_Pitch;
     D3DLOCKED_RECT locked = {};
-    if (HRESULT hr = pSurface->LockRect(&locked, nullptr, 0); FAILED(hr))
+    HRESULT hrLock = pSurface->LockRect(&locked, nullptr, 0);
+    if (SUCCEEDED(hrLock) && locked.Pitch < INT64{pitch})
     {
-        UMD_TRACE(
-            UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalProcessFrameBuffer LockRect failed! hResult:0x%x\n", hr);
+        // Rows that are shorter than the frame's would be read past the end of the last one.
+        pSurface->UnlockRect();
+        hrLock = E_FAIL;
+    }
+    if (FAILED(hrLock))
+    {
+        UMD_TRACE(UMDTRACE_ERROR, L"UMDThreadFrameBuffer::InternalProcessFrameBuffer LockRect failed! hResult:0x%x\n",
+            hrLock);
         return false;
     }
     // The pitch is the frame's own, not the locked one: 32-bit system-memory surfaces are packed.

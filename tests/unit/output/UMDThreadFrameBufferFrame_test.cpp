@@ -75,6 +75,25 @@ TEST_F(FrameBufferFrameTest, Update_EachRotation_SendsTheRotatedImageAndItsGeome
     }
 }
 
+TEST_F(FrameBufferFrameTest, LockRect_AnswersRowsShorterThanTheFrames_EndsTheWorkerWithoutReadingThem)
+{
+    FakeRows rows;
+    rows.m_Shortage = 1;
+    rows.m_bFenced = true;
+    Start();
+    m_Fake.CreateRenderTarget(4, 4, D3DFMT_X8R8G8B8, D3DMULTISAMPLE_NONE, 0, FALSE, m_pTarget.Put(), nullptr);
+    m_Fake.SetRows(rows);  // of the copy
+    const TraceMask mask(UMDTRACE_ERROR);
+    m_Trace.Clear();
+    ASSERT_TRUE(m_Thread->FrameBufferAvailable(m_pTarget.Get(), 4, 4, D3DFMT_X8R8G8B8, D3DDDI_ROTATION_IDENTITY));
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(m_Trace.Lines(),
+        (Lines{"UMDThreadFrameBuffer::InternalProcessFrameBuffer LockRect failed! hResult:0x80004005\n",
+            "UMDThreadFrameBuffer::Run InternalProcessFrameBuffer failed!\n"}));
+    EXPECT_EQ(m_Fake.Calls("surface.UnlockRect"), 1u);
+    EXPECT_TRUE(m_Client.Updates().empty());
+}
+
 TEST_F(FrameBufferFrameTest, Update_LandscapeFrameRotatedBy90_IsDeliveredAsPortrait)
 {
     Start();
