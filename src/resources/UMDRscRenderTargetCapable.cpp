@@ -4,7 +4,32 @@
 #include "resources/UMDSurfaceList.h"
 #include "util/UMDUtilDebugTrace.h"
 
+#include <algorithm>
 #include <utility>
+
+namespace
+{
+struct Extent
+{
+    UINT Width, Height;  ///< pixels
+};
+
+/// What of a read-back surface may be taken for pixels of a format: with another format than its own, as many as its
+/// rows have bytes for. Of planes, and of a format that the driver knows nothing of, nothing.
+Extent ReadableAs(D3DDDIFORMAT format, const D3DSURFACE_DESC& desc, UINT pitch)
+{
+    const UMDPixelLayout& wanted = UMDPixelLayoutOf(format);
+    const UMDPixelLayout& layout = UMDPixelLayoutOf(static_cast<D3DDDIFORMAT>(desc.Format));
+    if (wanted.Format == layout.Format)
+        return {desc.Width, desc.Height};
+    if (wanted.PlaneCount != 1)
+        return {0, 0};
+    const UMDPixelPlane& plane = wanted.Planes[0];
+    const UINT blocks = std::min(layout.RowBytes(0, desc.Width), pitch) / plane.BlockBytes;
+    return {std::min(desc.Width, blocks * plane.BlockWidth),
+        std::min(desc.Height, layout.Rows(0, desc.Height) * plane.BlockHeight)};
+}
+}  // namespace
 
 UMDRscRenderTargetCapable::UMDRscRenderTargetCapable(
     UMDDdiDevice* pDevice, HANDLE hResourceOS, UMDRESOURCETYPE type, BOOL openResource)
@@ -172,8 +197,11 @@ HRESULT UMDRscRenderTargetCapable::KernelModePresentCbBLT(HANDLE hContext)
         return UMDFail(
             hr, L"UMDRscRenderTargetCapable::KernelModePresentCbBLT RenderTargetDataLock failed! hResult: 0x%x\n", hr);
 
-    const HRESULT hrCopy = CopyFrom(static_cast<const BYTE*>(locked.pBits), desc.Width, desc.Height, m_BytesPerPixel,
-        static_cast<UINT>(locked.Pitch));
+    // The delegated device's current render target need not be this one.
+    const UINT pitch = static_cast<UINT>(locked.Pitch);
+    const Extent extent = ReadableAs(m_Format, desc, pitch);
+    const HRESULT hrCopy =
+        CopyFrom(static_cast<const BYTE*>(locked.pBits), extent.Width, extent.Height, m_BytesPerPixel, pitch);
     if (FAILED(hrCopy))
     {
         UMD_TRACE(UMDTRACE_ERROR, L"UMDRscRenderTargetCapable::KernelModePresentCbBLT CopyFrom failed! hResult: 0x%x\n",

@@ -7,6 +7,7 @@
 #include "kernel/UMDAllocationPrivateData.h"
 #include "resources/UMDRscSurface.h"
 #include "resources/UMDRscTexture.h"
+#include "util/UMDComPtr.h"
 
 #include <algorithm>
 
@@ -97,6 +98,30 @@ TEST_F(CopyFrom, BltPresent_EveryTargetFormat_TheAllocationHoldsTheTargetsPixels
             EXPECT_TRUE(memory == expected);
             m_Fake.SetRenderTarget(0, nullptr);
             surface.Release();  // the reference that each read-back leaves
+            DestroyAll();
+        }
+}
+
+TEST_F(CopyFrom, BltPresent_RenderTargetOfAnotherFormat_ReadsNothingBehindItsRows)
+{
+    FakeRows rows = 13;
+    rows.m_bFenced = true;
+    for (D3DDDIFORMAT format : kPixelFormats)
+        for (D3DFORMAT current : {D3DFMT_X8R8G8B8, D3DFMT_R5G6B5, D3DFMT_L8, D3DFMT_DXT1})
+        {
+            SCOPED_TRACE(FormatName(format) + " while " + std::to_string(current) + " is the render target");
+            m_Fake.RestartNames();
+            CreateRequest request(kFlagRenderTarget | kFlagPrimary, D3DDDIPOOL_LOCALVIDMEM, format, 13, 7);
+            auto* pTarget = Create<UMDRscSurface>(request);
+            m_Fake.SetRows(rows);
+            UMDComPtr<IDirect3DSurface9> pCurrent;
+            m_Fake.CreateRenderTarget(13, 7, current, D3DMULTISAMPLE_NONE, 0, FALSE, pCurrent.Put(), nullptr);
+            m_Fake.SetRenderTarget(0, pCurrent.Get());
+            EXPECT_EQ(pTarget->KernelModePresentCbBLT(kContext), S_OK);
+            m_Fake.SetRenderTarget(0, nullptr);
+            pCurrent->Release();  // the reference that each read-back leaves
+            pCurrent.Reset();
+            m_Fake.SetRows({});
             DestroyAll();
         }
 }
