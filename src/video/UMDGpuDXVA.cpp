@@ -23,7 +23,7 @@ IDirect3DSurface9* SurfaceOf(HANDLE hResource)
 }
 }  // namespace
 
-UMDGpuDXVA::UMDGpuDXVA(UMDDdiDevice* pDevice) : m_pDeviceContext(pDevice), m_hRenderTarget(nullptr) {}
+UMDGpuDXVA::UMDGpuDXVA(UMDDdiDevice* pDevice) : m_pDeviceContext(pDevice) {}
 
 UMDGpuDXVA::~UMDGpuDXVA()
 {
@@ -70,7 +70,7 @@ HRESULT UMDGpuDXVA::SetRenderTarget(const D3DDDIARG_SETVIDEOPROCESSRENDERTARGET*
     if (!pSurface)
         return UMDFail(E_FAIL, L"UMDGpuDXVA::SetRenderTarget pSurface is NULL\n");
 
-    m_hRenderTarget = pArgs->hRenderTarget;
+    m_pRenderTarget.Share(pSurface);
     IDirect3DDevice9Ex* pDevice = m_pDeviceContext->GetDevice();
     if (HRESULT hr = pDevice ? pDevice->SetRenderTarget(0, pSurface) : E_FAIL; FAILED(hr))
         return UMDFail(hr, L"UMDGpuDXVA::SetRenderTarget SetRenderTarget failed! 0x%x\n", hr);
@@ -99,8 +99,7 @@ HRESULT UMDGpuDXVA::Blt(const D3DDDIARG_VIDEOPROCESSBLT* pArgs)
     InternalSetBltParams(pArgs, &params);
     InternalSetBltSamples(pArgs, &sample);
 
-    IDirect3DSurface9* pCurrentVideoSurface = SurfaceOf(m_hRenderTarget);
-    if (!pCurrentVideoSurface)
+    if (!m_pRenderTarget)
         return UMDFail(E_FAIL, L"UMDGpuDXVA::Blt pCurrentVideoSurface is NULL\n");
     if (pArgs->NumSrcSurfaces != 1)
         return UMDFail(E_NOTIMPL, L"UMDGpuDXVA::Blt NumSrcSurfaces:%d failed!\n", pArgs->NumSrcSurfaces);
@@ -110,7 +109,7 @@ HRESULT UMDGpuDXVA::Blt(const D3DDDIARG_VIDEOPROCESSBLT* pArgs)
         return UMDFail(E_FAIL, L"UMDGpuDXVA::Blt m_pVideoProcessor is NULL\n");
 
     HRESULT hr =
-        m_pVideoProcessor->VideoProcessBlt(pCurrentVideoSurface, &params, &sample, pArgs->NumSrcSurfaces, nullptr);
+        m_pVideoProcessor->VideoProcessBlt(m_pRenderTarget.Get(), &params, &sample, pArgs->NumSrcSurfaces, nullptr);
     if (FAILED(hr))
         return UMDFail(hr, L"UMDGpuDXVA::Blt UMDDdiVideoProcessBlt failed! 0x%x\n", hr);
     return S_OK;

@@ -41,5 +41,5 @@ private:
     UMDDdiDevice* m_pDeviceContext;  ///< borrowed
     UMDComPtr<IDirectXVideoProcessor> m_pVideoProcessor;
     UMDComPtr<IDirectXVideoProcessorService> m_pVideoProcessorService;
-    HANDLE m_hRenderTarget;  ///< the target set last, null before the first
+    UMDComPtr<IDirect3DSurface9> m_pRenderTarget;  ///< of the target set last, whatever becomes of its resource
 };

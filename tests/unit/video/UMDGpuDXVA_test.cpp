@@ -249,6 +249,19 @@ TEST_F(UMDGpuDXVATest, SetRenderTarget_NoDelegatedDevice_RefusedAndTheTargetIsTh
     EXPECT_EQ(m_Dxva2.pBltTarget, m_pTarget->GetSurface(0, 0));
 }
 
+TEST_F(UMDGpuDXVATest, Blt_TargetWasDestroyed_GoesToTheSurfaceThatItHad)
+{
+    EXPECT_EQ(CreateVideo(), S_OK);
+    EXPECT_EQ(SetTarget(m_pTarget), S_OK);
+    const IDirect3DSurface9* pSurface = m_pTarget->GetSurface(0, 0);
+    m_Fake.SetRenderTarget(0, nullptr);
+    Destroy(m_pTarget);
+    EXPECT_EQ(BltOnce(), S_OK);
+    EXPECT_EQ(m_Dxva2.pBltTarget, pSurface);
+    m_pVideo.reset();
+    EXPECT_EQ(m_Fake.LiveObjects(), Lines{"surface#2"});
+}
+
 TEST_F(UMDGpuDXVATest, Blt_TexturesWithLevels_TargetAndSourceAreLevelZeroWhateverTheIndices)
 {
     constexpr UINT kFlags = kFlagTexture | kFlagRenderTarget;
