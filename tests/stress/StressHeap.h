@@ -12,6 +12,10 @@ class StressHeap
 {
 public:
     const std::string& Failure() const { return m_Load.Failure(); }
+    /// How many the driver has.
+    size_t Blocks() const;
+    /// Frees what the driver has left. Only while it is not loaded.
+    void GiveBack();
 
 private:
     static StressLoad::Patches InternalPatch(HMODULE hModule);

@@ -22,7 +22,7 @@ std::atomic<BYTE*> s_pRange;                      ///< null until the first taki
 size_t s_Used;                                    ///< pages that were ever given out
 std::vector<std::atomic<BYTE>> s_Places(kPages);  ///< FencePlace of each page
 std::map<const void*, size_t> s_Sizes;            ///< of what is taken now
-/// Slots that were given back, by pages. The longest unused one comes first: who touches one late is found still.
+/// Slots that were given back, by pages, without memory. The longest unused one comes first: who touches one late is found still.
 std::map<size_t, std::deque<BYTE*>> s_Free;
 
 void Mark(const BYTE* pSlot, size_t pages, FencePlace place)
@@ -94,8 +94,7 @@ void GiveFenced(void* pBytes)
     BYTE* pSlot = s_pRange + static_cast<size_t>(static_cast<BYTE*>(pBytes) - s_pRange) / kPage * kPage;
     const size_t pages = PagesOf(static_cast<size_t>(static_cast<BYTE*>(pBytes) - pSlot) + found->second);
     s_Sizes.erase(found);
-    DWORD before = 0;
-    VirtualProtect(pSlot, pages * kPage, PAGE_NOACCESS, &before);
+    VirtualFree(pSlot, pages * kPage, MEM_DECOMMIT);
     Mark(pSlot, pages, FencePlace::GivenBack);
     s_Free[pages].push_back(pSlot);
 }

@@ -81,10 +81,11 @@ void Live(StressRun& run, StressDriver& driver, StressFenceWatch& watch, bool ho
 
 void StressRandomCalls(StressRun& run)
 {
-    const StressHeap heap;
+    StressHeap heap;
     StressFenceWatch watch;
     std::optional<StressDriver> driver(std::in_place);
     run.Expect(heap.Failure().empty(), heap.Failure());
+    size_t blocks = heap.Blocks();
     while (run.Next())
     {
         const bool hostile = run.Number() % kHostileEvery == kHostileEvery - 1;
@@ -93,10 +94,17 @@ void StressRandomCalls(StressRun& run)
         const uint64_t left = driver->Leftovers();
         run.Expect(left == 0 || hostile, std::to_string(left) + " objects or references live on" +
                                              (live.empty() ? "" : ", the first is " + live[0]));
-        if (left == 0)
+        run.Expect(heap.Blocks() == blocks || hostile,
+            std::to_string(heap.Blocks()) + " blocks of memory live on, " + std::to_string(blocks) + " lived before");
+        if (left == 0 && heap.Blocks() == blocks)
             driver->Clean();
         else
+        {
+            driver.reset();
+            heap.GiveBack();
             driver.emplace();
+            blocks = heap.Blocks();
+        }
         if (run.Number() % kLifeEvery == kLifeEvery - 1)
         {
             StressUndisturbedLife(run, *driver);
