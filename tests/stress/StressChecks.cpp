@@ -21,8 +21,9 @@ const std::vector<StressCheck>& StressChecks()
     static const std::vector<StressCheck> checks{
         {"callbacks", "each callback of the runtime's fails at each of its calls, with five codes", 0, 0,
             StressCallbackFailures},
-        {"delegated", "each call of the delegated device fails, faults or gives nothing, at each of its calls", 0, 0,
-            StressDelegatedFailures},
+        {"delegated",
+            "each call of the delegated device fails, faults, gives nothing or too short rows, at each of its calls", 0,
+            0, StressDelegatedFailures},
         {"lives", "adapter and device come and go with presents in flight", 500, 10000, StressLives},
         {"loads", "the DLL comes and goes", 200, 5000, StressLoads},
         {"devices", "two to four devices at once, each used by threads in turn", 100, 2000, StressDevices},

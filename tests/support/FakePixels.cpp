@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace tesslo::test
 {
 
 namespace
 {
+
+thread_local bool t_bShorten;  ///< its next lock
 
 UINT RowCountOf(const ImageShape& image)
 {
@@ -34,15 +37,28 @@ FakePixels::FakePixels(D3DFORMAT format, UINT width, UINT height, FakeRows rows)
         memset(m_Fenced.Get(), 0, m_Fenced.Size());
 }
 
+void FakePixels::ShortenNextLock()
+{
+    t_bShorten = true;
+}
+
 HRESULT FakePixels::Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect)
 {
+    ImageShape shape = m_Shape;
+    size_t begin = 0;
+    if (std::exchange(t_bShorten, false))
+    {
+        shape.Pitch = m_RowBytes / 2;
+        begin = InternalSize() - size_t{shape.Pitch} * m_RowCount;
+    }
     const size_t offset =
-        pRect ? BytesOfPixel(m_Shape, static_cast<UINT>(pRect->left), static_cast<UINT>(pRect->top)).First().Offset : 0;
+        begin +
+        (pRect ? BytesOfPixel(shape, static_cast<UINT>(pRect->left), static_cast<UINT>(pRect->top)).First().Offset : 0);
     const std::lock_guard lock(m_Mutex);
     if (m_bLocked || (pRect && offset >= InternalSize()))
         return D3DERR_INVALIDCALL;
     m_bLocked = true;
-    pLockedRect->Pitch = static_cast<INT>(m_Shape.Pitch);
+    pLockedRect->Pitch = static_cast<INT>(shape.Pitch);
     pLockedRect->pBits = InternalData() + offset;
     return S_OK;
 }

@@ -21,6 +21,9 @@ public:
     /// Points into the memory; D3DERR_INVALIDCALL while it is locked, or where there is none. @param pRect null for all
     /// of it.
     HRESULT Lock(D3DLOCKED_RECT* pLockedRect, const RECT* pRect);
+    /// The calling thread's next lock, of whatever surface, answers half a row for its pitch, as Direct3D never does.
+    /// What it points to then has no more bytes than rows of that pitch, and ends where the memory does.
+    static void ShortenNextLock();
     /// D3DERR_INVALIDCALL when it is not locked.
     HRESULT Unlock();
     bool IsLocked() const { return m_bLocked; }

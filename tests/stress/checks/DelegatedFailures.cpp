@@ -1,6 +1,8 @@
 #include "DelegatedFailures.h"
 
+#include "FakePixels.h"
 #include "Faults.h"
+#include "StressFenceWatch.h"
 #include "StressRun.h"
 #include "StressScenario.h"
 #include "StressText.h"
@@ -23,10 +25,11 @@ constexpr HRESULT kCodes[] = {
 /// How a call goes wrong.
 enum class Wrong
 {
-    Once,       ///< answers the code at its n-th call
-    FromNowOn,  ///< and at all behind it
-    Fault,      ///< raises an access violation
-    Nothing,    ///< succeeds and gives nothing
+    Once,        ///< answers the code at its n-th call
+    FromNowOn,   ///< and at all behind it
+    Fault,       ///< raises an access violation
+    Nothing,     ///< succeeds and gives nothing
+    ShortPitch,  ///< gives rows that are shorter than they can be
 };
 
 struct Case
@@ -68,6 +71,8 @@ std::vector<Case> CasesOf(const std::map<std::string, unsigned>& calls)
             cases.push_back({method, nth, Wrong::FromNowOn, D3DERR_DEVICELOST});
             cases.push_back({method, nth, Wrong::Fault, S_OK});
             cases.push_back({method, nth, Wrong::Nothing, S_FALSE});
+            if (method.ends_with(".LockRect"))
+                cases.push_back({method, nth, Wrong::ShortPitch, S_OK});
         }
     return cases;
 }
@@ -85,6 +90,8 @@ std::string Describe(const Case& c)
         return call + " faults: ";
     case Wrong::Nothing:
         return call + " succeeds with nothing: ";
+    case Wrong::ShortPitch:
+        return call + " answers a short pitch: ";
     }
     return call;
 }
@@ -101,14 +108,26 @@ void Script(FakeDevice& fake, const Case& c)
             return;
         if (c.m_Wrong == Wrong::Fault)
             RaiseAccessViolation();
-        fake.Fail(c.m_Method, c.m_hCode);
+        if (c.m_Wrong == Wrong::ShortPitch)
+            FakePixels::ShortenNextLock();
+        else
+            fake.Fail(c.m_Method, c.m_hCode);
     });
+}
+
+/// Surfaces of a life end at pages without access where a pitch lies.
+FakeRows RowsOf(const Case& c)
+{
+    FakeRows rows;
+    rows.m_bFenced = c.m_Wrong == Wrong::ShortPitch;
+    return rows;
 }
 
 }  // namespace
 
 void StressDelegatedFailures(StressRun& run)
 {
+    StressFenceWatch watch;
     std::optional<StressDriver> driver(std::in_place);
     StressUndisturbedLife(run, *driver);
     const std::vector<Case> cases = CasesOf(CallsOf(driver->m_Fake));
@@ -118,7 +137,12 @@ void StressDelegatedFailures(StressRun& run)
     {
         const Case& c = cases[run.Number()];
         Script(driver->m_Fake, c);
+        driver->m_Fake.SetRows(RowsOf(c));
+        watch.Enter("an entry");
         StressScenario(*driver).Run();
+        watch.Enter(nullptr);
+        for (const std::string& touch : watch.Take())
+            run.Find(Describe(c) + touch);
         const Lines live = driver->m_Fake.LiveObjects();
         const uint64_t left = driver->Leftovers();
         // What a fault interrupts stays half done, and keeps what it has made so far.
