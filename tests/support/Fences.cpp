@@ -22,7 +22,8 @@ std::atomic<BYTE*> s_pRange;                      ///< null until the first taki
 size_t s_Used;                                    ///< pages that were ever given out
 std::vector<std::atomic<BYTE>> s_Places(kPages);  ///< FencePlace of each page
 std::map<const void*, size_t> s_Sizes;            ///< of what is taken now
-/// Slots that were given back, by pages, without memory. The longest unused one comes first: who touches one late is found still.
+/// Slots that were given back, by pages, without memory. The longest unused one comes first: who touches one late is
+/// found still.
 std::map<size_t, std::deque<BYTE*>> s_Free;
 
 void Mark(const BYTE* pSlot, size_t pages, FencePlace place)

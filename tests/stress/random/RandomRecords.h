@@ -18,7 +18,10 @@ void Fill(RandomWorld& world, Record& record)
 
 inline void Fill(RandomWorld& world, D3DDDIARG_BLT& record)
 {
-    record = {world.Image(), world.Number(), world.Rect(), world.Image(), world.Number(), world.Rect(), 0, {}};
+    const HANDLE hSource = world.Image();
+    // Between some pools a texture's rectangles stand for an address, by design: huge ones name anybody's memory.
+    const auto rect = [&, isTexture = world.IsTexture(hSource)] { return isTexture ? world.NearRect() : world.Rect(); };
+    record = {hSource, world.Number(), rect(), world.Image(), world.Number(), rect(), 0, {}};
 }
 
 inline void Fill(RandomWorld& world, D3DDDIARG_BUFFERBLT& record)

@@ -33,9 +33,11 @@ UINT RandomWorld::Number()
     }
 }
 
-RECT RandomWorld::Rect()
+RECT RandomWorld::InternalRect(bool mayBeHuge)
 {
-    const auto edge = [&] { return static_cast<LONG>(Chance(80) ? Below(66) : Number()) - (Chance(10) ? 8 : 0); };
+    const auto edge = [&] {
+        return static_cast<LONG>(Chance(80) || !mayBeHuge ? Below(66) : Number()) - (Chance(10) ? 8 : 0);
+    };
     RECT rect{edge(), edge(), edge(), edge()};
     if (!Chance(80))
         return rect;
@@ -101,6 +103,12 @@ HANDLE RandomWorld::InternalForeign()
 HANDLE RandomWorld::Image()
 {
     return Handle(RandomKind::Texture, RandomKind::Cube, RandomKind::Surface, RandomKind::Target);
+}
+
+bool RandomWorld::IsTexture(HANDLE handle) const
+{
+    const auto found = std::ranges::find(m_Living, handle, &Thing::m_Handle);
+    return found != m_Living.end() && (found->m_Kind == RandomKind::Texture || found->m_Kind == RandomKind::Cube);
 }
 
 void RandomWorld::Add(RandomKind kind, HANDLE handle, std::list<FencedBytes> memory)

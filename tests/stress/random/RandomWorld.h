@@ -51,7 +51,9 @@ public:
     /// Mostly small, now and then at an edge of what 32 bits hold.
     UINT Number();
     /// Mostly within an image, now and then negative, empty, turned round or huge.
-    RECT Rect();
+    RECT Rect() { return InternalRect(true); }
+    /// The same, never huge.
+    RECT NearRect() { return InternalRect(false); }
     D3DDDIFORMAT Format();
 
     /// Memory of the current call, filled with noise. @return null for none.
@@ -76,6 +78,7 @@ public:
         return InternalHandle({kinds...});
     }
     HANDLE Image();
+    bool IsTexture(HANDLE handle) const;
 
     /// Handles are told of as they come and go. @param memory stays the resource's.
     void Add(RandomKind kind, HANDLE handle, std::list<FencedBytes> memory = {});
@@ -97,6 +100,7 @@ private:
 
     static constexpr unsigned kLies = 15;  ///< percent
 
+    RECT InternalRect(bool mayBeHuge);
     HANDLE InternalHandle(std::initializer_list<RandomKind> kinds);
     HANDLE InternalForeign();
     void InternalDestroy(const Thing& thing);
