@@ -23,7 +23,7 @@ IDirect3DSurface9* SurfaceOf(HANDLE hResource)
 }
 }  // namespace
 
-UMDGpuDXVA::UMDGpuDXVA(UMDDdiDevice* pDevice) : m_pDeviceContext(pDevice) {}
+UMDGpuDXVA::UMDGpuDXVA(UMDDdiDevice* pDevice) : m_pDeviceContext(pDevice), m_hRenderTarget(nullptr) {}
 
 UMDGpuDXVA::~UMDGpuDXVA()
 {
@@ -70,6 +70,7 @@ HRESULT UMDGpuDXVA::SetRenderTarget(const D3DDDIARG_SETVIDEOPROCESSRENDERTARGET*
     if (!pSurface)
         return UMDFail(E_FAIL, L"UMDGpuDXVA::SetRenderTarget pSurface is NULL\n");
 
+    m_hRenderTarget = pArgs->hRenderTarget;
     m_pRenderTarget.Share(pSurface);
     IDirect3DDevice9Ex* pDevice = m_pDeviceContext->GetDevice();
     if (HRESULT hr = pDevice ? pDevice->SetRenderTarget(0, pSurface) : E_FAIL; FAILED(hr))

@@ -41,5 +41,6 @@ private:
     UMDDdiDevice* m_pDeviceContext;  ///< borrowed
     UMDComPtr<IDirectXVideoProcessor> m_pVideoProcessor;
     UMDComPtr<IDirectXVideoProcessorService> m_pVideoProcessorService;
-    UMDComPtr<IDirect3DSurface9> m_pRenderTarget;  ///< of the target set last, whatever becomes of its resource
+    HANDLE m_hRenderTarget;                        ///< the target set last, null before the first
+    UMDComPtr<IDirect3DSurface9> m_pRenderTarget;  ///< its surface: the resource may be gone before the next blit
 };
