@@ -164,20 +164,29 @@ class Serving(unittest.TestCase):
             seen += 1
         self.assertGreater(seen, 20, "updates while the stills were made")
 
+    def ramp_sent_to(self, viewer, blue):
+        """Presents a ramp; its message, as words and whole. The viewer says that it has drawn it."""
+        self.presenter.do("ramp", 0, 640, 480, blue)
+        payload = viewer.socket.read()[1]
+        words = struct.unpack_from("<12I", payload)
+        viewer.socket.send_json(drawn=words[1])
+        return words, payload
+
     def test_jpeg_mode_sends_compressed_pictures_in_order(self):
         viewer = Viewer(self.port)
         self.addCleanup(viewer.close)
         viewer.socket.send_json(jpeg=True)
         viewer.step()
+        blue = 200
+        while self.ramp_sent_to(viewer, blue)[0][0] != 2:  # until the wish has arrived
+            blue += 1
+            self.assertLess(blue, 250)
         for blue in range(5):
-            self.presenter.do("ramp", 0, 640, 480, blue * 30)
-            kind, payload = viewer.socket.read()
-            words = struct.unpack_from("<12I", payload)
+            words, payload = self.ramp_sent_to(viewer, blue * 30)
             self.assertEqual(words[0], 2)
             self.assertEqual(words[3:5] + words[8:12], (640, 480, 0, 0, 640, 480))
             self.assertEqual(payload[48:51], b"\xff\xd8\xff")
             self.assertLess(len(payload), 60_000)
-            viewer.socket.send_json(drawn=words[1])
         self.presenter.do("patch", 0, 1, 639, 479)
         words = struct.unpack_from("<12I", viewer.socket.read()[1])
         self.assertEqual(words[8:12], (576, 448, 64, 32), "the tile that changed")

@@ -142,7 +142,7 @@ TEST_F(VideoProcessMemory, Create_NoMemoryForTheObject_RefusedBeforeTheService)
 
 TEST_F(VideoProcessMemory, Create_NoMemoryForTheProcessorsOwner_RefusedAndNothingLeft)
 {
-    g_RefusedSize = 4 * sizeof(void*);  // device, processor, service, target
+    g_RefusedSize = 5 * sizeof(void*);  // device, processor, service, target and its surface
     D3DDDIARG_CREATEVIDEOPROCESSDEVICE create = VideoCalls::DistinctCreate();
     TraceLines trace;
     EXPECT_EQ(m_Video.Create(create), E_OUTOFMEMORY);
