@@ -6,6 +6,7 @@ DEMO_SIZES=(1280x720 800x600 640x480)
 DEMO_ROTATIONS=(180 90 0)
 DEMO_SCENES=(turning card video)
 DEMO_FRAMES=30
+DEMO_LIVE_FPS=30
 
 usage()
 {
@@ -22,6 +23,7 @@ What is shown; each of the three may be given once for each source:
                       of your own)
 
 How, and where to:
+  --live              in a web browser, until Ctrl-C, $DEMO_LIVE_FPS frames a second; no picture of each frame
   --frames N          frames for each source ($DEMO_FRAMES); 0: until Ctrl-C, and no picture of each frame
   --fps N             frames a second of each source; 0: as fast as it goes (0)
   --change-every N    change rotation and mode of a source, each in its turn, every N frames; 0: never (0)
@@ -33,6 +35,7 @@ How, and where to:
   -h, --help          print this and end
 
 Examples:
+  ./demo --live
   ./demo --frames 300
   ./demo --source 1920x1080
   ./demo --source 1920x1080 --rotation 90 --source 640x480 --rotation 0 --scene turning --scene video
@@ -162,7 +165,7 @@ read_value()
 read_options()
 {
     sizes=() rotations=() scenes=()
-    frames=$DEMO_FRAMES fps=0 change_every=0 every_frame=1
+    live=0 frames="" fps="" change_every=0 every_frame=""
     out=$TESSLO_ROOT/out trace=0x1 client="" driver=""
     local library
     while (($# > 0)); do
@@ -175,6 +178,9 @@ read_options()
                 (($# > 1)) || refuse "$1 lacks its value"
                 read_value "$1" "$2"
                 shift
+                ;;
+            --live)
+                live=1
                 ;;
             --every-frame | --no-every-frame)
                 every_frame=$([[ $1 == --no-* ]] && echo 0 || echo 1)
@@ -189,7 +195,21 @@ read_options()
         esac
         shift
     done
+    ((live == 0)) || go_live
+    : "${frames:=$DEMO_FRAMES}" "${fps:=0}" "${every_frame:=1}"
     pair_sources
+}
+
+# The browser's client library takes the place of the one that records. A viewer sees the newest frame: none waits.
+go_live()
+{
+    [[ -z $client ]] || refuse "--live brings a client library of its own: leave --client out"
+    client=TessloClientDllBrowser.dll
+    page_host=${TESSLO_BROWSER_ADDRESS:-127.0.0.1}
+    [[ $page_host != 0.0.0.0 ]] || page_host=127.0.0.1
+    page_port=${TESSLO_BROWSER_PORT:-7600}
+    is_number "$page_port" 1 65535 || refuse "TESSLO_BROWSER_PORT=$page_port: expected 1 to 65535"
+    : "${frames:=0}" "${fps:=$DEMO_LIVE_FPS}" "${every_frame:=0}"
 }
 
 # Fills up what the user has not given for a source.

@@ -105,7 +105,7 @@ build_all()
     run_logged build cmake --build --preset "$TESSLO_PRESET"
 }
 
-# build_target TARGET: this one and what it needs, no test. A tree that is configured configures itself anew when it
+# build_target TARGET...: these and what they need, no test. A tree that is configured configures itself anew when it
 # has to, and stays with tests or without.
 build_target()
 {
@@ -115,7 +115,7 @@ build_target()
         run_logged configure cmake --preset "$TESSLO_PRESET" -DTESSLO_BUILD_TESTS=OFF
     fi
     say "building"
-    run_logged build cmake --build --preset "$TESSLO_PRESET" --target "$1"
+    run_logged build cmake --build --preset "$TESSLO_PRESET" --target "$@"
 }
 
 # What needs no Windows, for this machine and under the sanitizers: ./test alone asks for it.
@@ -155,8 +155,9 @@ start_display()
 {
     local number=$TESSLO_BUILD/.display tries=0
     : >"$number"
-    # Xvfb takes the first free number and writes it down.
-    Xvfb -displayfd 8 -screen 0 1280x1024x24 -nolisten tcp 8>"$number" </dev/null >"$TESSLO_LOGS/xvfb.log" 2>&1 9>&- &
+    # Xvfb takes the first free number and writes it down. Out of the terminal's reach: Ctrl-C would end it before those
+    # that draw on it.
+    setsid Xvfb -displayfd 8 -screen 0 1280x1024x24 -nolisten tcp 8>"$number" </dev/null >"$TESSLO_LOGS/xvfb.log" 2>&1 9>&- &
     TESSLO_XVFB=$!
     until [[ -s $number ]]; do
         ((++tries <= 300)) && kill -0 "$TESSLO_XVFB" 2>/dev/null ||
