@@ -205,10 +205,7 @@ go_live()
 {
     [[ -z $client ]] || refuse "--live brings a client library of its own: leave --client out"
     client=TessloClientDllBrowser.dll
-    page_host=${TESSLO_BROWSER_ADDRESS:-127.0.0.1}
-    [[ $page_host != 0.0.0.0 ]] || page_host=127.0.0.1
-    page_port=${TESSLO_BROWSER_PORT:-7600}
-    is_number "$page_port" 1 65535 || refuse "TESSLO_BROWSER_PORT=$page_port: expected 1 to 65535"
+    read_page_settings
     : "${frames:=0}" "${fps:=$DEMO_LIVE_FPS}" "${every_frame:=0}"
 }
 
