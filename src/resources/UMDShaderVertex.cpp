@@ -61,6 +61,12 @@ HRESULT UMDShaderVertex::SetDecl()
     return S_OK;
 }
 
+void UMDShaderVertex::ReleaseDelegated()
+{
+    m_pVertexShader.Reset();
+    m_pVertexDeclaration.Reset();
+}
+
 HRESULT UMDShaderVertex::SetConst(
     UMDDdiDevice* pDevice, const D3DDDIARG_SETVERTEXSHADERCONST* pSetConst, const void* pData)
 {

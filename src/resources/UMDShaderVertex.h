@@ -22,6 +22,9 @@ public:
     void DeleteDecl();
     HRESULT SetDecl();
 
+    /// Releases whatever the object holds. Binding it then does nothing.
+    void ReleaseDelegated();
+
     /// Without data nothing is set.
     static HRESULT SetConst(UMDDdiDevice* pDevice, const D3DDDIARG_SETVERTEXSHADERCONST* pSetConst, const void* pData);
 

@@ -98,15 +98,15 @@ struct SetTexts
     const wchar_t* pLeave;
 };
 
-/// Binds a vertex shader or declaration; null leaves what is bound. One that cannot be bound is freed: the runtime does
-/// not use it again.
-HRESULT SetOrFree(UMDShaderVertex* pShader, HRESULT (UMDShaderVertex::*pSet)(), const SetTexts& texts)
+/// Binds a vertex shader or declaration; null leaves what is bound. One that cannot be bound lets go of what it holds
+/// on the delegated device. It stays itself, empty: the runtime has its handle still, and deletes it as any other.
+HRESULT SetOrRelease(UMDShaderVertex* pShader, HRESULT (UMDShaderVertex::*pSet)(), const SetTexts& texts)
 {
     if (!pShader)
         return S_OK;
     if (HRESULT hr = (pShader->*pSet)(); FAILED(hr))
     {
-        const std::unique_ptr<UMDShaderVertex> pFreed(pShader);
+        pShader->ReleaseDelegated();
         return UMDFail(hr, texts.pFailed, hr);
     }
     UMD_TRACE(UMDTRACE_LEAVE, texts.pLeave);
@@ -184,7 +184,7 @@ HRESULT UMDDdiDevice::SetVertexShaderFunc(HANDLE hVertexShaderFunc)
     static constexpr SetTexts kTexts = {
         L"UMDDdiDevice::SetVertexShaderFunc Set failed! 0x%x\n", L"<<< UMDDdiDevice::SetVertexShaderFunc\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetVertexShaderFunc\n");
-    return SetOrFree(ToShaderVertex(hVertexShaderFunc), &UMDShaderVertex::Set, kTexts);
+    return SetOrRelease(ToShaderVertex(hVertexShaderFunc), &UMDShaderVertex::Set, kTexts);
 }
 
 HRESULT UMDDdiDevice::CreateVertexShaderDecl(
@@ -217,7 +217,7 @@ HRESULT UMDDdiDevice::SetVertexShaderDecl(HANDLE hVertexShaderDecl)
     static constexpr SetTexts kTexts = {
         L"UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x%x\n", L"<<< UMDDdiDevice::SetVertexShaderDecl\n"};
     UMD_TRACE(UMDTRACE_ENTER, L">>> UMDDdiDevice::SetVertexShaderDecl\n");
-    return SetOrFree(ToShaderVertex(hVertexShaderDecl), &UMDShaderVertex::SetDecl, kTexts);
+    return SetOrRelease(ToShaderVertex(hVertexShaderDecl), &UMDShaderVertex::SetDecl, kTexts);
 }
 
 HRESULT UMDDdiDevice::SetVertexShaderConst(const D3DDDIARG_SETVERTEXSHADERCONST* pSetConst, const void* pData)

@@ -3,6 +3,7 @@
 #include "FakePixels.h"
 #include "Faults.h"
 #include "StressFenceWatch.h"
+#include "StressHeap.h"
 #include "StressRun.h"
 #include "StressScenario.h"
 #include "StressText.h"
@@ -128,7 +129,9 @@ FakeRows RowsOf(const Case& c)
 void StressDelegatedFailures(StressRun& run)
 {
     StressFenceWatch watch;
+    StressHeap heap;
     std::optional<StressDriver> driver(std::in_place);
+    run.Expect(heap.Failure().empty(), heap.Failure());
     StressUndisturbedLife(run, *driver);
     const std::vector<Case> cases = CasesOf(CallsOf(driver->m_Fake));
     driver->Clean();
@@ -152,7 +155,11 @@ void StressDelegatedFailures(StressRun& run)
         if (left == 0)
             driver->Clean();
         else
+        {
+            driver.reset();
+            heap.GiveBack();
             driver.emplace();
+        }
     }
 }
 

@@ -13,8 +13,8 @@ namespace tesslo::test
 namespace
 {
 
-constexpr size_t kPresents = 100;  ///< of a batch: its second slowest is the 99th percentile
-constexpr size_t kBatches = 5;     ///< of a run, beside either
+constexpr size_t kPresents = 500;  ///< of a batch
+constexpr size_t kBatches = 40;    ///< of a run at most, beside either
 constexpr double kLimit = 1;       ///< milliseconds that the percentile may move
 
 constexpr wchar_t kNone[] = L"TessloNoSuchClient.dll";
@@ -31,8 +31,9 @@ double Now()
 
 double Percentile(std::vector<double>& times)
 {
-    std::ranges::nth_element(times, times.end() - 2);
-    return *(times.end() - 2);
+    const auto slowest = times.end() - static_cast<ptrdiff_t>(times.size() / 100);
+    std::ranges::nth_element(times, slowest);
+    return *slowest;
 }
 
 /// The 99th percentile of a batch of presents, milliseconds.
@@ -77,21 +78,21 @@ struct Pair
 
 void StressHungClient(StressRun& run)
 {
-    Pair last{};
+    Pair best{};
     while (run.Next())
     {
-        std::vector<Pair> pairs;
-        while (pairs.size() < kBatches)
-            pairs.push_back({Live(run, false), Live(run, true)});
-        // The best batch tells. What else runs on the machine only adds to one or the other; a present that waits for
-        // the client does so in each.
-        last = std::ranges::min(pairs, {}, &Pair::Moved);
-        run.Expect(last.Moved() <= kLimit,
-            "the 99th percentile of a present moves by " + std::to_string(last.Moved()) + " ms");
+        // The best batch tells. What else runs on the machine moves many of them; a present that waits for the client
+        // moves each.
+        best = {Live(run, false), Live(run, true)};
+        for (size_t batch = 1; batch < kBatches && best.Moved() > kLimit; ++batch)
+            best = std::min(best, {Live(run, false), Live(run, true)},
+                [](const Pair& a, const Pair& b) { return a.Moved() < b.Moved(); });
+        run.Expect(best.Moved() <= kLimit,
+            "the 99th percentile of a present moves by " + std::to_string(best.Moved()) + " ms");
     }
     char note[96];
-    std::snprintf(note, sizeof(note), "present p99 %.3f ms beside no client, %.3f ms beside a hung one", last.m_None,
-        last.m_Hung);
+    std::snprintf(note, sizeof(note), "present p99 %.3f ms beside no client, %.3f ms beside a hung one", best.m_None,
+        best.m_Hung);
     run.SetNote(note);
 }
 

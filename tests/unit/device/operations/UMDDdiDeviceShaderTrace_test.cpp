@@ -132,23 +132,31 @@ TEST_F(UMDDdiDeviceShaderTraceTest, Creation_Refused_EntersAndTellsTheError)
             "0x1 UMDDdiDevice::CreateVertexShaderDecl CreateDecl failed! 0x8876086a\n"}));
 }
 
-TEST_F(UMDDdiDeviceShaderTraceTest, VertexShader_BindingRefused_TellsTheErrorAndIsDestroyed)
+TEST_F(UMDDdiDeviceShaderTraceTest, VertexShader_BindingRefused_TellsTheErrorAndLetsGo)
 {
     m_Fake.Fail("SetVertexShader", kRefused);
-    const Lines trace = DeviceTrace([&] { EXPECT_EQ(Device().SetVertexShaderFunc(CreateVertexShader()), kRefused); });
+    const Lines trace = DeviceTrace([&] {
+        const HANDLE hShader = CreateVertexShader();
+        EXPECT_EQ(Device().SetVertexShaderFunc(hShader), kRefused);
+        EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+        Device().DeleteVertexShaderFunc(hShader);
+    });
     EXPECT_EQ(Containing(trace, "::SetVertex"), (Lines{"0x4 >>> UMDDdiDevice::SetVertexShaderFunc\n",
                                                     "0x1 UMDDdiDevice::SetVertexShaderFunc Set failed! 0x8876086a\n"}));
-    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
 }
 
-TEST_F(UMDDdiDeviceShaderTraceTest, Declaration_BindingRefused_TellsTheErrorAndIsDestroyed)
+TEST_F(UMDDdiDeviceShaderTraceTest, Declaration_BindingRefused_TellsTheErrorAndLetsGo)
 {
     m_Fake.Fail("SetVertexDeclaration", kRefused);
-    const Lines trace = DeviceTrace([&] { EXPECT_EQ(Device().SetVertexShaderDecl(CreateDeclaration()), kRefused); });
+    const Lines trace = DeviceTrace([&] {
+        const HANDLE hDeclaration = CreateDeclaration();
+        EXPECT_EQ(Device().SetVertexShaderDecl(hDeclaration), kRefused);
+        EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+        Device().DeleteVertexShaderDecl(hDeclaration);
+    });
     EXPECT_EQ(
         Containing(trace, "::SetVertex"), (Lines{"0x4 >>> UMDDdiDevice::SetVertexShaderDecl\n",
                                               "0x1 UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x8876086a\n"}));
-    EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
 }
 
 TEST_F(UMDDdiDeviceShaderTraceTest, Null_SetOrCreated_LeavesWithoutALine)

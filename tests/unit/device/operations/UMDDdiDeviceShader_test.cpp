@@ -193,7 +193,7 @@ TEST_F(UMDDdiDeviceShader, Create_NoMemory_FailsWithItsText)
     EXPECT_EQ(DeviceLines(), Lines{});
 }
 
-TEST_F(UMDDdiDeviceShader, Set_DelegatedCallFails_VertexObjectsAreDeletedPixelShadersAreNot)
+TEST_F(UMDDdiDeviceShader, Set_DelegatedCallFails_VertexObjectsLetGoPixelShadersDoNot)
 {
     const HANDLE hPixelShader = CreatePixelShader();
     const HANDLE hVertexShader = CreateVertexShader();
@@ -211,6 +211,26 @@ TEST_F(UMDDdiDeviceShader, Set_DelegatedCallFails_VertexObjectsAreDeletedPixelSh
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc Set failed! 0x8876086a\n"), 1u);
     EXPECT_EQ(m_Trace.Count("UMDDdiDevice::SetVertexShaderFunc SetDecl failed! 0x8876086a\n"), 1u);
     UMDDdiDeletePixelShader(DeviceHandle(), hPixelShader);
+    UMDDdiDeleteVertexShaderFunc(DeviceHandle(), hVertexShader);
+    UMDDdiDeleteVertexShaderDecl(DeviceHandle(), hDeclaration);
+}
+
+TEST_F(UMDDdiDeviceShader, Handle_BindingWasRefused_IsBoundWithoutACallAndDeletedAsAnyOther)
+{
+    const HANDLE hVertexShader = CreateVertexShader();
+    const HANDLE hDeclaration = CreateDeclaration({kElement});
+    m_Fake.Fail("SetVertexShader", kRefused);
+    m_Fake.Fail("SetVertexDeclaration", kRefused);
+    EXPECT_EQ(UMDDdiSetVertexShaderFunc(DeviceHandle(), hVertexShader), kRefused);
+    EXPECT_EQ(UMDDdiSetVertexShaderDecl(DeviceHandle(), hDeclaration), kRefused);
+    m_Fake.ClearScripts();
+    m_Fake.ClearLines();
+    EXPECT_EQ(UMDDdiSetVertexShaderFunc(DeviceHandle(), hVertexShader), S_OK);
+    EXPECT_EQ(UMDDdiSetVertexShaderDecl(DeviceHandle(), hDeclaration), S_OK);
+    EXPECT_EQ(UMDDdiDeleteVertexShaderFunc(DeviceHandle(), hVertexShader), S_OK);
+    EXPECT_EQ(UMDDdiDeleteVertexShaderDecl(DeviceHandle(), hDeclaration), S_OK);
+    EXPECT_EQ(DeviceLines(), Lines{});
+    EXPECT_EQ(m_Trace.Count("EXCEPTION_ACCESS_VIOLATION\n"), 0u);
 }
 
 TEST_F(UMDDdiDeviceShader, Constants_AllKinds_AreForwardedWithRegisterAndCount)
