@@ -57,7 +57,7 @@ std::unique_ptr<HostResource> HostDevice::CreateTexture(const HostImage& image)
     arg.hDstResource = pTexture->Handle();
     arg.hSrcResource = copy.Handle();
     arg.SrcRect = copy.Rect();
-    HostCheck(m_Functions.pfnTexBlt(m_hDevice, &arg), "pfnTexBlt");
+    HOST_CALL(*this, pfnTexBlt, &arg);
     return pTexture;
 }
 
@@ -72,18 +72,18 @@ void HostDevice::SetRenderTarget(const HostResource& target)
 {
     D3DDDIARG_SETRENDERTARGET arg{};
     arg.hRenderTarget = target.Handle();
-    HostCheck(m_Functions.pfnSetRenderTarget(m_hDevice, &arg), "pfnSetRenderTarget");
+    HOST_CALL(*this, pfnSetRenderTarget, &arg);
     D3DDDIARG_VIEWPORTINFO viewport{};
     viewport.Width = target.Description().m_Width;
     viewport.Height = target.Description().m_Height;
-    HostCheck(m_Functions.pfnSetViewport(m_hDevice, &viewport), "pfnSetViewport");
+    HOST_CALL(*this, pfnSetViewport, &viewport);
 }
 
 void HostDevice::SetDepthStencil(const HostResource* pDepthStencil)
 {
     D3DDDIARG_SETDEPTHSTENCIL arg{};
     arg.hZBuffer = pDepthStencil != nullptr ? pDepthStencil->Handle() : nullptr;
-    HostCheck(m_Functions.pfnSetDepthStencil(m_hDevice, &arg), "pfnSetDepthStencil");
+    HOST_CALL(*this, pfnSetDepthStencil, &arg);
 }
 
 void HostDevice::Clear(UINT color, std::span<const RECT> rects)
@@ -91,7 +91,7 @@ void HostDevice::Clear(UINT color, std::span<const RECT> rects)
     D3DDDIARG_CLEAR arg{};
     arg.Flags = D3DCLEAR_TARGET;
     arg.FillColor = color;
-    HostCheck(m_Functions.pfnClear(m_hDevice, &arg, static_cast<UINT>(rects.size()), rects.data()), "pfnClear");
+    HOST_CALL(*this, pfnClear, &arg, static_cast<UINT>(rects.size()), rects.data());
 }
 
 void HostDevice::ClearAll(UINT color, float depth)
@@ -100,7 +100,7 @@ void HostDevice::ClearAll(UINT color, float depth)
     arg.Flags = D3DCLEAR_TARGET | D3DCLEAR_ZBUFFER;
     arg.FillColor = color;
     arg.FillDepth = depth;
-    HostCheck(m_Functions.pfnClear(m_hDevice, &arg, 0, nullptr), "pfnClear");
+    HOST_CALL(*this, pfnClear, &arg, 0, nullptr);
 }
 
 void HostDevice::ColorFill(const HostResource& target, const RECT& rect, UINT color)
@@ -109,7 +109,7 @@ void HostDevice::ColorFill(const HostResource& target, const RECT& rect, UINT co
     arg.hResource = target.Handle();
     arg.DstRect = rect;
     arg.Color = color;
-    HostCheck(m_Functions.pfnColorFill(m_hDevice, &arg), "pfnColorFill");
+    HOST_CALL(*this, pfnColorFill, &arg);
 }
 
 void HostDevice::Blt(const HostResource& source, const RECT& from, const HostResource& target, const RECT& to)
@@ -120,37 +120,44 @@ void HostDevice::Blt(const HostResource& source, const RECT& from, const HostRes
     arg.hDstResource = target.Handle();
     arg.DstRect = to;
     arg.Flags.Point = 1;
-    HostCheck(m_Functions.pfnBlt(m_hDevice, &arg), "pfnBlt");
+    HOST_CALL(*this, pfnBlt, &arg);
 }
 
 void HostDevice::WithLock(D3DDDIARG_LOCK lock, const std::function<void(const D3DDDIARG_LOCK&)>& work)
 {
-    HostCheck(m_Functions.pfnLock(m_hDevice, &lock), "pfnLock");
+    HOST_CALL(*this, pfnLock, &lock);
     work(lock);
     D3DDDIARG_UNLOCK unlock{};
     unlock.hResource = lock.hResource;
-    HostCheck(m_Functions.pfnUnlock(m_hDevice, &unlock), "pfnUnlock");
+    HOST_CALL(*this, pfnUnlock, &unlock);
 }
 
 void HostDevice::WriteBuffer(const HostResource& buffer, const void* pData, UINT bytes)
 {
+    WriteBuffer(buffer, 0, pData, bytes, {});
+}
+
+void HostDevice::WriteBuffer(
+    const HostResource& buffer, UINT offset, const void* pData, UINT bytes, D3DDDI_LOCKFLAGS flags)
+{
     D3DDDIARG_LOCK lock{};
     lock.hResource = buffer.Handle();
-    lock.Range = {0, bytes};
+    lock.Range = {offset, bytes};
+    lock.Flags = flags;
     lock.Flags.RangeValid = 1;
     WithLock(lock, [&](const D3DDDIARG_LOCK& locked) { std::memcpy(locked.pSurfData, pData, bytes); });
 }
 
 void HostDevice::Flush()
 {
-    HostCheck(m_Functions.pfnFlush(m_hDevice), "pfnFlush");
+    Call(&D3DDDI_DEVICEFUNCS::pfnFlush, "pfnFlush");
 }
 
 void HostDevice::SetDisplayMode(const HostResource& primary)
 {
     D3DDDIARG_SETDISPLAYMODE arg{};
     arg.hResource = primary.Handle();
-    HostCheck(m_Functions.pfnSetDisplayMode(m_hDevice, &arg), "pfnSetDisplayMode");
+    HOST_CALL(*this, pfnSetDisplayMode, &arg);
 }
 
 HostFlipTime HostDevice::Flip(HANDLE hPrimary)
@@ -163,7 +170,7 @@ HostFlipTime HostDevice::Flip(HANDLE hPrimary)
     arg.Flags.Flip = 1;
     arg.FlipInterval = D3DDDI_FLIPINTERVAL_ONE;
     QueryPerformanceCounter(&start);
-    HostCheck(m_Functions.pfnPresent(m_hDevice, &arg), "pfnPresent");
+    HOST_CALL(*this, pfnPresent, &arg);
     QueryPerformanceCounter(&end);
     if (Kernel().PresentCount() == before)
         throw HostError("pfnPresent succeeded without a present to the kernel-mode driver");

@@ -32,6 +32,17 @@ public:
     const D3DDDI_DEVICEFUNCS& Functions() const { return m_Functions; }
     HostKernel& Kernel() const { return m_Adapter.Kernel(); }
 
+    /// Calls an entry that has no operation below. Throws HostError with its name. HOST_CALL fills the name in.
+    template <typename Entry, typename... Arguments>
+    void Call(Entry D3DDDI_DEVICEFUNCS::* pEntry, const char* pName, Arguments... arguments)
+    {
+        if (m_OnCall)
+            m_OnCall(pName);
+        HostCheck((m_Functions.*pEntry)(m_hDevice, arguments...), pName);
+    }
+    /// From now on each call through an operation or Call is told, by the name of its entry.
+    void WatchCalls(std::function<void(const char*)> onCall) { m_OnCall = std::move(onCall); }
+
     std::unique_ptr<HostResource> CreatePrimary(UINT width, UINT height, UINT sourceId, D3DDDI_ROTATION rotation);
     std::unique_ptr<HostResource> CreateRenderTarget(UINT width, UINT height);
     /// A texture that can be drawn into.
@@ -54,6 +65,8 @@ public:
     void WithLock(D3DDDIARG_LOCK lock, const std::function<void(const D3DDDIARG_LOCK&)>& work);
     /// Fills a vertex or index buffer from its start.
     void WriteBuffer(const HostResource& buffer, const void* pData, UINT bytes);
+    /// Writes a part of it. @param flags ranges apart; Discard and NoOverwrite as the application said.
+    void WriteBuffer(const HostResource& buffer, UINT offset, const void* pData, UINT bytes, D3DDDI_LOCKFLAGS flags);
     void Flush();
     void SetDisplayMode(const HostResource& primary);
     HostFlipTime Flip(const HostResource& primary) { return Flip(primary.Handle()); }
@@ -66,4 +79,7 @@ private:
     HostAdapter& m_Adapter;
     HANDLE m_hDevice = nullptr;
     D3DDDI_DEVICEFUNCS m_Functions{};
+    std::function<void(const char*)> m_OnCall;
 };
+
+#define HOST_CALL(device, entry, ...) (device).Call(&D3DDDI_DEVICEFUNCS::entry, #entry, __VA_ARGS__)

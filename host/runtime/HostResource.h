@@ -8,6 +8,13 @@
 
 class HostDevice;
 
+/// The runtime's memory of one level.
+struct HostLevelMemory
+{
+    UINT m_Pitch = 0;  ///< bytes from row to row, or from blocks to blocks
+    UINT m_Rows = 0;   ///< of blocks, where a format has blocks
+};
+
 /// What a resource is made from. Fields that a kind of resource has no use for stay 0.
 struct HostResourceDescription
 {
@@ -20,6 +27,10 @@ struct HostResourceDescription
     UINT m_VidPnSourceId = 0;
     D3DDDI_ROTATION m_Rotation = D3DDDI_ROTATION_IDENTITY;
     UINT m_SystemMemoryPitch = 0;  ///< bytes from row to row; not 0: the runtime keeps the memory of level 0
+    /// Of every level, where the runtime keeps the memory of all; m_SystemMemoryPitch is not looked at then.
+    std::vector<HostLevelMemory> m_LevelMemory{};
+    D3DDDIMULTISAMPLE_TYPE m_MultisampleType = D3DDDIMULTISAMPLE_NONE;
+    UINT m_MultisampleQuality = 0;
 };
 
 class HostResource
@@ -38,11 +49,11 @@ public:
     const HostResourceDescription& Description() const { return m_Description; }
     RECT Rect() const;
     /// The runtime's memory, null if the driver keeps the pixels.
-    BYTE* SystemMemory() { return m_SystemMemory.empty() ? nullptr : m_SystemMemory.data(); }
+    BYTE* SystemMemory(UINT level = 0);
 
 private:
     HostDevice& m_Device;
     HostResourceDescription m_Description;
     HANDLE m_hResource = nullptr;
-    std::vector<BYTE> m_SystemMemory;
+    std::vector<std::vector<BYTE>> m_SystemMemory;  ///< one a level of what the runtime keeps the pixels of
 };

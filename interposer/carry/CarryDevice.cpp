@@ -1,0 +1,97 @@
+#include "interposer/carry/CarryDevice.h"
+
+#include "interposer/carry/CarryDriver.h"
+#include "interposer/run/RunLedger.h"
+
+#include <map>
+#include <mutex>
+#include <vector>
+
+namespace
+{
+
+struct Devices
+{
+    /// One call is carried at a time, of all devices. Calls of the platform's are made with it held, so that nothing
+    /// that the platform calls back under a lock of its own may wait for it.
+    std::recursive_mutex m_Carrying;
+    std::mutex m_Mutex;  ///< guards m_ByPlatform; held for no call
+    std::map<IDirect3DDevice9*, std::shared_ptr<CarryDevice>> m_ByPlatform;
+};
+
+// The process may end while other threads still draw.
+Devices& All()
+{
+    static Devices& devices = *new Devices;
+    return devices;
+}
+
+std::shared_ptr<CarryDevice> Find(IDirect3DDevice9* pPlatform)
+{
+    std::lock_guard lock(All().m_Mutex);
+    const auto found = All().m_ByPlatform.find(pPlatform);
+    return found != All().m_ByPlatform.end() ? found->second : nullptr;
+}
+
+void Try(const std::function<void()>& work)
+{
+    try
+    {
+        std::lock_guard lock(All().m_Carrying);
+        work();
+    }
+    catch (const HostError& error)
+    {
+        RunCountOne(RunOf().m_Failures, error.what());
+    }
+}
+
+}  // namespace
+
+CarryDevice::CarryDevice(IDirect3DDevice9* pPlatform)
+    : m_pPlatform(pPlatform), m_Adapter(CarryDriver::Get().Driver(), m_Kernel), m_Driver(m_Adapter), m_Output(*this)
+{
+    m_Driver.WatchCalls([](const char* pEntry) { RunCountOne(RunOf().m_Calls, pEntry); });
+    m_Output.Attach();
+}
+
+void CarryDevice::Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLOR color, float z, DWORD stencil)
+{
+    std::vector<RECT> rects;
+    for (DWORD i = 0; i < count; ++i)
+        rects.push_back({pRects[i].x1, pRects[i].y1, pRects[i].x2, pRects[i].y2});
+    D3DDDIARG_CLEAR arg{};
+    arg.Flags = flags;
+    arg.FillColor = color;
+    arg.FillDepth = z;
+    arg.FillStencil = stencil;
+    HOST_CALL(m_Driver, pfnClear, &arg, static_cast<UINT>(count), rects.data());
+}
+
+void CarryBegin(IDirect3DDevice9* pPlatform)
+{
+    Try([&] {
+        auto pDevice = std::make_shared<CarryDevice>(pPlatform);
+        std::lock_guard lock(All().m_Mutex);
+        All().m_ByPlatform[pPlatform] = std::move(pDevice);
+        ++RunOf().m_Devices;
+    });
+}
+
+void CarryEnd(IDirect3DDevice9* pPlatform)
+{
+    Try([&] {
+        std::shared_ptr<CarryDevice> pDevice;
+        {
+            std::lock_guard lock(All().m_Mutex);
+            if (auto node = All().m_ByPlatform.extract(pPlatform))
+                pDevice = std::move(node.mapped());
+        }
+    });
+}
+
+void CarryFor(IDirect3DDevice9* pPlatform, const std::function<void(CarryDevice&)>& work)
+{
+    if (const std::shared_ptr<CarryDevice> pDevice = Find(pPlatform))
+        Try([&] { work(*pDevice); });
+}

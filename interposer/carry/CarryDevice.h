@@ -1,0 +1,52 @@
+// What the driver draws for one device of the program: an adapter and a device of the driver's, brought to the state
+// of the platform's device call by call.
+#pragma once
+
+#include "host/kernel/HostKernel.h"
+#include "host/runtime/HostAdapter.h"
+#include "host/runtime/HostDevice.h"
+#include "interposer/carry/CarryOutput.h"
+
+#include <d3d9.h>
+
+#include <functional>
+#include <memory>
+
+class CarryDevice
+{
+public:
+    /// @param pPlatform the program's device, borrowed; the object must be ended before it dies. Throws HostError.
+    explicit CarryDevice(IDirect3DDevice9* pPlatform);
+    CarryDevice(const CarryDevice&) = delete;
+    CarryDevice& operator=(const CarryDevice&) = delete;
+
+    IDirect3DDevice9* Platform() const { return m_pPlatform; }
+    HostDevice& Driver() { return m_Driver; }
+    CarryOutput& Output() { return m_Output; }
+
+    void Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLOR color, float z, DWORD stencil);
+
+private:
+    IDirect3DDevice9* m_pPlatform;
+    HostKernel m_Kernel;
+    HostAdapter m_Adapter;
+    HostDevice m_Driver;
+    CarryOutput m_Output;
+};
+
+/// From now on the device's calls are carried.
+void CarryBegin(IDirect3DDevice9* pPlatform);
+/// The device has gone.
+void CarryEnd(IDirect3DDevice9* pPlatform);
+/// Does the work if the device is a program's. One thread at a time; what fails is written down and goes no further.
+void CarryFor(IDirect3DDevice9* pPlatform, const std::function<void(CarryDevice&)>& work);
+/// The same for a child of the device.
+template <typename Child>
+void CarryFor(Child* pChild, const std::function<void(CarryDevice&)>& work)
+{
+    IDirect3DDevice9* pPlatform = nullptr;
+    if (FAILED(pChild->GetDevice(&pPlatform)))
+        return;
+    CarryFor(pPlatform, work);
+    pPlatform->Release();
+}

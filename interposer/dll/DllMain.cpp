@@ -1,0 +1,12 @@
+#include "interposer/dll/Exports.h"
+#include "interposer/dll/Platform.h"
+
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID)
+{
+    if (reason != DLL_PROCESS_ATTACH)
+        return TRUE;
+    if (!PlatformLoad())
+        return FALSE;
+    ExportsBind();
+    return TRUE;
+}

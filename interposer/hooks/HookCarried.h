@@ -1,0 +1,14 @@
+// The rows of hooks that carry what has succeeded on the platform.
+#pragma once
+
+#include "interposer/carry/CarryDevice.h"
+#include "interposer/hooks/HookMethod.h"
+
+/// @param kCarry called with the device that the driver draws for, and the method's arguments.
+template <auto kMethod, auto kCarry>
+HookRow HookRowCarried()
+{
+    return HookMethod<kMethod>::template RowBehind<[](auto* pThis, auto... arguments) {
+        CarryFor(pThis, [&](CarryDevice& device) { kCarry(device, arguments...); });
+    }>();
+}

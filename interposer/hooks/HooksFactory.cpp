@@ -1,0 +1,104 @@
+// IDirect3D9 and IDirect3D9Ex: the program's devices begin here.
+#include "interposer/carry/CarryDevice.h"
+#include "interposer/carry/CarryDriver.h"
+#include "interposer/dll/Platform.h"
+#include "interposer/hooks/HookMethod.h"
+#include "interposer/hooks/Hooks.h"
+#include "interposer/run/RunLedger.h"
+#include "util/UMDComPtr.h"
+
+#include <mutex>
+#include <set>
+
+namespace
+{
+
+std::mutex g_Mutex;
+std::set<IDirect3D9*> g_Factories;  // the program's
+
+bool IsPrograms(IDirect3D9* pFactory)
+{
+    std::lock_guard lock(g_Mutex);
+    return g_Factories.contains(pFactory);
+}
+
+void Begin(IDirect3DDevice9* pDevice)
+{
+    // The driver's device is made before the first hook: its methods stay the platform's.
+    if (RunOf().m_Mode != RunMode::Off)
+        CarryBegin(pDevice);
+    HooksDevice(pDevice);
+}
+
+using CreateDevice = HookMethod<&IDirect3D9::CreateDevice>;
+using CreateDeviceEx = HookMethod<&IDirect3D9Ex::CreateDeviceEx>;
+
+HRESULT STDMETHODCALLTYPE OnCreateDevice(IDirect3D9* pThis, UINT adapter, D3DDEVTYPE type, HWND hFocus, DWORD flags,
+    D3DPRESENT_PARAMETERS* pParameters, IDirect3DDevice9** ppDevice)
+{
+    const HookDepth depth;
+    const HRESULT hr = CreateDevice::Platform(pThis, adapter, type, hFocus, flags, pParameters, ppDevice);
+    if (SUCCEEDED(hr) && depth.IsOuter() && IsPrograms(pThis))
+        Begin(*ppDevice);
+    return hr;
+}
+
+HRESULT STDMETHODCALLTYPE OnCreateDeviceEx(IDirect3D9Ex* pThis, UINT adapter, D3DDEVTYPE type, HWND hFocus, DWORD flags,
+    D3DPRESENT_PARAMETERS* pParameters, D3DDISPLAYMODEEX* pMode, IDirect3DDevice9Ex** ppDevice)
+{
+    const HookDepth depth;
+    const HRESULT hr = CreateDeviceEx::Platform(pThis, adapter, type, hFocus, flags, pParameters, pMode, ppDevice);
+    if (SUCCEEDED(hr) && depth.IsOuter() && IsPrograms(pThis))
+        Begin(*ppDevice);
+    return hr;
+}
+
+/// A factory may lie where one that has gone lay: only its maker tells whose it is.
+void NoteMaker(IDirect3D9* pFactory, bool bProgram)
+{
+    std::lock_guard lock(g_Mutex);
+    if (bProgram)
+        g_Factories.insert(pFactory);
+    else
+        g_Factories.erase(pFactory);
+}
+
+}  // namespace
+
+void HooksFactory(IDirect3D9* pFactory)
+{
+    const HookRow rows[] = {CreateDevice::Row(OnCreateDevice)};
+    HookInstall(pFactory, rows);
+    UMDComPtr<IDirect3D9Ex> pEx;
+    if (SUCCEEDED(pFactory->QueryInterface(IID_IDirect3D9Ex, reinterpret_cast<void**>(pEx.Put()))))
+    {
+        const HookRow exRows[] = {CreateDeviceEx::Row(OnCreateDeviceEx)};
+        HookInstall(pEx.Get(), exRows);
+    }
+}
+
+extern "C" IDirect3D9* WINAPI InterposerDirect3DCreate9(UINT version)
+{
+    const bool bProgram = !CarryDriver::IsOwnCode(__builtin_return_address(0));
+    const auto pCreate = reinterpret_cast<PlatformCreate9Function>(PlatformExport("Direct3DCreate9"));
+    IDirect3D9* pFactory = pCreate(version);
+    if (pFactory == nullptr)
+        return nullptr;
+    NoteMaker(pFactory, bProgram);
+    if (bProgram)
+        HooksFactory(pFactory);
+    return pFactory;
+}
+
+extern "C" HRESULT WINAPI InterposerDirect3DCreate9Ex(UINT version, IDirect3D9Ex** ppFactory)
+{
+    const bool bProgram = !CarryDriver::IsOwnCode(__builtin_return_address(0));
+    const auto pCreate = reinterpret_cast<PlatformCreate9ExFunction>(PlatformExport("Direct3DCreate9Ex"));
+    const HRESULT hr = pCreate(version, ppFactory);
+    if (FAILED(hr))
+        return hr;
+    NoteMaker(*ppFactory, bProgram);
+    if (bProgram)
+        HooksFactory(*ppFactory);
+    return hr;
+}

@@ -1,0 +1,14 @@
+#include "interposer/hooks/HooksPresent.h"
+
+#include "interposer/run/RunLedger.h"
+
+void HooksFramePresented()
+{
+    RunRecord& run = RunOf();
+    const auto frames = static_cast<UINT64>(InterlockedIncrement64(&run.m_Frames));
+    if (run.m_FrameLimit == 0 || frames < run.m_FrameLimit)
+        return;
+    run.m_bFrameLimitReached = 1;
+    // Not ExitProcess: the program's own clean-up has not been asked, and might wait for this thread.
+    TerminateProcess(GetCurrentProcess(), 0);
+}

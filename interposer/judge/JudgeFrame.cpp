@@ -1,0 +1,69 @@
+#include "interposer/judge/JudgeFrame.h"
+
+#include "host/runtime/HostError.h"
+#include "interposer/run/RunLedger.h"
+#include "util/UMDComPtr.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+HostImage JudgeReadPlatform(IDirect3DDevice9* pDevice, IDirect3DSurface9* pTarget, const D3DSURFACE_DESC& desc)
+{
+    UMDComPtr<IDirect3DSurface9> pCopy;
+    HostCheck(pDevice->CreateOffscreenPlainSurface(
+                  desc.Width, desc.Height, desc.Format, D3DPOOL_SYSTEMMEM, pCopy.Put(), nullptr),
+        "CreateOffscreenPlainSurface");
+    HostCheck(pDevice->GetRenderTargetData(pTarget, pCopy.Get()), "GetRenderTargetData");
+    D3DLOCKED_RECT locked;
+    HostCheck(pCopy->LockRect(&locked, nullptr, D3DLOCK_READONLY), "LockRect");
+    HostImage image(desc.Width, desc.Height);
+    for (UINT y = 0; y < desc.Height; ++y)
+    {
+        const auto* pRow =
+            reinterpret_cast<const UINT*>(static_cast<const BYTE*>(locked.pBits) + size_t{y} * locked.Pitch);
+        std::transform(pRow, pRow + desc.Width, &image.m_Pixels[size_t{y} * desc.Width],
+            [](UINT pixel) { return pixel & 0xFFFFFF; });
+    }
+    pCopy->UnlockRect();
+    return image;
+}
+
+JudgeDifference JudgeCompare(const HostImage& fromDriver, const HostImage& expected)
+{
+    JudgeDifference difference;
+    if (fromDriver.m_Width != expected.m_Width || fromDriver.m_Height != expected.m_Height)
+        return {expected.m_Pixels.size(), 255};
+    for (size_t i = 0; i < expected.m_Pixels.size(); ++i)
+    {
+        const UINT a = fromDriver.m_Pixels[i], b = expected.m_Pixels[i];
+        if (a == b)
+            continue;
+        ++difference.m_Pixels;
+        for (int shift : {0, 8, 16})
+        {
+            const int channel = std::abs(static_cast<int>(a >> shift & 0xFF) - static_cast<int>(b >> shift & 0xFF));
+            difference.m_Channel = std::max(difference.m_Channel, static_cast<UINT>(channel));
+        }
+    }
+    return difference;
+}
+
+void JudgeFrame(const HostImage& fromDriver, const HostImage& expected)
+{
+    RunRecord& run = RunOf();
+    const JudgeDifference difference = JudgeCompare(fromDriver, expected);
+    if (difference.m_Pixels == 0)
+    {
+        ++run.m_Equal;
+        return;
+    }
+    if (++run.m_Different == 1)
+        run.m_FirstDifferent = run.m_Frames;
+    const auto pixels = static_cast<LONG64>(difference.m_Pixels);
+    if (pixels > run.m_WorstPixels)
+    {
+        run.m_WorstPixels = pixels;
+        run.m_WorstOf = static_cast<LONG64>(expected.m_Pixels.size());
+    }
+    run.m_GreatestDifference = std::max<LONG64>(run.m_GreatestDifference, difference.m_Channel);
+}
