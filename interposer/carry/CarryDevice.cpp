@@ -38,6 +38,8 @@ void Try(const std::function<void()>& work)
     try
     {
         std::lock_guard lock(All().m_Carrying);
+        for (const std::shared_ptr<CarryResource>& pResource : CarryTakeDead())
+            pResource->Device().Bury(*pResource);
         work();
     }
     catch (const HostError& error)
@@ -49,10 +51,47 @@ void Try(const std::function<void()>& work)
 }  // namespace
 
 CarryDevice::CarryDevice(IDirect3DDevice9* pPlatform)
-    : m_pPlatform(pPlatform), m_Adapter(CarryDriver::Get().Driver(), m_Kernel), m_Driver(m_Adapter), m_Output(*this)
+    : m_pPlatform(pPlatform), m_Adapter(CarryDriver::Get().Driver(), m_Kernel), m_Driver(m_Adapter), m_Output(*this),
+      m_State(pPlatform, m_Driver), m_Draws(pPlatform, m_Driver, m_State)
 {
     m_Driver.WatchCalls([](const char* pEntry) { RunCountOne(RunOf().m_Calls, pEntry); });
+}
+
+CarryDevice::~CarryDevice()
+{
+    for (const std::shared_ptr<CarryResource>& pResource : CarryTakeAllOf(*this))
+        Bury(*pResource);
+}
+
+void CarryDevice::Sync()
+{
+    // What fails of one part is no reason to leave out another.
+    Try([&] { m_State.SyncRenderStates(); });
+    Try([&] { m_State.SyncTextures(); });
+    Try([&] { m_State.SyncTransforms(); });
+    Try([&] { m_State.SyncTargets(); });
+    Try([&] { m_State.SyncShaders(); });
+    Try([&] { m_Draws.Sync(); });
+}
+
+void CarryDevice::Reset()
+{
     m_Output.Attach();
+    Sync();
+}
+
+void CarryDevice::Scene(bool bBegins)
+{
+    const D3DDDIARG_RENDERSTATE arg = {D3DDDIRS_SCENECAPTURE, bBegins};
+    HOST_CALL(m_Driver, pfnSetRenderState, &arg);
+}
+
+void CarryDevice::Bury(CarryResource& resource)
+{
+    m_State.Forget(resource);
+    m_Draws.Forget(resource);
+    resource.m_pVideo.reset();
+    resource.m_pSystem.reset();
 }
 
 void CarryDevice::Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLOR color, float z, DWORD stencil)
@@ -71,10 +110,13 @@ void CarryDevice::Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLO
 void CarryBegin(IDirect3DDevice9* pPlatform)
 {
     Try([&] {
-        auto pDevice = std::make_shared<CarryDevice>(pPlatform);
-        std::lock_guard lock(All().m_Mutex);
-        All().m_ByPlatform[pPlatform] = std::move(pDevice);
+        const auto pDevice = std::make_shared<CarryDevice>(pPlatform);
+        {
+            std::lock_guard lock(All().m_Mutex);
+            All().m_ByPlatform[pPlatform] = pDevice;
+        }
         ++RunOf().m_Devices;
+        pDevice->Reset();
     });
 }
 

@@ -5,7 +5,9 @@
 #include "host/kernel/HostKernel.h"
 #include "host/runtime/HostAdapter.h"
 #include "host/runtime/HostDevice.h"
+#include "interposer/carry/CarryDraws.h"
 #include "interposer/carry/CarryOutput.h"
+#include "interposer/carry/CarryState.h"
 
 #include <d3d9.h>
 
@@ -17,13 +19,26 @@ class CarryDevice
 public:
     /// @param pPlatform the program's device, borrowed; the object must be ended before it dies. Throws HostError.
     explicit CarryDevice(IDirect3DDevice9* pPlatform);
+    ~CarryDevice();
     CarryDevice(const CarryDevice&) = delete;
     CarryDevice& operator=(const CarryDevice&) = delete;
 
     IDirect3DDevice9* Platform() const { return m_pPlatform; }
     HostDevice& Driver() { return m_Driver; }
     CarryOutput& Output() { return m_Output; }
+    CarryState& State() { return m_State; }
+    CarryDraws& Draws() { return m_Draws; }
 
+    /// Brings the driver to the platform's state, whatever has changed it.
+    void Sync();
+    /// The platform has made back buffers and depth buffer anew.
+    void Reset();
+    /// While a state block is recorded, states are not set, and not carried.
+    void Record(bool bRecording) { m_bRecording = bRecording; }
+    bool IsRecording() const { return m_bRecording; }
+    void Scene(bool bBegins);
+    /// Gives up what was for one of the platform's objects.
+    void Bury(CarryResource& resource);
     void Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLOR color, float z, DWORD stencil);
 
 private:
@@ -32,6 +47,9 @@ private:
     HostAdapter m_Adapter;
     HostDevice m_Driver;
     CarryOutput m_Output;
+    CarryState m_State;
+    CarryDraws m_Draws;
+    bool m_bRecording = false;
 };
 
 /// From now on the device's calls are carried.
@@ -40,13 +58,18 @@ void CarryBegin(IDirect3DDevice9* pPlatform);
 void CarryEnd(IDirect3DDevice9* pPlatform);
 /// Does the work if the device is a program's. One thread at a time; what fails is written down and goes no further.
 void CarryFor(IDirect3DDevice9* pPlatform, const std::function<void(CarryDevice&)>& work);
-/// The same for a child of the device.
+/// The same for the device's other interface, or a child of it.
 template <typename Child>
 void CarryFor(Child* pChild, const std::function<void(CarryDevice&)>& work)
 {
-    IDirect3DDevice9* pPlatform = nullptr;
-    if (FAILED(pChild->GetDevice(&pPlatform)))
-        return;
-    CarryFor(pPlatform, work);
-    pPlatform->Release();
+    if constexpr (std::is_base_of_v<IDirect3DDevice9, Child>)
+        return CarryFor(static_cast<IDirect3DDevice9*>(pChild), work);
+    else
+    {
+        IDirect3DDevice9* pPlatform = nullptr;
+        if (FAILED(pChild->GetDevice(&pPlatform)))
+            return;
+        CarryFor(pPlatform, work);
+        pPlatform->Release();
+    }
 }

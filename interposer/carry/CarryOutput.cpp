@@ -1,9 +1,11 @@
 #include "interposer/carry/CarryOutput.h"
 
+#include "interposer/carry/CarryCreate.h"
 #include "interposer/carry/CarryDevice.h"
 #include "interposer/carry/CarryDriver.h"
 #include "interposer/judge/JudgeFrame.h"
 #include "interposer/run/RunLedger.h"
+#include "interposer/run/RunLimits.h"
 #include "util/UMDComPtr.h"
 
 namespace
@@ -18,24 +20,54 @@ void CarryOutput::Attach()
 {
     for (UINT chain = 0; chain < m_Device.Platform()->GetNumberOfSwapChains(); ++chain)
     {
+        UMDComPtr<IDirect3DSwapChain9> pChain;
+        HostCheck(m_Device.Platform()->GetSwapChain(chain, pChain.Put()), "GetSwapChain");
+        AttachChain(pChain.Get());
+    }
+    UMDComPtr<IDirect3DSurface9> pDepth;
+    if (SUCCEEDED(m_Device.Platform()->GetDepthStencilSurface(pDepth.Put())) && !CarryFind(pDepth.Get()))
+        CarryCreateSurface(m_Device, pDepth.Get());
+}
+
+void CarryOutput::AttachChain(IDirect3DSwapChain9* pChain)
+{
+    D3DPRESENT_PARAMETERS parameters;
+    HostCheck(pChain->GetPresentParameters(&parameters), "GetPresentParameters");
+    for (UINT i = 0; i < parameters.BackBufferCount; ++i)
+    {
         UMDComPtr<IDirect3DSurface9> pBackBuffer;
         D3DSURFACE_DESC desc;
-        HostCheck(
-            m_Device.Platform()->GetBackBuffer(chain, 0, D3DBACKBUFFER_TYPE_MONO, pBackBuffer.Put()), "GetBackBuffer");
+        HostCheck(pChain->GetBackBuffer(i, D3DBACKBUFFER_TYPE_MONO, pBackBuffer.Put()), "GetBackBuffer");
         HostCheck(pBackBuffer->GetDesc(&desc), "GetDesc");
-        const HostResource& primary = Primary(pBackBuffer.Get(), desc);
-        if (chain == 0)
-            m_Device.Driver().SetRenderTarget(primary);
+        if (desc.MultiSampleType != D3DMULTISAMPLE_NONE)
+            RunLimit(kLimitMultisampling);
+        auto pResource = std::make_shared<CarryResource>(m_Device, CarryKind::Target, desc, 1);
+        pResource->m_pVideo = TakePrimary(desc.Width, desc.Height, desc.Format);
+        CarryHang(pBackBuffer.Get(), std::move(pResource));
     }
 }
 
-HostResource& CarryOutput::Primary(IDirect3DSurface9* pBackBuffer, const D3DSURFACE_DESC& desc)
+std::shared_ptr<HostResource> CarryOutput::TakePrimary(UINT width, UINT height, D3DFORMAT format)
 {
-    std::unique_ptr<HostResource>& pPrimary = m_Primaries[pBackBuffer];
-    if (pPrimary == nullptr)
-        pPrimary =
-            m_Device.Driver().CreatePrimary(desc.Width, desc.Height, RunOf().m_SourceId, D3DDDI_ROTATION_IDENTITY);
-    return *pPrimary;
+    if (format != D3DFMT_X8R8G8B8 && format != D3DFMT_A8R8G8B8)
+    {
+        RunLimit(kLimitBackBufferFormat);
+        format = D3DFMT_X8R8G8B8;
+    }
+    for (const std::shared_ptr<HostResource>& pPrimary : m_Primaries)
+    {
+        const HostResourceDescription& description = pPrimary->Description();
+        if (pPrimary.use_count() == 1 && description.m_Width == width && description.m_Height == height &&
+            description.m_Format == static_cast<UINT>(format))
+            return pPrimary;
+    }
+    HostResourceDescription description{.m_Width = width,
+        .m_Height = height,
+        .m_Format = static_cast<UINT>(format),
+        .m_VidPnSourceId = RunOf().m_SourceId};
+    description.m_Flags.RenderTarget = 1;
+    description.m_Flags.Primary = 1;
+    return m_Primaries.emplace_back(std::make_shared<HostResource>(m_Device.Driver(), description));
 }
 
 void CarryOutput::PresentAll()
@@ -54,9 +86,11 @@ void CarryOutput::Present(IDirect3DSwapChain9* pChain)
     D3DSURFACE_DESC desc;
     HostCheck(pChain->GetBackBuffer(0, D3DBACKBUFFER_TYPE_MONO, pBackBuffer.Put()), "GetBackBuffer");
     HostCheck(pBackBuffer->GetDesc(&desc), "GetDesc");
-    HostResource& primary = Primary(pBackBuffer.Get(), desc);
+    const CarryPlace place = CarryFind(pBackBuffer.Get());
+    if (!place)
+        throw HostError("a present of what the driver does not have");
     CarryDriver::Get().Delivery().Presenting(RunOf().m_SourceId);
-    m_Device.Driver().Flip(primary);
+    m_Device.Driver().Flip(*place->m_pVideo);
     if (RunOf().m_Mode != RunMode::Carry)
         Judge(pBackBuffer.Get(), desc);
 }

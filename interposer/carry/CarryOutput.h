@@ -2,12 +2,10 @@
 // driver, which a present flips.
 #pragma once
 
-#include "host/runtime/HostImage.h"
 #include "host/runtime/HostResource.h"
 
 #include <d3d9.h>
 
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -16,22 +14,23 @@ class CarryDevice;
 class CarryOutput
 {
 public:
+    /// Borrows the device.
     explicit CarryOutput(CarryDevice& device) : m_Device(device) {}
 
-    /// Gives each back buffer of the device's swap chains its primary, and binds what the platform has bound.
+    /// Gives the back buffers and the depth buffer of the device's own swap chains what the driver needs of them.
     void Attach();
+    void AttachChain(IDirect3DSwapChain9* pChain);
     /// A frame of the swap chain is about to be presented.
     void Present(IDirect3DSwapChain9* pChain);
     /// Of the device's own swap chains, which its Present shows.
     void PresentAll();
 
 private:
-    /// A primary that was flipped must live as long as the driver's device: flips fail for good without it. One whose
-    /// back buffer has gone waits for the next of its size.
-    HostResource& Primary(IDirect3DSurface9* pBackBuffer, const D3DSURFACE_DESC& desc);
+    std::shared_ptr<HostResource> TakePrimary(UINT width, UINT height, D3DFORMAT format);
     void Judge(IDirect3DSurface9* pBackBuffer, const D3DSURFACE_DESC& desc);
 
     CarryDevice& m_Device;
-    std::map<IDirect3DSurface9*, std::unique_ptr<HostResource>> m_Primaries;
-    UINT64 m_Flips = 0;
+    /// A primary that was flipped must live as long as the driver's device: flips fail for good without it. One whose
+    /// back buffer has gone waits here for the next of its kind.
+    std::vector<std::shared_ptr<HostResource>> m_Primaries;
 };

@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <span>
+#include <type_traits>
 
 /// One slot: what goes into it, and where the platform's own function is kept.
 struct HookRow
@@ -59,10 +60,19 @@ struct HookMethod<kMethod>
     {
         return Row([](Interface* pThis, Arguments... arguments) -> Result {
             const HookDepth depth;
-            const Result result = Platform(pThis, arguments...);
-            if (depth.IsOuter() && SUCCEEDED(result))
-                kWork(pThis, arguments...);
-            return result;
+            if constexpr (std::is_void_v<Result>)
+            {
+                Platform(pThis, arguments...);
+                if (depth.IsOuter())
+                    kWork(pThis, arguments...);
+            }
+            else
+            {
+                const Result result = Platform(pThis, arguments...);
+                if (depth.IsOuter() && SUCCEEDED(result))
+                    kWork(pThis, arguments...);
+                return result;
+            }
         });
     }
     static HookRow Row(Function pHook) { return {Slot(), reinterpret_cast<void*>(pHook), &s_pPlatform}; }

@@ -1,10 +1,18 @@
-// Where hooking begins: the program has created a factory. Everything else is hooked when its first object is made.
+// Where hooking begins: the program has created a factory. Everything else is hooked when its first object is made:
+// one function an interface, in a file of its name.
 #pragma once
 
 #include <d3d9.h>
 
-/// A factory that the program has created.
 void HooksFactory(IDirect3D9* pFactory);
-/// A device of such a factory.
 void HooksDevice(IDirect3DDevice9* pDevice);
+void HooksDeviceDraws(IDirect3DDevice9* pDevice);
+void HooksDeviceStates(IDirect3DDevice9* pDevice);
+void HooksDeviceObjects(IDirect3DDevice9* pDevice);
+void HooksDeviceObjectsEx(IDirect3DDevice9Ex* pDevice);
 void HooksSwapChain(IDirect3DSwapChain9* pChain);
+void HooksStateBlock(IDirect3DStateBlock9* pBlock);
+void HooksTexture(IDirect3DTexture9* pTexture);
+void HooksSurface(IDirect3DSurface9* pSurface);
+void HooksVertexBuffer(IDirect3DVertexBuffer9* pBuffer);
+void HooksIndexBuffer(IDirect3DIndexBuffer9* pBuffer);

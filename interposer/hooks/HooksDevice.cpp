@@ -1,5 +1,7 @@
-// IDirect3DDevice9 and IDirect3DDevice9Ex.
-#include "interposer/hooks/HookCarried.h"
+// IDirect3DDevice9 and IDirect3DDevice9Ex: what is presented, reset and released. What is drawn and set:
+// HooksDeviceDraws.cpp, HooksDeviceStates.cpp; what is created: HooksDeviceObjects.cpp.
+#include "interposer/carry/CarryDevice.h"
+#include "interposer/hooks/HookMethod.h"
 #include "interposer/hooks/Hooks.h"
 #include "interposer/hooks/HooksPresent.h"
 #include "interposer/run/RunLedger.h"
@@ -27,11 +29,11 @@ ULONG STDMETHODCALLTYPE OnRelease(Device* pThis)
 HRESULT STDMETHODCALLTYPE OnPresent(Device* pThis, const RECT* pFrom, const RECT* pTo, HWND hWnd, const RGNDATA* pDirty)
 {
     const HookDepth depth;
-    if (depth.IsOuter() && pThis->TestCooperativeLevel() == D3D_OK)
-        CarryFor(pThis, [](CarryDevice& device) { device.Output().PresentAll(); });
+    if (depth.IsOuter())
+        HooksPresenting(pThis, [](CarryDevice& device) { device.Output().PresentAll(); });
     const HRESULT hr = Present::Platform(pThis, pFrom, pTo, hWnd, pDirty);
     if (depth.IsOuter() && SUCCEEDED(hr))
-        HooksFramePresented();
+        HooksPresented();
     return hr;
 }
 
@@ -39,18 +41,17 @@ HRESULT STDMETHODCALLTYPE OnPresentEx(
     DeviceEx* pThis, const RECT* pFrom, const RECT* pTo, HWND hWnd, const RGNDATA* pDirty, DWORD flags)
 {
     const HookDepth depth;
-    if (depth.IsOuter() && pThis->TestCooperativeLevel() == D3D_OK)
-        CarryFor(static_cast<Device*>(pThis), [](CarryDevice& device) { device.Output().PresentAll(); });
+    if (depth.IsOuter())
+        HooksPresenting(pThis, [](CarryDevice& device) { device.Output().PresentAll(); });
     const HRESULT hr = PresentEx::Platform(pThis, pFrom, pTo, hWnd, pDirty, flags);
     if (depth.IsOuter() && SUCCEEDED(hr))
-        HooksFramePresented();
+        HooksPresented();
     return hr;
 }
 
-template <auto kMethod, auto kCarry>
-HookRow Row()
+void Reset(Device* pThis)
 {
-    return HookRowCarried<kMethod, kCarry>();
+    CarryFor(pThis, [](CarryDevice& device) { device.Reset(); });
 }
 
 }  // namespace
@@ -60,17 +61,29 @@ void HooksDevice(IDirect3DDevice9* pDevice)
     const HookRow presents[] = {Present::Row(OnPresent)};
     HookInstall(pDevice, presents);
     UMDComPtr<DeviceEx> pEx;
-    if (SUCCEEDED(pDevice->QueryInterface(IID_IDirect3DDevice9Ex, reinterpret_cast<void**>(pEx.Put()))))
+    const bool bEx = SUCCEEDED(pDevice->QueryInterface(IID_IDirect3DDevice9Ex, reinterpret_cast<void**>(pEx.Put())));
+    if (bEx)
     {
-        const HookRow exRows[] = {PresentEx::Row(OnPresentEx)};
-        HookInstall(pDevice, exRows);
+        const HookRow exPresents[] = {PresentEx::Row(OnPresentEx)};
+        HookInstall(pDevice, exPresents);
     }
+    UMDComPtr<IDirect3DSwapChain9> pChain;
+    if (SUCCEEDED(pDevice->GetSwapChain(0, pChain.Put())))
+        HooksSwapChain(pChain.Get());
     if (RunOf().m_Mode == RunMode::Off)
         return;
     const HookRow rows[] = {
         Release::Row(OnRelease),
-        Row<&Device::Clear, [](CarryDevice& device, DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLOR color,
-                                float z, DWORD stencil) { device.Clear(count, pRects, flags, color, z, stencil); }>(),
+        HookMethod<&Device::Reset>::RowBehind<[](Device* pThis, auto...) { Reset(pThis); }>(),
     };
     HookInstall(pDevice, rows);
+    HooksDeviceDraws(pDevice);
+    HooksDeviceStates(pDevice);
+    HooksDeviceObjects(pDevice);
+    if (!bEx)
+        return;
+    const HookRow exRows[] = {
+        HookMethod<&DeviceEx::ResetEx>::RowBehind<[](Device* pThis, auto...) { Reset(pThis); }>()};
+    HookInstall(pDevice, exRows);
+    HooksDeviceObjectsEx(pEx.Get());
 }

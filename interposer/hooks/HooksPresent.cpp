@@ -2,7 +2,13 @@
 
 #include "interposer/run/RunLedger.h"
 
-void HooksFramePresented()
+void HooksPresenting(IDirect3DDevice9* pDevice, const std::function<void(CarryDevice&)>& present)
+{
+    if (RunOf().m_Mode != RunMode::Off && pDevice->TestCooperativeLevel() == D3D_OK)
+        CarryFor(pDevice, present);
+}
+
+void HooksPresented()
 {
     RunRecord& run = RunOf();
     const auto frames = static_cast<UINT64>(InterlockedIncrement64(&run.m_Frames));

@@ -1,7 +1,9 @@
 // What every present of a frame does, whichever method shows it.
 #pragma once
 
-#include <windows.h>
+#include "interposer/carry/CarryDevice.h"
 
-/// Behind a present that succeeded: counts the frame, and ends the program with the last one that the run asks for.
-void HooksFramePresented();
+/// Before it: carries the picture, unless the platform's device is lost.
+void HooksPresenting(IDirect3DDevice9* pDevice, const std::function<void(CarryDevice&)>& present);
+/// Behind one that succeeded: counts the frame, and ends the program with the last one that the run asks for.
+void HooksPresented();

@@ -1,15 +1,25 @@
 #include "interposer/judge/JudgeFrame.h"
 
 #include "host/runtime/HostError.h"
+#include "interposer/carry/CarryResource.h"
 #include "interposer/run/RunLedger.h"
 #include "util/UMDComPtr.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 HostImage JudgeReadPlatform(IDirect3DDevice9* pDevice, IDirect3DSurface9* pTarget, const D3DSURFACE_DESC& desc)
 {
-    UMDComPtr<IDirect3DSurface9> pCopy;
+    UMDComPtr<IDirect3DSurface9> pCopy, pSingle;
+    if (desc.MultiSampleType != D3DMULTISAMPLE_NONE)
+    {
+        HostCheck(pDevice->CreateRenderTarget(
+                      desc.Width, desc.Height, desc.Format, D3DMULTISAMPLE_NONE, 0, FALSE, pSingle.Put(), nullptr),
+            "CreateRenderTarget");
+        HostCheck(pDevice->StretchRect(pTarget, nullptr, pSingle.Get(), nullptr, D3DTEXF_NONE), "StretchRect");
+        pTarget = pSingle.Get();
+    }
     HostCheck(pDevice->CreateOffscreenPlainSurface(
                   desc.Width, desc.Height, desc.Format, D3DPOOL_SYSTEMMEM, pCopy.Put(), nullptr),
         "CreateOffscreenPlainSurface");
@@ -66,4 +76,23 @@ void JudgeFrame(const HostImage& fromDriver, const HostImage& expected)
         run.m_WorstOf = static_cast<LONG64>(expected.m_Pixels.size());
     }
     run.m_GreatestDifference = std::max<LONG64>(run.m_GreatestDifference, difference.m_Channel);
+}
+
+void JudgeRead(D3DFORMAT format, const RECT& rect, JudgePixels fromDriver, JudgePixels expected)
+{
+    const UINT bytes = CarryMemoryOf(format, 1, 1).m_Pitch;
+    // What stands where there is no alpha is nobody's promise.
+    const size_t compared = format == D3DFMT_X8R8G8B8 || format == D3DFMT_X8B8G8R8 ? 3 : bytes;
+    ++RunOf().m_Reads;
+    for (LONG y = rect.top; y < rect.bottom; ++y)
+        for (LONG x = rect.left; x < rect.right; ++x)
+        {
+            const auto at = [&](JudgePixels pixels) {
+                return static_cast<const BYTE*>(pixels.m_pFirst) + size_t{pixels.m_Pitch} * y + size_t{bytes} * x;
+            };
+            if (std::memcmp(at(fromDriver), at(expected), compared) == 0)
+                continue;
+            ++RunOf().m_DifferentReads;
+            return;
+        }
 }

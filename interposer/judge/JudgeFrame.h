@@ -16,5 +16,15 @@ struct JudgeDifference
 
 JudgeDifference JudgeCompare(const HostImage& fromDriver, const HostImage& expected);
 
+/// Rows of pixels, from the first one of the picture.
+struct JudgePixels
+{
+    const void* m_pFirst;
+    UINT m_Pitch;
+};
+
+/// Compares a part of what the program has read with the driver's, and writes down what comes of it.
+void JudgeRead(D3DFORMAT format, const RECT& rect, JudgePixels fromDriver, JudgePixels expected);
+
 /// Compares and writes down what comes of it.
 void JudgeFrame(const HostImage& fromDriver, const HostImage& expected);

@@ -1,44 +1,41 @@
-// A program of strangers' habits: draws the scene of the given name and ends.
-#include "ProgramWindow.h"
+// A program that knows nothing of the driver: draws the scenes of the given names, or all, one after the other.
+#include "ProgramScene.h"
+#include "host/runtime/HostError.h"
 
+#include <algorithm>
 #include <cstdio>
-#include <functional>
-#include <map>
-#include <string>
 
 namespace
 {
 
-void Clears()
+std::vector<ProgramScene> AllScenes()
 {
-    ProgramWindow window(160, 120);
-    IDirect3DDevice9* pDevice = window.CreateDevice();
-    const D3DRECT part = {20, 30, 90, 100};
-    for (D3DCOLOR color : {0xFF204060, 0xFF802010, 0xFF10F040})
-    {
-        PROGRAM_CALL(pDevice, Clear, 0, nullptr, D3DCLEAR_TARGET, color, 1, 0);
-        PROGRAM_CALL(pDevice, Clear, 1, &part, D3DCLEAR_TARGET, ~color, 1, 0);
-        window.Present();
-    }
+    std::vector<ProgramScene> scenes = ProgramDifferentialScenes();
+    std::ranges::move(ProgramFrameScenes(), std::back_inserter(scenes));
+    return scenes;
 }
 
-const std::map<std::string, std::function<void()>> kScenes = {{"Clears", Clears}};
+bool Draw(const ProgramScene& scene)
+{
+    try
+    {
+        scene.m_Draw();
+        return true;
+    }
+    catch (const HostError& error)
+    {
+        std::fprintf(stderr, "%s: %s\n", scene.m_Name.c_str(), error.what());
+        return false;
+    }
+}
 
 }  // namespace
 
 int main(int argc, char** ppArguments)
 {
-    const auto scene = kScenes.find(argc > 1 ? ppArguments[1] : "");
-    if (scene == kScenes.end())
-        return 2;
-    try
-    {
-        scene->second();
-        return 0;
-    }
-    catch (const HostError& error)
-    {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
+    int failed = 0;
+    for (const ProgramScene& scene : AllScenes())
+        if (argc == 1 || std::find(ppArguments + 1, ppArguments + argc, scene.m_Name) != ppArguments + argc)
+            failed += !Draw(scene);
+    return failed;
 }

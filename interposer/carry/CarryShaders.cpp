@@ -1,0 +1,84 @@
+#include "interposer/carry/CarryShaders.h"
+
+namespace
+{
+
+template <typename Shader>
+std::vector<BYTE> CodeOf(Shader* pShader)
+{
+    UINT bytes = 0;
+    HostCheck(pShader->GetFunction(nullptr, &bytes), "GetFunction");
+    std::vector<BYTE> code(bytes);
+    HostCheck(pShader->GetFunction(code.data(), &bytes), "GetFunction");
+    return code;
+}
+
+const UINT* Words(const std::vector<BYTE>& code)
+{
+    return reinterpret_cast<const UINT*>(code.data());
+}
+
+}  // namespace
+
+CarryShaders::~CarryShaders()
+{
+    const D3DDDI_DEVICEFUNCS& functions = m_Driver.Functions();
+    for (const auto& [code, hShader] : m_Vertex)
+        functions.pfnDeleteVertexShaderFunc(m_Driver.Handle(), hShader);
+    for (const auto& [code, hShader] : m_Pixel)
+        functions.pfnDeletePixelShader(m_Driver.Handle(), hShader);
+    for (const auto& [code, hDeclaration] : m_Declarations)
+        functions.pfnDeleteVertexShaderDecl(m_Driver.Handle(), hDeclaration);
+}
+
+HANDLE CarryShaders::Vertex(IDirect3DVertexShader9* pShader)
+{
+    if (pShader == nullptr)
+        return nullptr;
+    HANDLE& hShader = m_Vertex[CodeOf(pShader)];
+    if (hShader == nullptr)
+    {
+        const Code code = CodeOf(pShader);
+        D3DDDIARG_CREATEVERTEXSHADERFUNC arg = {static_cast<UINT>(code.size()), nullptr};
+        HOST_CALL(m_Driver, pfnCreateVertexShaderFunc, &arg, Words(code));
+        hShader = arg.ShaderHandle;
+    }
+    return hShader;
+}
+
+HANDLE CarryShaders::Pixel(IDirect3DPixelShader9* pShader)
+{
+    if (pShader == nullptr)
+        return nullptr;
+    HANDLE& hShader = m_Pixel[CodeOf(pShader)];
+    if (hShader == nullptr)
+    {
+        const Code code = CodeOf(pShader);
+        D3DDDIARG_CREATEPIXELSHADER arg = {static_cast<UINT>(code.size()), nullptr};
+        HOST_CALL(m_Driver, pfnCreatePixelShader, &arg, Words(code));
+        hShader = arg.ShaderHandle;
+    }
+    return hShader;
+}
+
+HANDLE CarryShaders::Declaration(IDirect3DVertexDeclaration9* pDeclaration)
+{
+    if (pDeclaration == nullptr)
+        return nullptr;
+    UINT count = 0;
+    D3DVERTEXELEMENT9 elements[MAXD3DDECLLENGTH + 1];
+    HostCheck(pDeclaration->GetDeclaration(elements, &count), "GetDeclaration");
+    const auto* pBytes = reinterpret_cast<const BYTE*>(elements);
+    HANDLE& hDeclaration = m_Declarations[Code(pBytes, pBytes + count * sizeof(elements[0]))];
+    if (hDeclaration == nullptr)
+    {
+        std::vector<D3DDDIVERTEXELEMENT> copy;
+        for (UINT i = 0; i + 1 < count; ++i)
+            copy.push_back({elements[i].Stream, elements[i].Offset, elements[i].Type, elements[i].Method,
+                elements[i].Usage, elements[i].UsageIndex});
+        D3DDDIARG_CREATEVERTEXSHADERDECL arg = {static_cast<UINT>(copy.size()), nullptr};
+        HOST_CALL(m_Driver, pfnCreateVertexShaderDecl, &arg, copy.data());
+        hDeclaration = arg.ShaderHandle;
+    }
+    return hDeclaration;
+}

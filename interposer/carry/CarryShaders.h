@@ -1,0 +1,32 @@
+// The driver's shaders and declarations, by what they are made of: the platform's objects have no place to hang a
+// record on. They live as long as the device.
+#pragma once
+
+#include "host/runtime/HostDevice.h"
+
+#include <d3d9.h>
+
+#include <map>
+#include <vector>
+
+class CarryShaders
+{
+public:
+    explicit CarryShaders(HostDevice& driver) : m_Driver(driver) {}
+    ~CarryShaders();
+    CarryShaders(const CarryShaders&) = delete;
+    CarryShaders& operator=(const CarryShaders&) = delete;
+
+    // The driver's handle; made at the first call. Null for null. Throw HostError.
+    HANDLE Vertex(IDirect3DVertexShader9* pShader);
+    HANDLE Pixel(IDirect3DPixelShader9* pShader);
+    HANDLE Declaration(IDirect3DVertexDeclaration9* pDeclaration);
+
+private:
+    using Code = std::vector<BYTE>;
+
+    HostDevice& m_Driver;
+    std::map<Code, HANDLE> m_Vertex;
+    std::map<Code, HANDLE> m_Pixel;
+    std::map<Code, HANDLE> m_Declarations;
+};

@@ -1,0 +1,205 @@
+#include "interposer/carry/CarryState.h"
+
+#include "interposer/run/RunLedger.h"
+#include "interposer/run/RunLimits.h"
+
+#include <cstring>
+
+namespace
+{
+
+/// The driver interface's name for a sampler state.
+UINT StageStateOf(D3DSAMPLERSTATETYPE state)
+{
+    static constexpr UINT kStates[] = {0, D3DDDITSS_ADDRESSU, D3DDDITSS_ADDRESSV, D3DDDITSS_ADDRESSW,
+        D3DDDITSS_BORDERCOLOR, D3DDDITSS_MAGFILTER, D3DDDITSS_MINFILTER, D3DDDITSS_MIPFILTER, D3DDDITSS_MIPMAPLODBIAS,
+        D3DDDITSS_MAXMIPLEVEL, D3DDDITSS_MAXANISOTROPY, D3DDDITSS_SRGBTEXTURE, D3DDDITSS_ELEMENTINDEX,
+        D3DDDITSS_DMAPOFFSET};
+    return state < std::size(kStates) ? kStates[state] : 0;
+}
+
+UINT FloatRegisters(IDirect3DDevice9* pPlatform)
+{
+    D3DCAPS9 caps;
+    return SUCCEEDED(pPlatform->GetDeviceCaps(&caps)) ? caps.MaxVertexShaderConst : 0;
+}
+
+}  // namespace
+
+CarryState::CarryState(IDirect3DDevice9* pPlatform, HostDevice& driver)
+    : m_pPlatform(pPlatform), m_Driver(driver), m_Shaders(driver),
+      m_VertexConstants(pPlatform, driver, CarryConstants::Shader::Vertex, FloatRegisters(pPlatform)),
+      m_PixelConstants(pPlatform, driver, CarryConstants::Shader::Pixel, 224)
+{
+}
+
+void CarryState::RenderState(D3DRENDERSTATETYPE state, DWORD value)
+{
+    if (state >= kRenderStates || m_RenderStates[state] == value)
+        return;
+    m_RenderStates[state] = value;
+    const D3DDDIARG_RENDERSTATE arg = {static_cast<D3DDDIRENDERSTATETYPE>(state), static_cast<UINT>(value)};
+    HOST_CALL(m_Driver, pfnSetRenderState, &arg);
+}
+
+void CarryState::StageState(DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD value)
+{
+    SetStage(stage, state, value);
+}
+
+void CarryState::SamplerState(DWORD sampler, D3DSAMPLERSTATETYPE state, DWORD value)
+{
+    if (const UINT stageState = StageStateOf(state); stageState != 0 && sampler < kStages)
+        SetStage(sampler, stageState, value);
+}
+
+void CarryState::SetStage(DWORD stage, UINT state, DWORD value)
+{
+    if (stage >= kStages || state >= kStageStates || m_StageStates[stage][state] == value)
+        return;
+    m_StageStates[stage][state] = value;
+    const D3DDDIARG_TEXTURESTAGESTATE arg = {
+        static_cast<UINT>(stage), static_cast<D3DDDITEXTURESTAGESTATETYPE>(state), static_cast<UINT>(value)};
+    HOST_CALL(m_Driver, pfnSetTextureStageState, &arg);
+}
+
+void CarryState::Texture(DWORD stage, IDirect3DBaseTexture9* pTexture)
+{
+    if (stage >= kStages)
+    {
+        if (pTexture != nullptr)
+            RunLimit(kLimitVertexTextures);
+        return;
+    }
+    CarryPlace place = pTexture != nullptr ? CarryFind(pTexture) : CarryPlace{};
+    BindTexture(stage, place && place->m_pVideo ? place.m_pResource : nullptr);
+}
+
+void CarryState::BindTexture(DWORD stage, std::shared_ptr<CarryResource> pResource)
+{
+    if (m_Textures[stage] == pResource)
+        return;
+    m_Textures[stage] = std::move(pResource);
+    HANDLE hTexture = m_Textures[stage] ? m_Textures[stage]->m_pVideo->Handle() : nullptr;
+    HOST_CALL(m_Driver, pfnSetTexture, static_cast<UINT>(stage), hTexture);
+}
+
+void CarryState::Transform(D3DTRANSFORMSTATETYPE type)
+{
+    D3DMATRIX matrix;
+    if (FAILED(m_pPlatform->GetTransform(type, &matrix)))
+        return;
+    const auto [sent, bNew] = m_Transforms.try_emplace(type, matrix);
+    if (!bNew && std::memcmp(&sent->second, &matrix, sizeof(matrix)) == 0)
+        return;
+    sent->second = matrix;
+    const D3DDDIARG_SETTRANSFORM arg = {type, matrix};
+    HOST_CALL(m_Driver, pfnSetTransform, &arg);
+}
+
+void CarryState::Viewport()
+{
+    D3DVIEWPORT9 viewport;
+    HostCheck(m_pPlatform->GetViewport(&viewport), "GetViewport");
+    const D3DDDIARG_VIEWPORTINFO arg = {viewport.X, viewport.Y, viewport.Width, viewport.Height};
+    HOST_CALL(m_Driver, pfnSetViewport, &arg);
+    const D3DDDIARG_ZRANGE range = {viewport.MinZ, viewport.MaxZ};
+    HOST_CALL(m_Driver, pfnSetZRange, &range);
+    if (viewport.MinZ != 0 || viewport.MaxZ != 1)
+        RunLimit(kLimitDepthRange);
+}
+
+void CarryState::Scissor()
+{
+    RECT rect;
+    HostCheck(m_pPlatform->GetScissorRect(&rect), "GetScissorRect");
+    const RECT* pRect = &rect;
+    HOST_CALL(m_Driver, pfnSetScissorRect, pRect);
+}
+
+void CarryState::ClipPlane(DWORD index)
+{
+    float plane[4];
+    if (FAILED(m_pPlatform->GetClipPlane(index, plane)))
+        return;
+    const D3DDDIARG_SETCLIPPLANE arg = {static_cast<UINT>(index), {plane[0], plane[1], plane[2], plane[3]}};
+    HOST_CALL(m_Driver, pfnSetClipPlane, &arg);
+}
+
+void CarryState::Target(DWORD index, IDirect3DSurface9* pTarget)
+{
+    if (index > 0)
+    {
+        // The driver could never be told that there is none any more.
+        if (pTarget != nullptr)
+            RunLimit(kLimitSeveralTargets);
+        return;
+    }
+    const CarryPlace place = CarryFind(pTarget);
+    if (!place || place->m_pVideo == nullptr)
+        throw HostError("a target that the driver does not have");
+    if (place.m_Level > 0)
+        RunLimit(kLimitLevelTarget);
+    D3DDDIARG_SETRENDERTARGET arg{};
+    arg.hRenderTarget = place->m_pVideo->Handle();
+    HOST_CALL(m_Driver, pfnSetRenderTarget, &arg);
+    // A new target brings both with it, on either side.
+    Viewport();
+    Scissor();
+}
+
+void CarryState::Depth(IDirect3DSurface9* pDepth)
+{
+    const CarryPlace place = pDepth != nullptr ? CarryFind(pDepth) : CarryPlace{};
+    m_Driver.SetDepthStencil(place ? place->m_pVideo.get() : nullptr);
+}
+
+void CarryState::VertexShader(IDirect3DVertexShader9* pShader)
+{
+    HANDLE hShader = m_Shaders.Vertex(pShader);
+    m_bStaleVertexShader = hShader == nullptr && m_hVertexShader != nullptr;
+    if (hShader == nullptr || hShader == m_hVertexShader)
+        return;
+    m_hVertexShader = hShader;
+    HOST_CALL(m_Driver, pfnSetVertexShaderFunc, hShader);
+}
+
+void CarryState::PixelShader(IDirect3DPixelShader9* pShader)
+{
+    HANDLE hShader = m_Shaders.Pixel(pShader);
+    m_bStalePixelShader = hShader == nullptr && m_hPixelShader != nullptr;
+    if (hShader == nullptr || hShader == m_hPixelShader)
+        return;
+    m_hPixelShader = hShader;
+    HOST_CALL(m_Driver, pfnSetPixelShader, hShader);
+}
+
+// The platform answers the declaration of a vertex format, too.
+void CarryState::Declaration()
+{
+    UMDComPtr<IDirect3DVertexDeclaration9> pDeclaration;
+    HostCheck(m_pPlatform->GetVertexDeclaration(pDeclaration.Put()), "GetVertexDeclaration");
+    HANDLE hDeclaration = m_Shaders.Declaration(pDeclaration.Get());
+    if (hDeclaration == nullptr || hDeclaration == m_hDeclaration)
+        return;
+    m_hDeclaration = hDeclaration;
+    HOST_CALL(m_Driver, pfnSetVertexShaderDecl, hDeclaration);
+}
+
+void CarryState::BeforeDraw()
+{
+    for (const std::shared_ptr<CarryResource>& pTexture : m_Textures)
+        if (pTexture)
+            pTexture->Upload(m_Driver);
+    if (m_bStaleVertexShader)
+        RunLimit(kLimitNullVertexShader);
+    if (m_bStalePixelShader)
+        RunLimit(kLimitNullPixelShader);
+}
+
+void CarryState::Forget(const CarryResource& resource)
+{
+    for (DWORD stage = 0; stage < kStages; ++stage)
+        if (m_Textures[stage].get() == &resource)
+            BindTexture(stage, nullptr);
+}

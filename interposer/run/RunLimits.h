@@ -1,0 +1,31 @@
+// The driver's limits, by the names that a report gives them: what a program asked for and the driver does not do.
+#pragma once
+
+#define RUN_LIMIT(name, text) inline constexpr char kLimit##name[] = text;
+RUN_LIMIT(BackBufferFormat, "back buffers that are not of 32 bits")
+RUN_LIMIT(BlitFilter, "blits with a linear filter: stretched by point")
+RUN_LIMIT(BlitPart, "blits of parts of textures: done whole")
+RUN_LIMIT(CubeVolume, "cube and volume textures")
+RUN_LIMIT(DepthBlit, "blits of depth buffers")
+RUN_LIMIT(DepthRange, "depth ranges other than 0 to 1")
+RUN_LIMIT(DepthTexture, "depth buffers as textures")
+RUN_LIMIT(GeneratedLevels, "texture levels that are generated")
+RUN_LIMIT(Instancing, "instances: stream frequencies other than 1")
+RUN_LIMIT(LevelTarget, "targets in a texture's smaller levels")
+RUN_LIMIT(Levels, "textures of more than 11 levels: 11 are kept")
+RUN_LIMIT(Lights, "lights")
+RUN_LIMIT(Materials, "materials")
+RUN_LIMIT(Multisampling, "multisampling: drawn with one sample")
+RUN_LIMIT(NullPixelShader, "a null pixel shader behind another: the other stays")
+RUN_LIMIT(NullVertexShader, "a null vertex shader behind another: the other stays")
+RUN_LIMIT(Palettes, "palettes")
+RUN_LIMIT(Patches, "rectangle and triangle patches")
+RUN_LIMIT(PlanarFormat, "textures of planar formats")
+RUN_LIMIT(ProcessVertices, "vertices processed into a buffer")
+RUN_LIMIT(Queries, "queries: refused")
+RUN_LIMIT(SeveralTargets, "several targets")
+RUN_LIMIT(Streams, "vertex streams above 0")
+RUN_LIMIT(TextureLod, "managed textures with a most detailed level")
+RUN_LIMIT(VertexConstants, "whole-number and boolean constants of vertex shaders")
+RUN_LIMIT(VertexTextures, "textures read by vertex shaders")
+#undef RUN_LIMIT

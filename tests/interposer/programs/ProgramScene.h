@@ -1,0 +1,17 @@
+// The scenes that the program of these tests can draw.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+struct ProgramScene
+{
+    std::string m_Name;
+    std::function<void()> m_Draw;  ///< throws HostError
+};
+
+/// The scenes of the differential tests, drawn on a device of the platform's and shown in its window.
+std::vector<ProgramScene> ProgramDifferentialScenes();
+/// Others, which use Direct3D 9 as programs do.
+std::vector<ProgramScene> ProgramFrameScenes();
