@@ -1,31 +1,33 @@
 #include "interposer/carry/CarryConstants.h"
 
+#include "interposer/carry/CarryDevice.h"
 #include "interposer/run/RunLedger.h"
 #include "interposer/run/RunLimits.h"
 
 #include <algorithm>
 #include <cstring>
 
-CarryConstants::CarryConstants(IDirect3DDevice9* pPlatform, HostDevice& driver, Shader shader, UINT registers)
-    : m_pPlatform(pPlatform), m_Driver(driver), m_Shader(shader), m_Sent(size_t{registers} * 4)
-{
-}
-
 void CarryConstants::Sync()
 {
-    const UINT registers = static_cast<UINT>(m_Sent.size() / 4);
-    std::vector<float> values(m_Sent.size());
-    const HRESULT hr = m_Shader == Shader::Vertex ? m_pPlatform->GetVertexShaderConstantF(0, values.data(), registers)
-                                                  : m_pPlatform->GetPixelShaderConstantF(0, values.data(), registers);
-    if (SUCCEEDED(hr))
-        Floats(0, values.data(), registers);
+    float values[kRegisters * 4];
+    IDirect3DDevice9* pPlatform = m_Device.Platform();
+    // A device has as many registers as its shaders may name: fewer for pixels, and for old versions.
+    for (UINT count : {kRegisters, 224u, 96u, 32u, 8u})
+    {
+        const HRESULT hr = m_Shader == Shader::Vertex ? pPlatform->GetVertexShaderConstantF(0, values, count)
+                                                      : pPlatform->GetPixelShaderConstantF(0, values, count);
+        if (FAILED(hr))
+            continue;
+        Floats(0, values, count);
+        break;
+    }
     if (m_Shader == Shader::Vertex)
         return;
     INT integers[16 * 4];
     BOOL booleans[16];
-    if (SUCCEEDED(m_pPlatform->GetPixelShaderConstantI(0, integers, 16)))
+    if (SUCCEEDED(m_Device.Platform()->GetPixelShaderConstantI(0, integers, 16)))
         Integers(0, integers, 16);
-    if (SUCCEEDED(m_pPlatform->GetPixelShaderConstantB(0, booleans, 16)))
+    if (SUCCEEDED(m_Device.Platform()->GetPixelShaderConstantB(0, booleans, 16)))
         Booleans(0, booleans, 16);
 }
 
@@ -35,7 +37,7 @@ void CarryConstants::Floats(UINT first, const float* pValues, UINT count)
     const auto isSent = [&](UINT i) {
         return std::memcmp(&m_Sent[size_t{first + i} * 4], pValues + size_t{i} * 4, 4 * sizeof(float)) == 0;
     };
-    count = std::min(count, static_cast<UINT>(m_Sent.size() / 4) - first);
+    count = std::min(count, kRegisters - std::min(first, kRegisters));
     UINT begin = 0;
     while (begin < count && isSent(begin))
         ++begin;
@@ -51,11 +53,11 @@ void CarryConstants::Send(UINT first, const float* pValues, UINT count)
     if (m_Shader == Shader::Vertex)
     {
         const D3DDDIARG_SETVERTEXSHADERCONST arg = {first, count};
-        HOST_CALL(m_Driver, pfnSetVertexShaderConst, &arg, pValues);
+        HOST_CALL(m_Device.Driver(), pfnSetVertexShaderConst, &arg, pValues);
         return;
     }
     const D3DDDIARG_SETPIXELSHADERCONST arg = {first, count};
-    HOST_CALL(m_Driver, pfnSetPixelShaderConst, &arg, pValues);
+    HOST_CALL(m_Device.Driver(), pfnSetPixelShaderConst, &arg, pValues);
 }
 
 void CarryConstants::Integers(UINT first, const INT* pValues, UINT count)
@@ -66,7 +68,7 @@ void CarryConstants::Integers(UINT first, const INT* pValues, UINT count)
         return;
     }
     const D3DDDIARG_SETPIXELSHADERCONSTI arg = {first, count};
-    HOST_CALL(m_Driver, pfnSetPixelShaderConstI, &arg, pValues);
+    HOST_CALL(m_Device.Driver(), pfnSetPixelShaderConstI, &arg, pValues);
 }
 
 void CarryConstants::Booleans(UINT first, const BOOL* pValues, UINT count)
@@ -77,5 +79,5 @@ void CarryConstants::Booleans(UINT first, const BOOL* pValues, UINT count)
         return;
     }
     const D3DDDIARG_SETPIXELSHADERCONSTB arg = {first, count};
-    HOST_CALL(m_Driver, pfnSetPixelShaderConstB, &arg, pValues);
+    HOST_CALL(m_Device.Driver(), pfnSetPixelShaderConstB, &arg, pValues);
 }

@@ -1,12 +1,11 @@
 // The shader constants that the driver has, of one kind of shader.
 #pragma once
 
-#include "host/runtime/HostDevice.h"
-
 #include <d3d9.h>
 
-#include <span>
-#include <vector>
+#include <array>
+
+class CarryDevice;
 
 class CarryConstants
 {
@@ -16,8 +15,8 @@ public:
         Vertex,
         Pixel,
     };
-    /// @param registers of floating-point constants that the platform has.
-    CarryConstants(IDirect3DDevice9* pPlatform, HostDevice& driver, Shader shader, UINT registers);
+    /// Borrows the device.
+    CarryConstants(CarryDevice& device, Shader shader) : m_Device(device), m_Shader(shader) {}
 
     /// Carries all registers that differ from what the driver has.
     void Sync();
@@ -28,8 +27,10 @@ public:
 private:
     void Send(UINT first, const float* pValues, UINT count);
 
-    IDirect3DDevice9* m_pPlatform;
-    HostDevice& m_Driver;
+    // More than any of the platform's has.
+    static constexpr UINT kRegisters = 256;
+
+    CarryDevice& m_Device;
     Shader m_Shader;
-    std::vector<float> m_Sent;  ///< four a register
+    std::array<float, kRegisters * 4> m_Sent{};
 };

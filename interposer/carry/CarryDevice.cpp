@@ -3,6 +3,7 @@
 #include "interposer/carry/CarryDriver.h"
 #include "interposer/run/RunLedger.h"
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 #include <vector>
@@ -17,6 +18,9 @@ struct Devices
     std::recursive_mutex m_Carrying;
     std::mutex m_Mutex;  ///< guards m_ByPlatform; held for no call
     std::map<IDirect3DDevice9*, std::shared_ptr<CarryDevice>> m_ByPlatform;
+    /// Those whose platform devices have gone. None is ever ended: a device of the platform's that is ended while this
+    /// thread still draws on another takes the other's memory along, now and then.
+    std::vector<std::shared_ptr<CarryDevice>> m_Idle;
 };
 
 // The process may end while other threads still draw.
@@ -31,6 +35,19 @@ std::shared_ptr<CarryDevice> Find(IDirect3DDevice9* pPlatform)
     std::lock_guard lock(All().m_Mutex);
     const auto found = All().m_ByPlatform.find(pPlatform);
     return found != All().m_ByPlatform.end() ? found->second : nullptr;
+}
+
+/// One that is idle and as good as new, or a new one.
+std::shared_ptr<CarryDevice> TakeDevice()
+{
+    std::lock_guard lock(All().m_Mutex);
+    std::vector<std::shared_ptr<CarryDevice>>& idle = All().m_Idle;
+    const auto fresh = std::ranges::find_if(idle, [](const auto& pDevice) { return !pDevice->State().HasShaders(); });
+    if (fresh == idle.end())
+        return std::make_shared<CarryDevice>();
+    std::shared_ptr<CarryDevice> pDevice = std::move(*fresh);
+    idle.erase(fresh);
+    return pDevice;
 }
 
 void Try(const std::function<void()>& work)
@@ -50,17 +67,11 @@ void Try(const std::function<void()>& work)
 
 }  // namespace
 
-CarryDevice::CarryDevice(IDirect3DDevice9* pPlatform)
-    : m_pPlatform(pPlatform), m_Adapter(CarryDriver::Get().Driver(), m_Kernel), m_Driver(m_Adapter), m_Output(*this),
-      m_State(pPlatform, m_Driver), m_Draws(pPlatform, m_Driver, m_State)
+CarryDevice::CarryDevice()
+    : m_Adapter(CarryDriver::Get().Driver(), m_Kernel), m_Driver(m_Adapter), m_Output(*this), m_State(*this),
+      m_Draws(*this)
 {
     m_Driver.WatchCalls([](const char* pEntry) { RunCountOne(RunOf().m_Calls, pEntry); });
-}
-
-CarryDevice::~CarryDevice()
-{
-    for (const std::shared_ptr<CarryResource>& pResource : CarryTakeAllOf(*this))
-        Bury(*pResource);
 }
 
 void CarryDevice::Sync()
@@ -110,7 +121,8 @@ void CarryDevice::Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLO
 void CarryBegin(IDirect3DDevice9* pPlatform)
 {
     Try([&] {
-        const auto pDevice = std::make_shared<CarryDevice>(pPlatform);
+        const std::shared_ptr<CarryDevice> pDevice = TakeDevice();
+        pDevice->Begin(pPlatform);
         {
             std::lock_guard lock(All().m_Mutex);
             All().m_ByPlatform[pPlatform] = pDevice;
@@ -123,12 +135,9 @@ void CarryBegin(IDirect3DDevice9* pPlatform)
 void CarryEnd(IDirect3DDevice9* pPlatform)
 {
     Try([&] {
-        std::shared_ptr<CarryDevice> pDevice;
-        {
-            std::lock_guard lock(All().m_Mutex);
-            if (auto node = All().m_ByPlatform.extract(pPlatform))
-                pDevice = std::move(node.mapped());
-        }
+        std::lock_guard lock(All().m_Mutex);
+        if (auto node = All().m_ByPlatform.extract(pPlatform))
+            All().m_Idle.push_back(std::move(node.mapped()));
     });
 }
 

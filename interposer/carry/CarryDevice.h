@@ -17,9 +17,8 @@
 class CarryDevice
 {
 public:
-    /// @param pPlatform the program's device, borrowed; the object must be ended before it dies. Throws HostError.
-    explicit CarryDevice(IDirect3DDevice9* pPlatform);
-    ~CarryDevice();
+    /// Throws HostError.
+    CarryDevice();
     CarryDevice(const CarryDevice&) = delete;
     CarryDevice& operator=(const CarryDevice&) = delete;
 
@@ -29,6 +28,8 @@ public:
     CarryState& State() { return m_State; }
     CarryDraws& Draws() { return m_Draws; }
 
+    /// From now on it draws for that device, borrowed; not for two at once.
+    void Begin(IDirect3DDevice9* pPlatform) { m_pPlatform = pPlatform; }
     /// Brings the driver to the platform's state, whatever has changed it.
     void Sync();
     /// The platform has made back buffers and depth buffer anew.
@@ -42,7 +43,7 @@ public:
     void Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLOR color, float z, DWORD stencil);
 
 private:
-    IDirect3DDevice9* m_pPlatform;
+    IDirect3DDevice9* m_pPlatform = nullptr;
     HostKernel m_Kernel;
     HostAdapter m_Adapter;
     HostDevice m_Driver;

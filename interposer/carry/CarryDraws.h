@@ -6,16 +6,13 @@
 
 #include <d3d9.h>
 
-class CarryState;
+class CarryDevice;
 
 class CarryDraws
 {
 public:
-    /// All are borrowed.
-    CarryDraws(IDirect3DDevice9* pPlatform, HostDevice& driver, CarryState& state)
-        : m_pPlatform(pPlatform), m_Driver(driver), m_State(state)
-    {
-    }
+    /// Borrows the device.
+    explicit CarryDraws(CarryDevice& device) : m_Device(device) {}
 
     void Sync();
     void Stream(UINT stream, IDirect3DVertexBuffer9* pBuffer, UINT offset, UINT stride);
@@ -30,9 +27,7 @@ public:
     void Forget(const CarryResource& resource);
 
 private:
-    IDirect3DDevice9* m_pPlatform;
-    HostDevice& m_Driver;
-    CarryState& m_State;
+    CarryDevice& m_Device;
     // What the driver has; null where the next binding is carried in any case.
     std::shared_ptr<CarryResource> m_pStream;
     UINT m_Offset = 0;

@@ -87,17 +87,3 @@ std::vector<std::shared_ptr<CarryResource>> CarryTakeDead()
     std::lock_guard lock(All().m_Mutex);
     return std::exchange(All().m_Dead, {});
 }
-
-std::vector<std::shared_ptr<CarryResource>> CarryTakeAllOf(const CarryDevice& device)
-{
-    std::lock_guard lock(All().m_Mutex);
-    std::vector<std::shared_ptr<CarryResource>> resources;
-    for (auto place = All().m_Places.begin(); place != All().m_Places.end();)
-    {
-        const bool bOwn = &place->second->Device() == &device;
-        if (bOwn)
-            resources.push_back(place->second.m_pResource);
-        place = bOwn ? All().m_Places.erase(place) : std::next(place);
-    }
-    return resources;
-}

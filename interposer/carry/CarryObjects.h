@@ -26,5 +26,3 @@ CarryPlace CarryFind(const void* pObject);
 
 /// Those whose objects have died since the last call.
 std::vector<std::shared_ptr<CarryResource>> CarryTakeDead();
-/// Forgets all that the driver has for a device.
-std::vector<std::shared_ptr<CarryResource>> CarryTakeAllOf(const CarryDevice& device);

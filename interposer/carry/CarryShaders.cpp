@@ -20,17 +20,6 @@ const UINT* Words(const std::vector<BYTE>& code)
 
 }  // namespace
 
-CarryShaders::~CarryShaders()
-{
-    const D3DDDI_DEVICEFUNCS& functions = m_Driver.Functions();
-    for (const auto& [code, hShader] : m_Vertex)
-        functions.pfnDeleteVertexShaderFunc(m_Driver.Handle(), hShader);
-    for (const auto& [code, hShader] : m_Pixel)
-        functions.pfnDeletePixelShader(m_Driver.Handle(), hShader);
-    for (const auto& [code, hDeclaration] : m_Declarations)
-        functions.pfnDeleteVertexShaderDecl(m_Driver.Handle(), hDeclaration);
-}
-
 HANDLE CarryShaders::Vertex(IDirect3DVertexShader9* pShader)
 {
     if (pShader == nullptr)

@@ -13,9 +13,6 @@ class CarryShaders
 {
 public:
     explicit CarryShaders(HostDevice& driver) : m_Driver(driver) {}
-    ~CarryShaders();
-    CarryShaders(const CarryShaders&) = delete;
-    CarryShaders& operator=(const CarryShaders&) = delete;
 
     // The driver's handle; made at the first call. Null for null. Throw HostError.
     HANDLE Vertex(IDirect3DVertexShader9* pShader);

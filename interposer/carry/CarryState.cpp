@@ -1,5 +1,6 @@
 #include "interposer/carry/CarryState.h"
 
+#include "interposer/carry/CarryDevice.h"
 #include "interposer/run/RunLedger.h"
 #include "interposer/run/RunLimits.h"
 
@@ -18,18 +19,11 @@ UINT StageStateOf(D3DSAMPLERSTATETYPE state)
     return state < std::size(kStates) ? kStates[state] : 0;
 }
 
-UINT FloatRegisters(IDirect3DDevice9* pPlatform)
-{
-    D3DCAPS9 caps;
-    return SUCCEEDED(pPlatform->GetDeviceCaps(&caps)) ? caps.MaxVertexShaderConst : 0;
-}
-
 }  // namespace
 
-CarryState::CarryState(IDirect3DDevice9* pPlatform, HostDevice& driver)
-    : m_pPlatform(pPlatform), m_Driver(driver), m_Shaders(driver),
-      m_VertexConstants(pPlatform, driver, CarryConstants::Shader::Vertex, FloatRegisters(pPlatform)),
-      m_PixelConstants(pPlatform, driver, CarryConstants::Shader::Pixel, 224)
+CarryState::CarryState(CarryDevice& device)
+    : m_Device(device), m_Shaders(device.Driver()), m_VertexConstants(device, CarryConstants::Shader::Vertex),
+      m_PixelConstants(device, CarryConstants::Shader::Pixel)
 {
 }
 
@@ -39,7 +33,7 @@ void CarryState::RenderState(D3DRENDERSTATETYPE state, DWORD value)
         return;
     m_RenderStates[state] = value;
     const D3DDDIARG_RENDERSTATE arg = {static_cast<D3DDDIRENDERSTATETYPE>(state), static_cast<UINT>(value)};
-    HOST_CALL(m_Driver, pfnSetRenderState, &arg);
+    HOST_CALL(m_Device.Driver(), pfnSetRenderState, &arg);
 }
 
 void CarryState::StageState(DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD value)
@@ -60,7 +54,7 @@ void CarryState::SetStage(DWORD stage, UINT state, DWORD value)
     m_StageStates[stage][state] = value;
     const D3DDDIARG_TEXTURESTAGESTATE arg = {
         static_cast<UINT>(stage), static_cast<D3DDDITEXTURESTAGESTATETYPE>(state), static_cast<UINT>(value)};
-    HOST_CALL(m_Driver, pfnSetTextureStageState, &arg);
+    HOST_CALL(m_Device.Driver(), pfnSetTextureStageState, &arg);
 }
 
 void CarryState::Texture(DWORD stage, IDirect3DBaseTexture9* pTexture)
@@ -81,30 +75,30 @@ void CarryState::BindTexture(DWORD stage, std::shared_ptr<CarryResource> pResour
         return;
     m_Textures[stage] = std::move(pResource);
     HANDLE hTexture = m_Textures[stage] ? m_Textures[stage]->m_pVideo->Handle() : nullptr;
-    HOST_CALL(m_Driver, pfnSetTexture, static_cast<UINT>(stage), hTexture);
+    HOST_CALL(m_Device.Driver(), pfnSetTexture, static_cast<UINT>(stage), hTexture);
 }
 
 void CarryState::Transform(D3DTRANSFORMSTATETYPE type)
 {
     D3DMATRIX matrix;
-    if (FAILED(m_pPlatform->GetTransform(type, &matrix)))
+    if (FAILED(m_Device.Platform()->GetTransform(type, &matrix)))
         return;
     const auto [sent, bNew] = m_Transforms.try_emplace(type, matrix);
     if (!bNew && std::memcmp(&sent->second, &matrix, sizeof(matrix)) == 0)
         return;
     sent->second = matrix;
     const D3DDDIARG_SETTRANSFORM arg = {type, matrix};
-    HOST_CALL(m_Driver, pfnSetTransform, &arg);
+    HOST_CALL(m_Device.Driver(), pfnSetTransform, &arg);
 }
 
 void CarryState::Viewport()
 {
     D3DVIEWPORT9 viewport;
-    HostCheck(m_pPlatform->GetViewport(&viewport), "GetViewport");
+    HostCheck(m_Device.Platform()->GetViewport(&viewport), "GetViewport");
     const D3DDDIARG_VIEWPORTINFO arg = {viewport.X, viewport.Y, viewport.Width, viewport.Height};
-    HOST_CALL(m_Driver, pfnSetViewport, &arg);
+    HOST_CALL(m_Device.Driver(), pfnSetViewport, &arg);
     const D3DDDIARG_ZRANGE range = {viewport.MinZ, viewport.MaxZ};
-    HOST_CALL(m_Driver, pfnSetZRange, &range);
+    HOST_CALL(m_Device.Driver(), pfnSetZRange, &range);
     if (viewport.MinZ != 0 || viewport.MaxZ != 1)
         RunLimit(kLimitDepthRange);
 }
@@ -112,18 +106,18 @@ void CarryState::Viewport()
 void CarryState::Scissor()
 {
     RECT rect;
-    HostCheck(m_pPlatform->GetScissorRect(&rect), "GetScissorRect");
+    HostCheck(m_Device.Platform()->GetScissorRect(&rect), "GetScissorRect");
     const RECT* pRect = &rect;
-    HOST_CALL(m_Driver, pfnSetScissorRect, pRect);
+    HOST_CALL(m_Device.Driver(), pfnSetScissorRect, pRect);
 }
 
 void CarryState::ClipPlane(DWORD index)
 {
     float plane[4];
-    if (FAILED(m_pPlatform->GetClipPlane(index, plane)))
+    if (FAILED(m_Device.Platform()->GetClipPlane(index, plane)))
         return;
     const D3DDDIARG_SETCLIPPLANE arg = {static_cast<UINT>(index), {plane[0], plane[1], plane[2], plane[3]}};
-    HOST_CALL(m_Driver, pfnSetClipPlane, &arg);
+    HOST_CALL(m_Device.Driver(), pfnSetClipPlane, &arg);
 }
 
 void CarryState::Target(DWORD index, IDirect3DSurface9* pTarget)
@@ -142,7 +136,7 @@ void CarryState::Target(DWORD index, IDirect3DSurface9* pTarget)
         RunLimit(kLimitLevelTarget);
     D3DDDIARG_SETRENDERTARGET arg{};
     arg.hRenderTarget = place->m_pVideo->Handle();
-    HOST_CALL(m_Driver, pfnSetRenderTarget, &arg);
+    HOST_CALL(m_Device.Driver(), pfnSetRenderTarget, &arg);
     // A new target brings both with it, on either side.
     Viewport();
     Scissor();
@@ -151,7 +145,7 @@ void CarryState::Target(DWORD index, IDirect3DSurface9* pTarget)
 void CarryState::Depth(IDirect3DSurface9* pDepth)
 {
     const CarryPlace place = pDepth != nullptr ? CarryFind(pDepth) : CarryPlace{};
-    m_Driver.SetDepthStencil(place ? place->m_pVideo.get() : nullptr);
+    m_Device.Driver().SetDepthStencil(place ? place->m_pVideo.get() : nullptr);
 }
 
 void CarryState::VertexShader(IDirect3DVertexShader9* pShader)
@@ -161,7 +155,7 @@ void CarryState::VertexShader(IDirect3DVertexShader9* pShader)
     if (hShader == nullptr || hShader == m_hVertexShader)
         return;
     m_hVertexShader = hShader;
-    HOST_CALL(m_Driver, pfnSetVertexShaderFunc, hShader);
+    HOST_CALL(m_Device.Driver(), pfnSetVertexShaderFunc, hShader);
 }
 
 void CarryState::PixelShader(IDirect3DPixelShader9* pShader)
@@ -171,26 +165,26 @@ void CarryState::PixelShader(IDirect3DPixelShader9* pShader)
     if (hShader == nullptr || hShader == m_hPixelShader)
         return;
     m_hPixelShader = hShader;
-    HOST_CALL(m_Driver, pfnSetPixelShader, hShader);
+    HOST_CALL(m_Device.Driver(), pfnSetPixelShader, hShader);
 }
 
 // The platform answers the declaration of a vertex format, too.
 void CarryState::Declaration()
 {
     UMDComPtr<IDirect3DVertexDeclaration9> pDeclaration;
-    HostCheck(m_pPlatform->GetVertexDeclaration(pDeclaration.Put()), "GetVertexDeclaration");
+    HostCheck(m_Device.Platform()->GetVertexDeclaration(pDeclaration.Put()), "GetVertexDeclaration");
     HANDLE hDeclaration = m_Shaders.Declaration(pDeclaration.Get());
     if (hDeclaration == nullptr || hDeclaration == m_hDeclaration)
         return;
     m_hDeclaration = hDeclaration;
-    HOST_CALL(m_Driver, pfnSetVertexShaderDecl, hDeclaration);
+    HOST_CALL(m_Device.Driver(), pfnSetVertexShaderDecl, hDeclaration);
 }
 
 void CarryState::BeforeDraw()
 {
     for (const std::shared_ptr<CarryResource>& pTexture : m_Textures)
         if (pTexture)
-            pTexture->Upload(m_Driver);
+            pTexture->Upload(m_Device.Driver());
     if (m_bStaleVertexShader)
         RunLimit(kLimitNullVertexShader);
     if (m_bStalePixelShader)

@@ -13,11 +13,13 @@
 #include <map>
 #include <optional>
 
+class CarryDevice;
+
 class CarryState
 {
 public:
-    /// Both are borrowed.
-    CarryState(IDirect3DDevice9* pPlatform, HostDevice& driver);
+    /// Borrows the device.
+    explicit CarryState(CarryDevice& device);
 
     // What the platform has now of one part: after a creation, a reset or a state block.
     void SyncRenderStates();
@@ -40,6 +42,8 @@ public:
     void VertexShader(IDirect3DVertexShader9* pShader);
     void PixelShader(IDirect3DPixelShader9* pShader);
     void Declaration();
+    /// Once the driver was given a shader it has one for ever.
+    bool HasShaders() const { return m_hVertexShader != nullptr || m_hPixelShader != nullptr; }
     CarryConstants& VertexConstants() { return m_VertexConstants; }
     CarryConstants& PixelConstants() { return m_PixelConstants; }
 
@@ -56,8 +60,7 @@ private:
     void SetStage(DWORD stage, UINT state, DWORD value);
     void BindTexture(DWORD stage, std::shared_ptr<CarryResource> pResource);
 
-    IDirect3DDevice9* m_pPlatform;
-    HostDevice& m_Driver;
+    CarryDevice& m_Device;
     CarryShaders m_Shaders;
     CarryConstants m_VertexConstants;
     CarryConstants m_PixelConstants;

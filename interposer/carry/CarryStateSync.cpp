@@ -1,4 +1,5 @@
 // What CarryState reads back: the platform's whole state, read back.
+#include "interposer/carry/CarryDevice.h"
 #include "interposer/carry/CarryState.h"
 #include "util/UMDComPtr.h"
 
@@ -8,7 +9,8 @@ void CarryState::SyncRenderStates()
     static constexpr UINT kRanges[][2] = {{D3DRS_ZENABLE, D3DRS_TEXTUREFACTOR}, {D3DRS_WRAP0, D3DRS_BLENDOPALPHA}};
     for (const auto& [first, last] : kRanges)
         for (UINT state = first; state <= last; ++state)
-            if (DWORD value = 0; SUCCEEDED(m_pPlatform->GetRenderState(static_cast<D3DRENDERSTATETYPE>(state), &value)))
+            if (DWORD value = 0;
+                SUCCEEDED(m_Device.Platform()->GetRenderState(static_cast<D3DRENDERSTATETYPE>(state), &value)))
                 RenderState(static_cast<D3DRENDERSTATETYPE>(state), value);
 }
 
@@ -25,15 +27,15 @@ void CarryState::SyncTextures()
                                 type == D3DTSS_BUMPENVLOFFSET || type == D3DTSS_TEXTURETRANSFORMFLAGS ||
                                 type == D3DTSS_COLORARG0 || type == D3DTSS_ALPHAARG0 || type == D3DTSS_RESULTARG ||
                                 type == D3DTSS_CONSTANT;
-            if (DWORD value = 0; bStage && SUCCEEDED(m_pPlatform->GetTextureStageState(stage, type, &value)))
+            if (DWORD value = 0; bStage && SUCCEEDED(m_Device.Platform()->GetTextureStageState(stage, type, &value)))
                 StageState(stage, type, value);
         }
         for (UINT state = D3DSAMP_ADDRESSU; state <= D3DSAMP_DMAPOFFSET; ++state)
             if (DWORD value = 0;
-                SUCCEEDED(m_pPlatform->GetSamplerState(stage, static_cast<D3DSAMPLERSTATETYPE>(state), &value)))
+                SUCCEEDED(m_Device.Platform()->GetSamplerState(stage, static_cast<D3DSAMPLERSTATETYPE>(state), &value)))
                 SamplerState(stage, static_cast<D3DSAMPLERSTATETYPE>(state), value);
         UMDComPtr<IDirect3DBaseTexture9> pTexture;
-        if (SUCCEEDED(m_pPlatform->GetTexture(stage, pTexture.Put())))
+        if (SUCCEEDED(m_Device.Platform()->GetTexture(stage, pTexture.Put())))
             Texture(stage, pTexture.Get());
     }
 }
@@ -53,9 +55,9 @@ void CarryState::SyncTransforms()
 void CarryState::SyncTargets()
 {
     UMDComPtr<IDirect3DSurface9> pTarget, pDepth;
-    if (SUCCEEDED(m_pPlatform->GetRenderTarget(0, pTarget.Put())))
+    if (SUCCEEDED(m_Device.Platform()->GetRenderTarget(0, pTarget.Put())))
         Target(0, pTarget.Get());
-    if (FAILED(m_pPlatform->GetDepthStencilSurface(pDepth.Put())))
+    if (FAILED(m_Device.Platform()->GetDepthStencilSurface(pDepth.Put())))
         pDepth.Reset();
     Depth(pDepth.Get());
 }
@@ -64,9 +66,9 @@ void CarryState::SyncShaders()
 {
     UMDComPtr<IDirect3DVertexShader9> pVertexShader;
     UMDComPtr<IDirect3DPixelShader9> pPixelShader;
-    if (SUCCEEDED(m_pPlatform->GetVertexShader(pVertexShader.Put())))
+    if (SUCCEEDED(m_Device.Platform()->GetVertexShader(pVertexShader.Put())))
         VertexShader(pVertexShader.Get());
-    if (SUCCEEDED(m_pPlatform->GetPixelShader(pPixelShader.Put())))
+    if (SUCCEEDED(m_Device.Platform()->GetPixelShader(pPixelShader.Put())))
         PixelShader(pPixelShader.Get());
     Declaration();
     m_VertexConstants.Sync();

@@ -1,6 +1,7 @@
 #include "tools/painters/DifferentialPlainPainter.h"
 
 #include "host/runtime/HostError.h"
+#include "tools/painters/DifferentialPlainPixels.h"
 
 #include <cstring>
 
@@ -15,6 +16,7 @@ struct DifferentialPlainPainter::Object : PainterObject
     UMDComPtr<IDirect3DTexture9> m_pTexture;
     UMDComPtr<IDirect3DSurface9> m_pSurface;  ///< level 0 of a texture
     D3DSURFACE_DESC m_Desc{};                 ///< of the surface
+    bool m_bPlain = false;                    ///< an offscreen surface in video memory
     UMDComPtr<IDirect3DVertexBuffer9> m_pVertexBuffer;
     std::vector<BYTE> m_Vertices;  ///< what was written into the vertex buffer
     UMDComPtr<IDirect3DIndexBuffer9> m_pIndexBuffer;
@@ -33,26 +35,6 @@ struct DifferentialPlainPainter::Object : PainterObject
 
 namespace
 {
-
-void WriteLevel(IDirect3DSurface9* pSurface, const DifferentialPicture& picture)
-{
-    D3DLOCKED_RECT locked;
-    CALL(pSurface, LockRect, &locked, nullptr, 0);
-    for (UINT y = 0; y < picture.m_Height; ++y)
-        std::memcpy(static_cast<BYTE*>(locked.pBits) + size_t{y} * locked.Pitch, picture.Row(y), picture.Pitch());
-    CALL(pSurface, UnlockRect);
-}
-
-DifferentialPicture ReadSurface(IDirect3DSurface9* pSurface, const D3DSURFACE_DESC& desc)
-{
-    DifferentialPicture picture(desc.Width, desc.Height, desc.Format);
-    D3DLOCKED_RECT locked;
-    CALL(pSurface, LockRect, &locked, nullptr, D3DLOCK_READONLY);
-    for (UINT y = 0; y < picture.m_Height; ++y)
-        std::memcpy(picture.Row(y), static_cast<const BYTE*>(locked.pBits) + size_t{y} * locked.Pitch, picture.Pitch());
-    CALL(pSurface, UnlockRect);
-    return picture;
-}
 
 template <typename Buffer>
 void WriteBuffer(Buffer& pBuffer, std::span<const BYTE> content)
@@ -113,6 +95,7 @@ PainterHandle DifferentialPlainPainter::CreateSurface(
             kind == PainterSurface::TargetTexture ? D3DUSAGE_RENDERTARGET : 0, format, D3DPOOL_DEFAULT,
             pObject->m_pTexture.Put(), nullptr);
     pObject->TakeSurface();
+    pObject->m_bPlain = kind == PainterSurface::Plain;
     return pObject;
 }
 
@@ -130,7 +113,7 @@ PainterHandle DifferentialPlainPainter::CreateMemorySurface(const DifferentialPi
     CALL(m_pDevice, CreateOffscreenPlainSurface, picture.m_Width, picture.m_Height, picture.m_Format, D3DPOOL_SYSTEMMEM,
         pObject->m_pSurface.Put(), nullptr);
     pObject->TakeSurface();
-    WriteLevel(pObject->m_pSurface.Get(), picture);
+    DifferentialWrite(pObject->m_pSurface.Get(), picture);
     return pObject;
 }
 
@@ -144,7 +127,7 @@ PainterHandle DifferentialPlainPainter::CreateMemoryTexture(std::span<const Diff
     {
         UMDComPtr<IDirect3DSurface9> pSurface;
         CALL(pObject->m_pTexture, GetSurfaceLevel, level, pSurface.Put());
-        WriteLevel(pSurface.Get(), levels[level]);
+        DifferentialWrite(pSurface.Get(), levels[level]);
     }
     return pObject;
 }
@@ -336,13 +319,31 @@ void DifferentialPlainPainter::Blt(PainterObject& from, const RECT& fromRect, Pa
     const bool bFromMemory = source.m_Desc.Pool == D3DPOOL_SYSTEMMEM;
     const bool bToMemory = target.m_Desc.Pool == D3DPOOL_SYSTEMMEM;
     const POINT point = {toRect.left, toRect.top};
+    const RECT all = source.Rect();
     if (bFromMemory && source.IsTexture())
         TexBlt(from, fromRect, to, point);
     else if (bFromMemory)
         CALL(m_pDevice, UpdateSurface, source.m_pSurface.Get(), &fromRect, target.m_pSurface.Get(), &point);
+    else if (!bToMemory && target.m_bPlain && !source.m_bPlain)
+    {
+        // Strict implementations stretch nothing into an offscreen surface.
+        const PainterHandle pMemory =
+            CreateMemorySurface({source.m_Desc.Width, source.m_Desc.Height, source.m_Desc.Format});
+        IDirect3DSurface9* pCopy = Object::Of(*pMemory).m_pSurface.Get();
+        CALL(m_pDevice, GetRenderTargetData, source.m_pSurface.Get(), pCopy);
+        CALL(m_pDevice, UpdateSurface, pCopy, &fromRect, target.m_pSurface.Get(), &point);
+    }
     else if (!bToMemory)
         CALL(
             m_pDevice, StretchRect, source.m_pSurface.Get(), &fromRect, target.m_pSurface.Get(), &toRect, D3DTEXF_NONE);
+    else if (source.IsTexture() && !EqualRect(&fromRect, &all))
+    {
+        // The whole of it first: what is drawn of a part of a texture is not told to every driver.
+        const PainterHandle pWhole =
+            CreateSurface(PainterSurface::Target, source.m_Desc.Width, source.m_Desc.Height, source.m_Desc.Format);
+        Blt(from, all, *pWhole, all);
+        Blt(*pWhole, fromRect, to, toRect);
+    }
     else
     {
         const PainterHandle pStretched =
@@ -384,9 +385,9 @@ DifferentialPicture DifferentialPlainPainter::ReadBack(PainterObject& object)
 {
     Object& surface = Object::Of(object);
     if (surface.m_Desc.Pool == D3DPOOL_SYSTEMMEM)
-        return ReadSurface(surface.m_pSurface.Get(), surface.m_Desc);
+        return DifferentialRead(surface.m_pSurface.Get(), surface.m_Desc);
     const PainterHandle pCopy =
         CreateMemorySurface({surface.m_Desc.Width, surface.m_Desc.Height, surface.m_Desc.Format});
     CALL(m_pDevice, GetRenderTargetData, surface.m_pSurface.Get(), Object::Of(*pCopy).m_pSurface.Get());
-    return ReadSurface(Object::Of(*pCopy).m_pSurface.Get(), surface.m_Desc);
+    return DifferentialRead(Object::Of(*pCopy).m_pSurface.Get(), surface.m_Desc);
 }
