@@ -2,6 +2,7 @@
 
 #include "host/runtime/HostError.h"
 #include "interposer/carry/CarryResource.h"
+#include "interposer/judge/JudgePictures.h"
 #include "interposer/run/RunLedger.h"
 #include "util/UMDComPtr.h"
 
@@ -67,8 +68,9 @@ void JudgeFrame(const HostImage& fromDriver, const HostImage& expected)
         ++run.m_Equal;
         return;
     }
+    JudgeKeepPictures(fromDriver, expected);
     if (++run.m_Different == 1)
-        run.m_FirstDifferent = run.m_Frames;
+        run.m_FirstDifferent = run.m_Frames + 1;
     const auto pixels = static_cast<LONG64>(difference.m_Pixels);
     if (pixels > run.m_WorstPixels)
     {

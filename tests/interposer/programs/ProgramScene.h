@@ -13,5 +13,9 @@ struct ProgramScene
 
 /// The scenes of the differential tests, drawn on a device of the platform's and shown in its window.
 std::vector<ProgramScene> ProgramDifferentialScenes();
-/// Others, which use Direct3D 9 as programs do.
+// Others, which use Direct3D 9 as programs do.
 std::vector<ProgramScene> ProgramFrameScenes();
+std::vector<ProgramScene> ProgramPixelScenes();
+std::vector<ProgramScene> ProgramTextureScenes();
+/// Asked for one by one: some end the process.
+std::vector<ProgramScene> ProgramRudeScenes();

@@ -1,8 +1,9 @@
 #include "ProgramWindow.h"
 
 ProgramWindow::ProgramWindow(UINT width, UINT height)
-    : m_hWnd(CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, static_cast<int>(width),
-          static_cast<int>(height), nullptr, nullptr, nullptr, nullptr))
+    // Hidden: without a window manager, Wine waits two seconds for each window that it takes from the screen.
+    : m_hWnd(CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, static_cast<int>(width), static_cast<int>(height), nullptr,
+          nullptr, nullptr, nullptr))
 {
     m_Parameters.BackBufferWidth = width;
     m_Parameters.BackBufferHeight = height;

@@ -1,19 +1,21 @@
-// A program that knows nothing of the driver: draws the scenes of the given names, or all, one after the other.
+// A program that knows nothing of the driver: draws the scenes of the given names, or all of the given groups.
 #include "ProgramScene.h"
 #include "host/runtime/HostError.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 
 namespace
 {
 
-std::vector<ProgramScene> AllScenes()
-{
-    std::vector<ProgramScene> scenes = ProgramDifferentialScenes();
-    std::ranges::move(ProgramFrameScenes(), std::back_inserter(scenes));
-    return scenes;
-}
+const std::map<std::string, std::vector<ProgramScene>> kGroups = {
+    {"differential", ProgramDifferentialScenes()},
+    {"frames", ProgramFrameScenes()},
+    {"pixels", ProgramPixelScenes()},
+    {"rude", ProgramRudeScenes()},
+    {"textures", ProgramTextureScenes()},
+};
 
 bool Draw(const ProgramScene& scene)
 {
@@ -33,9 +35,13 @@ bool Draw(const ProgramScene& scene)
 
 int main(int argc, char** ppArguments)
 {
+    const auto isAsked = [&](const std::string& name) {
+        return std::find(ppArguments + 1, ppArguments + argc, name) != ppArguments + argc;
+    };
     int failed = 0;
-    for (const ProgramScene& scene : AllScenes())
-        if (argc == 1 || std::find(ppArguments + 1, ppArguments + argc, scene.m_Name) != ppArguments + argc)
-            failed += !Draw(scene);
+    for (const auto& [group, scenes] : kGroups)
+        for (const ProgramScene& scene : scenes)
+            if (isAsked(group) || isAsked(scene.m_Name))
+                failed += !Draw(scene);
     return failed;
 }

@@ -1,0 +1,140 @@
+// Programs that end in other ways than they should, or do what few programs do; and what the driver is known not to do.
+#include "ProgramCanvas.h"
+#include "ProgramScene.h"
+
+#include <thread>
+
+namespace
+{
+
+constexpr RECT kLeft = {10, 10, 90, 100};
+
+void ShowOne(ProgramCanvas& canvas)
+{
+    canvas.Clear();
+    canvas.Quad(kLeft, 0xFFFF8000);
+    canvas.Present();
+}
+
+void Crashes()
+{
+    ProgramCanvas canvas;
+    ShowOne(canvas);
+    RaiseException(static_cast<DWORD>(EXCEPTION_ILLEGAL_INSTRUCTION), EXCEPTION_NONCONTINUABLE, 0, nullptr);
+}
+
+void IsKilled()
+{
+    ProgramCanvas canvas;
+    ShowOne(canvas);
+    TerminateProcess(GetCurrentProcess(), 7);
+}
+
+void NeverPresents()
+{
+    ProgramCanvas canvas;
+    canvas.Clear();
+    Sleep(INFINITE);
+}
+
+void PresentsFromThread()
+{
+    ProgramWindow window(ProgramCanvas::kWidth, ProgramCanvas::kHeight);
+    window.CreateDevice();
+    std::thread([&] {
+        for (D3DCOLOR color : {0xFF112233, 0xFF445566})
+        {
+            PROGRAM_CALL(window.m_pDevice, Clear, 0, nullptr, D3DCLEAR_TARGET, color, 1, 0);
+            window.Present();
+        }
+    }).join();
+}
+
+void SixteenChains()
+{
+    ProgramCanvas canvas;
+    UMDComPtr<IDirect3DSwapChain9> chains[16];
+    for (UMDComPtr<IDirect3DSwapChain9>& pChain : chains)
+    {
+        D3DPRESENT_PARAMETERS parameters = canvas.m_Parameters;
+        PROGRAM_CALL(canvas, CreateAdditionalSwapChain, &parameters, pChain.Put());
+    }
+    D3DCOLOR color = 0xFF102030;
+    for (UMDComPtr<IDirect3DSwapChain9>& pChain : chains)
+    {
+        UMDComPtr<IDirect3DSurface9> pBackBuffer;
+        PROGRAM_CALL(pChain, GetBackBuffer, 0, D3DBACKBUFFER_TYPE_MONO, pBackBuffer.Put());
+        PROGRAM_CALL(canvas, ColorFill, pBackBuffer.Get(), nullptr, color += 0x0A0503);
+        PROGRAM_CALL(pChain, Present, nullptr, nullptr, nullptr, nullptr, 0);
+    }
+}
+
+void LosesWindow()
+{
+    ProgramCanvas canvas;
+    ShowOne(canvas);
+    DestroyWindow(canvas.Window());
+    canvas.Clear();
+    canvas.m_pDevice->Present(nullptr, nullptr, nullptr, nullptr);
+}
+
+/// Fails unless the middle of the target is lit.
+void ReadLit(ProgramCanvas& canvas)
+{
+    UMDComPtr<IDirect3DSurface9> pTarget, pMemory;
+    PROGRAM_CALL(canvas, GetRenderTarget, 0, pTarget.Put());
+    PROGRAM_CALL(canvas, CreateOffscreenPlainSurface, ProgramCanvas::kWidth, ProgramCanvas::kHeight, D3DFMT_X8R8G8B8,
+        D3DPOOL_SYSTEMMEM, pMemory.Put(), nullptr);
+    PROGRAM_CALL(canvas, GetRenderTargetData, pTarget.Get(), pMemory.Get());
+    D3DLOCKED_RECT locked;
+    PROGRAM_CALL(pMemory, LockRect, &locked, nullptr, D3DLOCK_READONLY);
+    const DWORD middle = static_cast<const DWORD*>(
+        locked.pBits)[ProgramCanvas::kHeight / 2 * locked.Pitch / 4 + ProgramCanvas::kWidth / 2];
+    PROGRAM_CALL(pMemory, UnlockRect);
+    if ((middle & 0xFFFFFF) != 0xFFFF00)
+        throw HostError("the light is off");
+}
+
+// A lit triangle, whose light the driver does not know. The program reads what it has drawn.
+void Lights()
+{
+    struct Corner
+    {
+        float m_X, m_Y, m_Z, m_NormalX, m_NormalY, m_NormalZ;
+    };
+    static constexpr Corner kCorners[] = {
+        {-0.8f, -0.7f, 0.2f, 0, 0, -1}, {0.1f, 0.9f, 0.5f, 0, 0, -1}, {0.7f, -0.4f, 0.7f, 0, 0, -1}};
+    ProgramCanvas canvas;
+    D3DLIGHT9 light{};
+    light.Type = D3DLIGHT_DIRECTIONAL;
+    light.Diffuse = {1, 1, 0, 1};
+    light.Direction = {0, 0, 1};
+    PROGRAM_CALL(canvas, SetLight, 0, &light);
+    PROGRAM_CALL(canvas, LightEnable, 0, TRUE);
+    D3DMATERIAL9 material{};
+    material.Diffuse = {1, 1, 1, 1};
+    PROGRAM_CALL(canvas, SetMaterial, &material);
+    canvas.State(D3DRS_LIGHTING, TRUE);
+    PROGRAM_CALL(canvas, SetFVF, D3DFVF_XYZ | D3DFVF_NORMAL);
+    canvas.Clear();
+    PROGRAM_CALL(canvas, DrawPrimitiveUP, D3DPT_TRIANGLELIST, 1, kCorners, sizeof(Corner));
+    ReadLit(canvas);
+    canvas.Present();
+}
+
+void Queries()
+{
+    ProgramCanvas canvas;
+    UMDComPtr<IDirect3DQuery9> pQuery;
+    PROGRAM_CALL(canvas, CreateQuery, D3DQUERYTYPE_EVENT, pQuery.Put());
+    ShowOne(canvas);
+}
+
+}  // namespace
+
+std::vector<ProgramScene> ProgramRudeScenes()
+{
+    return {{"Crashes", Crashes}, {"IsKilled", IsKilled}, {"NeverPresents", NeverPresents},
+        {"PresentsFromThread", PresentsFromThread}, {"SixteenChains", SixteenChains}, {"LosesWindow", LosesWindow},
+        {"Lights", Lights}, {"Queries", Queries}};
+}
