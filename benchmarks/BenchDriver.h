@@ -7,6 +7,8 @@
 void BenchAttach(BenchReport& report);
 /// Frames on their way to a web browser: their age, their bytes, what they cost the presenter.
 void BenchBrowser(BenchReport& report);
+/// A whole program beside the interposer's d3d9.dll.
+void BenchInterposer(BenchReport& report);
 /// Single calls, driver beside plain device.
 void BenchCalls(BenchReport& report);
 /// What the driver adds to a call, on a device that does nothing; the price of tracing; the memory of an idle device.

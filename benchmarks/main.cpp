@@ -25,6 +25,7 @@ int Measure(const BenchOptions& options)
         BenchCalls(report);
         BenchPresent(report);
         BenchScenes(report);
+        BenchInterposer(report);
     }
     catch (const HostError& error)
     {

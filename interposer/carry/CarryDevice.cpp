@@ -71,7 +71,13 @@ CarryDevice::CarryDevice()
     : m_Adapter(CarryDriver::Get().Driver(), m_Kernel), m_Driver(m_Adapter), m_Output(*this), m_State(*this),
       m_Draws(*this)
 {
-    m_Driver.WatchCalls([](const char* pEntry) { RunCountOne(RunOf().m_Calls, pEntry); });
+    m_Driver.WatchCalls([this](const char* pEntry) {
+        const auto [count, bNew] = m_CallCounts.try_emplace(pEntry);
+        if (bNew)
+            count->second = RunCountOf(RunOf().m_Calls, pEntry);
+        if (count->second != nullptr)
+            InterlockedIncrement64(count->second);
+    });
 }
 
 void CarryDevice::Sync()

@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <memory>
+#include <unordered_map>
 
 class CarryDevice
 {
@@ -51,6 +52,7 @@ private:
     CarryState m_State;
     CarryDraws m_Draws;
     bool m_bRecording = false;
+    std::unordered_map<const char*, LONG64*> m_CallCounts;  ///< of the run, by an entry's name in one place of the code
 };
 
 /// From now on the device's calls are carried.

@@ -26,7 +26,7 @@ RunRecord& RunOf()
     return *pRecord;
 }
 
-void RunCountOne(std::span<RunCount> counts, std::string_view name)
+LONG64* RunCountOf(std::span<RunCount> counts, std::string_view name)
 {
     static std::mutex mutex;
     name = name.substr(0, sizeof(RunCount::m_Name) - 1);
@@ -36,9 +36,7 @@ void RunCountOne(std::span<RunCount> counts, std::string_view name)
         if (count.m_Name[0] == '\0')
             std::memcpy(count.m_Name, name.data(), name.size());
         if (name == count.m_Name)
-        {
-            ++count.m_Count;
-            return;
-        }
+            return &count.m_Count;
     }
+    return nullptr;
 }

@@ -9,8 +9,14 @@
 /// Never null: without a shared record the process has one of its own.
 RunRecord& RunOf();
 
-/// One more of that name. What finds no room in a full table is not counted. Any thread may call.
-void RunCountOne(std::span<RunCount> counts, std::string_view name);
+/// The number behind a name, made at the first call; null when the table is full. Any thread may call.
+LONG64* RunCountOf(std::span<RunCount> counts, std::string_view name);
+
+inline void RunCountOne(std::span<RunCount> counts, std::string_view name)
+{
+    if (LONG64* pCount = RunCountOf(counts, name))
+        InterlockedIncrement64(pCount);
+}
 
 inline void RunLimit(std::string_view name)
 {
