@@ -26,7 +26,8 @@ TEST_P(InterposerScenes, EveryFrame_DriverAndPlatform_SamePixels)
         ADD_FAILURE() << RunReportText(result);
 }
 
-INSTANTIATE_TEST_SUITE_P(Groups, InterposerScenes, Values(L"differential", L"frames", L"pixels", L"textures"),
+INSTANTIATE_TEST_SUITE_P(Groups, InterposerScenes,
+    Values(L"draws", L"states", L"shaders", L"blits", L"fills", L"frames", L"pixels", L"textures"),
     [](const auto& info) { return HostUtf8(info.param); });
 INSTANTIATE_TEST_SUITE_P(Rude, InterposerScenes, Values(L"PresentsFromThread", L"SixteenChains", L"LosesWindow"),
     [](const auto& info) { return HostUtf8(info.param); });

@@ -15,12 +15,17 @@ void Draw(const DifferentialScene& scene)
 
 }  // namespace
 
-std::vector<ProgramScene> ProgramDifferentialScenes()
+std::map<std::string, std::vector<ProgramScene>> ProgramDifferentialScenes()
 {
-    std::vector<ProgramScene> scenes;
-    for (const auto& pScenes : {DifferentialDrawScenes, DifferentialStateScenes, DifferentialShaderScenes,
-             DifferentialBlitScenes, DifferentialFillScenes})
-        for (const DifferentialScene& scene : pScenes())
-            scenes.push_back({scene.m_Name, [scene] { Draw(scene); }});
-    return scenes;
+    std::map<std::string, std::vector<ProgramScene>> groups;
+    const auto add = [&](const std::string& group, const std::vector<DifferentialScene>& scenes) {
+        for (const DifferentialScene& scene : scenes)
+            groups[group].push_back({scene.m_Name, [scene] { Draw(scene); }});
+    };
+    add("draws", DifferentialDrawScenes());
+    add("states", DifferentialStateScenes());
+    add("shaders", DifferentialShaderScenes());
+    add("blits", DifferentialBlitScenes());
+    add("fills", DifferentialFillScenes());
+    return groups;
 }

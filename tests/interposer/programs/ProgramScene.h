@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,9 @@ struct ProgramScene
     std::function<void()> m_Draw;  ///< throws HostError
 };
 
-/// The scenes of the differential tests, drawn on a device of the platform's and shown in its window.
-std::vector<ProgramScene> ProgramDifferentialScenes();
+/// The scenes of the differential tests, by groups, drawn on a device of the platform's and shown in its
+/// window.
+std::map<std::string, std::vector<ProgramScene>> ProgramDifferentialScenes();
 // Others, which use Direct3D 9 as programs do.
 std::vector<ProgramScene> ProgramFrameScenes();
 std::vector<ProgramScene> ProgramPixelScenes();

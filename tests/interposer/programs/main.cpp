@@ -4,18 +4,19 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <map>
 
 namespace
 {
 
-const std::map<std::string, std::vector<ProgramScene>> kGroups = {
-    {"differential", ProgramDifferentialScenes()},
-    {"frames", ProgramFrameScenes()},
-    {"pixels", ProgramPixelScenes()},
-    {"rude", ProgramRudeScenes()},
-    {"textures", ProgramTextureScenes()},
-};
+std::map<std::string, std::vector<ProgramScene>> AllScenes()
+{
+    std::map<std::string, std::vector<ProgramScene>> groups = ProgramDifferentialScenes();
+    groups["frames"] = ProgramFrameScenes();
+    groups["pixels"] = ProgramPixelScenes();
+    groups["rude"] = ProgramRudeScenes();
+    groups["textures"] = ProgramTextureScenes();
+    return groups;
+}
 
 bool Draw(const ProgramScene& scene)
 {
@@ -39,7 +40,7 @@ int main(int argc, char** ppArguments)
         return std::find(ppArguments + 1, ppArguments + argc, name) != ppArguments + argc;
     };
     int failed = 0;
-    for (const auto& [group, scenes] : kGroups)
+    for (const auto& [group, scenes] : AllScenes())
         for (const ProgramScene& scene : scenes)
             if (isAsked(group) || isAsked(scene.m_Name))
                 failed += !Draw(scene);
