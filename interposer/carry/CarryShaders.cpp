@@ -1,19 +1,21 @@
 #include "interposer/carry/CarryShaders.h"
 
+#include <vector>
+
 namespace
 {
 
 template <typename Shader>
-std::vector<BYTE> CodeOf(Shader* pShader)
+std::string CodeOf(Shader* pShader)
 {
     UINT bytes = 0;
     HostCheck(pShader->GetFunction(nullptr, &bytes), "GetFunction");
-    std::vector<BYTE> code(bytes);
+    std::string code(bytes, '\0');
     HostCheck(pShader->GetFunction(code.data(), &bytes), "GetFunction");
     return code;
 }
 
-const UINT* Words(const std::vector<BYTE>& code)
+const UINT* Words(const std::string& code)
 {
     return reinterpret_cast<const UINT*>(code.data());
 }
@@ -57,7 +59,7 @@ HANDLE CarryShaders::Declaration(IDirect3DVertexDeclaration9* pDeclaration)
     UINT count = 0;
     D3DVERTEXELEMENT9 elements[MAXD3DDECLLENGTH + 1];
     HostCheck(pDeclaration->GetDeclaration(elements, &count), "GetDeclaration");
-    const auto* pBytes = reinterpret_cast<const BYTE*>(elements);
+    const auto* pBytes = reinterpret_cast<const char*>(elements);
     HANDLE& hDeclaration = m_Declarations[Code(pBytes, pBytes + count * sizeof(elements[0]))];
     if (hDeclaration == nullptr)
     {

@@ -7,7 +7,7 @@
 #include <d3d9.h>
 
 #include <map>
-#include <vector>
+#include <string>
 
 class CarryShaders
 {
@@ -20,7 +20,7 @@ public:
     HANDLE Declaration(IDirect3DVertexDeclaration9* pDeclaration);
 
 private:
-    using Code = std::vector<BYTE>;
+    using Code = std::string;  // bytes
 
     HostDevice& m_Driver;
     std::map<Code, HANDLE> m_Vertex;

@@ -48,7 +48,7 @@ void HooksTexture(IDirect3DTexture9* pTexture)
         UnlockRect::Row(OnUnlockRect),
         HookMethod<&Texture::GenerateMipSubLevels>::RowBehind<[](auto...) { RunLimit(kLimitGeneratedLevels); }>(),
         HookMethod<&Texture::SetLOD>::RowBehind<[](Texture*, DWORD lod) {
-            if (lod > 0)
+            if (lod != 0)
                 RunLimit(kLimitTextureLod);
         }>(),
     };
