@@ -66,6 +66,7 @@ bool IsStill(std::string_view target, uint32_t* pScreen)
     target.remove_prefix(kBegin.size());
     target.remove_suffix(kEnd.size());
     const char* const pEnd = target.data() + target.size();
+    // It reads up to the end that it is given. NOLINTNEXTLINE(bugprone-suspicious-stringview-data-usage)
     const auto result = std::from_chars(target.data(), pEnd, *pScreen);
     return result.ec == std::errc() && result.ptr == pEnd;
 }

@@ -65,6 +65,7 @@ BrowserService::BrowserService(BrowserSettings settings) : m_Settings(std::move(
         BrowserDebugTell(m_Settings.m_Complaint + "the setting is ignored");
 }
 
+// Stopping the context throws nothing. NOLINTNEXTLINE(bugprone-exception-escape)
 BrowserService::~BrowserService()
 {
     if (m_hThread == nullptr)

@@ -4,7 +4,7 @@ namespace
 {
 
 /// What the side that has to mask its bytes copies at a time.
-constexpr size_t kWriteBuffer = 256 * 1024;
+constexpr size_t kWriteBuffer = size_t{256} * 1024;
 
 }  // namespace
 

@@ -27,8 +27,8 @@ struct Tile
         : m_Width(rect.m_Width), m_Count(rect.m_Width * rect.m_Height)
     {
         for (uint32_t y = 0; y < rect.m_Height; ++y)
-            std::memcpy(
-                m_Pixels + y * m_Width, pPixels + (rect.m_Y + y) * pitch + rect.m_X, m_Width * sizeof(uint32_t));
+            std::memcpy(m_Pixels + size_t{y} * m_Width, pPixels + (rect.m_Y + y) * pitch + rect.m_X,
+                m_Width * sizeof(uint32_t));
     }
 
     uint32_t Run(uint32_t at) const
@@ -140,7 +140,7 @@ bool BrowserTileDecode(std::span<const uint32_t> words, uint32_t* pPixels, size_
     if (!ForEachPacket(words, rect.m_Width, rect.m_Width * rect.m_Height, unpack))
         return false;
     for (uint32_t y = 0; y < rect.m_Height; ++y)
-        std::memcpy(
-            pPixels + (rect.m_Y + y) * pitch + rect.m_X, tile + y * rect.m_Width, rect.m_Width * sizeof(uint32_t));
+        std::memcpy(pPixels + (rect.m_Y + y) * pitch + rect.m_X, tile + size_t{y} * rect.m_Width,
+            rect.m_Width * sizeof(uint32_t));
     return true;
 }
