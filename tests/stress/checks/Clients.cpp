@@ -158,12 +158,22 @@ bool RunFreeing(StressRun& run, const Case& c, TestClientExport of)
     return calls > 0;
 }
 
+/// Where the loader finds the tests' client library: beside the program, whatever folder it was started from.
+std::filesystem::path TestClientPath()
+{
+    const HMODULE hClient = LoadLibraryW(StressDriver::kTestClient);
+    wchar_t path[MAX_PATH] = L"";
+    GetModuleFileNameW(hClient, path, MAX_PATH);
+    FreeLibrary(hClient);
+    return path;
+}
+
 /// The library gives back the driver's reference, which is the last, and ends the thread that it was called on.
 bool RunUnloading(StressRun& run, const Case& c, TestClientExport of)
 {
     const TemporaryFolder folder;
     const std::filesystem::path path = folder.Path() / L"TessloTestClientThatLeaves.dll";
-    std::filesystem::copy_file(StressDriver::kTestClient, path);
+    std::filesystem::copy_file(TestClientPath(), path);
     bool gone = false;
     {
         const HMODULE hClient = LoadLibraryW(path.c_str());
