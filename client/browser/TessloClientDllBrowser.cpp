@@ -7,6 +7,12 @@
 
 #include <tesslo/client.h>
 
+namespace __gnu_cxx
+{
+/// The C++ library's own: frees the memory that it has set aside on attach for exceptions thrown while memory is short.
+void __freeres();
+}  // namespace __gnu_cxx
+
 namespace
 {
 
@@ -67,7 +73,10 @@ extern "C" BOOLEAN TessloVirtualMonitorUnplug(void** ppConnection, UINT)
     });
 }
 
-extern "C" BOOL APIENTRY DllMain(HINSTANCE, DWORD, LPVOID)
+extern "C" BOOL APIENTRY DllMain(HINSTANCE, DWORD reason, LPVOID pProcessEnds)
 {
+    // A process that loads and frees the library again and again would lose a block a time.
+    if (reason == DLL_PROCESS_DETACH && !pProcessEnds)
+        __gnu_cxx::__freeres();
     return TRUE;
 }

@@ -1,5 +1,6 @@
 // The built client library for web browsers, loaded and called as the driver does: what it leaves behind, and what it
 // says to calls that make no sense. What it serves is tested from outside, in tests/browser.
+#include "HeapUse.h"
 #include "ImportPatch.h"
 #include "ResourceCounts.h"
 #include "Waiting.h"
@@ -162,8 +163,10 @@ TEST_F(TessloClientDllBrowserTest, Load_ManyRoundsInUse_StillLoadsAndNothingIsLe
     // A library that leaks one thread-local index a load would end this process on the way.
     WSADATA data;
     ASSERT_EQ(WSAStartup(MAKEWORD(2, 2), &data), 0);
+    constexpr UINT kRounds = 1200, kWarm = 100;
     ResourceCounts before{};
-    for (UINT round = 0; round < 1200; ++round)
+    HeapUse heapBefore{};
+    for (UINT round = 0; round < kRounds; ++round)
     {
         Library library;
         ASSERT_NE(library.Module(), nullptr) << "round " << round;
@@ -172,10 +175,14 @@ TEST_F(TessloClientDllBrowserTest, Load_ManyRoundsInUse_StillLoadsAndNothingIsLe
         EXPECT_TRUE(library.Update(&pSlot, &kFrame));
         ASSERT_TRUE(WaitUntil([this] { return AnswersPage(); }));
         EXPECT_TRUE(library.Unplug(&pSlot, 0));
-        if (round == 100)
+        if (round == kWarm)
+        {
             before = ResourceCounts::Now();
+            heapBefore = HeapUse::Now();
+        }
     }
     const ResourceCounts after = ResourceCounts::Now();
     EXPECT_EQ(after.m_Threads, before.m_Threads);
     EXPECT_EQ(after.m_Handles, before.m_Handles);
+    EXPECT_LT(HeapUse::Now().m_Blocks, heapBefore.m_Blocks + kRounds / 10);
 }

@@ -1,5 +1,6 @@
 // The sample client library, called as the driver calls it.
 #include "Gate.h"
+#include "HeapUse.h"
 #include "ImportPatch.h"
 #include "PngImage.h"
 #include "SamePixels.h"
@@ -317,13 +318,20 @@ TEST_F(SampleClientTest, WaitReceived_FrameMissing_TimesOut)
     late.join();
 }
 
-TEST(SampleClientLoad, ManyRounds_StillLoads)
+TEST(SampleClientLoad, ManyRounds_StillLoadsAndNothingIsLeft)
 {
     // A library that leaks one thread-local index a load would end this process on the way.
-    for (UINT i = 0; i < 1500; ++i)
+    constexpr UINT kRounds = 1500, kWarm = 10;
+    HeapUse before{};
+    for (UINT i = 0; i < kRounds; ++i)
     {
+        if (i == kWarm)
+            before = HeapUse::Now();
         const HMODULE hModule = LoadLibraryW(TESSLO_CLIENT_DEFAULT_DLL);
         ASSERT_NE(hModule, nullptr) << "round " << i;
         FreeLibrary(hModule);
     }
+    const HeapUse after = HeapUse::Now();
+    EXPECT_LT(after.m_Blocks, before.m_Blocks + kRounds / 10);
+    EXPECT_LT(after.m_Bytes, before.m_Bytes + kRounds * 100);
 }

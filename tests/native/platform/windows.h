@@ -44,6 +44,7 @@ typedef void* LPVOID;
 #define INFINITE 0xFFFFFFFFu
 #define MAX_PATH 260
 #define INVALID_HANDLE_VALUE ((HANDLE)(intptr_t)-1)
+#define DLL_PROCESS_DETACH 0
 #define ARRAYSIZE(array) (sizeof(array) / sizeof((array)[0]))
 
 /* One calling convention and one image. */
