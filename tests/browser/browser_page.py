@@ -107,5 +107,8 @@ class Page:
     def until_shows(self, width, height, pixels, **which):
         wait_until(lambda: self.canvas(**which) == (width, height, pixels), f"the canvas of {which} as presented")
 
+    def canvases(self):
+        return self.run("return document.querySelectorAll('canvas').length;")
+
     def caption(self, source=0):
         return self.run(FIND % {"source": source, "process": ""} + "return canvas.parentElement.textContent;")

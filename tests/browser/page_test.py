@@ -48,6 +48,29 @@ class InABrowser(unittest.TestCase):
         page.until_shows(333, 77, frame(333, 77, 3, [(9, 332, 76)]))
         self.show(page, 64, 64, 4)
 
+    def test_replug_with_another_size_is_shown_without_a_reload(self):
+        self.presenter.do("plug", 1)  # keeps the server
+        page = self.page()
+        self.show(page, 320, 200, 1)
+        page.run("window.loaded = true;")
+        for seed, (width, height) in enumerate([(200, 320), (640, 480), (1, 1)], 2):
+            self.presenter.do("unplug", 0)
+            wait_until(lambda: page.canvases() == 1, "the end of the screen")
+            self.presenter.do("plug", 0)
+            wait_until(lambda: page.canvases() == 2, "the new screen")
+            self.show(page, width, height, seed)
+        self.assertTrue(page.run("return window.loaded;"), "the same page all the time")
+
+    def test_replug_of_the_only_screen_ends_the_server_and_the_page_comes_back(self):
+        page = self.page()
+        self.show(page, 320, 200, 1)
+        page.run("window.loaded = true;")
+        self.presenter.do("unplug", 0)
+        self.presenter.do("plug", 0)
+        self.show(page, 200, 320, 2)
+        self.assertEqual(page.canvases(), 1)
+        self.assertTrue(page.run("return window.loaded;"), "the same page all the time")
+
     def test_many_frames_and_the_last_stands(self):
         page = self.page()
         for seed in range(60):
@@ -59,14 +82,14 @@ class InABrowser(unittest.TestCase):
         self.show(page, 160, 100, 1)
         page.run("window.loaded = true;")
         second = self.present()
-        wait_until(lambda: page.run("return document.querySelectorAll('canvas').length;") == 2, "the second canvas")
+        wait_until(lambda: page.canvases() == 2, "the second canvas")
         first, other = page.run("return [...document.querySelectorAll('canvas')].map((c) => c.dataset.process);")
         second.do("frame", 0, 100, 160, 2)
         page.until_shows(100, 160, frame(100, 160, 2), process=other)
         page.until_shows(160, 100, frame(160, 100, 1), process=first)
 
         self.presenter.end()
-        wait_until(lambda: page.run("return document.querySelectorAll('canvas').length;") == 1, "the first's end")
+        wait_until(lambda: page.canvases() == 1, "the first's end")
         second.do("frame", 0, 110, 70, 3)
         page.until_shows(110, 70, frame(110, 70, 3), process=other)
         self.assertTrue(page.run("return window.loaded;"), "the same page all the time")
