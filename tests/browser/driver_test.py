@@ -62,7 +62,7 @@ class ThroughTheDriver(unittest.TestCase):
             other = next((process for process in page.run(processes) if process != own), None)
             picture = other and self.shown(page, other)
             if picture:
-                self.assertIn(picture, recorded, "every picture is one that was presented, to the last byte")
+                self.assertTrue(picture in recorded, "every picture is one that was presented, to the last byte")
                 seen.add(picture)
         self.assertEqual(host.wait(), 0)
         self.assertGreater(len(seen), 5, "different pictures")
