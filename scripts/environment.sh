@@ -106,13 +106,13 @@ build_all()
 }
 
 # build_target TARGET...: these and what they need, no test. A tree that is configured configures itself anew when it
-# has to, and stays with tests or without.
+# has to, and stays with tests or without; a new one is for a first look and precompiles the platform's headers.
 build_target()
 {
     cd "$TESSLO_ROOT"
     if [[ ! -s $TESSLO_BUILD/$TESSLO_PRESET/build.ninja ]]; then
         say "configuring ($TESSLO_PRESET)"
-        run_logged configure cmake --preset "$TESSLO_PRESET" -DTESSLO_BUILD_TESTS=OFF
+        run_logged configure cmake --preset "$TESSLO_PRESET" -DTESSLO_BUILD_TESTS=OFF -DTESSLO_PRECOMPILE=ON
     fi
     say "building"
     run_logged build cmake --build --preset "$TESSLO_PRESET" --target "$@"
