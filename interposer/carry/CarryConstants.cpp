@@ -49,15 +49,18 @@ void CarryConstants::Floats(UINT first, const float* pValues, UINT count)
 
 void CarryConstants::Send(UINT first, const float* pValues, UINT count)
 {
-    std::copy_n(pValues, size_t{count} * 4, &m_Sent[size_t{first} * 4]);
+    const std::vector<float> values(pValues, pValues + size_t{count} * 4);
+    std::ranges::copy(values, &m_Sent[size_t{first} * 4]);
     if (m_Shader == Shader::Vertex)
     {
         const D3DDDIARG_SETVERTEXSHADERCONST arg = {first, count};
-        HOST_CALL(m_Device.Driver(), pfnSetVertexShaderConst, &arg, pValues);
+        m_Device.Post(
+            [arg, values](HostDevice& driver) { HOST_CALL(driver, pfnSetVertexShaderConst, &arg, values.data()); });
         return;
     }
     const D3DDDIARG_SETPIXELSHADERCONST arg = {first, count};
-    HOST_CALL(m_Device.Driver(), pfnSetPixelShaderConst, &arg, pValues);
+    m_Device.Post(
+        [arg, values](HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShaderConst, &arg, values.data()); });
 }
 
 void CarryConstants::Integers(UINT first, const INT* pValues, UINT count)
@@ -68,7 +71,8 @@ void CarryConstants::Integers(UINT first, const INT* pValues, UINT count)
         return;
     }
     const D3DDDIARG_SETPIXELSHADERCONSTI arg = {first, count};
-    HOST_CALL(m_Device.Driver(), pfnSetPixelShaderConstI, &arg, pValues);
+    m_Device.Post([arg, values = std::vector<INT>(pValues, pValues + size_t{count} * 4)](
+                      HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShaderConstI, &arg, values.data()); });
 }
 
 void CarryConstants::Booleans(UINT first, const BOOL* pValues, UINT count)
@@ -79,5 +83,6 @@ void CarryConstants::Booleans(UINT first, const BOOL* pValues, UINT count)
         return;
     }
     const D3DDDIARG_SETPIXELSHADERCONSTB arg = {first, count};
-    HOST_CALL(m_Device.Driver(), pfnSetPixelShaderConstB, &arg, pValues);
+    m_Device.Post([arg, values = std::vector<BOOL>(pValues, pValues + count)](
+                      HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShaderConstB, &arg, values.data()); });
 }

@@ -15,27 +15,28 @@ bool IsWhole(const RECT* pRect, const RECT& whole)
 }
 
 /// A surface in system memory of the resource's format.
-std::unique_ptr<HostResource> MakeMemory(const CarryResource& like, UINT width, UINT height)
+std::shared_ptr<HostResource> MakeMemory(const CarryResource& like, UINT width, UINT height)
 {
     HostResourceDescription description{.m_Width = width,
         .m_Height = height,
         .m_Format = like.m_pVideo ? like.m_pVideo->Description().m_Format : static_cast<UINT>(like.m_Desc.Format),
         .m_Pool = D3DDDIPOOL_SYSTEMMEM};
     description.m_LevelMemory = {CarryMemoryOf(static_cast<D3DFORMAT>(description.m_Format), width, height)};
-    return std::make_unique<HostResource>(like.Device().Driver(), description);
+    return like.Device().Create(description);
 }
 
 /// Calls the reader with the driver's pixels of a target.
 void ReadDriver(CarryResource& target, const std::function<void(const void* pBits, UINT pitch)>& reader)
 {
-    HostDevice& driver = target.Device().Driver();
     const RECT all = target.Rect(0);
     const auto pCopy = MakeMemory(target, target.m_Desc.Width, target.m_Desc.Height);
-    driver.Blt(*target.m_pVideo, all, *pCopy, all);
     D3DDDIARG_LOCK lock{};
     lock.hResource = pCopy->Handle();
     lock.Flags.ReadOnly = 1;
-    driver.WithLock(lock, [&](const D3DDDIARG_LOCK& locked) { reader(locked.pSurfData, locked.Pitch); });
+    target.Device().Do([&](HostDevice& driver) {
+        driver.Blt(*target.m_pVideo, all, *pCopy, all);
+        driver.WithLock(lock, [&](const D3DDDIARG_LOCK& locked) { reader(locked.pSurfData, locked.Pitch); });
+    });
 }
 
 /// @param pFirst the program's pixels of the whole target.
@@ -71,8 +72,9 @@ void CarryStretch(CarryDevice& device, IDirect3DSurface9* pFrom, const RECT* pFr
     if (from->m_Kind == CarryKind::Texture &&
         (!IsWhole(pFromRect, from->Rect(from.m_Level)) || !IsWhole(pToRect, to->Rect(to.m_Level))))
         RunLimit(kLimitBlitPart);
-    from->Upload(device.Driver());
-    device.Driver().Blt(*from->m_pVideo, fromRect, *to->m_pVideo, toRect);
+    from->Upload();
+    device.Post([pFrom = from->m_pVideo, fromRect, pTo = to->m_pVideo, toRect](
+                    HostDevice& driver) { driver.Blt(*pFrom, fromRect, *pTo, toRect); });
 }
 
 void CarryUpdateSurface(
@@ -122,7 +124,8 @@ void CarryFill(CarryDevice& device, IDirect3DSurface9* pSurface, const RECT* pRe
         throw HostError("a fill of what the driver does not have");
     if (place.m_Level > 0)
         RunLimit(kLimitLevelTarget);
-    device.Driver().ColorFill(*place->m_pVideo, pRect != nullptr ? *pRect : place->Rect(0), color);
+    device.Post([pVideo = place->m_pVideo, rect = pRect != nullptr ? *pRect : place->Rect(0), color](
+                    HostDevice& driver) { driver.ColorFill(*pVideo, rect, color); });
 }
 
 void CarryTargetData(CarryDevice&, IDirect3DSurface9* pTarget, IDirect3DSurface9* pMemory)
@@ -152,5 +155,6 @@ void CarryWriteVideo(CarryResource& resource, const RECT& rect, const void* pFir
     const auto pMemory = MakeMemory(resource, resource.m_Desc.Width, resource.m_Desc.Height);
     CarryCopyPixels(resource.m_Desc.Format, rect, pMemory->SystemMemory(),
         pMemory->Description().m_LevelMemory[0].m_Pitch, pFirst, pitch);
-    resource.Device().Driver().Blt(*pMemory, rect, *resource.m_pVideo, rect);
+    resource.Device().Post(
+        [pMemory, pVideo = resource.m_pVideo, rect](HostDevice& driver) { driver.Blt(*pMemory, rect, *pVideo, rect); });
 }

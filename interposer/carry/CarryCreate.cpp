@@ -28,7 +28,7 @@ HostResourceDescription Describe(const CarryResource& resource)
 }
 
 /// What uploads are made from.
-std::unique_ptr<HostResource> MakeSystem(const CarryResource& resource)
+std::shared_ptr<HostResource> MakeSystem(const CarryResource& resource)
 {
     HostResourceDescription description = Describe(resource);
     description.m_Pool = D3DDDIPOOL_SYSTEMMEM;
@@ -45,7 +45,7 @@ std::unique_ptr<HostResource> MakeSystem(const CarryResource& resource)
         }
         description.m_LevelMemory.push_back(memory);
     }
-    return std::make_unique<HostResource>(resource.Device().Driver(), description);
+    return resource.Device().Create(description);
 }
 
 CarryKind KindOf(const D3DSURFACE_DESC& desc)
@@ -69,7 +69,7 @@ void CreateBuffer(CarryDevice& device, Buffer* pBuffer, CarryKind kind)
     description.m_Flags.IndexBuffer = kind == CarryKind::IndexBuffer;
     description.m_Flags.Dynamic = (desc.Usage & D3DUSAGE_DYNAMIC) != 0;
     description.m_Flags.WriteOnly = (desc.Usage & D3DUSAGE_WRITEONLY) != 0;
-    pResource->m_pVideo = std::make_shared<HostResource>(device.Driver(), description);
+    pResource->m_pVideo = device.Create(description);
     pResource->m_Shadow.resize(desc.Size);
     CarryHang(pBuffer, std::move(pResource));
 }
@@ -100,7 +100,7 @@ void CarryCreateTexture(CarryDevice& device, IDirect3DTexture9* pTexture)
     if (!pResource->IsTarget())
         pResource->m_pSystem = MakeSystem(*pResource);
     if (desc.Pool != D3DPOOL_SYSTEMMEM)
-        pResource->m_pVideo = std::make_shared<HostResource>(device.Driver(), Describe(*pResource));
+        pResource->m_pVideo = device.Create(Describe(*pResource));
     CarryHang(pTexture, std::move(pResource), surfaces);
 }
 
@@ -116,7 +116,7 @@ void CarryCreateSurface(CarryDevice& device, IDirect3DSurface9* pSurface)
     if (pResource->m_Kind == CarryKind::Memory)
         pResource->m_pSystem = MakeSystem(*pResource);
     else
-        pResource->m_pVideo = std::make_shared<HostResource>(device.Driver(), Describe(*pResource));
+        pResource->m_pVideo = device.Create(Describe(*pResource));
     CarryHang(pSurface, std::move(pResource));
 }
 

@@ -18,8 +18,8 @@ struct Devices
     std::recursive_mutex m_Carrying;
     std::mutex m_Mutex;  ///< guards m_ByPlatform; held for no call
     std::map<IDirect3DDevice9*, std::shared_ptr<CarryDevice>> m_ByPlatform;
-    /// Those whose platform devices have gone. None is ever ended: a device of the platform's that is ended while this
-    /// thread still draws on another takes the other's memory along, now and then.
+    /// Those whose platform devices have gone; guarded by m_Carrying. None is ever ended: a device of the platform's
+    /// that is ended while this thread still draws on another takes the other's memory along, now and then.
     std::vector<std::shared_ptr<CarryDevice>> m_Idle;
 };
 
@@ -40,12 +40,15 @@ std::shared_ptr<CarryDevice> Find(IDirect3DDevice9* pPlatform)
 /// One that is idle and as good as new, or a new one.
 std::shared_ptr<CarryDevice> TakeDevice()
 {
-    std::lock_guard lock(All().m_Mutex);
     std::vector<std::shared_ptr<CarryDevice>>& idle = All().m_Idle;
     const auto fresh = std::ranges::find_if(idle, [](const auto& pDevice) { return !pDevice->State().HasShaders(); });
+    std::shared_ptr<CarryDevice> pDevice;
     if (fresh == idle.end())
-        return std::make_shared<CarryDevice>();
-    std::shared_ptr<CarryDevice> pDevice = std::move(*fresh);
+    {
+        CarryThread::Get().Do([&] { pDevice = std::make_shared<CarryDevice>(); });
+        return pDevice;
+    }
+    pDevice = std::move(*fresh);
     idle.erase(fresh);
     return pDevice;
 }
@@ -80,6 +83,13 @@ CarryDevice::CarryDevice()
     });
 }
 
+std::shared_ptr<HostResource> CarryDevice::Create(const HostResourceDescription& description)
+{
+    std::unique_ptr<HostResource> pResource;
+    Do([&](HostDevice& driver) { pResource = std::make_unique<HostResource>(driver, description); });
+    return {pResource.release(), [](HostResource* pGone) { CarryThread::Get().Post([pGone] { delete pGone; }); }};
+}
+
 void CarryDevice::Sync()
 {
     // What fails of one part is no reason to leave out another.
@@ -100,7 +110,7 @@ void CarryDevice::Reset()
 void CarryDevice::Scene(bool bBegins)
 {
     const D3DDDIARG_RENDERSTATE arg = {D3DDDIRS_SCENECAPTURE, bBegins};
-    HOST_CALL(m_Driver, pfnSetRenderState, &arg);
+    Post([arg](HostDevice& driver) { HOST_CALL(driver, pfnSetRenderState, &arg); });
 }
 
 void CarryDevice::Bury(CarryResource& resource)
@@ -121,7 +131,8 @@ void CarryDevice::Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLO
     arg.FillColor = color;
     arg.FillDepth = z;
     arg.FillStencil = stencil;
-    HOST_CALL(m_Driver, pfnClear, &arg, static_cast<UINT>(count), rects.data());
+    Post([arg, rects = std::move(rects)](
+             HostDevice& driver) { HOST_CALL(driver, pfnClear, &arg, static_cast<UINT>(rects.size()), rects.data()); });
 }
 
 void CarryBegin(IDirect3DDevice9* pPlatform)
@@ -141,9 +152,13 @@ void CarryBegin(IDirect3DDevice9* pPlatform)
 void CarryEnd(IDirect3DDevice9* pPlatform)
 {
     Try([&] {
-        std::lock_guard lock(All().m_Mutex);
-        if (auto node = All().m_ByPlatform.extract(pPlatform))
-            All().m_Idle.push_back(std::move(node.mapped()));
+        {
+            std::lock_guard lock(All().m_Mutex);
+            if (auto node = All().m_ByPlatform.extract(pPlatform))
+                All().m_Idle.push_back(std::move(node.mapped()));
+        }
+        // The program may end with its device: nothing of its last frame is left behind.
+        CarryThread::Get().Do([] {});
     });
 }
 

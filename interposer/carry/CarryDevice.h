@@ -8,6 +8,7 @@
 #include "interposer/carry/CarryDraws.h"
 #include "interposer/carry/CarryOutput.h"
 #include "interposer/carry/CarryState.h"
+#include "interposer/carry/CarryThread.h"
 
 #include <d3d9.h>
 
@@ -18,16 +19,28 @@
 class CarryDevice
 {
 public:
-    /// Throws HostError.
+    /// On the driver's thread. Throws HostError.
     CarryDevice();
     CarryDevice(const CarryDevice&) = delete;
     CarryDevice& operator=(const CarryDevice&) = delete;
 
     IDirect3DDevice9* Platform() const { return m_pPlatform; }
-    HostDevice& Driver() { return m_Driver; }
     CarryOutput& Output() { return m_Output; }
     CarryState& State() { return m_State; }
     CarryDraws& Draws() { return m_Draws; }
+
+    /// Work with the driver's device, on the driver's thread: later, so that it holds a copy of all that it needs.
+    UINT64 Post(std::function<void(HostDevice&)> work)
+    {
+        return CarryThread::Get().Post([this, work = std::move(work)] { work(m_Driver); });
+    }
+    /// The same, waited for. Throws HostError.
+    void Do(const std::function<void(HostDevice&)>& work)
+    {
+        CarryThread::Get().Do([&] { work(m_Driver); });
+    }
+    /// A resource that the driver is given back on its thread. Throws HostError.
+    std::shared_ptr<HostResource> Create(const HostResourceDescription& description);
 
     /// From now on it draws for that device, borrowed; not for two at once.
     void Begin(IDirect3DDevice9* pPlatform) { m_pPlatform = pPlatform; }

@@ -6,6 +6,8 @@
 
 #include <d3d9.h>
 
+#include <functional>
+
 class CarryDevice;
 
 class CarryDraws
@@ -27,6 +29,11 @@ public:
     void Forget(const CarryResource& resource);
 
 private:
+    void BindStream(std::shared_ptr<CarryResource> pStream, UINT offset, UINT stride);
+    void BindIndices(std::shared_ptr<CarryResource> pIndices);
+    /// @param draw called with what the program has written into the buffers; draws from there.
+    void DrawLongFan(const std::function<void(const BYTE* pVertices, const BYTE* pIndices)>& draw);
+
     CarryDevice& m_Device;
     // What the driver has; null where the next binding is carried in any case.
     std::shared_ptr<CarryResource> m_pStream;

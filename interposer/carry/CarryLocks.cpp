@@ -3,7 +3,7 @@
 #include "interposer/carry/CarryCopies.h"
 #include "interposer/carry/CarryDevice.h"
 
-#include <cstring>
+#include <algorithm>
 
 void CarryLocked(const CarryPlace& place, const D3DLOCKED_RECT& locked, const RECT* pRect, DWORD flags)
 {
@@ -50,10 +50,12 @@ void CarryBufferUnlocking(CarryResource& buffer)
         return;
     const auto offset = static_cast<UINT>(lock.m_Rect.left);
     const auto bytes = static_cast<UINT>(lock.m_Rect.right) - offset;
-    const BYTE* pWritten = buffer.m_Shadow.data() + offset;
-    std::memcpy(lock.m_pBits, pWritten, bytes);
+    std::vector<BYTE> written(buffer.m_Shadow.begin() + offset, buffer.m_Shadow.begin() + offset + bytes);
+    std::ranges::copy(written, lock.m_pBits);
     D3DDDI_LOCKFLAGS flags{};
     flags.Discard = (lock.m_Flags & D3DLOCK_DISCARD) != 0;
     flags.NoOverwrite = (lock.m_Flags & D3DLOCK_NOOVERWRITE) != 0;
-    buffer.Device().Driver().WriteBuffer(*buffer.m_pVideo, offset, pWritten, bytes, flags);
+    buffer.Device().Post([pVideo = buffer.m_pVideo, offset, flags, written = std::move(written)](HostDevice& driver) {
+        driver.WriteBuffer(*pVideo, offset, written.data(), static_cast<UINT>(written.size()), flags);
+    });
 }

@@ -67,7 +67,7 @@ std::shared_ptr<HostResource> CarryOutput::TakePrimary(UINT width, UINT height, 
         .m_VidPnSourceId = RunOf().m_SourceId};
     description.m_Flags.RenderTarget = 1;
     description.m_Flags.Primary = 1;
-    return m_Primaries.emplace_back(std::make_shared<HostResource>(m_Device.Driver(), description));
+    return m_Primaries.emplace_back(m_Device.Create(description));
 }
 
 void CarryOutput::PresentAll()
@@ -89,10 +89,24 @@ void CarryOutput::Present(IDirect3DSwapChain9* pChain)
     const CarryPlace place = CarryFind(pBackBuffer.Get());
     if (!place)
         throw HostError("a present of what the driver does not have");
-    CarryDriver::Get().Delivery().Presenting(RunOf().m_SourceId);
-    m_Device.Driver().Flip(*place->m_pVideo);
+    Flip(place->m_pVideo);
     if (RunOf().m_Mode != RunMode::Carry)
         Judge(pBackBuffer.Get(), desc);
+}
+
+// The frame is drawn before the program goes on, for the platform lets no two devices draw at once; the flip, which
+// copies it and pauses, runs beside the program's next frame.
+void CarryOutput::Flip(std::shared_ptr<HostResource> pPrimary)
+{
+    m_Device.Do([](HostDevice&) {});
+    const UINT64 flip = m_Device.Post([pPrimary = std::move(pPrimary)](HostDevice& driver) {
+        CarryDriver::Get().Delivery().Presenting(RunOf().m_SourceId);
+        driver.Flip(*pPrimary);
+    });
+    if (RunOf().m_Mode == RunMode::Carry)
+        CarryThread::Get().Start(flip);
+    else
+        CarryThread::Get().Wait(flip);
 }
 
 void CarryOutput::Judge(IDirect3DSurface9* pBackBuffer, const D3DSURFACE_DESC& desc)

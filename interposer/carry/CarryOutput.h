@@ -27,6 +27,7 @@ public:
 
 private:
     std::shared_ptr<HostResource> TakePrimary(UINT width, UINT height, D3DFORMAT format);
+    void Flip(std::shared_ptr<HostResource> pPrimary);
     void Judge(IDirect3DSurface9* pBackBuffer, const D3DSURFACE_DESC& desc);
 
     CarryDevice& m_Device;

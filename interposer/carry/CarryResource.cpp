@@ -1,6 +1,6 @@
 #include "interposer/carry/CarryResource.h"
 
-#include "host/runtime/HostDevice.h"
+#include "interposer/carry/CarryDevice.h"
 #include "util/UMDPixelLayout.h"
 
 #include <algorithm>
@@ -26,6 +26,8 @@ void CarryResource::Write(UINT level, const RECT& rect, const void* pBits, UINT 
 {
     if (m_pSystem == nullptr || m_pSystem->SystemMemory(level) == nullptr)
         return;
+    // The memory is still read.
+    CarryThread::Get().Wait(m_Uploading);
     CarryCopyPixels(m_Desc.Format, rect, m_pSystem->SystemMemory(level),
         m_pSystem->Description().m_LevelMemory[level].m_Pitch, pBits, pitch);
     // The driver uploads the smaller levels whole, but only with a part of the first.
@@ -37,7 +39,7 @@ void CarryResource::Write(UINT level, const RECT& rect, const void* pBits, UINT 
     m_bDirty = true;
 }
 
-void CarryResource::Upload(HostDevice& driver)
+void CarryResource::Upload()
 {
     if (!m_bDirty || m_pVideo == nullptr)
         return;
@@ -53,7 +55,7 @@ void CarryResource::Upload(HostDevice& driver)
     arg.hSrcResource = m_pSystem->Handle();
     arg.SrcRect = groups;
     arg.DstPoint = {groups.left, groups.top};
-    HOST_CALL(driver, pfnTexBlt, &arg);
+    m_Uploading = m_Device.Post([arg](HostDevice& driver) { HOST_CALL(driver, pfnTexBlt, &arg); });
 }
 
 void CarryCopyPixels(D3DFORMAT format, const RECT& rect, void* pTo, UINT toPitch, const void* pFrom, UINT fromPitch)

@@ -10,7 +10,6 @@
 #include <vector>
 
 class CarryDevice;
-class HostDevice;
 
 enum class CarryKind
 {
@@ -49,15 +48,16 @@ public:
     /// Copies what lies at the bits into the memory that uploads are made from, and remembers to upload it.
     void Write(UINT level, const RECT& rect, const void* pBits, UINT pitch);
     /// Brings what was written to the driver's texture. What has no memory, or was not written, stays as it is.
-    void Upload(HostDevice& driver);
+    void Upload();
 
     CarryDevice& m_Device;
     CarryKind m_Kind;
     D3DSURFACE_DESC m_Desc;                   ///< of level 0; of a buffer only size in bytes, format and pool
     std::shared_ptr<HostResource> m_pVideo;   ///< what is drawn with; null for what is in system memory only
-    std::unique_ptr<HostResource> m_pSystem;  ///< what is uploaded from; null for what is only drawn into
+    std::shared_ptr<HostResource> m_pSystem;  ///< what is uploaded from; null for what is only drawn into
     std::vector<BYTE> m_Shadow;               ///< of a buffer: what the program has written
     std::vector<CarryLock> m_Locks;           ///< one a level; a buffer has one
+    UINT64 m_Uploading = 0;                   ///< number of the work that reads the memory
     bool m_bDirty = false;
     RECT m_Dirty{};  ///< of level 0; other levels are uploaded whole
 };

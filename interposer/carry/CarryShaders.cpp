@@ -1,5 +1,7 @@
 #include "interposer/carry/CarryShaders.h"
 
+#include "interposer/carry/CarryDevice.h"
+
 #include <vector>
 
 namespace
@@ -31,7 +33,7 @@ HANDLE CarryShaders::Vertex(IDirect3DVertexShader9* pShader)
     {
         const Code code = CodeOf(pShader);
         D3DDDIARG_CREATEVERTEXSHADERFUNC arg = {static_cast<UINT>(code.size()), nullptr};
-        HOST_CALL(m_Driver, pfnCreateVertexShaderFunc, &arg, Words(code));
+        m_Device.Do([&](HostDevice& driver) { HOST_CALL(driver, pfnCreateVertexShaderFunc, &arg, Words(code)); });
         hShader = arg.ShaderHandle;
     }
     return hShader;
@@ -46,7 +48,7 @@ HANDLE CarryShaders::Pixel(IDirect3DPixelShader9* pShader)
     {
         const Code code = CodeOf(pShader);
         D3DDDIARG_CREATEPIXELSHADER arg = {static_cast<UINT>(code.size()), nullptr};
-        HOST_CALL(m_Driver, pfnCreatePixelShader, &arg, Words(code));
+        m_Device.Do([&](HostDevice& driver) { HOST_CALL(driver, pfnCreatePixelShader, &arg, Words(code)); });
         hShader = arg.ShaderHandle;
     }
     return hShader;
@@ -68,7 +70,7 @@ HANDLE CarryShaders::Declaration(IDirect3DVertexDeclaration9* pDeclaration)
             copy.push_back({elements[i].Stream, elements[i].Offset, elements[i].Type, elements[i].Method,
                 elements[i].Usage, elements[i].UsageIndex});
         D3DDDIARG_CREATEVERTEXSHADERDECL arg = {static_cast<UINT>(copy.size()), nullptr};
-        HOST_CALL(m_Driver, pfnCreateVertexShaderDecl, &arg, copy.data());
+        m_Device.Do([&](HostDevice& driver) { HOST_CALL(driver, pfnCreateVertexShaderDecl, &arg, copy.data()); });
         hDeclaration = arg.ShaderHandle;
     }
     return hDeclaration;

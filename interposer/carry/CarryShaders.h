@@ -9,10 +9,13 @@
 #include <map>
 #include <string>
 
+class CarryDevice;
+
 class CarryShaders
 {
 public:
-    explicit CarryShaders(HostDevice& driver) : m_Driver(driver) {}
+    /// Borrows the device.
+    explicit CarryShaders(CarryDevice& device) : m_Device(device) {}
 
     // The driver's handle; made at the first call. Null for null. Throw HostError.
     HANDLE Vertex(IDirect3DVertexShader9* pShader);
@@ -22,7 +25,7 @@ public:
 private:
     using Code = std::string;  // bytes
 
-    HostDevice& m_Driver;
+    CarryDevice& m_Device;
     std::map<Code, HANDLE> m_Vertex;
     std::map<Code, HANDLE> m_Pixel;
     std::map<Code, HANDLE> m_Declarations;

@@ -22,7 +22,7 @@ UINT StageStateOf(D3DSAMPLERSTATETYPE state)
 }  // namespace
 
 CarryState::CarryState(CarryDevice& device)
-    : m_Device(device), m_Shaders(device.Driver()), m_VertexConstants(device, CarryConstants::Shader::Vertex),
+    : m_Device(device), m_Shaders(device), m_VertexConstants(device, CarryConstants::Shader::Vertex),
       m_PixelConstants(device, CarryConstants::Shader::Pixel)
 {
 }
@@ -33,7 +33,7 @@ void CarryState::RenderState(D3DRENDERSTATETYPE state, DWORD value)
         return;
     m_RenderStates[state] = value;
     const D3DDDIARG_RENDERSTATE arg = {static_cast<D3DDDIRENDERSTATETYPE>(state), static_cast<UINT>(value)};
-    HOST_CALL(m_Device.Driver(), pfnSetRenderState, &arg);
+    m_Device.Post([arg](HostDevice& driver) { HOST_CALL(driver, pfnSetRenderState, &arg); });
 }
 
 void CarryState::StageState(DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD value)
@@ -54,7 +54,7 @@ void CarryState::SetStage(DWORD stage, UINT state, DWORD value)
     m_StageStates[stage][state] = value;
     const D3DDDIARG_TEXTURESTAGESTATE arg = {
         static_cast<UINT>(stage), static_cast<D3DDDITEXTURESTAGESTATETYPE>(state), static_cast<UINT>(value)};
-    HOST_CALL(m_Device.Driver(), pfnSetTextureStageState, &arg);
+    m_Device.Post([arg](HostDevice& driver) { HOST_CALL(driver, pfnSetTextureStageState, &arg); });
 }
 
 void CarryState::Texture(DWORD stage, IDirect3DBaseTexture9* pTexture)
@@ -75,7 +75,8 @@ void CarryState::BindTexture(DWORD stage, std::shared_ptr<CarryResource> pResour
         return;
     m_Textures[stage] = std::move(pResource);
     HANDLE hTexture = m_Textures[stage] ? m_Textures[stage]->m_pVideo->Handle() : nullptr;
-    HOST_CALL(m_Device.Driver(), pfnSetTexture, static_cast<UINT>(stage), hTexture);
+    m_Device.Post([stage, hTexture](
+                      HostDevice& driver) { HOST_CALL(driver, pfnSetTexture, static_cast<UINT>(stage), hTexture); });
 }
 
 void CarryState::Transform(D3DTRANSFORMSTATETYPE type)
@@ -88,7 +89,7 @@ void CarryState::Transform(D3DTRANSFORMSTATETYPE type)
         return;
     sent->second = matrix;
     const D3DDDIARG_SETTRANSFORM arg = {type, matrix};
-    HOST_CALL(m_Device.Driver(), pfnSetTransform, &arg);
+    m_Device.Post([arg](HostDevice& driver) { HOST_CALL(driver, pfnSetTransform, &arg); });
 }
 
 void CarryState::Viewport()
@@ -96,9 +97,11 @@ void CarryState::Viewport()
     D3DVIEWPORT9 viewport;
     HostCheck(m_Device.Platform()->GetViewport(&viewport), "GetViewport");
     const D3DDDIARG_VIEWPORTINFO arg = {viewport.X, viewport.Y, viewport.Width, viewport.Height};
-    HOST_CALL(m_Device.Driver(), pfnSetViewport, &arg);
     const D3DDDIARG_ZRANGE range = {viewport.MinZ, viewport.MaxZ};
-    HOST_CALL(m_Device.Driver(), pfnSetZRange, &range);
+    m_Device.Post([arg, range](HostDevice& driver) {
+        HOST_CALL(driver, pfnSetViewport, &arg);
+        HOST_CALL(driver, pfnSetZRange, &range);
+    });
     if (viewport.MinZ != 0 || viewport.MaxZ != 1)
         RunLimit(kLimitDepthRange);
 }
@@ -107,8 +110,7 @@ void CarryState::Scissor()
 {
     RECT rect;
     HostCheck(m_Device.Platform()->GetScissorRect(&rect), "GetScissorRect");
-    const RECT* pRect = &rect;
-    HOST_CALL(m_Device.Driver(), pfnSetScissorRect, pRect);
+    m_Device.Post([rect](HostDevice& driver) { HOST_CALL(driver, pfnSetScissorRect, &rect); });
 }
 
 void CarryState::ClipPlane(DWORD index)
@@ -117,7 +119,7 @@ void CarryState::ClipPlane(DWORD index)
     if (FAILED(m_Device.Platform()->GetClipPlane(index, plane)))
         return;
     const D3DDDIARG_SETCLIPPLANE arg = {static_cast<UINT>(index), {plane[0], plane[1], plane[2], plane[3]}};
-    HOST_CALL(m_Device.Driver(), pfnSetClipPlane, &arg);
+    m_Device.Post([arg](HostDevice& driver) { HOST_CALL(driver, pfnSetClipPlane, &arg); });
 }
 
 void CarryState::Target(DWORD index, IDirect3DSurface9* pTarget)
@@ -136,7 +138,7 @@ void CarryState::Target(DWORD index, IDirect3DSurface9* pTarget)
         RunLimit(kLimitLevelTarget);
     D3DDDIARG_SETRENDERTARGET arg{};
     arg.hRenderTarget = place->m_pVideo->Handle();
-    HOST_CALL(m_Device.Driver(), pfnSetRenderTarget, &arg);
+    m_Device.Post([arg](HostDevice& driver) { HOST_CALL(driver, pfnSetRenderTarget, &arg); });
     // A new target brings both with it, on either side.
     Viewport();
     Scissor();
@@ -145,7 +147,8 @@ void CarryState::Target(DWORD index, IDirect3DSurface9* pTarget)
 void CarryState::Depth(IDirect3DSurface9* pDepth)
 {
     const CarryPlace place = pDepth != nullptr ? CarryFind(pDepth) : CarryPlace{};
-    m_Device.Driver().SetDepthStencil(place ? place->m_pVideo.get() : nullptr);
+    m_Device.Post(
+        [pVideo = place ? place->m_pVideo : nullptr](HostDevice& driver) { driver.SetDepthStencil(pVideo.get()); });
 }
 
 void CarryState::VertexShader(IDirect3DVertexShader9* pShader)
@@ -155,7 +158,7 @@ void CarryState::VertexShader(IDirect3DVertexShader9* pShader)
     if (hShader == nullptr || hShader == m_hVertexShader)
         return;
     m_hVertexShader = hShader;
-    HOST_CALL(m_Device.Driver(), pfnSetVertexShaderFunc, hShader);
+    m_Device.Post([hShader](HostDevice& driver) { HOST_CALL(driver, pfnSetVertexShaderFunc, hShader); });
 }
 
 void CarryState::PixelShader(IDirect3DPixelShader9* pShader)
@@ -165,7 +168,7 @@ void CarryState::PixelShader(IDirect3DPixelShader9* pShader)
     if (hShader == nullptr || hShader == m_hPixelShader)
         return;
     m_hPixelShader = hShader;
-    HOST_CALL(m_Device.Driver(), pfnSetPixelShader, hShader);
+    m_Device.Post([hShader](HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShader, hShader); });
 }
 
 // The platform answers the declaration of a vertex format, too.
@@ -177,14 +180,14 @@ void CarryState::Declaration()
     if (hDeclaration == nullptr || hDeclaration == m_hDeclaration)
         return;
     m_hDeclaration = hDeclaration;
-    HOST_CALL(m_Device.Driver(), pfnSetVertexShaderDecl, hDeclaration);
+    m_Device.Post([hDeclaration](HostDevice& driver) { HOST_CALL(driver, pfnSetVertexShaderDecl, hDeclaration); });
 }
 
 void CarryState::BeforeDraw()
 {
     for (const std::shared_ptr<CarryResource>& pTexture : m_Textures)
         if (pTexture)
-            pTexture->Upload(m_Device.Driver());
+            pTexture->Upload();
     if (m_bStaleVertexShader)
         RunLimit(kLimitNullVertexShader);
     if (m_bStalePixelShader)

@@ -78,6 +78,15 @@ TEST(InterposerRuns, Difference_WithoutALimit_IsADefect)
     EXPECT_EQ(RunReportText(result).find("DEFECT"), std::string::npos);
 }
 
+TEST(InterposerRuns, LongDraws_OfMoreThanTheDriverTakes_ComeInParts)
+{
+    const RunResult result = InterposedProgram(L"long");
+    // Two parts of each; fans come from memory.
+    EXPECT_EQ(CountOf(result.m_Record.m_Calls, "pfnDrawPrimitive"), 24);
+    EXPECT_EQ(CountOf(result.m_Record.m_Calls, "pfnDrawIndexedPrimitive"), 11);
+    EXPECT_EQ(CountOf(result.m_Record.m_Calls, "pfnDrawIndexedPrimitive2"), 14);
+}
+
 TEST(InterposerRuns, Queries_Refused_AreNamedAndTheFrameIsEqual)
 {
     const RunResult result = InterposedProgram(L"Queries");

@@ -1,0 +1,47 @@
+// The one thread that the driver is used on. What the program's calls become is posted to it, with a copy of all that
+// it needs, and runs when somebody waits for it: a thread that changes from one device to another with each draw spends
+// more on that than on drawing.
+#pragma once
+
+#include <windows.h>
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <vector>
+
+class CarryThread
+{
+public:
+    using Work = std::function<void()>;
+
+    /// Begins at the first call, and ends with the process.
+    static CarryThread& Get();
+
+    /// Runs the work behind all that was posted before. A HostError is written down as a failure of the run.
+    /// @return its number, for those below.
+    UINT64 Post(Work work);
+    /// Runs it behind all that was posted before, and waits for it. Throws what the work throws.
+    void Do(const Work& work);
+    /// From now on what was posted up to that one may run.
+    void Start(UINT64 number);
+    /// Waits until that one has run.
+    void Wait(UINT64 number);
+
+private:
+    // More is not kept waiting: a program may draw for long before it presents.
+    static constexpr size_t kMost = 20'000;
+
+    CarryThread();
+    void Run();
+    /// @param lock of the mutex, which is given up while it waits.
+    void WaitLocked(std::unique_lock<std::mutex>& lock, UINT64 number);
+
+    DWORD m_Id = 0;
+    std::mutex m_Mutex;  ///< guards all below
+    std::condition_variable m_Changed;
+    std::vector<Work> m_Posted;
+    UINT64 m_LastPosted = 0;
+    UINT64 m_LastStarted = 0;  ///< may run
+    UINT64 m_LastDone = 0;
+};
