@@ -14,6 +14,17 @@ namespace
 // Generous: a software rasteriser on a busy machine still delivers within it.
 constexpr DWORD kDeliveryMilliseconds = 30'000;
 
+/// Where the frames of a swap chain begin on the screen.
+POINT CornerOf(IDirect3DSwapChain9* pChain)
+{
+    D3DPRESENT_PARAMETERS parameters;
+    HostCheck(pChain->GetPresentParameters(&parameters), "GetPresentParameters");
+    POINT corner = {0, 0};
+    if (parameters.Windowed)
+        ClientToScreen(parameters.hDeviceWindow, &corner);
+    return corner;
+}
+
 }  // namespace
 
 void CarryOutput::Attach()
@@ -91,7 +102,7 @@ void CarryOutput::Present(IDirect3DSwapChain9* pChain)
         throw HostError("a present of what the driver does not have");
     Flip(place->m_pVideo);
     if (RunOf().m_Mode != RunMode::Carry)
-        Judge(pBackBuffer.Get(), desc);
+        Judge(pChain, pBackBuffer.Get(), desc);
 }
 
 // The frame is drawn before the program goes on, for the platform lets no two devices draw at once; the flip, which
@@ -109,12 +120,38 @@ void CarryOutput::Flip(std::shared_ptr<HostResource> pPrimary)
         CarryThread::Get().Wait(flip);
 }
 
-void CarryOutput::Judge(IDirect3DSurface9* pBackBuffer, const D3DSURFACE_DESC& desc)
+void CarryOutput::Judge(IDirect3DSwapChain9* pChain, IDirect3DSurface9* pBackBuffer, const D3DSURFACE_DESC& desc)
 {
     HostDelivery& delivery = CarryDriver::Get().Delivery();
     const UINT sourceId = RunOf().m_SourceId;
     if (!delivery.WaitDelivered(sourceId, delivery.Counters(sourceId).m_Presented, kDeliveryMilliseconds))
         throw HostError("the client library has not taken the frame");
     const HostImage expected = JudgeReadPlatform(m_Device.Platform(), pBackBuffer, desc);
-    JudgeFrame(delivery.LastFrame(sourceId), expected);
+    HostImage& front = m_Fronts[pChain] = delivery.LastFrame(sourceId);
+    JudgeFrame(front, expected);
+}
+
+void CarryOutput::AnswerFront(IDirect3DSwapChain9* pChain, IDirect3DSurface9* pMemory)
+{
+    const auto front = m_Fronts.find(pChain);
+    if (RunOf().m_Mode != RunMode::Answer || front == m_Fronts.end())
+        return;
+    D3DSURFACE_DESC desc;
+    D3DLOCKED_RECT locked;
+    const POINT corner = CornerOf(pChain);
+    HostCheck(pMemory->GetDesc(&desc), "GetDesc");
+    HostCheck(pMemory->LockRect(&locked, nullptr, 0), "LockRect");
+    const RECT screen = {0, 0, static_cast<LONG>(desc.Width), static_cast<LONG>(desc.Height)};
+    for (UINT y = 0; y < front->second.m_Height; ++y)
+        for (UINT x = 0; x < front->second.m_Width; ++x)
+        {
+            const POINT at = {corner.x + static_cast<LONG>(x), corner.y + static_cast<LONG>(y)};
+            if (!PtInRect(&screen, at))
+                continue;
+            UINT& pixel = reinterpret_cast<UINT*>(static_cast<BYTE*>(locked.pBits) + at.y * locked.Pitch)[at.x];
+            pixel = (pixel & 0xFF000000) | front->second.At(x, y);
+        }
+    if (const CarryPlace memory = CarryFind(pMemory))
+        memory->Write(memory.m_Level, screen, locked.pBits, static_cast<UINT>(locked.Pitch));
+    pMemory->UnlockRect();
 }

@@ -4,6 +4,7 @@
 #include "interposer/hooks/Hooks.h"
 #include "interposer/run/RunLedger.h"
 #include "interposer/run/RunLimits.h"
+#include "util/UMDComPtr.h"
 
 namespace
 {
@@ -47,6 +48,12 @@ void Copies(Device* pDevice)
         HookRowCarried<&Device::UpdateTexture, CarryUpdateTexture>(),
         HookRowCarried<&Device::ColorFill, CarryFill>(),
         HookRowCarried<&Device::GetRenderTargetData, CarryTargetData>(),
+        HookRowCarried<&Device::GetFrontBufferData,
+            [](CarryDevice& device, UINT chain, IDirect3DSurface9* pMemory) {
+                UMDComPtr<IDirect3DSwapChain9> pChain;
+                HostCheck(device.Platform()->GetSwapChain(chain, pChain.Put()), "GetSwapChain");
+                device.Output().AnswerFront(pChain.Get(), pMemory);
+            }>(),
     };
     HookInstall(pDevice, rows);
 }

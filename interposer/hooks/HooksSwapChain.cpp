@@ -22,10 +22,16 @@ HRESULT STDMETHODCALLTYPE OnPresent(
     return hr;
 }
 
+void OnFrontBuffer(IDirect3DSwapChain9* pThis, IDirect3DSurface9* pMemory)
+{
+    CarryFor(pThis, [&](CarryDevice& device) { device.Output().AnswerFront(pThis, pMemory); });
+}
+
 }  // namespace
 
 void HooksSwapChain(IDirect3DSwapChain9* pChain)
 {
-    const HookRow rows[] = {Present::Row(OnPresent)};
+    const HookRow rows[] = {
+        Present::Row(OnPresent), HookMethod<&IDirect3DSwapChain9::GetFrontBufferData>::RowBehind<OnFrontBuffer>()};
     HookInstall(pChain, rows);
 }

@@ -104,6 +104,15 @@ TEST(InterposerRuns, ModeAnswer_ProgramReads_GetsTheDriversPixels)
     EXPECT_EQ(answered.m_Record.m_DifferentReads, 1);
 }
 
+// Wine's own front buffer is black.
+TEST(InterposerRuns, ModeAnswer_ProgramReadsFrontBuffer_GetsTheDriversFrame)
+{
+    const RunResult result = InterposedProgram(L"FrontBuffer", WithMode(RunMode::Answer));
+    EXPECT_EQ(result.m_ExitCode, 0u);
+    EXPECT_EQ(result.m_Record.m_Equal, 1);
+    EXPECT_FALSE(RunIsDefective(result));
+}
+
 TEST(InterposerRuns, Json_OfARun_TellsWhatTheTextTells)
 {
     const RunResult result = InterposedProgram(L"Clears");

@@ -122,6 +122,39 @@ void Lights()
     canvas.Present();
 }
 
+/// Fails unless the window shows the rectangle on the screen: its first pixel, and none before.
+void CheckFront(ProgramCanvas& canvas, IDirect3DSurface9* pMemory)
+{
+    POINT corner = {kLeft.left, kLeft.top};
+    ClientToScreen(canvas.Window(), &corner);
+    D3DLOCKED_RECT locked;
+    PROGRAM_CALL(pMemory, LockRect, &locked, nullptr, D3DLOCK_READONLY);
+    const DWORD* pPixel = static_cast<const DWORD*>(locked.pBits) + corner.y * locked.Pitch / 4 + corner.x;
+    const DWORD first = *pPixel, before = *(pPixel - 1), above = *(pPixel - locked.Pitch / 4);
+    PROGRAM_CALL(pMemory, UnlockRect);
+    if ((first & 0xFFFFFF) != 0xFF8000 || ((before | above) & 0xFFFFFF) != (ProgramCanvas::kBackground & 0xFFFFFF))
+        throw HostError("the window shows something else");
+}
+
+void FrontBuffer()
+{
+    ProgramCanvas canvas;
+    SetWindowPos(canvas.Window(), nullptr, 30, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    ShowOne(canvas);
+    D3DDISPLAYMODE mode;
+    UMDComPtr<IDirect3DSwapChain9> pChain;
+    UMDComPtr<IDirect3DSurface9> pByDevice, pByChain;
+    PROGRAM_CALL(canvas, GetDisplayMode, 0, &mode);
+    for (UMDComPtr<IDirect3DSurface9>* ppMemory : {&pByDevice, &pByChain})
+        PROGRAM_CALL(canvas, CreateOffscreenPlainSurface, mode.Width, mode.Height, D3DFMT_A8R8G8B8, D3DPOOL_SYSTEMMEM,
+            ppMemory->Put(), nullptr);
+    PROGRAM_CALL(canvas, GetSwapChain, 0, pChain.Put());
+    PROGRAM_CALL(canvas, GetFrontBufferData, 0, pByDevice.Get());
+    PROGRAM_CALL(pChain, GetFrontBufferData, pByChain.Get());
+    CheckFront(canvas, pByDevice.Get());
+    CheckFront(canvas, pByChain.Get());
+}
+
 void Queries()
 {
     ProgramCanvas canvas;
@@ -136,5 +169,5 @@ std::vector<ProgramScene> ProgramRudeScenes()
 {
     return {{"Crashes", Crashes}, {"IsKilled", IsKilled}, {"NeverPresents", NeverPresents},
         {"PresentsFromThread", PresentsFromThread}, {"SixteenChains", SixteenChains}, {"LosesWindow", LosesWindow},
-        {"Lights", Lights}, {"Queries", Queries}};
+        {"Lights", Lights}, {"FrontBuffer", FrontBuffer}, {"Queries", Queries}};
 }
