@@ -12,17 +12,19 @@
 
 HostImage JudgeReadPlatform(IDirect3DDevice9* pDevice, IDirect3DSurface9* pTarget, const D3DSURFACE_DESC& desc)
 {
-    UMDComPtr<IDirect3DSurface9> pCopy, pSingle;
-    if (desc.MultiSampleType != D3DMULTISAMPLE_NONE)
+    UMDComPtr<IDirect3DSurface9> pCopy, pPlain;
+    D3DFORMAT format = desc.Format;
+    if (desc.MultiSampleType != D3DMULTISAMPLE_NONE || (format != D3DFMT_X8R8G8B8 && format != D3DFMT_A8R8G8B8))
     {
+        format = D3DFMT_X8R8G8B8;
         HostCheck(pDevice->CreateRenderTarget(
-                      desc.Width, desc.Height, desc.Format, D3DMULTISAMPLE_NONE, 0, FALSE, pSingle.Put(), nullptr),
+                      desc.Width, desc.Height, format, D3DMULTISAMPLE_NONE, 0, FALSE, pPlain.Put(), nullptr),
             "CreateRenderTarget");
-        HostCheck(pDevice->StretchRect(pTarget, nullptr, pSingle.Get(), nullptr, D3DTEXF_NONE), "StretchRect");
-        pTarget = pSingle.Get();
+        HostCheck(pDevice->StretchRect(pTarget, nullptr, pPlain.Get(), nullptr, D3DTEXF_NONE), "StretchRect");
+        pTarget = pPlain.Get();
     }
-    HostCheck(pDevice->CreateOffscreenPlainSurface(
-                  desc.Width, desc.Height, desc.Format, D3DPOOL_SYSTEMMEM, pCopy.Put(), nullptr),
+    HostCheck(
+        pDevice->CreateOffscreenPlainSurface(desc.Width, desc.Height, format, D3DPOOL_SYSTEMMEM, pCopy.Put(), nullptr),
         "CreateOffscreenPlainSurface");
     HostCheck(pDevice->GetRenderTargetData(pTarget, pCopy.Get()), "GetRenderTargetData");
     D3DLOCKED_RECT locked;

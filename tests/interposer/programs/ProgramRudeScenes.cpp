@@ -1,4 +1,4 @@
-// Programs that end in other ways than they should, or do what few programs do; and what the driver is known not to do.
+// Programs that end in other ways than they should, or do what few programs do.
 #include "ProgramCanvas.h"
 #include "ProgramScene.h"
 
@@ -155,19 +155,11 @@ void FrontBuffer()
     CheckFront(canvas, pByChain.Get());
 }
 
-void Queries()
-{
-    ProgramCanvas canvas;
-    UMDComPtr<IDirect3DQuery9> pQuery;
-    PROGRAM_CALL(canvas, CreateQuery, D3DQUERYTYPE_EVENT, pQuery.Put());
-    ShowOne(canvas);
-}
-
 }  // namespace
 
 std::vector<ProgramScene> ProgramRudeScenes()
 {
     return {{"Crashes", Crashes}, {"IsKilled", IsKilled}, {"NeverPresents", NeverPresents},
         {"PresentsFromThread", PresentsFromThread}, {"SixteenChains", SixteenChains}, {"LosesWindow", LosesWindow},
-        {"Lights", Lights}, {"FrontBuffer", FrontBuffer}, {"Queries", Queries}};
+        {"Lights", Lights}, {"FrontBuffer", FrontBuffer}};
 }

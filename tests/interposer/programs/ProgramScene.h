@@ -17,6 +17,7 @@ struct ProgramScene
 std::map<std::string, std::vector<ProgramScene>> ProgramDifferentialScenes();
 // Others, which use Direct3D 9 as programs do.
 std::vector<ProgramScene> ProgramFrameScenes();
+std::vector<ProgramScene> ProgramLimitScenes();
 std::vector<ProgramScene> ProgramLongDrawScenes();
 std::vector<ProgramScene> ProgramPixelScenes();
 std::vector<ProgramScene> ProgramTextureScenes();

@@ -12,6 +12,7 @@ std::map<std::string, std::vector<ProgramScene>> AllScenes()
 {
     std::map<std::string, std::vector<ProgramScene>> groups = ProgramDifferentialScenes();
     groups["frames"] = ProgramFrameScenes();
+    groups["limits"] = ProgramLimitScenes();
     groups["long"] = ProgramLongDrawScenes();
     groups["pixels"] = ProgramPixelScenes();
     groups["rude"] = ProgramRudeScenes();
