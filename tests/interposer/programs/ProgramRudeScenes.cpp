@@ -37,6 +37,16 @@ void NeverPresents()
     Sleep(INFINITE);
 }
 
+void ShowsForEver()
+{
+    ProgramCanvas canvas;
+    for (;;)
+    {
+        ShowOne(canvas);
+        Sleep(10);
+    }
+}
+
 void PresentsFromThread()
 {
     ProgramWindow window(ProgramCanvas::kWidth, ProgramCanvas::kHeight);
@@ -160,6 +170,6 @@ void FrontBuffer()
 std::vector<ProgramScene> ProgramRudeScenes()
 {
     return {{"Crashes", Crashes}, {"IsKilled", IsKilled}, {"NeverPresents", NeverPresents},
-        {"PresentsFromThread", PresentsFromThread}, {"SixteenChains", SixteenChains}, {"LosesWindow", LosesWindow},
-        {"Lights", Lights}, {"FrontBuffer", FrontBuffer}};
+        {"ShowsForEver", ShowsForEver}, {"PresentsFromThread", PresentsFromThread}, {"SixteenChains", SixteenChains},
+        {"LosesWindow", LosesWindow}, {"Lights", Lights}, {"FrontBuffer", FrontBuffer}};
 }
