@@ -1,5 +1,6 @@
 #include "util/UMDUtilDebugTrace.h"
 
+#include "util/UMDBuildStamp.h"
 #include "util/UMDUtilRegistry.h"
 #include "util/UMDVersion.h"
 
@@ -20,7 +21,7 @@ void PrintBanner()
     UMDUtilDebugTrace(UMDTRACE_ALWAYS, L"\n");
     UMDUtilDebugTrace(UMDTRACE_ALWAYS, L" -----------------------------------------------\n");
     UMDUtilDebugTrace(UMDTRACE_ALWAYS, L"| Tesslo WDDM Umode DllMain\n");
-    UMDUtilDebugTrace(UMDTRACE_ALWAYS, L"| Build: %S %S\n", __DATE__, __TIME__);
+    UMDUtilDebugTrace(UMDTRACE_ALWAYS, L"| Build: %S %S\n", UMD_BUILD_DATE, UMD_BUILD_TIME);
     UMDUtilDebugTrace(UMDTRACE_ALWAYS, L"| Call:  %.02d.%.02d. %d  %.02d:%.02d:%.02d\n", now.wMonth, now.wDay,
         now.wYear, now.wHour, now.wMinute, now.wSecond);
     UMDUtilDebugTrace(UMDTRACE_ALWAYS, L" -----------------------------------------------\n");
