@@ -9,17 +9,28 @@
  *
  * A client library exports the first three functions below, undecorated, with the platform's 64-bit calling
  * convention. The two reserved ones are optional. Every function answers one byte: 0 is false, anything
- * else is true.
+ * else is true. The header is for C from C89 and for C++ from C++98 on.
  *
  * Threads. Plug, Update and Unplug of one connection are called on one worker thread, in that order:
  * Plug once before the first frame, Update for each frame, Unplug once at the end. A process has several
- * connections at once, one thread each: state that they share is the library's to guard.
+ * connections at once, one thread each: state that they share is the library's to guard. On that thread the
+ * library may call what it likes but two things: it does not end the thread, and no exception leaves an
+ * export (the driver catches one, and ends the connection of that source). Direct3D of the same program may
+ * be used from threads of the library's own; Update itself had better not wait for it.
  *
  * Time. While Update runs, newer frames of that source replace each other: frames are dropped, never
  * queued, and the presenting application does not wait. Closing the adapter does wait for a running call.
  *
  * Unloading. The driver is detached from a process after all its threads have ended; the library is freed
- * then, inside the loader lock, so its own DllMain must not wait for threads.
+ * then, inside the loader lock, so its own DllMain must not wait for threads. A process that ends without
+ * closing its Direct3D devices ends the worker threads where they are: Unplug is not called then, only the
+ * library's DllMain, with DLL_PROCESS_DETACH. What must outlive the program belongs to another process.
+ *
+ * Not delivered. A frame has no time stamp and no refresh rate: it is there when the program has presented it.
+ * The driver adds no cursor to the picture; one is in it where the program itself has drawn one.
+ *
+ * Trace. What the library gives to OutputDebugString appears in the debugger between the driver's own lines,
+ * in the order of time. The driver's log file holds the driver's lines alone.
  */
 #ifndef TESSLO_CLIENT_H
 #define TESSLO_CLIENT_H
@@ -33,6 +44,21 @@ extern "C" {
 
 struct IDirect3DDevice9Ex;
 struct IDirect3DSurface9;
+
+/**
+ * Version of this interface. It grows when a record or a function is added; those of older versions stay as they
+ * are. The driver does not ask for it: what it finds exported is what it calls.
+ */
+#define TESSLO_CLIENT_INTERFACE_VERSION 1
+
+/** Stands before each export of a client library; empty where a definition file names the exports. */
+#ifndef TESSLO_CLIENT_EXPORT
+#ifdef _WIN32
+#define TESSLO_CLIENT_EXPORT __declspec(dllexport)
+#else
+#define TESSLO_CLIENT_EXPORT
+#endif
+#endif
 
 /** The client library that is loaded while the registry names none. */
 #define TESSLO_CLIENT_DEFAULT_DLL L"TessloClientDllSample.dll"
@@ -66,6 +92,7 @@ typedef struct TessloVirtualMonitorFrame
  * @return false to refuse: the source's worker ends, Unplug is not called, and presents to it fail from then on.
  */
 typedef BOOLEAN (*TessloVirtualMonitorPlugFunction)(void** ppConnection, UINT VidPnSourceId);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloVirtualMonitorPlug(void** ppConnection, UINT VidPnSourceId);
 
 /**
  * Delivers one frame. The library copies what it needs before it returns; the record and the pixels are
@@ -74,6 +101,7 @@ typedef BOOLEAN (*TessloVirtualMonitorPlugFunction)(void** ppConnection, UINT Vi
  * @return false to end the connection: Unplug follows, and presents to the source fail from then on.
  */
 typedef BOOLEAN (*TessloVirtualMonitorUpdateFunction)(void** ppConnection, const TessloVirtualMonitorFrame* pFrame);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloVirtualMonitorUpdate(void** ppConnection, const TessloVirtualMonitorFrame* pFrame);
 
 /**
  * Closes the connection of one source; the library frees what it stored in the slot.
@@ -81,6 +109,7 @@ typedef BOOLEAN (*TessloVirtualMonitorUpdateFunction)(void** ppConnection, const
  * @return false is traced and otherwise means the same as true.
  */
 typedef BOOLEAN (*TessloVirtualMonitorUnplugFunction)(void** ppConnection, UINT VidPnSourceId);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloVirtualMonitorUnplug(void** ppConnection, UINT VidPnSourceId);
 
 /**
  * Optional: supplies the Direct3D 9Ex device that the driver renders on. Called on the driver's GPU thread,
@@ -92,6 +121,7 @@ typedef BOOLEAN (*TessloVirtualMonitorUnplugFunction)(void** ppConnection, UINT 
  * @return false to decline: the driver then creates a device itself.
  */
 typedef BOOLEAN (*TessloVirtualMonitorReserved1Function)(HWND hWnd, struct IDirect3DDevice9Ex** ppDevice);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloVirtualMonitorReserved1(HWND hWnd, struct IDirect3DDevice9Ex** ppDevice);
 
 /**
  * Optional, looked up only if the first reserved export is there: told of each flip present, on the
@@ -101,17 +131,23 @@ typedef BOOLEAN (*TessloVirtualMonitorReserved1Function)(HWND hWnd, struct IDire
  */
 typedef BOOLEAN (*TessloVirtualMonitorReserved2Function)(
     struct IDirect3DDevice9Ex* pDevice, struct IDirect3DSurface9* pSurface);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloVirtualMonitorReserved2(
+    struct IDirect3DDevice9Ex* pDevice, struct IDirect3DSurface9* pSurface);
+
+/* The layout, proved in every dialect. */
+#define TESSLO_CLIENT_PROVE(name, holds) typedef char TessloClientProof##name[(holds) ? 1 : -1]
+TESSLO_CLIENT_PROVE(Size, sizeof(TessloVirtualMonitorFrame) == 32);
+TESSLO_CLIENT_PROVE(Reserved, offsetof(TessloVirtualMonitorFrame, Reserved) == 0);
+TESSLO_CLIENT_PROVE(VidPnSourceId, offsetof(TessloVirtualMonitorFrame, VidPnSourceId) == 4);
+TESSLO_CLIENT_PROVE(Width, offsetof(TessloVirtualMonitorFrame, Width) == 8);
+TESSLO_CLIENT_PROVE(Height, offsetof(TessloVirtualMonitorFrame, Height) == 12);
+TESSLO_CLIENT_PROVE(Pitch, offsetof(TessloVirtualMonitorFrame, Pitch) == 16);
+TESSLO_CLIENT_PROVE(Padding, offsetof(TessloVirtualMonitorFrame, Padding) == 20);
+TESSLO_CLIENT_PROVE(Bits, offsetof(TessloVirtualMonitorFrame, pBits) == 24);
+#undef TESSLO_CLIENT_PROVE
 
 #ifdef __cplusplus
 }
-
-static_assert(sizeof(TessloVirtualMonitorFrame) == 32, "wire record");
-static_assert(offsetof(TessloVirtualMonitorFrame, VidPnSourceId) == 4, "wire record");
-static_assert(offsetof(TessloVirtualMonitorFrame, Width) == 8, "wire record");
-static_assert(offsetof(TessloVirtualMonitorFrame, Height) == 12, "wire record");
-static_assert(offsetof(TessloVirtualMonitorFrame, Pitch) == 16, "wire record");
-static_assert(offsetof(TessloVirtualMonitorFrame, Padding) == 20, "wire record");
-static_assert(offsetof(TessloVirtualMonitorFrame, pBits) == 24, "wire record");
 #endif
 
 #endif
