@@ -1,5 +1,6 @@
 // The built client library for web browsers, loaded and called as the driver does: what it leaves behind, and what it
 // says to calls that make no sense. What it serves is tested from outside, in tests/browser.
+#include "ClientDll.h"
 #include "HeapUse.h"
 #include "ImportPatch.h"
 #include "ResourceCounts.h"
@@ -20,35 +21,7 @@ using namespace tesslo::test;
 namespace
 {
 
-class Library
-{
-public:
-    Library() : m_hModule(LoadLibraryW(L"TessloClientDllBrowser.dll"))
-    {
-        Find(TESSLO_CLIENT_PLUG, &Plug);
-        Find(TESSLO_CLIENT_UPDATE, &Update);
-        Find(TESSLO_CLIENT_UNPLUG, &Unplug);
-    }
-    ~Library() { FreeLibrary(m_hModule); }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
-
-    HMODULE Module() const { return m_hModule; }
-
-    TessloVirtualMonitorPlugFunction Plug;
-    TessloVirtualMonitorUpdateFunction Update;
-    TessloVirtualMonitorUnplugFunction Unplug;
-
-private:
-    template <typename Function>
-    void Find(const char* pName, Function* pFunction)
-    {
-        *pFunction = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(m_hModule, pName)));
-    }
-
-    HMODULE m_hModule;
-};
-
+constexpr wchar_t kLibrary[] = L"TessloClientDllBrowser.dll";
 constexpr UINT kBits[16] = {};
 constexpr TessloVirtualMonitorFrame kFrame = {0, 0, 4, 4, 16, 0, kBits};
 
@@ -83,7 +56,7 @@ protected:
     const u_short m_Port = static_cast<u_short>(20000 + GetCurrentProcessId() % 20000);
 
     /// One connection's whole life.
-    static void Live(Library& library, UINT source)
+    static void Live(ClientDll& library, UINT source)
     {
         void* pSlot = nullptr;
         ASSERT_TRUE(library.Plug(&pSlot, source));
@@ -97,7 +70,7 @@ protected:
 
 TEST_F(TessloClientDllBrowserTest, Exports_NothingToWorkOn_AreRefused)
 {
-    Library library;
+    ClientDll library(kLibrary);
     void* pSlot = nullptr;
     EXPECT_FALSE(library.Plug(nullptr, 0));
     EXPECT_FALSE(library.Update(nullptr, &kFrame));
@@ -113,7 +86,7 @@ TEST_F(TessloClientDllBrowserTest, Exports_NothingToWorkOn_AreRefused)
 
 TEST_F(TessloClientDllBrowserTest, Update_FrameThatCannotBeShown_KeepsTheConnection)
 {
-    Library library;
+    ClientDll library(kLibrary);
     void* pSlot = nullptr;
     ASSERT_TRUE(library.Plug(&pSlot, 0));
     const TessloVirtualMonitorFrame shortRows = {0, 0, 4, 4, 12, 0, kBits};
@@ -124,7 +97,7 @@ TEST_F(TessloClientDllBrowserTest, Update_FrameThatCannotBeShown_KeepsTheConnect
 
 TEST_F(TessloClientDllBrowserTest, Unplug_LastConnection_LeavesNoThread)
 {
-    Library library;
+    ClientDll library(kLibrary);
     // Once before: the system keeps threads of its own behind the first use of the network.
     Live(library, 0);
     const unsigned before = ResourceCounts::Now().m_Threads;
@@ -141,7 +114,7 @@ TEST_F(TessloClientDllBrowserTest, Unplug_LastConnection_LeavesNoThread)
 
 TEST_F(TessloClientDllBrowserTest, Plug_ThreadRefused_IsRefusedAndTheNextBeginsAnew)
 {
-    Library library;
+    ClientDll library(kLibrary);
     std::optional<FailingImport> none(
         std::in_place, library.Module(), "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
     void* pSlot = nullptr;
@@ -153,7 +126,7 @@ TEST_F(TessloClientDllBrowserTest, Plug_ThreadRefused_IsRefusedAndTheNextBeginsA
 
 TEST_F(TessloClientDllBrowserTest, Load_DoesNotBeginTheNetwork)
 {
-    const Library library;
+    const ClientDll library(kLibrary);
     EXPECT_EQ(socket(AF_INET, SOCK_STREAM, 0), INVALID_SOCKET);
     EXPECT_EQ(WSAGetLastError(), WSANOTINITIALISED) << "DllMain may load no other library";
 }
@@ -168,7 +141,7 @@ TEST_F(TessloClientDllBrowserTest, Load_ManyRoundsInUse_StillLoadsAndNothingIsLe
     HeapUse heapBefore{};
     for (UINT round = 0; round < kRounds; ++round)
     {
-        Library library;
+        ClientDll library(kLibrary);
         ASSERT_NE(library.Module(), nullptr) << "round " << round;
         void* pSlot = nullptr;
         ASSERT_TRUE(library.Plug(&pSlot, 0));

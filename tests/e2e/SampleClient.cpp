@@ -1,6 +1,6 @@
 #include "SampleClient.h"
 
-#include <stdexcept>
+#include <vector>
 
 namespace tesslo::test
 {
@@ -11,27 +11,7 @@ namespace
 constexpr UINT kRowPadding = 3;  // pixels
 constexpr UINT kGarbage = 0xA5000000;
 
-template <typename Function>
-Function Find(HMODULE hModule, const char* pName)
-{
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(hModule, pName)));
-}
-
 }  // namespace
-
-SampleClient::SampleClient() : m_hModule(LoadLibraryW(TESSLO_CLIENT_DEFAULT_DLL))
-{
-    if (m_hModule == nullptr)
-        throw std::runtime_error("the sample client library is missing");
-    Plug = Find<TessloVirtualMonitorPlugFunction>(m_hModule, TESSLO_CLIENT_PLUG);
-    Update = Find<TessloVirtualMonitorUpdateFunction>(m_hModule, TESSLO_CLIENT_UPDATE);
-    Unplug = Find<TessloVirtualMonitorUnplugFunction>(m_hModule, TESSLO_CLIENT_UNPLUG);
-}
-
-SampleClient::~SampleClient()
-{
-    FreeLibrary(m_hModule);
-}
 
 SampleClientConnection::SampleClientConnection(const SampleClient& client, UINT source)
     : m_Client(client), m_Source(source), m_bOpen(client.Plug(&m_pSlot, source))

@@ -1,6 +1,7 @@
 // The sample client library, loaded and called as the driver calls it.
 #pragma once
 
+#include "ClientDll.h"
 #include "host/runtime/HostImage.h"
 #include "host/runtime/HostRecording.h"
 
@@ -11,23 +12,12 @@
 namespace tesslo::test
 {
 
-class SampleClient
+class SampleClient : public ClientDll
 {
 public:
-    SampleClient();
-    ~SampleClient();
-    SampleClient(const SampleClient&) = delete;
-    SampleClient& operator=(const SampleClient&) = delete;
+    SampleClient() : ClientDll(TESSLO_CLIENT_DEFAULT_DLL) {}
 
-    HMODULE Module() const { return m_hModule; }
-    TessloSampleCounters Counters(UINT source) const { return HostRecording(m_hModule).Counters(source).value(); }
-
-    TessloVirtualMonitorPlugFunction Plug;
-    TessloVirtualMonitorUpdateFunction Update;
-    TessloVirtualMonitorUnplugFunction Unplug;
-
-private:
-    HMODULE m_hModule;
+    TessloSampleCounters Counters(UINT source) const { return HostRecording(Module()).Counters(source).value(); }
 };
 
 /// One connection, with pictures as frames.
