@@ -1,0 +1,11 @@
+# Behind all other rules of installation: the SHA-256 sum of every file that they have put there, as sha256sum reads it.
+list(SORT CMAKE_INSTALL_MANIFEST_FILES)
+set(sums "")
+foreach(file IN LISTS CMAKE_INSTALL_MANIFEST_FILES)
+    file(SHA256 "$ENV{DESTDIR}${file}" sum)
+    file(RELATIVE_PATH name "${CMAKE_INSTALL_PREFIX}" "${file}")
+    string(APPEND sums "${sum}  ${name}\n")
+endforeach()
+set(manifest "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/MANIFEST.sha256")
+file(WRITE "${manifest}" "${sums}")
+file(CHMOD "${manifest}" PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
