@@ -1,6 +1,6 @@
-# Sets TESSLO_SOURCE_DATE, the date of the source in seconds since 1970, which stands in for the clock wherever something
-# that is built is dated: SOURCE_DATE_EPOCH, else what `git archive` has written beside this file, else the last commit,
-# also when files have been changed since. A source that tells none of them is dated 1970. As a script it prints the date.
+# Sets TESSLO_SOURCE_DATE, the date of the source in seconds since 1970, which stands in for the clock wherever what is
+# built is dated: SOURCE_DATE_EPOCH, else what `git archive` has written beside this file, else the last commit, also
+# when files have been changed since. A source that tells none of them is dated 1970. As a script it prints the date.
 cmake_minimum_required(VERSION 3.25)
 file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/source_date.txt TESSLO_SOURCE_DATE)
 if(DEFINED ENV{SOURCE_DATE_EPOCH})

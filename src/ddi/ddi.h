@@ -1,5 +1,6 @@
 // The Direct3D 9 user-mode display driver interface, whole. Include this one.
-// With TESSLO_USE_PLATFORM_KIT the platform kit's own header stands in for the records of this folder.
+// With TESSLO_USE_PLATFORM_KIT the platform kit's own header stands in for the records of this folder, whose proofs it
+// must pass.
 #pragma once
 
 #include <d3d9.h>
@@ -7,6 +8,8 @@
 
 #if defined(TESSLO_USE_PLATFORM_KIT)
 #include <d3dumddi.h>
+
+#include "ddi/ddi_proofs.h"
 #else
 #include "ddi/ddi_constants.h"
 #include "ddi/ddi_enums.h"

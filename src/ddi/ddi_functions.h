@@ -8,7 +8,7 @@ using D3DDDI_VIDEO_PRESENT_SOURCE_ID = UINT;
 using D3DGPU_VIRTUAL_ADDRESS = ULONGLONG;
 using D3DKMT_HANDLE = UINT;
 
-// The records that the functions take; ddi_records.h declares them.
+// The records that the functions take; the other headers of this folder define them.
 struct D3DDDIARG_AUTHENTICATEDCHANNELKEYEXCHANGE;
 struct D3DDDIARG_BLT;
 struct D3DDDIARG_BUFFERBLT;
