@@ -75,7 +75,7 @@ TEST_F(UMDUtilDebugTraceDllMainTest, Attach_AnyMask_PrintsTheBannerLineByLine)
     EXPECT_EQ(lines[6], " -----------------------------------------------\n");
     EXPECT_EQ(lines[7], "| Tesslo WDDM Umode DllMain\n");
     EXPECT_TRUE(std::regex_match(
-        lines[8], std::regex("\\| Build: [A-Z][a-z]{2} [ 1-3][0-9] 20[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\n")))
+        lines[8], std::regex("\\| Build: [A-Z][a-z]{2} [ 1-3][0-9] (1970|20[0-9]{2}) [0-9]{2}:[0-9]{2}:[0-9]{2}\n")))
         << lines[8];
     EXPECT_EQ(lines[9], "| Call:  03.05. 2012  09:07:03\n");
     EXPECT_EQ(lines[10], " -----------------------------------------------\n");
