@@ -3,7 +3,7 @@
 #include "ClientDll.h"
 #include "HeapUse.h"
 #include "ImportPatch.h"
-#include "ResourceCounts.h"
+#include "tools/process/ResourceCounts.h"
 #include "Waiting.h"
 
 #include <tesslo/browser_client.h>

@@ -6,7 +6,7 @@
 #include "Gate.h"
 #include "ImportPatch.h"
 #include "RegistryOverride.h"
-#include "ResourceCounts.h"
+#include "tools/process/ResourceCounts.h"
 #include "TestClient.h"
 #include "TraceCapture.h"
 #include "Waiting.h"

@@ -1,6 +1,6 @@
 #include "StressGauge.h"
 
-#include "ResourceCounts.h"
+#include "tools/process/ResourceCounts.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // Life of the device object: context, threads, escapes, and a start that fails half-way.
 #include "DeviceFixture.h"
 #include "ImportPatch.h"
-#include "ResourceCounts.h"
+#include "tools/process/ResourceCounts.h"
 #include "TraceLevels.h"
 
 #include "device/entries/UMDDdiEntries.h"

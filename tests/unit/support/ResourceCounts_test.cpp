@@ -1,12 +1,10 @@
 // Whether what a process holds is counted as it is.
-#include "ResourceCounts.h"
+#include "tools/process/ResourceCounts.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 #include <vector>
-
-using namespace tesslo::test;
 
 TEST(ResourceCountsTest, Handles_OpenedAndClosed_AreCountedOneByOne)
 {

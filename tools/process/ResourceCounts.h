@@ -3,9 +3,6 @@
 
 #include <windows.h>
 
-namespace tesslo::test
-{
-
 struct ResourceCounts
 {
     unsigned m_Handles;  ///< open handles
@@ -14,5 +11,3 @@ struct ResourceCounts
 
     static ResourceCounts Now();
 };
-
-}  // namespace tesslo::test

@@ -1,10 +1,7 @@
-#include "ResourceCounts.h"
+#include "tools/process/ResourceCounts.h"
 
 #include <psapi.h>
 #include <tlhelp32.h>
-
-namespace tesslo::test
-{
 
 namespace
 {
@@ -48,5 +45,3 @@ ResourceCounts ResourceCounts::Now()
     GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
     return {CountHandles(), CountThreads(), memory.WorkingSetSize};
 }
-
-}  // namespace tesslo::test

@@ -1,18 +1,15 @@
-#include "StressCrash.h"
-
-#include <windows.h>
+#include "tools/process/ChildCrash.h"
 
 #include <cinttypes>
-#include <cstdio>
 #include <cwchar>
-
-namespace tesslo::test
-{
 
 namespace
 {
 
 constexpr int kCallsMax = 24;
+
+FILE* g_pStream;
+void (*g_pExplain)(FILE* pStream, const EXCEPTION_RECORD& record);
 
 void PrintCall(DWORD64 address)
 {
@@ -22,7 +19,7 @@ void PrintCall(DWORD64 address)
             reinterpret_cast<const wchar_t*>(address), &hModule))
         GetModuleFileNameW(hModule, path, MAX_PATH);
     const wchar_t* pName = wcsrchr(path, L'\\');
-    std::printf(" %ls+0x%" PRIX64, pName ? pName + 1 : path, address - reinterpret_cast<DWORD64>(hModule));
+    std::fprintf(g_pStream, " %ls+0x%" PRIX64, pName ? pName + 1 : path, address - reinterpret_cast<DWORD64>(hModule));
 }
 
 void TakeReturnAddress(CONTEXT* pContext)
@@ -33,7 +30,10 @@ void TakeReturnAddress(CONTEXT* pContext)
 
 LONG WINAPI Report(EXCEPTION_POINTERS* pPointers)
 {
-    std::printf("%s0x%08lX in", kStressCrash, pPointers->ExceptionRecord->ExceptionCode);
+    std::fprintf(g_pStream, "%s0x%08lX", kChildCrash, pPointers->ExceptionRecord->ExceptionCode);
+    if (g_pExplain)
+        g_pExplain(g_pStream, *pPointers->ExceptionRecord);
+    std::fprintf(g_pStream, " in");
     CONTEXT context = *pPointers->ContextRecord;
     // A call through null has left its return address on top, as a leaf has.
     if (!context.Rip)
@@ -49,16 +49,16 @@ LONG WINAPI Report(EXCEPTION_POINTERS* pPointers)
         else
             TakeReturnAddress(&context);
     }
-    std::printf("\n");
-    std::fflush(stdout);
+    std::fprintf(g_pStream, "\n");
+    std::fflush(g_pStream);
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
 }  // namespace
 
-void StressReportCrashes()
+void ChildReportCrashes(FILE* pStream, void (*pExplain)(FILE*, const EXCEPTION_RECORD&))
 {
+    g_pStream = pStream;
+    g_pExplain = pExplain;
     SetUnhandledExceptionFilter(Report);
 }
-
-}  // namespace tesslo::test
