@@ -1,0 +1,95 @@
+#include "tools/client_check/CheckHoldings.h"
+
+#include <cstdio>
+
+/// How much of it may come in a thousand connections without anybody's fault.
+struct CheckHoldings::Quantity
+{
+    const char* m_pName;  ///< of the figure
+    const char* m_pWhat;
+    double CheckHoldings::* m_pValue;
+    double m_Allowed;
+};
+
+const CheckHoldings::Quantity CheckHoldings::kQuantities[] = {
+    {"handles", "handles", &CheckHoldings::m_Handles, 8},
+    {"threads", "threads", &CheckHoldings::m_Threads, 2},
+    {"heap_blocks", "blocks of the heap", &CheckHoldings::m_HeapBlocks, 100},
+    {"heap_bytes", "bytes of the heap", &CheckHoldings::m_HeapBytes, 256 << 10},
+    {"page_bytes", "bytes of pages", &CheckHoldings::m_PageBytes, 4 << 20},
+};
+
+namespace
+{
+
+struct Use
+{
+    double m_Blocks = 0, m_Bytes = 0;
+};
+
+Use UseOfHeaps()
+{
+    std::vector<HANDLE> heaps(256);
+    heaps.resize(std::min<size_t>(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()), heaps.size()));
+    Use use;
+    for (const HANDLE hHeap : heaps)
+    {
+        PROCESS_HEAP_ENTRY entry = {};
+        HeapLock(hHeap);
+        while (HeapWalk(hHeap, &entry))
+        {
+            if (!(entry.wFlags & PROCESS_HEAP_ENTRY_BUSY))
+                continue;
+            ++use.m_Blocks;
+            use.m_Bytes += entry.cbData;
+        }
+        HeapUnlock(hHeap);
+    }
+    return use;
+}
+
+double PrivateBytes()
+{
+    double bytes = 0;
+    MEMORY_BASIC_INFORMATION part;
+    for (const BYTE* pAddress = nullptr; VirtualQuery(pAddress, &part, sizeof(part)) != 0;
+        pAddress = static_cast<const BYTE*>(part.BaseAddress) + part.RegionSize)
+        if (part.State == MEM_COMMIT && part.Type == MEM_PRIVATE)
+            bytes += static_cast<double>(part.RegionSize);
+    return bytes;
+}
+
+}  // namespace
+
+CheckHoldings CheckHoldings::Now()
+{
+    const ResourceCounts counts = ResourceCounts::Now();
+    const Use heaps = UseOfHeaps();
+    CheckHoldings now;
+    now.m_Handles = counts.m_Handles;
+    now.m_Threads = counts.m_Threads;
+    now.m_HeapBlocks = heaps.m_Blocks;
+    now.m_HeapBytes = heaps.m_Bytes;
+    now.m_PageBytes = PrivateBytes();
+    return now;
+}
+
+std::vector<std::string> CheckHoldings::GrowthSince(const CheckHoldings& before, UINT connections) const
+{
+    std::vector<std::string> lines;
+    for (const Quantity& quantity : kQuantities)
+        if (const double growth = this->*quantity.m_pValue - before.*quantity.m_pValue; growth > quantity.m_Allowed)
+        {
+            char line[128];
+            std::snprintf(
+                line, sizeof(line), "%.0f more %s behind %u connections", growth, quantity.m_pWhat, connections);
+            lines.emplace_back(line);
+        }
+    return lines;
+}
+
+void CheckHoldings::Tell(CheckRun& run, const CheckHoldings& before) const
+{
+    for (const Quantity& quantity : kQuantities)
+        run.Tell(quantity.m_pName, this->*quantity.m_pValue - before.*quantity.m_pValue);
+}

@@ -1,0 +1,88 @@
+#include "tools/client_check/checks/CheckCosts.h"
+
+#include "host/program/HostStatistics.h"
+#include "tools/client_check/CheckConnection.h"
+#include "tools/client_check/CheckHoldings.h"
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr DWORD kFrameInterval = 16;  ///< milliseconds from frame to frame, as of a monitor of 60 Hz
+constexpr DWORD kSettle = 2000;       ///< milliseconds for what the library gives back late
+constexpr UINT kWarmUpPart = 5;       ///< a fifth of the connections makes what is made once
+
+/// Frames as a monitor of 60 Hz shows them: what a library does behind its Update has its time.
+std::vector<double> MeasureUpdates(const CheckClient& client, const CheckOptions& options)
+{
+    const CheckFrame even(0, options.m_Width, options.m_Height);
+    const CheckFrame odd(0, options.m_Width, options.m_Height);
+    CheckConnection connection(client, 0);
+    std::vector<double> times;
+    for (UINT i = 0; i < options.m_Frames; ++i)
+    {
+        const double time = connection.Send(i % 2 ? odd : even);
+        times.push_back(time);
+        if (time < kFrameInterval)
+            Sleep(static_cast<DWORD>(kFrameInterval - time));
+    }
+    connection.Close();
+    return times;
+}
+
+void ConnectOften(CheckRun& run, const CheckClient& client, UINT count)
+{
+    for (UINT i = 0; i < count; ++i)
+        run.OnThread([&] {
+            const CheckFrame frame(0, 64, 48);
+            CheckConnection connection(client, 0);
+            connection.Send(frame);
+            connection.Close();
+        });
+}
+
+/// @return whether nothing has grown in the end.
+bool HasSettled(const CheckHoldings& before, UINT connections)
+{
+    for (DWORD waited = 0; waited < kSettle; waited += 100)
+    {
+        if (CheckHoldings::Now().GrowthSince(before, connections).empty())
+            return true;
+        Sleep(100);
+    }
+    return false;
+}
+
+}  // namespace
+
+void CheckTime(CheckRun& run)
+{
+    const CheckOptions& options = run.m_Options;
+    const CheckClient client(options.m_Library, run.m_Board);
+    run.OnThread([&] {
+        const std::vector<double> times = MeasureUpdates(client, options);
+        const double most = HostPercentile(times, 99);
+        run.Tell("median_ms", HostPercentile(times, 50));
+        run.Tell("percentile_99_ms", most);
+        run.Tell("longest_ms", std::ranges::max(times));
+        if (most > options.m_Limit)
+            run.Find("one Update in a hundred takes longer than " + std::to_string(options.m_Limit) + " ms");
+    });
+}
+
+void CheckLeaks(CheckRun& run)
+{
+    const CheckClient client(run.m_Options.m_Library, run.m_Board);
+    const UINT warmUp = run.m_Options.m_Connections / kWarmUpPart;
+    const UINT connections = run.m_Options.m_Connections - warmUp;
+    ConnectOften(run, client, warmUp);
+    const CheckHoldings before = CheckHoldings::Now();
+    ConnectOften(run, client, connections);
+    const bool bSettled = HasSettled(before, connections);
+    const CheckHoldings after = CheckHoldings::Now();
+    after.Tell(run, before);
+    if (!bSettled)
+        for (const std::string& growth : after.GrowthSince(before, connections))
+            run.Find(growth);
+}
