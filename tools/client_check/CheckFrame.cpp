@@ -21,6 +21,12 @@ const char* Meaning(CheckLayout layout)
     }
 }
 
+/// Tiles of many colours: as easy to compress as what a screen shows, and no easier.
+UINT TilePixel(UINT x, UINT y)
+{
+    return ((x / 16 * 2654435761U) ^ (y / 16 * 40503U)) | 0xFF000000;
+}
+
 }  // namespace
 
 UINT CheckFrame::PitchOf(UINT width, CheckLayout layout)
@@ -37,7 +43,7 @@ CheckFrame::CheckFrame(UINT source, UINT width, UINT height, CheckLayout layout)
     *m_pRecord = {0, source, width, height, PitchOf(width, layout), 0, nullptr};
     m_pRecord->pBits = FirstPixel(layout);
     Open(layout);
-    Fill(width * 40503U + height, true);
+    Fill(TilePixel);
     if (layout == CheckLayout::ReadOnly)
         m_Pages.SetReadOnly(kFirstDataPage, m_DataPages);
     m_Pages.Name(Meaning(layout));
@@ -70,21 +76,20 @@ BYTE* CheckFrame::FirstPixel(CheckLayout layout) const
     }
 }
 
-void CheckFrame::Fill(UINT value, bool bNoise)
+void CheckFrame::Fill(UINT (*pPixelAt)(UINT x, UINT y))
 {
     auto* pRow = static_cast<BYTE*>(const_cast<void*>(m_pRecord->pBits));
     for (UINT y = 0; y < m_pRecord->Height; ++y, pRow += m_pRecord->Pitch)
         for (UINT x = 0; x < m_pRecord->Width; ++x)
         {
-            if (bNoise)
-                value = value * 1664525U + 1013904223U;
+            const UINT value = pPixelAt(x, y);
             std::memcpy(pRow + size_t{x} * 4, &value, 4);
         }
 }
 
 void CheckFrame::TakeAway()
 {
-    Fill(0xDEADBEEF, false);
+    Fill([](UINT, UINT) { return 0xDEADBEEFU; });
     std::memset(m_pRecord, 0xDD, sizeof(*m_pRecord));
     m_Pages.Close();
     m_Pages.Name("a frame whose Update has returned");

@@ -17,7 +17,7 @@ enum class CheckLayout
 class CheckFrame
 {
 public:
-    /// Noise of this size. Throws std::bad_alloc.
+    /// A picture of this size. Throws std::bad_alloc.
     CheckFrame(UINT source, UINT width, UINT height, CheckLayout layout = CheckLayout::Plain);
     CheckFrame(const CheckFrame&) = delete;
     CheckFrame& operator=(const CheckFrame&) = delete;
@@ -32,7 +32,7 @@ private:
 
     void Open(CheckLayout layout);
     BYTE* FirstPixel(CheckLayout layout) const;
-    void Fill(UINT value, bool bNoise);
+    void Fill(UINT (*pPixelAt)(UINT x, UINT y));
 
     const size_t m_DataPages;
     CheckPages m_Pages;  ///< one for the record, one without access, those of the pixels, one behind them

@@ -23,7 +23,7 @@ constexpr CheckRow kRows[] = {
         CheckSources},
     {"sizes", "1x1 to 7680x4320, odd widths", "Take width and height from each frame; any from 1 on may come.",
         CheckSizes},
-    {"rotations", "each mode as it is turned by 0, 90, 180 and 270 degrees",
+    {"rotations", "monitors that hang on their side, and are turned by 90, 180 and 270 degrees",
         "Take width and height as they come: the frames of a turned monitor are higher than wide.", CheckRotations},
     {"resize", "the size changes from frame to frame of one connection",
         "Compare each frame's size with the last one's, and make what depends on it anew.", CheckResize},

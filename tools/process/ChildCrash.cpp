@@ -51,6 +51,8 @@ LONG WINAPI Report(EXCEPTION_POINTERS* pPointers)
     }
     std::fprintf(g_pStream, "\n");
     std::fflush(g_pStream);
+    // Here and now: neither a debugger nor a dialog shall be begun for it.
+    TerminateProcess(GetCurrentProcess(), pPointers->ExceptionRecord->ExceptionCode);
     return EXCEPTION_CONTINUE_SEARCH;
 }
 

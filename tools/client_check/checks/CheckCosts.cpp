@@ -31,6 +31,13 @@ std::vector<double> MeasureUpdates(const CheckClient& client, const CheckOptions
     return times;
 }
 
+std::string LimitText(const CheckOptions& options)
+{
+    char text[32];
+    std::snprintf(text, sizeof(text), "%g", options.m_Limit);
+    return text;
+}
+
 void ConnectOften(CheckRun& run, const CheckClient& client, UINT count)
 {
     for (UINT i = 0; i < count; ++i)
@@ -67,7 +74,7 @@ void CheckTime(CheckRun& run)
         run.Tell("percentile_99_ms", most);
         run.Tell("longest_ms", std::ranges::max(times));
         if (most > options.m_Limit)
-            run.Find("one Update in a hundred takes longer than " + std::to_string(options.m_Limit) + " ms");
+            run.Find("one Update in a hundred takes longer than " + LimitText(options) + " ms");
     });
 }
 

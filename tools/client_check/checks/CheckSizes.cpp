@@ -33,7 +33,6 @@ void SendAlone(const CheckClient& client, UINT width, UINT height)
     const CheckFrame frame(0, width, height);
     CheckConnection connection(client, 0);
     connection.Send(frame);
-    connection.Send(frame);
     connection.Close();
 }
 
@@ -53,15 +52,9 @@ void CheckRotations(CheckRun& run)
         run.OnThread([&] {
             const CheckFrame upright(0, mode.m_Width, mode.m_Height);
             const CheckFrame onItsSide(0, mode.m_Height, mode.m_Width);
-            for (const CheckFrame* pFrame : {&upright, &onItsSide})
-            {
-                CheckConnection connection(client, 0);
-                connection.Send(*pFrame);
-                connection.Close();
-            }
-            // The monitor is turned on and on while it is connected.
+            // A monitor that hangs on its side from the first frame on, and is turned once around.
             CheckConnection connection(client, 0);
-            for (const CheckFrame* pFrame : {&upright, &onItsSide, &upright, &onItsSide})
+            for (const CheckFrame* pFrame : {&onItsSide, &upright, &onItsSide, &upright})
                 connection.Send(*pFrame);
             connection.Close();
         });
