@@ -3,8 +3,8 @@
 #include "ClientDll.h"
 #include "HeapUse.h"
 #include "ImportPatch.h"
-#include "tools/process/ResourceCounts.h"
 #include "Waiting.h"
+#include "tools/process/ResourceCounts.h"
 
 #include <tesslo/browser_client.h>
 #include <tesslo/client.h>

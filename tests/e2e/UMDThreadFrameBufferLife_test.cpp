@@ -6,10 +6,10 @@
 #include "Gate.h"
 #include "ImportPatch.h"
 #include "RegistryOverride.h"
-#include "tools/process/ResourceCounts.h"
 #include "TestClient.h"
 #include "TraceCapture.h"
 #include "Waiting.h"
+#include "tools/process/ResourceCounts.h"
 
 #include <gtest/gtest.h>
 

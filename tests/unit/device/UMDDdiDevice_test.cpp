@@ -1,8 +1,8 @@
 // Life of the device object: context, threads, escapes, and a start that fails half-way.
 #include "DeviceFixture.h"
 #include "ImportPatch.h"
-#include "tools/process/ResourceCounts.h"
 #include "TraceLevels.h"
+#include "tools/process/ResourceCounts.h"
 
 #include "device/entries/UMDDdiEntries.h"
 
