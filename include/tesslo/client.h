@@ -13,10 +13,11 @@
  *
  * Threads. Plug, Update and Unplug of one connection are called on one worker thread, in that order:
  * Plug once before the first frame, Update for each frame, Unplug once at the end. A process has several
- * connections at once, one thread each: state that they share is the library's to guard. On that thread the
- * library may call what it likes but two things: it does not end the thread, and no exception leaves an
- * export (the driver catches one, and ends the connection of that source). Direct3D of the same program may
- * be used from threads of the library's own; Update itself had better not wait for it.
+ * connections at once, one thread each: state that they share is the library's to guard. Two of them have the
+ * same source where a program has two devices. On that thread the library may call what it likes but two
+ * things: it does not end the thread, and no exception leaves an export (the driver catches one, and ends the
+ * connection of that source). Direct3D of the same program may be used from threads of the library's own;
+ * Update itself had better not wait for it.
  *
  * Time. While Update runs, newer frames of that source replace each other: frames are dropped, never
  * queued, and the presenting application does not wait. Closing the adapter does wait for a running call.
@@ -30,7 +31,10 @@
  * The driver adds no cursor to the picture; one is in it where the program itself has drawn one.
  *
  * Trace. What the library gives to OutputDebugString appears in the debugger between the driver's own lines,
- * in the order of time. The driver's log file holds the driver's lines alone.
+ * in the order of time, and so it does in the trace that tesslo_host writes. The driver's log file holds the
+ * driver's lines alone.
+ *
+ * Proof. tesslo_client_check LIBRARY.dll does to a library all that is said here, without a driver.
  */
 #ifndef TESSLO_CLIENT_H
 #define TESSLO_CLIENT_H
@@ -80,7 +84,8 @@ typedef struct TessloVirtualMonitorFrame
     UINT Pitch;         /**< Bytes from one row to the next, after rotation. */
     UINT Padding;       /**< Always 0. */
     const void* pBits;  /**< Top row first; 32 bits a pixel: blue, green, red, alpha (or nothing) in memory
-                             order. The driver's memory, valid only during the call. */
+                             order. The driver's memory, valid only during the call: Width * 4 bytes of each
+                             row may be read, at an address that is a multiple of 4, and none be written. */
 } TessloVirtualMonitorFrame;
 
 /**

@@ -6,15 +6,19 @@
 #include "Gate.h"
 #include "ImportPatch.h"
 #include "RegistryOverride.h"
+#include "TemporaryFolder.h"
 #include "TestClient.h"
 #include "TraceCapture.h"
 #include "Waiting.h"
+#include "host/program/HostTraceFile.h"
 #include "tools/process/ResourceCounts.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <numeric>
 #include <optional>
 #include <string>
@@ -130,6 +134,29 @@ TEST_F(OutputLifeTest, CreateDevice_LibraryGivesADevice_UsesItAndTellsOfEachFlip
     EXPECT_EQ(client.Lines().back(), "Unplug(0, 2)");
     EXPECT_EQ(m_Fake.ReferenceCount(), 1u);
     EXPECT_EQ(m_Fake.LiveObjects(), Lines{});
+}
+
+// One log for both: who reads the driver's trace finds there what the library said, at its place.
+TEST_F(OutputLifeTest, Update_LibraryPrintsToTheDebugger_ItsLineStandsBetweenTheDriversOwn)
+{
+    const TemporaryFolder folder;
+    std::optional<HostTraceFile> log(std::in_place, (folder.Path() / "lines").wstring());
+    TestClient client;
+    client.SetOnFrame([](const TessloVirtualMonitorFrame&) { OutputDebugStringW(L"the library has a frame\n"); });
+    Load(client.DllName());
+    OpenDevice();
+    ASSERT_EQ(Flip(CreatePrimary(0)), S_OK);
+    ASSERT_TRUE(client.WaitForUpdates(1));
+    EXPECT_EQ(m_Driver->CloseAdapter(), S_OK);
+    log.reset();
+    std::ifstream file(folder.Path() / "lines");
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const size_t before = text.find(">>> UMDThreadFrameBuffer::InternalSendFrameBuffer\n");
+    const size_t remark = text.find("the library has a frame\n");
+    const size_t behind = text.find(">>> UMDThreadFrameBuffer::InternalUninitializeConnection\n");
+    ASSERT_NE(remark, std::string::npos) << text;
+    EXPECT_LT(before, remark);
+    EXPECT_LT(remark, behind);
 }
 
 class OutputLifeMissingExportTest : public OutputLifeTest, public testing::WithParamInterface<const char*>
