@@ -16,10 +16,20 @@ SampleConnection* SampleConnection::Open(UINT source)
     const DWORD length = GetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, pConnection->m_Folder, MAX_PATH);
     if (length >= MAX_PATH)
         OutputDebugStringW(L"TessloClientDllSample: the folder's name is too long; frames are only counted\n");
-    else if (length != 0 && !pConnection->StartWriter())
+    else if (length != 0)
     {
-        delete pConnection;
-        return nullptr;
+        const auto write = [](LPVOID pParameter) -> DWORD {
+            auto* pThis = static_cast<SampleConnection*>(pParameter);
+            for (Slot* pSlot = pThis->NextSlot(false); pSlot != nullptr; pSlot = pThis->NextSlot(true))
+                pThis->WriteSlot(pSlot);
+            return 0;
+        };
+        pConnection->m_hWriter = CreateThread(nullptr, 0, write, pConnection, 0, nullptr);
+        if (pConnection->m_hWriter == nullptr)
+        {
+            delete pConnection;
+            return nullptr;
+        }
     }
     SampleCountersAdd(source, &TessloSampleCounters::Connections);
     return pConnection;
@@ -31,49 +41,49 @@ SampleConnection::~SampleConnection()
         std::free(slot.m_pPixels);
 }
 
+template <typename Work>
+void SampleConnection::Change(Work work)
+{
+    AcquireSRWLockExclusive(&m_Lock);
+    work();
+    ReleaseSRWLockExclusive(&m_Lock);
+    WakeConditionVariable(&m_Changed);
+}
+
 void SampleConnection::Close()
 {
-    if (IsRecording())
+    if (m_hWriter != nullptr)
     {
-        AcquireSRWLockExclusive(&m_Lock);
-        m_bClosing = true;
-        ReleaseSRWLockExclusive(&m_Lock);
-        WakeConditionVariable(&m_Changed);
+        Change([this] { m_bClosing = true; });
         WaitForSingleObject(m_hWriter, INFINITE);
         CloseHandle(m_hWriter);
     }
+    wchar_t text[128];
+    _snwprintf(text, 128, L"TessloClientDllSample: dropped %u frames of source %u, for which the writer was too slow\n",
+        m_Dropped, m_Source);
+    if (m_Dropped != 0)
+        OutputDebugStringW(text);
     delete this;
 }
 
+// The slot behind the queued ones is the worker's until it is counted: nobody else adds.
 void SampleConnection::Update(const TessloVirtualMonitorFrame& frame)
 {
     const UINT64 number = SampleCountersAdd(m_Source, &TessloSampleCounters::Received);
-    if (!IsRecording())
+    if (m_hWriter == nullptr)
         return;
-    Slot* pSlot = FreeSlot();
+    AcquireSRWLockExclusive(&m_Lock);
+    Slot* pSlot = m_Count < TESSLO_SAMPLE_QUEUE ? &m_Slots[(m_First + m_Count) % TESSLO_SAMPLE_QUEUE] : nullptr;
+    ReleaseSRWLockExclusive(&m_Lock);
     if (pSlot == nullptr)
+    {
+        ++m_Dropped;
         SampleCountersAdd(m_Source, &TessloSampleCounters::Dropped);
+    }
     else if (const DWORD error = Fill(pSlot, frame, number); error != ERROR_SUCCESS)
         SampleCountersFail(m_Source, number, error);
     else
-        Queue();
-}
-
-// The slot behind the queued ones is the driver's worker's until Queue hands it over: nobody else adds.
-SampleConnection::Slot* SampleConnection::FreeSlot()
-{
-    AcquireSRWLockExclusive(&m_Lock);
-    Slot* pSlot = m_Count < kQueueLength ? &m_Slots[(m_First + m_Count) % kQueueLength] : nullptr;
-    ReleaseSRWLockExclusive(&m_Lock);
-    return pSlot;
-}
-
-void SampleConnection::Queue()
-{
-    AcquireSRWLockExclusive(&m_Lock);
-    ++m_Count;
-    ReleaseSRWLockExclusive(&m_Lock);
-    WakeConditionVariable(&m_Changed);
+        Change([this] { ++m_Count; });
 }
 
 DWORD SampleConnection::Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame, UINT64 number)
@@ -99,44 +109,18 @@ DWORD SampleConnection::Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame
     return ERROR_SUCCESS;
 }
 
-bool SampleConnection::StartWriter()
-{
-    m_hWriter = CreateThread(nullptr, 0, WriterThread, this, 0, nullptr);
-    return m_hWriter != nullptr;
-}
-
-DWORD WINAPI SampleConnection::WriterThread(LPVOID pParameter)
-{
-    static_cast<SampleConnection*>(pParameter)->Write();
-    return 0;
-}
-
-void SampleConnection::Write()
-{
-    while (Slot* pSlot = NextSlot())
-    {
-        WriteSlot(pSlot);
-        Release();
-    }
-}
-
-// Waits for a queued frame. Null when the connection closes and everything queued is written.
-SampleConnection::Slot* SampleConnection::NextSlot()
+// Gives the slot back that was written, and waits for a queued frame. Null when the connection closes and everything
+// queued is written.
+SampleConnection::Slot* SampleConnection::NextSlot(bool bLastIsWritten)
 {
     AcquireSRWLockExclusive(&m_Lock);
+    m_First = (m_First + bLastIsWritten) % TESSLO_SAMPLE_QUEUE;
+    m_Count -= bLastIsWritten;
     while (m_Count == 0 && !m_bClosing)
         SleepConditionVariableSRW(&m_Changed, &m_Lock, INFINITE, 0);
     Slot* pSlot = m_Count != 0 ? &m_Slots[m_First] : nullptr;
     ReleaseSRWLockExclusive(&m_Lock);
     return pSlot;
-}
-
-void SampleConnection::Release()
-{
-    AcquireSRWLockExclusive(&m_Lock);
-    m_First = (m_First + 1) % kQueueLength;
-    --m_Count;
-    ReleaseSRWLockExclusive(&m_Lock);
 }
 
 // Every frame is tried, also after a failure: a disk that was full may have room again.
@@ -151,18 +135,12 @@ void SampleConnection::WriteSlot(Slot* pSlot)
         SampleCountersAdd(m_Source, &TessloSampleCounters::Recorded);
         return;
     }
-    ReportOnce(path, error);
-    SampleCountersFail(m_Source, pSlot->m_Number, error);
-}
-
-void SampleConnection::ReportOnce(const wchar_t* pPath, DWORD error)
-{
-    if (m_bReported)
-        return;
-    m_bReported = true;
     wchar_t text[MAX_PATH + 256];
     _snwprintf(text, MAX_PATH + 256,
-        L"TessloClientDllSample: cannot write %ls (error %lu); further failures of source %u are only counted\n", pPath,
+        L"TessloClientDllSample: cannot write %ls (error %lu); further failures of source %u are only counted\n", path,
         error, m_Source);
-    OutputDebugStringW(text);
+    if (!m_bReported)
+        OutputDebugStringW(text);
+    m_bReported = true;
+    SampleCountersFail(m_Source, pSlot->m_Number, error);
 }

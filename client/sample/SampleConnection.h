@@ -12,16 +12,12 @@ class SampleConnection
 public:
     /// Starts counting, and recording if a folder is named. Null if memory or a thread is not to be had.
     static SampleConnection* Open(UINT source);
-
     /// Takes one frame. Costs the copy of its pixels.
     void Update(const TessloVirtualMonitorFrame& frame);
-
     /// Writes what is queued, ends the writer and frees the object.
     void Close();
 
 private:
-    static constexpr UINT kQueueLength = TESSLO_SAMPLE_QUEUE;
-
     /// One frame of the queue. Its memory is kept for the next frame that fits.
     struct Slot
     {
@@ -35,29 +31,24 @@ private:
     explicit SampleConnection(UINT source) : m_Source(source) {}
     ~SampleConnection();
 
-    bool StartWriter();
-    bool IsRecording() const { return m_hWriter != nullptr; }
-    Slot* FreeSlot();
-    void Queue();
+    /// Works under the lock and wakes the writer.
+    template <typename Work>
+    void Change(Work work);
     /// @return ERROR_SUCCESS or why there is no copy.
     static DWORD Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame, UINT64 number);
-
-    static DWORD WINAPI WriterThread(LPVOID pParameter);
-    void Write();
-    Slot* NextSlot();
-    void Release();
+    Slot* NextSlot(bool bLastIsWritten);
     void WriteSlot(Slot* pSlot);
-    void ReportOnce(const wchar_t* pPath, DWORD error);
 
     const UINT m_Source;
     wchar_t m_Folder[MAX_PATH] = {};
     HANDLE m_hWriter = nullptr;  ///< null while frames are only counted
     bool m_bReported = false;    ///< writer's own: a failure was told
+    UINT m_Dropped = 0;          ///< worker's own: frames
 
     SRWLOCK m_Lock = SRWLOCK_INIT;  ///< guards the three below; a slot's content belongs to one thread at a time
     CONDITION_VARIABLE m_Changed = CONDITION_VARIABLE_INIT;
     UINT m_First = 0;  ///< slot that is written next
     UINT m_Count = 0;  ///< slots that are queued
     bool m_bClosing = false;
-    Slot m_Slots[kQueueLength] = {};
+    Slot m_Slots[TESSLO_SAMPLE_QUEUE] = {};
 };

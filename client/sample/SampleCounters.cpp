@@ -39,14 +39,6 @@ bool Wait(UINT source, UINT64 (*pCount)(const TessloSampleCounters&), UINT64 cou
 
 }  // namespace
 
-TessloSampleCounters SampleCountersGet(UINT source)
-{
-    AcquireSRWLockShared(&g_Lock);
-    TessloSampleCounters counters = g_Counters[source];
-    ReleaseSRWLockShared(&g_Lock);
-    return counters;
-}
-
 UINT64 SampleCountersAdd(UINT source, UINT64 TessloSampleCounters::* pCounter)
 {
     AcquireSRWLockExclusive(&g_Lock);
@@ -65,22 +57,34 @@ void SampleCountersFail(UINT source, UINT64 number, DWORD error)
     WakeAllConditionVariable(&g_Changed);
 }
 
-bool SampleCountersGetFailure(UINT source, TessloSampleFailure* pFailure)
+extern "C" BOOLEAN TessloSampleGetCounters(UINT VidPnSourceId, TessloSampleCounters* pCounters)
 {
+    if (pCounters == nullptr || VidPnSourceId >= TESSLO_SAMPLE_SOURCES)
+        return FALSE;
     AcquireSRWLockShared(&g_Lock);
-    const bool bFailed = g_Counters[source].Failed != 0;
+    *pCounters = g_Counters[VidPnSourceId];
+    ReleaseSRWLockShared(&g_Lock);
+    return TRUE;
+}
+
+extern "C" BOOLEAN TessloSampleGetFailure(UINT VidPnSourceId, TessloSampleFailure* pFailure)
+{
+    if (pFailure == nullptr || VidPnSourceId >= TESSLO_SAMPLE_SOURCES)
+        return FALSE;
+    AcquireSRWLockShared(&g_Lock);
+    const bool bFailed = g_Counters[VidPnSourceId].Failed != 0;
     if (bFailed)
-        *pFailure = g_Failures[source];
+        *pFailure = g_Failures[VidPnSourceId];
     ReleaseSRWLockShared(&g_Lock);
     return bFailed;
 }
 
-bool SampleCountersWaitRecorded(UINT source, UINT64 settled, DWORD milliseconds)
+extern "C" BOOLEAN TessloSampleWaitReceived(UINT VidPnSourceId, UINT64 received, DWORD milliseconds)
 {
-    return Wait(source, Settled, settled, milliseconds);
+    return VidPnSourceId < TESSLO_SAMPLE_SOURCES && Wait(VidPnSourceId, Received, received, milliseconds);
 }
 
-bool SampleCountersWaitReceived(UINT source, UINT64 received, DWORD milliseconds)
+extern "C" BOOLEAN TessloSampleWaitRecorded(UINT VidPnSourceId, UINT64 settled, DWORD milliseconds)
 {
-    return Wait(source, Received, received, milliseconds);
+    return VidPnSourceId < TESSLO_SAMPLE_SOURCES && Wait(VidPnSourceId, Settled, settled, milliseconds);
 }

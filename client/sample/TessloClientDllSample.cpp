@@ -1,33 +1,28 @@
-// The sample client library: counts the frames of every virtual monitor and, if the environment variable
-// TESSLO_RECORD_DIR names a folder, records them there as pictures.
+// The sample client library, meant to be copied: counts the frames of every virtual monitor and, if the environment
+// variable TESSLO_RECORD_DIR names a folder, records them there as pictures. It loses what its disk is too slow for,
+// and the alpha of each pixel; it counts and tells what it loses.
 //
-// It is meant to be copied. The exports below are all that the driver knows of a client library; put your transport
-// in the place of SampleConnection. Three rules keep the driver, and the application it runs in, well:
+// The exports below are all that the driver knows of a client library; put your transport in the place of
+// SampleConnection. SampleCounters is there for who asks what became of the frames; yours need not have it.
+// Three rules keep the driver, and the application it runs in, well:
 //   - Update copies the pixels and returns. What takes time (compressing, sending, writing) is another thread's.
 //   - Unplug ends that thread. The library is freed inside the loader lock, where nothing may wait for a thread, so
 //     none may be left running after the last Unplug.
 //   - No exception leaves an export. This library is built without them.
 #include "SampleConnection.h"
-#include "SampleCounters.h"
 
-#include <tesslo/client.h>
-#include <tesslo/sample_client.h>
-
+#ifdef __GLIBCXX__
 namespace __gnu_cxx
 {
 /// The C++ library's own: frees the memory that it has set aside on attach for exceptions thrown while memory is short.
 void __freeres();
 }  // namespace __gnu_cxx
+#endif
 
-namespace
-{
-
-SampleConnection* ToConnection(void** ppConnection)
+static SampleConnection* ToConnection(void** ppConnection)
 {
     return ppConnection != nullptr ? static_cast<SampleConnection*>(*ppConnection) : nullptr;
 }
-
-}  // namespace
 
 extern "C" BOOLEAN TessloVirtualMonitorPlug(void** ppConnection, UINT VidPnSourceId)
 {
@@ -56,30 +51,7 @@ extern "C" BOOLEAN TessloVirtualMonitorUnplug(void** ppConnection, UINT)
     return TRUE;
 }
 
-extern "C" BOOLEAN TessloSampleGetCounters(UINT VidPnSourceId, TessloSampleCounters* pCounters)
-{
-    if (pCounters == nullptr || VidPnSourceId >= TESSLO_SAMPLE_SOURCES)
-        return FALSE;
-    *pCounters = SampleCountersGet(VidPnSourceId);
-    return TRUE;
-}
-
-extern "C" BOOLEAN TessloSampleGetFailure(UINT VidPnSourceId, TessloSampleFailure* pFailure)
-{
-    return pFailure != nullptr && VidPnSourceId < TESSLO_SAMPLE_SOURCES &&
-           SampleCountersGetFailure(VidPnSourceId, pFailure);
-}
-
-extern "C" BOOLEAN TessloSampleWaitReceived(UINT VidPnSourceId, UINT64 received, DWORD milliseconds)
-{
-    return VidPnSourceId < TESSLO_SAMPLE_SOURCES && SampleCountersWaitReceived(VidPnSourceId, received, milliseconds);
-}
-
-extern "C" BOOLEAN TessloSampleWaitRecorded(UINT VidPnSourceId, UINT64 settled, DWORD milliseconds)
-{
-    return VidPnSourceId < TESSLO_SAMPLE_SOURCES && SampleCountersWaitRecorded(VidPnSourceId, settled, milliseconds);
-}
-
+#ifdef __GLIBCXX__
 extern "C" BOOL APIENTRY DllMain(HINSTANCE, DWORD reason, LPVOID pProcessEnds)
 {
     // A process that loads and frees the library again and again would lose a block a time.
@@ -87,3 +59,4 @@ extern "C" BOOL APIENTRY DllMain(HINSTANCE, DWORD reason, LPVOID pProcessEnds)
         __gnu_cxx::__freeres();
     return TRUE;
 }
+#endif

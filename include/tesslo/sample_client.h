@@ -5,7 +5,7 @@
 #ifndef TESSLO_SAMPLE_CLIENT_H
 #define TESSLO_SAMPLE_CLIENT_H
 
-#include <windows.h>
+#include "client.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -44,10 +44,12 @@ typedef struct TessloSampleFailure
 
 /** @return false for a null pointer or a source that the sample does not serve. Any thread. */
 typedef BOOLEAN (*TessloSampleGetCountersFunction)(UINT VidPnSourceId, TessloSampleCounters* pCounters);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloSampleGetCounters(UINT VidPnSourceId, TessloSampleCounters* pCounters);
 
 /** @return false for a null pointer, a source that the sample does not serve, or one that has no failure. Any thread.
  */
 typedef BOOLEAN (*TessloSampleGetFailureFunction)(UINT VidPnSourceId, TessloSampleFailure* pFailure);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloSampleGetFailure(UINT VidPnSourceId, TessloSampleFailure* pFailure);
 
 /**
  * Waits until the source has received that many frames. Any thread but the driver's own.
@@ -55,6 +57,7 @@ typedef BOOLEAN (*TessloSampleGetFailureFunction)(UINT VidPnSourceId, TessloSamp
  * @return false if the time ran out before, or for a source that the sample does not serve.
  */
 typedef BOOLEAN (*TessloSampleWaitReceivedFunction)(UINT VidPnSourceId, UINT64 received, DWORD milliseconds);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloSampleWaitReceived(UINT VidPnSourceId, UINT64 received, DWORD milliseconds);
 
 /**
  * Waits until so many of the source's frames are recorded, dropped or failed. Any thread but the driver's own.
@@ -62,6 +65,7 @@ typedef BOOLEAN (*TessloSampleWaitReceivedFunction)(UINT VidPnSourceId, UINT64 r
  * @return false if the time ran out before, or for a source that the sample does not serve.
  */
 typedef BOOLEAN (*TessloSampleWaitRecordedFunction)(UINT VidPnSourceId, UINT64 settled, DWORD milliseconds);
+TESSLO_CLIENT_EXPORT BOOLEAN TessloSampleWaitRecorded(UINT VidPnSourceId, UINT64 settled, DWORD milliseconds);
 
 #ifdef __cplusplus
 }

@@ -69,6 +69,13 @@ protected:
         return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(m_Folder.Path()), {}));
     }
 
+    /// What was written to the trace file of this name.
+    std::string Lines() const
+    {
+        std::ifstream file(m_Folder.Path() / "lines");
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
     HostImage Recorded(UINT source, UINT frame) const
     {
         return ReadPng(m_Folder.Path() / Text("source%u-frame%06u.png", source, frame));
@@ -182,8 +189,7 @@ TEST_F(SampleClientTest, Recording_FolderMissing_OneLineAndFailuresCounted)
     trace.reset();
     EXPECT_EQ(m_Client.Counters(1).Failed, 3u);
     EXPECT_EQ(m_Client.Counters(1).Recorded, 0u);
-    std::ifstream file(m_Folder.Path() / "lines");
-    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const std::string text = Lines();
     EXPECT_TRUE(text.starts_with("TessloClientDllSample: cannot write ")) << text;
     EXPECT_TRUE(text.ends_with("nowhere\\source1-frame000000.png (error 3); further failures of source 1 are only "
                                "counted\n"))
@@ -242,8 +248,11 @@ TEST_F(SampleClientTest, Recording_WriterStuck_UpdateDoesNotWaitAndDropsAreCount
     EXPECT_EQ(m_Client.Counters(0).Received, 12u);
     EXPECT_EQ(m_Client.Counters(0).Dropped, 4u);
     EXPECT_EQ(m_Client.Counters(0).Recorded, 0u);
+    std::optional<HostTraceFile> trace(std::in_place, (m_Folder.Path() / "lines").wstring());
     disk.Open();
     connection.Close();
+    trace.reset();
+    EXPECT_EQ(Lines(), "TessloClientDllSample: dropped 4 frames of source 0, for which the writer was too slow\n");
     EXPECT_EQ(m_Client.Counters(0).Recorded, 8u);
     EXPECT_TRUE(SamePixels(Recorded(0, 7), Pattern(8, 8, 7)));
     EXPECT_FALSE(std::filesystem::exists(m_Folder.Path() / "source0-frame000008.png"));

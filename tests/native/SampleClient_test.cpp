@@ -1,7 +1,6 @@
 // The sample client library's exports as two worker threads of the driver call them, with the pictures that it writes.
-#include "SampleCounters.h"
-
 #include "PictureFolder.h"
+#include "SampleCounts.h"
 #include "exact_memory.h"
 
 #include <tesslo/client.h>
@@ -10,12 +9,6 @@
 
 #include <cstdlib>
 #include <thread>
-
-extern "C" {
-BOOLEAN TessloVirtualMonitorPlug(void** ppConnection, UINT VidPnSourceId);
-BOOLEAN TessloVirtualMonitorUpdate(void** ppConnection, const TessloVirtualMonitorFrame* pFrame);
-BOOLEAN TessloVirtualMonitorUnplug(void** ppConnection, UINT VidPnSourceId);
-}
 
 namespace
 {
@@ -95,16 +88,16 @@ TEST_F(SampleClientTest, TwoSources_OnThreadsOfTheirOwn_EveryFrameIsAPicture)
 
     ExpectPictures(3, first);
     ExpectPictures(4, second);
-    EXPECT_EQ(SampleCountersGet(3).Recorded, kFrames);
-    EXPECT_EQ(SampleCountersGet(4).Recorded, kFrames);
+    EXPECT_EQ(SampleCounts(3).Recorded, kFrames);
+    EXPECT_EQ(SampleCounts(4).Recorded, kFrames);
 }
 
 TEST_F(SampleClientTest, FolderIsGone_FramesAreCountedAsFailed)
 {
     m_Folder.Remove();
     Deliver(5, {8, 8, 32});
-    EXPECT_EQ(SampleCountersGet(5).Received, kFrames);
-    EXPECT_EQ(SampleCountersGet(5).Failed, kFrames);
+    EXPECT_EQ(SampleCounts(5).Received, kFrames);
+    EXPECT_EQ(SampleCounts(5).Failed, kFrames);
 }
 
 TEST_F(SampleClientTest, PitchSmallerThanARow_IsNotRead)
@@ -115,5 +108,5 @@ TEST_F(SampleClientTest, PitchSmallerThanARow_IsNotRead)
     ASSERT_TRUE(TessloVirtualMonitorPlug(&pSlot, 6));
     EXPECT_TRUE(TessloVirtualMonitorUpdate(&pSlot, &record));
     EXPECT_TRUE(TessloVirtualMonitorUnplug(&pSlot, 6));
-    EXPECT_EQ(SampleCountersGet(6).Failed, 1u);
+    EXPECT_EQ(SampleCounts(6).Failed, 1u);
 }

@@ -1,5 +1,7 @@
 #include "SampleCounters.h"
 
+#include "SampleCounts.h"
+
 #include <gtest/gtest.h>
 
 #include <latch>
@@ -23,9 +25,9 @@ TEST(SampleCounters, Add_OnSeveralThreads_CountsEachOnce)
     }
     for (std::thread& thread : threads)
         thread.join();
-    EXPECT_EQ(SampleCountersGet(0).Received, UINT64{kThreads} * kEach);
+    EXPECT_EQ(SampleCounts(0).Received, UINT64{kThreads} * kEach);
     EXPECT_EQ(SampleCountersAdd(0, &TessloSampleCounters::Received), UINT64{kThreads} * kEach);
-    EXPECT_EQ(SampleCountersGet(0).Dropped, 0u);
+    EXPECT_EQ(SampleCounts(0).Dropped, 0u);
 }
 
 // Two threads that answer each other: one wake that is lost, and both wait until the case's time is over.
@@ -36,28 +38,28 @@ TEST(SampleCounters, WaitReceived_AnotherThreadCounts_EndsWithTheFrame)
     std::thread other([] {
         for (UINT round = 1; round <= kRounds; ++round)
         {
-            SampleCountersWaitReceived(kLast, round, kHour);
+            TessloSampleWaitReceived(kLast, round, kHour);
             SampleCountersAdd(kLast - 1, &TessloSampleCounters::Received);
         }
     });
     for (UINT round = 1; round <= kRounds; ++round)
     {
         SampleCountersAdd(kLast, &TessloSampleCounters::Received);
-        EXPECT_TRUE(SampleCountersWaitReceived(kLast - 1, round, kHour));
+        EXPECT_TRUE(TessloSampleWaitReceived(kLast - 1, round, kHour));
     }
     other.join();
-    EXPECT_EQ(SampleCountersGet(kLast - 1).Received, kRounds);
+    EXPECT_EQ(SampleCounts(kLast - 1).Received, kRounds);
 }
 
 TEST(SampleCounters, Fail_SeveralTimes_KeepsTheFirst)
 {
     TessloSampleFailure none = {};
-    EXPECT_FALSE(SampleCountersGetFailure(2, &none));
+    EXPECT_FALSE(TessloSampleGetFailure(2, &none));
     SampleCountersFail(2, 7, ERROR_DISK_FULL);
     SampleCountersFail(2, 3, ERROR_PATH_NOT_FOUND);
-    EXPECT_EQ(SampleCountersGet(2).Failed, 2u);
+    EXPECT_EQ(SampleCounts(2).Failed, 2u);
     TessloSampleFailure failure = {};
-    EXPECT_TRUE(SampleCountersGetFailure(2, &failure));
+    EXPECT_TRUE(TessloSampleGetFailure(2, &failure));
     EXPECT_EQ(failure.Frame, 7u);
     EXPECT_EQ(failure.Error, ERROR_DISK_FULL);
 }
@@ -65,16 +67,16 @@ TEST(SampleCounters, Fail_SeveralTimes_KeepsTheFirst)
 TEST(SampleCounters, WaitRecorded_RecordedDroppedAndFailed_AllCount)
 {
     SampleCountersAdd(3, &TessloSampleCounters::Received);
-    EXPECT_FALSE(SampleCountersWaitRecorded(3, 1, 20));
+    EXPECT_FALSE(TessloSampleWaitRecorded(3, 1, 20));
     SampleCountersAdd(3, &TessloSampleCounters::Recorded);
     SampleCountersAdd(3, &TessloSampleCounters::Dropped);
     SampleCountersFail(3, 0, ERROR_DISK_FULL);
-    EXPECT_TRUE(SampleCountersWaitRecorded(3, 3, 0));
-    EXPECT_FALSE(SampleCountersWaitRecorded(3, 4, 20));
+    EXPECT_TRUE(TessloSampleWaitRecorded(3, 3, 0));
+    EXPECT_FALSE(TessloSampleWaitRecorded(3, 4, 20));
 }
 
 TEST(SampleCounters, WaitReceived_NothingCounts_TimeRunsOut)
 {
-    EXPECT_FALSE(SampleCountersWaitReceived(1, 1, 20));
-    EXPECT_TRUE(SampleCountersWaitReceived(1, 0, 0));
+    EXPECT_FALSE(TessloSampleWaitReceived(1, 1, 20));
+    EXPECT_TRUE(TessloSampleWaitReceived(1, 0, 0));
 }
