@@ -1,9 +1,9 @@
 // The built client library for web browsers, loaded and called as the driver does: what it leaves behind, and what it
 // says to calls that make no sense. What it serves is tested from outside, in tests/browser.
 #include "ClientDll.h"
-#include "HeapUse.h"
 #include "ImportPatch.h"
 #include "Waiting.h"
+#include "tools/process/HeapUse.h"
 #include "tools/process/ResourceCounts.h"
 
 #include <tesslo/browser_client.h>

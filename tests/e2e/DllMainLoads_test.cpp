@@ -1,6 +1,6 @@
 // What a process that loads and unloads the driver again and again keeps of it.
-#include "HeapUse.h"
 #include "RegistryOverride.h"
+#include "tools/process/HeapUse.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // The sample client library, called as the driver calls it.
 #include "Gate.h"
-#include "HeapUse.h"
 #include "ImportPatch.h"
 #include "PngImage.h"
 #include "SamePixels.h"
 #include "SampleClient.h"
 #include "TemporaryFolder.h"
 #include "TraceText.h"
+#include "tools/process/HeapUse.h"
 
 #include <algorithm>
 #include <fstream>

@@ -37,13 +37,14 @@ void Explain(FILE* pStream, const EXCEPTION_RECORD& record)
     const char* pStep = CheckStep::Current();
     std::fprintf(pStream, " in %s", pStep ? pStep : "a thread of the library's own");
     const DWORD code = record.ExceptionCode;
+    std::string meaning;
+    if (code == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters >= 2)
+        meaning = CheckPages::MeaningOf(reinterpret_cast<const void*>(record.ExceptionInformation[1]));
     if (code == kExceptionOfGcc || code == kExceptionOfMsvc)
         std::fprintf(pStream, ": an exception of C++ has left the export");
-    if (code != EXCEPTION_ACCESS_VIOLATION || record.NumberParameters < 2)
-        return;
-    const std::string meaning = CheckPages::MeaningOf(reinterpret_cast<const void*>(record.ExceptionInformation[1]));
-    if (!meaning.empty())
+    else if (!meaning.empty())
         std::fprintf(pStream, ": it %s %s", record.ExceptionInformation[0] == 0 ? "reads" : "writes", meaning.c_str());
+    std::fprintf(pStream, ";");
 }
 
 /// Ends a child in which no step begins or ends for a while.
@@ -124,6 +125,7 @@ std::string HungText(const std::string& step, double seconds)
 
 void CheckRunChild(const CheckRow& row, const CheckOptions& options)
 {
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);  // nobody sees a dialog
     FILE* pStream = TakeOutput();
     ChildReportCrashes(pStream, Explain);
     auto* pBoard = static_cast<CheckBoard*>(ChildMemory::View(options.m_hBoard, sizeof(CheckBoard)));

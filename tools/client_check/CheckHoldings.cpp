@@ -1,5 +1,8 @@
 #include "tools/client_check/CheckHoldings.h"
 
+#include "tools/process/HeapUse.h"
+#include "tools/process/ResourceCounts.h"
+
 #include <cstdio>
 
 /// How much of it may come in a thousand connections without anybody's fault.
@@ -22,32 +25,6 @@ const CheckHoldings::Quantity CheckHoldings::kQuantities[] = {
 namespace
 {
 
-struct Use
-{
-    double m_Blocks = 0, m_Bytes = 0;
-};
-
-Use UseOfHeaps()
-{
-    std::vector<HANDLE> heaps(256);
-    heaps.resize(std::min<size_t>(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()), heaps.size()));
-    Use use;
-    for (const HANDLE hHeap : heaps)
-    {
-        PROCESS_HEAP_ENTRY entry = {};
-        HeapLock(hHeap);
-        while (HeapWalk(hHeap, &entry))
-        {
-            if (!(entry.wFlags & PROCESS_HEAP_ENTRY_BUSY))
-                continue;
-            ++use.m_Blocks;
-            use.m_Bytes += entry.cbData;
-        }
-        HeapUnlock(hHeap);
-    }
-    return use;
-}
-
 double PrivateBytes()
 {
     double bytes = 0;
@@ -64,12 +41,12 @@ double PrivateBytes()
 CheckHoldings CheckHoldings::Now()
 {
     const ResourceCounts counts = ResourceCounts::Now();
-    const Use heaps = UseOfHeaps();
+    const HeapUse heaps = HeapUse::OfAll();
     CheckHoldings now;
     now.m_Handles = counts.m_Handles;
     now.m_Threads = counts.m_Threads;
-    now.m_HeapBlocks = heaps.m_Blocks;
-    now.m_HeapBytes = heaps.m_Bytes;
+    now.m_HeapBlocks = static_cast<double>(heaps.m_Blocks);
+    now.m_HeapBytes = static_cast<double>(heaps.m_Bytes);
     now.m_PageBytes = PrivateBytes();
     return now;
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "tools/client_check/CheckRun.h"
-#include "tools/process/ResourceCounts.h"
 
 #include <string>
 #include <vector>

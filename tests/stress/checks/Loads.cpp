@@ -2,10 +2,10 @@
 
 #include "DriverDll.h"
 #include "FakeFactory.h"
-#include "HeapUse.h"
 #include "RegistryOverride.h"
 #include "StressRun.h"
 #include "TestClient.h"
+#include "tools/process/HeapUse.h"
 
 #include <algorithm>
 #include <string>
