@@ -19,6 +19,9 @@ public:
     RegistryOverride(const RegistryOverride&) = delete;
     RegistryOverride& operator=(const RegistryOverride&) = delete;
 
+    /// Where this process's HKEY_LOCAL_MACHINE really is, for programs that it starts: a path below HKEY_CURRENT_USER.
+    const std::wstring& Path() const { return m_Path; }
+
     /// The driver's trace level mask, read when its DLL is loaded.
     void SetTraceMask(DWORD mask);
     /// The client library's file name or path, read when the driver's DLL is loaded.
