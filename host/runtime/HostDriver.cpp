@@ -20,7 +20,9 @@ HostDriver::HostDriver(const HostDriverSettings& settings)
     m_hClientLibrary = GetModuleHandleW(clientLibrary.c_str());
     m_pOpenAdapter =
         reinterpret_cast<HostOpenAdapterFunction>(reinterpret_cast<void*>(GetProcAddress(m_hModule, "OpenAdapter")));
-    if (m_pOpenAdapter != nullptr && (m_hClientLibrary != nullptr || !settings.m_ClientLibrary))
+    const bool bMissing =
+        settings.m_bNeedsClientLibrary && settings.m_ClientLibrary.has_value() && m_hClientLibrary == nullptr;
+    if (m_pOpenAdapter != nullptr && !bMissing)
         return;
     FreeLibrary(m_hModule);
     if (m_pOpenAdapter == nullptr)

@@ -14,6 +14,7 @@ struct HostDriverSettings
     std::wstring m_Path;                          ///< of the driver; a bare name is looked for beside the program
     std::optional<std::wstring> m_ClientLibrary;  ///< without one the driver takes its default
     DWORD m_TraceMask = 0;                        ///< UMDTRACE_ bits
+    bool m_bNeedsClientLibrary = true;            ///< false: one that was named and is not there is no error
 };
 
 class HostDriver

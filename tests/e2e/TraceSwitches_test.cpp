@@ -102,6 +102,7 @@ TEST_F(TraceSwitchesTest, LogFile_All_IsWhatTheDriverThenPrints)
 TEST_F(TraceSwitchesTest, LogFile_Off_TakesTheValueAwayAndTheDriverIsSilent)
 {
     Import("trace-failures.reg");
+    ASSERT_EQ(Mask(), 0x801u);
     Import("trace-off.reg");
     EXPECT_EQ(Mask(), std::nullopt);
     EXPECT_EQ(Attach(), Lines{});
