@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 #include <CLI/CLI.hpp>
 
@@ -84,6 +85,7 @@ struct Texts
     std::string m_Mask = "0";
     std::string m_Client = "TessloClientDllSample.dll";
     std::string m_Driver = "TessloWddmUmode.dll";
+    std::optional<std::string> m_Report;
 };
 
 std::vector<HostSource> MakeSources(const Texts& texts)
@@ -151,6 +153,9 @@ void AddOptions(CLI::App& app, Texts& texts, bool& bEveryFrame)
         ->type_name("DLL");
     app.add_option("--driver", texts.m_Driver, "The driver (" + texts.m_Driver + ", beside this program)")
         ->type_name("DLL");
+    app.add_option("--report", texts.m_Report,
+           "Show nothing; write a report of this machine for those who help: versions, registry, adapters, log")
+        ->type_name("FILE");
 }
 
 void Parse(CLI::App& app, std::vector<std::string> arguments)
@@ -170,6 +175,18 @@ void Parse(CLI::App& app, std::vector<std::string> arguments)
     }
 }
 
+// A report shows nothing: what says how to show would go unheard.
+void CheckReport(const CLI::App& app, const Texts& texts)
+{
+    if (!texts.m_Report)
+        return;
+    if (texts.m_Report->empty())
+        throw HostError("--report needs the name of a file");
+    for (const CLI::Option* pOption : app.get_options())
+        if (pOption->count() != 0 && pOption->get_name() != "--report" && pOption->get_name() != "--driver")
+            throw HostError("--report shows nothing: leave " + pOption->get_name() + " out");
+}
+
 }  // namespace
 
 const char* HostSceneName(HostSceneKind kind)
@@ -187,6 +204,7 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
     HostOptions options;
     AddOptions(app, texts, options.m_bEveryFrame);
     Parse(app, std::move(arguments));
+    CheckReport(app, texts);
     options.m_Sources = MakeSources(texts);
     options.m_Frames = ParseCount("--frames", texts.m_Frames, 1'000'000);
     options.m_FramesPerSecond = ParseCount("--fps", texts.m_FramesPerSecond, 1000);
@@ -195,6 +213,7 @@ HostOptions HostParseOptions(std::vector<std::string> arguments)
     options.m_Driver.m_Path = HostWide(texts.m_Driver);
     options.m_Driver.m_ClientLibrary = HostWide(texts.m_Client);
     options.m_Output = HostWide(texts.m_Output);
+    options.m_Report = HostWide(texts.m_Report.value_or(""));
     if (options.m_Driver.m_TraceMask != 0 && texts.m_Output.empty())
         throw HostError("--trace needs --out: the trace is written there");
     return options;

@@ -38,6 +38,7 @@ struct HostOptions
     UINT m_ChangeEvery = 0;      ///< frames from one change of a source's rotation and mode to the next; 0: none
     std::wstring m_Output;       ///< empty: count only
     bool m_bEveryFrame = false;
+    std::wstring m_Report;  ///< where a report about this machine goes, and nothing is shown; empty: none
 
     /// Whether the sample client library shall write pictures. Those of a run without end would fill the disk.
     bool Records() const { return !m_Output.empty() && m_Frames != 0; }

@@ -1,5 +1,6 @@
 #include "host/program/HostProgram.h"
 #include "host/runtime/HostText.h"
+#include "host/support/HostSupportReport.h"
 
 #include <cstdio>
 #include <sstream>
@@ -16,6 +17,12 @@ int Fail(const std::exception& error, int code)
     for (std::string line; std::getline(lines, line);)
         std::fprintf(stderr, "tesslo_host: %s\n", line.c_str());
     return code;
+}
+
+void WriteReport(const HostOptions& options)
+{
+    HostWriteSupportReport(options.m_Report, options.m_Driver.m_Path);
+    std::printf("The report is in %s. Read it before you send it.\n", HostUtf8(options.m_Report).c_str());
 }
 
 // Options are read before anything is touched: a script can tell a wrong one from a failure.
@@ -35,7 +42,10 @@ int Run(std::vector<std::string> arguments)
     {
         return Fail(error, kWrongOption);
     }
-    HostRunProgram(options);
+    if (options.m_Report.empty())
+        HostRunProgram(options);
+    else
+        WriteReport(options);
     return 0;
 }
 

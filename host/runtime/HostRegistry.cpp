@@ -8,11 +8,23 @@ namespace
 {
 
 constexpr wchar_t kServicePath[] = L"System\\CurrentControlSet\\Services\\TessloWddmKmode";
+constexpr wchar_t kMaskValue[] = L"DebugLevelUMD";
 constexpr wchar_t kClientPath[] = L"Software\\Zembrilo\\Tesslo";
 constexpr wchar_t kClientValue[] = L"DllNameInterface";
 constexpr size_t kClientNameMax = 127;
 
 std::atomic<unsigned> g_Number;
+
+// As the driver reads: whatever type it has, if it is not too long. But no key is made.
+bool Read(const wchar_t* pPath, const wchar_t* pName, void* pData, DWORD bytes)
+{
+    HKEY hKey = nullptr;
+    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, pPath, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
+        return false;
+    const LSTATUS error = RegQueryValueExW(hKey, pName, nullptr, nullptr, static_cast<BYTE*>(pData), &bytes);
+    RegCloseKey(hKey);
+    return error == ERROR_SUCCESS;
+}
 
 }  // namespace
 
@@ -38,7 +50,7 @@ HostRegistry::~HostRegistry()
 
 void HostRegistry::SetTraceMask(DWORD mask)
 {
-    SetValue(kServicePath, L"DebugLevelUMD", REG_DWORD, &mask, sizeof(mask));
+    SetValue(kServicePath, kMaskValue, REG_DWORD, &mask, sizeof(mask));
 }
 
 void HostRegistry::SetClientLibrary(const std::wstring& name)
@@ -61,4 +73,18 @@ void HostRegistry::SetValue(const wchar_t* pPath, const wchar_t* pName, DWORD ty
     const LSTATUS error = RegSetKeyValueW(m_hKey, pPath, pName, type, pData, static_cast<DWORD>(bytes));
     if (error != ERROR_SUCCESS)
         HostThrowSystemError("cannot set up the driver's registry values", static_cast<DWORD>(error));
+}
+
+std::optional<DWORD> HostMachineTraceMask()
+{
+    DWORD mask = 0;
+    return Read(kServicePath, kMaskValue, &mask, sizeof(mask)) ? std::optional(mask) : std::nullopt;
+}
+
+std::optional<std::wstring> HostMachineClientLibrary()
+{
+    wchar_t name[kClientNameMax + 2] = L"";  // one that is stored without its end has one here
+    return Read(kClientPath, kClientValue, name, (kClientNameMax + 1) * sizeof(wchar_t))
+               ? std::optional<std::wstring>(name)
+               : std::nullopt;
 }

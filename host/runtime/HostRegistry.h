@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 class HostRegistry
@@ -31,3 +32,7 @@ private:
     std::wstring m_Path;  ///< of the private key, under HKEY_CURRENT_USER
     HKEY m_hKey = nullptr;
 };
+
+/// What the driver would find in HKEY_LOCAL_MACHINE now, no value if it would take its default. Nothing is written.
+std::optional<DWORD> HostMachineTraceMask();
+std::optional<std::wstring> HostMachineClientLibrary();

@@ -48,6 +48,9 @@ const BadInput kBadInputs[] = {
     {"PaceTooFast", {"--fps", "1001"}, "--fps 1001: expected 0 to 1000"},
     {"ChangeOfWords", {"--change-every", "-5"}, "--change-every -5: expected 0 to 1000000"},
     {"TraceOfWords", {"--trace", "all", "--out", "x"}, "--trace all: expected a bit mask, for example 0x1 or 255"},
+    {"ReportWithoutName", {"--report", ""}, "--report needs the name of a file"},
+    {"ReportWithFrames", {"--report", "x.txt", "--frames", "3"}, "--report shows nothing: leave --frames out"},
+    {"FlagWithReport", {"--every-frame", "--report", "x.txt"}, "--report shows nothing: leave --every-frame out"},
     {"TraceWithoutFolder", {"--trace", "1"}, "--trace needs --out: the trace is written there"},
 };
 
@@ -82,6 +85,7 @@ TEST(HostOptions, Parse_Nothing_GivesTheDefaults)
     EXPECT_EQ(options.m_ChangeEvery, 0u);
     EXPECT_EQ(options.m_Output, L"");
     EXPECT_FALSE(options.m_bEveryFrame);
+    EXPECT_EQ(options.m_Report, L"");
     EXPECT_EQ(options.m_Driver.m_TraceMask, 0u);
     EXPECT_EQ(options.m_Driver.m_Path, L"TessloWddmUmode.dll");
     EXPECT_EQ(options.m_Driver.m_ClientLibrary, L"TessloClientDllSample.dll");
@@ -112,6 +116,13 @@ TEST(HostOptions, Parse_Everything_KeepsOrderAndText)
     EXPECT_EQ(options.m_Driver.m_Path, L"d.dll");
 }
 
+TEST(HostOptions, Parse_ReportOfADriver_KeepsBoth)
+{
+    const HostOptions options = HostParseOptions({"--report", "x.txt", "--driver", "d.dll"});
+    EXPECT_EQ(options.m_Report, L"x.txt");
+    EXPECT_EQ(options.m_Driver.m_Path, L"d.dll");
+}
+
 TEST(HostOptions, Parse_OneValueGivenTwice_TheLastWins)
 {
     EXPECT_EQ(HostParseOptions({"--frames", "5", "--frames", "9"}).m_Frames, 9u);
@@ -127,7 +138,7 @@ TEST(HostOptions, Parse_Help_NamesEveryOption)
     catch (const HostHelp& help)
     {
         for (const char* pOption : {"--source", "--rotation", "--scene", "--frames", "--fps", "--change-every",
-                 "--every-frame", "--out", "--trace", "--client", "--driver"})
+                 "--every-frame", "--out", "--trace", "--client", "--driver", "--report"})
             EXPECT_NE(std::string(help.what()).find(pOption), std::string::npos) << pOption;
     }
 }

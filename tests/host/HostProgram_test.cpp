@@ -111,6 +111,30 @@ TEST_F(HostProgramTest, OutputIsAFile_OneLineAndCode1)
     EXPECT_EQ(outcome.m_Errors.find('\n'), outcome.m_Errors.size() - 1) << outcome.m_Errors;
 }
 
+TEST_F(HostProgramTest, Report_OfThisMachine_IsWrittenWithAllItsParts)
+{
+    const std::filesystem::path path = m_Folder.Path() / "report.txt";
+    const Outcome outcome = Run(L"--report \"" + path.wstring() + L"\"");
+    EXPECT_EQ(outcome.m_Code, 0u);
+    EXPECT_EQ(outcome.m_Errors, "");
+    EXPECT_TRUE(outcome.m_Output.starts_with("The report is in ")) << outcome.m_Output;
+    const std::string text = ReadText(path);
+    size_t at = 0;
+    for (const char* pPart : {"Versions\n\n", "\nRegistry\n\n", "\nAdapters\n\n",
+             "\nthe driver draws on: ", "\nClient library\n\n", "\nLast trace\n\n"})
+        EXPECT_NE(at = text.find(pPart, at), std::string::npos) << pPart;
+}
+
+TEST_F(HostProgramTest, Report_CannotBeWritten_OneLineAndCode1)
+{
+    const Outcome outcome = Run(L"--report \"" + (m_Folder.Path() / "nosuch" / "report.txt").wstring() + L"\"");
+    EXPECT_EQ(outcome.m_Code, 1u);
+    EXPECT_EQ(outcome.m_Output, "");
+    EXPECT_TRUE(outcome.m_Errors.starts_with("tesslo_host: cannot write ")) << outcome.m_Errors;
+    EXPECT_TRUE(outcome.m_Errors.ends_with(" (3)\n")) << outcome.m_Errors;
+    EXPECT_EQ(std::count(outcome.m_Errors.begin(), outcome.m_Errors.end(), '\n'), 1);
+}
+
 TEST_F(HostProgramTest, TwoSourcesEveryFrame_AllDeliveredAndTold)
 {
     const std::filesystem::path folder = m_Folder.Path() / "pictures";

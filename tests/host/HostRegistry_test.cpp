@@ -73,3 +73,29 @@ TEST(HostRegistry, Destructor_PrivateKey_IsDeleted)
     RegCloseKey(hKey);
     EXPECT_EQ(keys, 0u);
 }
+
+TEST(HostRegistry, Machine_NothingThere_NoValuesAndNothingIsWritten)
+{
+    HostRegistry registry;
+    EXPECT_EQ(HostMachineTraceMask(), std::nullopt);
+    EXPECT_EQ(HostMachineClientLibrary(), std::nullopt);
+    HKEY hKey = nullptr;
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kService, 0, KEY_READ, &hKey), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kClient, 0, KEY_READ, &hKey), ERROR_FILE_NOT_FOUND);
+}
+
+TEST(HostRegistry, Machine_ValuesThere_AreReadAsTheDriverReadsThem)
+{
+    HostRegistry registry;
+    registry.SetTraceMask(0x801);
+    EXPECT_EQ(HostMachineTraceMask(), 0x801u);
+    registry.SetClientLibrary(L"");
+    EXPECT_EQ(HostMachineClientLibrary(), L"");
+    const std::wstring longest(127, L'n');
+    registry.SetClientLibrary(longest);
+    EXPECT_EQ(HostMachineClientLibrary(), longest);
+    const std::wstring tooLong(128, L'n');
+    ASSERT_EQ(
+        RegSetKeyValueW(HKEY_LOCAL_MACHINE, kClient, L"DllNameInterface", REG_SZ, tooLong.c_str(), 258), ERROR_SUCCESS);
+    EXPECT_EQ(HostMachineClientLibrary(), std::nullopt);
+}
