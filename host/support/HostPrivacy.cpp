@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cwctype>
 #include <filesystem>
 
 #include <shlobj.h>
@@ -22,14 +21,16 @@ std::wstring Variable(const wchar_t* pName)
     return GetEnvironmentVariableW(pName, value, ARRAYSIZE(value)) < ARRAYSIZE(value) ? value : L"";
 }
 
+// The C library's own knows the letters of English alone.
 wchar_t Folded(wchar_t letter)
 {
-    return letter == L'/' ? L'\\' : static_cast<wchar_t>(std::towlower(letter));
+    wchar_t text[] = {letter == L'/' ? L'\\' : letter, L'\0'};
+    return *CharLowerW(text);
 }
 
 bool IsInWord(std::wstring_view text, size_t at)
 {
-    return at < text.size() && std::iswalnum(text[at]);
+    return at < text.size() && IsCharAlphaNumericW(text[at]);
 }
 
 bool IsAt(std::wstring_view text, size_t at, std::wstring_view secret)

@@ -21,6 +21,20 @@ namespace
 
 constexpr std::streamoff kTraceBytes = 64 * 1024;  // of the log's end
 
+std::string LibraryText(const HostLibraryFile& file)
+{
+    if (!file.IsFound())
+        return HostSystemText(file.Error()) + "\n";
+    return file.Version() + ", " + file.Place() + ", " + file.Signature() + "\n";
+}
+
+std::wstring InstalledDriver()
+{
+    wchar_t folder[MAX_PATH] = L"";
+    GetSystemDirectoryW(folder, ARRAYSIZE(folder));
+    return std::wstring(folder) + L"\\TessloWddmUmode.dll";
+}
+
 std::string Versions(const std::wstring& driver)
 {
     OSVERSIONINFOEXW system{};
@@ -31,11 +45,10 @@ std::string Versions(const std::wstring& driver)
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetVersion")));
     if (pGetVersion != nullptr)
         pGetVersion(&system);
-    const HostLibraryFile file(driver);
-    const std::string found =
-        file.IsFound() ? file.Version() + ", " + file.Place() + ", " + file.Signature() : HostSystemText(file.Error());
-    return "tesslo_host: " TESSLO_VERSION "\ndriver: " + found + "\nWindows: " + std::to_string(system.dwMajorVersion) +
-           "." + std::to_string(system.dwMinorVersion) + "." + std::to_string(system.dwBuildNumber) + "\n";
+    return "tesslo_host: " TESSLO_VERSION "\ndriver: " + LibraryText(HostLibraryFile(driver)) +
+           "installed driver: " + LibraryText(HostLibraryFile(InstalledDriver())) +
+           "Windows: " + std::to_string(system.dwMajorVersion) + "." + std::to_string(system.dwMinorVersion) + "." +
+           std::to_string(system.dwBuildNumber) + "\n";
 }
 
 std::string RegistryValues(const std::optional<DWORD>& mask, const std::optional<std::wstring>& library)
@@ -77,10 +90,9 @@ std::string Adapters()
 std::string ClientLibrary(const std::wstring& name)
 {
     const HostLibraryFile file(name);
-    std::string text = "\"" + HostUtf8(name) + "\": ";
+    std::string text = "\"" + HostUtf8(name) + "\": " + LibraryText(file);
     if (!file.IsFound())
-        return text + HostSystemText(file.Error()) + "\n";
-    text += file.Version() + ", " + file.Place() + ", " + file.Signature() + "\n";
+        return text;
     for (const char* pExport : {TESSLO_CLIENT_PLUG, TESSLO_CLIENT_UPDATE, TESSLO_CLIENT_UNPLUG, TESSLO_CLIENT_RESERVED1,
              TESSLO_CLIENT_RESERVED2})
         text += std::string(pExport) + (file.Exports(pExport) ? ": there\n" : ": not there\n");

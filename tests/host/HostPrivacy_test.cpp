@@ -40,6 +40,14 @@ TEST_F(HostPrivacyTest, Without_ShortNameInAWord_IsKept)
     EXPECT_EQ(privacy.Without(L"XM7 M70 M7"), L"XM7 M70 <machine>");
 }
 
+TEST_F(HostPrivacyTest, Without_NameOfAnyLetters_IsFoundInAnyCase)
+{
+    SetEnvironmentVariableW(L"USERNAME", L"\u00D6\u0416\u00E9n");
+    EXPECT_EQ(HostPrivacy().Without(L"\u00F6\u0436\u00C9N"), L"<user>");
+    SetEnvironmentVariableW(L"USERNAME", L"\u00E9\u00E9");
+    EXPECT_EQ(HostPrivacy().Without(L"\u00E9\u00E9 \u00E9\u00E9\u00E9"), L"<user> \u00E9\u00E9\u00E9");
+}
+
 TEST_F(HostPrivacyTest, Without_NothingPrivate_IsTheText)
 {
     const std::wstring text = L"UMD: [0044:0048] => UMDDdiPresent 100%\n\u00FC\n";

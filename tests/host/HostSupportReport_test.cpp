@@ -51,7 +51,7 @@ TEST_F(HostSupportReportTest, Text_OfAMachineThatIsSetUp_TellsAll)
     const std::string text = Report();
     EXPECT_TRUE(text.starts_with("Versions\n\ntesslo_host: 8.14.")) << text;
     EXPECT_TRUE(Contains(text, "\ndriver: 8.14."));
-    EXPECT_TRUE(Contains(text, ", beside this program, not signed\nWindows: "));
+    EXPECT_TRUE(Contains(text, ", beside this program, not signed\ninstalled driver: "));
     EXPECT_TRUE(Contains(text, "\nDebugLevelUMD: 0x801\nDllNameInterface: \"TessloTestClientWithoutReserved2.dll\"\n"));
     EXPECT_TRUE(Contains(text,
         "\n\"TessloTestClientWithoutReserved2.dll\": without a version, beside this program, not signed\n"
@@ -86,7 +86,7 @@ TEST_F(HostSupportReportTest, Text_NothingIsThere_SaysSoInEachPlace)
     factory.m_hCreateResult = kRefused;
     m_Places.m_Driver = L"nosuch.dll";
     const std::string text = Report();
-    EXPECT_TRUE(Contains(text, " (126)\nWindows: "));
+    EXPECT_TRUE(Contains(text, " (126)\ninstalled driver: "));
     EXPECT_TRUE(Contains(text, "\nDebugLevelUMD: none that the driver can read\n"));
     EXPECT_TRUE(Contains(text, "\nDllNameInterface: none that the driver can read\n"));
     EXPECT_TRUE(Contains(text, "\nAdapters\n\nDirect3DCreate9Ex failed: 0x8876086A\n"));
