@@ -47,7 +47,7 @@ std::vector<std::string> Cells(const std::string& row)
     return cells;
 }
 
-SupportLine::Promise PromiseBehind(std::string_view words)
+SupportLine::Promise PromiseAfter(std::string_view words)
 {
     if (words.ends_with("no "))
         return SupportLine::Promise::NotThere;
@@ -60,8 +60,10 @@ std::vector<SupportLine> ParseLines(const std::string& cell)
     for (size_t begin = 0, words = 0; (begin = cell.find('`', words)) != std::string::npos;)
     {
         const size_t end = cell.find('`', begin + 1);
+        if (end == std::string::npos)
+            throw std::runtime_error("a line without its end: " + cell);
         const std::string_view before = std::string_view(cell).substr(words, begin - words);
-        lines.push_back({cell.substr(begin + 1, end - begin - 1), PromiseBehind(before)});
+        lines.push_back({cell.substr(begin + 1, end - begin - 1), PromiseAfter(before)});
         words = end + 1;
     }
     return lines;

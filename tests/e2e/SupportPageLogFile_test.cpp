@@ -68,5 +68,26 @@ TEST_P(SupportPageLogFile, Cause_Played_LeavesTheLinesThatThePagePromises)
     EXPECT_EQ(cause->Complaint(log.MessagesOf(process)), "");
 }
 
+// A line that a program prints though all is well would lead astray.
+TEST(SupportPageHealthLogFile, HealthyProgram_Traced_LeavesNoLineThatTellsOfAFailure)
+{
+    const std::vector<SupportScene> scenes = AllScenes();
+    const auto healthy = std::ranges::find(
+        scenes, std::string("the trace is on"), [](const SupportScene& scene) { return scene.m_pCause; });
+    ASSERT_NE(healthy, scenes.end());
+    const MachineLog file;
+    const Lines log = file.MessagesOf(healthy->m_pPlay(0xAFF));
+    ASSERT_FALSE(log.empty());
+    size_t looked = 0;
+    for (const SupportCause& cause : ReadSupportPage())
+        for (const SupportLine& line : cause.m_Lines)
+            if (line.m_Text.find("failed") != std::string::npos || line.m_Text.find("exited") != std::string::npos)
+            {
+                EXPECT_EQ(line.Count(log), 0u) << line.m_Text;
+                ++looked;
+            }
+    EXPECT_GT(looked, 15u);
+}
+
 INSTANTIATE_TEST_SUITE_P(All, SupportPageLogFile, testing::ValuesIn(AllScenes()), Name);
 }  // namespace

@@ -3,6 +3,7 @@
 #include "ImpatientWait.h"
 #include "SupportProgram.h"
 #include "SupportScenes.h"
+#include "TraceCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -29,13 +30,16 @@ DWORD NotLoaded(DWORD mask)
 
 DWORD LacksAnExport(DWORD mask)
 {
+    int number = 0;
     for (const char* pVariant : {"Plug", "Unplug", "Update"})
     {
         const TestClient client(pVariant);
+        const TraceCapture trace;
         SupportProgram program(mask, client.DllName());
         program.MakeScreen();
         program.FlipUntilRefused();
         EXPECT_EQ(program.Delivered(), 0u) << pVariant;
+        EXPECT_EQ(trace.LinesContaining(" GetProcAddress" + std::to_string(++number) + " failed! ").size(), 1u);
     }
     return GetCurrentProcessId();
 }

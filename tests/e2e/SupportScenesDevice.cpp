@@ -1,6 +1,7 @@
 #include "SupportProgram.h"
 #include "SupportScenes.h"
 #include "TestClient.h"
+#include "TraceCapture.h"
 #include "Waiting.h"
 
 #include <gtest/gtest.h>
@@ -150,7 +151,9 @@ DWORD AnotherSize(DWORD mask)
     const TestClient client;
     SupportProgram program(mask, client.DllName());
     program.MakeScreen(96, 64, D3DDDI_ROTATION_90);
+    const TraceCapture trace;
     program.Show();
+    EXPECT_EQ(trace.LinesContaining("::Duplicate SRC[96 64 22] ").size(), 1u);
     EXPECT_EQ(program.LastFrame().m_Width, 64u) << "the sides are exchanged";
     EXPECT_EQ(program.LastFrame().m_Height, 96u);
     return GetCurrentProcessId();
@@ -182,6 +185,7 @@ DWORD UnknownRotation(DWORD mask)
     return GetCurrentProcessId();
 }
 
+/// All is well, but the trace is on.
 DWORD IsTraced(DWORD mask)
 {
     const TestClient client;
