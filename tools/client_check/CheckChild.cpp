@@ -8,9 +8,9 @@
 
 #include <io.h>
 
-#include <algorithm>
-#include <atomic>
 #include <chrono>
+#include <cstdio>
+#include <stdexcept>
 #include <thread>
 
 namespace

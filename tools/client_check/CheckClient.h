@@ -2,17 +2,9 @@
 #pragma once
 
 #include "tools/client_check/CheckBoard.h"
+#include "tools/client_check/CheckFailure.h"
 
 #include <tesslo/client.h>
-
-#include <stdexcept>
-
-/// Ends a check: what the library did that it must not do.
-class CheckFailure : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
 
 class CheckClient
 {

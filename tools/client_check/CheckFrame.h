@@ -17,7 +17,7 @@ enum class CheckLayout
 class CheckFrame
 {
 public:
-    /// A picture of this size. Throws std::bad_alloc.
+    /// A picture of this size. Throws CheckFailure.
     CheckFrame(UINT source, UINT width, UINT height, CheckLayout layout = CheckLayout::Plain);
     CheckFrame(const CheckFrame&) = delete;
     CheckFrame& operator=(const CheckFrame&) = delete;

@@ -1,8 +1,9 @@
 #include "tools/client_check/CheckPages.h"
 
+#include "tools/client_check/CheckFailure.h"
+
 #include <map>
 #include <mutex>
-#include <new>
 
 namespace
 {
@@ -23,7 +24,7 @@ CheckPages::CheckPages(size_t pages)
       m_pBytes(static_cast<BYTE*>(VirtualAlloc(nullptr, pages * kCheckPage, MEM_RESERVE, PAGE_NOACCESS)))
 {
     if (!m_pBytes)
-        throw std::bad_alloc();
+        throw CheckFailure("there is not enough memory for the check itself");
 }
 
 CheckPages::~CheckPages()
@@ -38,7 +39,7 @@ CheckPages::~CheckPages()
 void CheckPages::Open(size_t page, size_t pages)
 {
     if (!VirtualAlloc(At(page), pages * kCheckPage, MEM_COMMIT, PAGE_READWRITE))
-        throw std::bad_alloc();
+        throw CheckFailure("there is not enough memory for the check itself");
 }
 
 void CheckPages::SetReadOnly(size_t page, size_t pages)

@@ -15,7 +15,7 @@ constexpr size_t CheckPagesOf(size_t bytes)
 class CheckPages
 {
 public:
-    /// Addresses of so many pages, none with access. Throws std::bad_alloc.
+    /// Addresses of so many pages, none with access. Throws CheckFailure.
     explicit CheckPages(size_t pages);
     /// The addresses, too, are given back.
     ~CheckPages();
@@ -23,7 +23,7 @@ public:
     CheckPages& operator=(const CheckPages&) = delete;
 
     BYTE* At(size_t page) const { return m_pBytes + page * kCheckPage; }
-    /// Gives pages access, to zeros. Throws std::bad_alloc.
+    /// Gives pages access, to zeros. Throws CheckFailure.
     void Open(size_t page, size_t pages);
     void SetReadOnly(size_t page, size_t pages);
     /// Takes all access and all memory away. The addresses stay.

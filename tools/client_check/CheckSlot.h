@@ -15,7 +15,7 @@ public:
         Moving,  ///< where no slot was before, ending at a page without access; taken away with its connection
     };
 
-    /// Holds null. Throws std::bad_alloc.
+    /// Holds null. Throws CheckFailure.
     explicit CheckSlot(Where where);
 
     void** Get() const { return m_ppSlot; }
