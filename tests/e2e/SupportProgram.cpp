@@ -10,14 +10,14 @@ namespace tesslo::test
 namespace
 {
 
-/// From here on the driver finds the fake device, on the one adapter that there is.
-void Replace(
-    std::optional<FakeFactory>& factory, const HostDriver& driver, FakeDevice* pDelegated, const char* pAdapterDriver)
+/// While it lives, the driver finds the fake device, on the one adapter that there is. Null without a fake device.
+std::unique_ptr<FakeFactory> MakeFactory(const HostDriver& driver, FakeDevice* pDelegated, const char* pAdapterDriver)
 {
     if (!pDelegated)
-        return;
-    factory.emplace(*pDelegated, driver.Module());
-    factory->m_Adapters.front().m_Driver = pAdapterDriver;
+        return nullptr;
+    auto pFactory = std::make_unique<FakeFactory>(*pDelegated, driver.Module());
+    pFactory->m_Adapters.front().m_Driver = pAdapterDriver;
+    return pFactory;
 }
 
 }  // namespace
@@ -25,8 +25,9 @@ void Replace(
 SupportProgram::SupportProgram(
     DWORD mask, const std::optional<std::wstring>& clientLibrary, FakeDevice* pDelegated, const char* pAdapterDriver)
     : m_Driver({L"TessloWddmUmode.dll", clientLibrary, mask, false}),
-      m_Watch(m_Driver.Module(), m_Driver.ClientLibrary(), m_Delivery),
-      m_Adapter((Replace(m_Factory, m_Driver, pDelegated, pAdapterDriver), m_Driver), m_Kernel), m_Device(m_Adapter)
+      m_pFactory(MakeFactory(m_Driver, pDelegated, pAdapterDriver)),
+      m_Watch(m_Driver.Module(), m_Driver.ClientLibrary(), m_Delivery), m_Adapter(m_Driver, m_Kernel),
+      m_Device(m_Adapter)
 {
     m_Delivery.KeepFrames();
 }

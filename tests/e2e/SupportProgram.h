@@ -55,7 +55,7 @@ private:
     static constexpr UINT kSource = 0;
 
     HostDriver m_Driver;
-    std::optional<FakeFactory> m_Factory;
+    std::unique_ptr<FakeFactory> m_pFactory;  ///< patches the driver: goes before it
     HostDelivery m_Delivery;
     HostClientWatch m_Watch;
     HostKernel m_Kernel;
