@@ -10,7 +10,7 @@
 namespace
 {
 
-constexpr UINT kRounds = 5;
+constexpr UINT kRounds = 9;
 constexpr double kFrames = 20;  // that the program measures
 
 /// @param folder of the program, beside this one: with a backslash at its end, or empty.

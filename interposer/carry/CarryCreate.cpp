@@ -40,7 +40,7 @@ std::shared_ptr<HostResource> MakeSystem(const CarryResource& resource)
             CarryMemoryOf(resource.m_Desc.Format, static_cast<UINT>(rect.right), static_cast<UINT>(rect.bottom));
         if (memory.m_Rows == 0)
         {
-            RunLimit(kLimitPlanarFormat);
+            RunLimit(CarryIsPlanar(resource.m_Desc.Format) ? kLimitPlanarFormat : kLimitVendorFormat);
             return nullptr;
         }
         description.m_LevelMemory.push_back(memory);

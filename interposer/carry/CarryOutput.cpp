@@ -54,6 +54,9 @@ void CarryOutput::AttachChain(IDirect3DSwapChain9* pChain)
             RunLimit(kLimitMultisampling);
         auto pResource = std::make_shared<CarryResource>(m_Device, CarryKind::Target, desc, 1);
         pResource->m_pVideo = TakePrimary(desc.Width, desc.Height, desc.Format);
+        // A program that has the screen for itself has set its mode.
+        if (!parameters.Windowed && i == 0)
+            m_Device.Post([pVideo = pResource->m_pVideo](HostDevice& driver) { driver.SetDisplayMode(*pVideo); });
         CarryHang(pBackBuffer.Get(), std::move(pResource));
     }
 }

@@ -69,6 +69,11 @@ void CarryCopyPixels(D3DFORMAT format, const RECT& rect, void* pTo, UINT toPitch
             static_cast<const BYTE*>(pFrom) + size_t{y} * fromPitch + left, bytes);
 }
 
+bool CarryIsPlanar(D3DFORMAT format)
+{
+    return LayoutOf(format).PlaneCount > 1;
+}
+
 HostLevelMemory CarryMemoryOf(D3DFORMAT format, UINT width, UINT height)
 {
     const UMDPixelLayout& layout = LayoutOf(format);

@@ -65,5 +65,7 @@ public:
 /// Copies rows of pixels, or of blocks of pixels.
 /// @param pTo, pFrom the first pixel of the level, to which the rectangle refers.
 void CarryCopyPixels(D3DFORMAT format, const RECT& rect, void* pTo, UINT toPitch, const void* pFrom, UINT fromPitch);
+/// Whether brightness and colours of a format lie apart.
+bool CarryIsPlanar(D3DFORMAT format);
 /// Memory of a level of that size; no rows for a format that lies in a way of its own.
 HostLevelMemory CarryMemoryOf(D3DFORMAT format, UINT width, UINT height);

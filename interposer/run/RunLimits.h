@@ -26,6 +26,7 @@ RUN_LIMIT(Queries, "queries: refused")
 RUN_LIMIT(SeveralTargets, "several targets")
 RUN_LIMIT(Streams, "vertex streams above 0")
 RUN_LIMIT(TextureLod, "managed textures with a most detailed level")
+RUN_LIMIT(VendorFormat, "textures of formats that a maker added")
 RUN_LIMIT(VertexConstants, "whole-number and boolean constants of vertex shaders")
 RUN_LIMIT(VertexTextures, "textures read by vertex shaders")
 #undef RUN_LIMIT

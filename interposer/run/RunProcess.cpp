@@ -8,6 +8,8 @@
 namespace
 {
 
+constexpr DWORD kLastFrameMilliseconds = 1000;
+
 /// Memory that the program finds by its name.
 class SharedRecord
 {
@@ -33,7 +35,7 @@ public:
     SharedRecord& operator=(const SharedRecord&) = delete;
 
     const std::wstring& Name() const { return m_Name; }
-    const RunRecord& Record() const { return *m_pRecord; }
+    RunRecord& Record() { return *m_pRecord; }
 
 private:
     std::wstring m_Name;
@@ -86,14 +88,19 @@ RunEnd EndOf(const RunRecord& record, bool bEndedHere, DWORD exitCode)
 RunResult RunProgram(
     const RunRecord& settings, const std::wstring& program, const std::vector<std::wstring>& arguments, DWORD timeLimit)
 {
-    const SharedRecord shared(settings);
+    SharedRecord shared(settings);
     SetEnvironmentVariableW(TESSLO_RUN_RECORD, shared.Name().c_str());
     const ULONGLONG begin = GetTickCount64();
     const PROCESS_INFORMATION process = Start(program, arguments);
     SetEnvironmentVariableW(TESSLO_RUN_RECORD, nullptr);
     const bool bEndedHere = WaitForSingleObject(process.hProcess, timeLimit) == WAIT_TIMEOUT;
     if (bEndedHere)
+    {
+        // Behind its next frame, so that none is compared and not counted; but it may have no next one.
+        shared.Record().m_FrameLimit = 1;
+        WaitForSingleObject(process.hProcess, kLastFrameMilliseconds);
         TerminateProcess(process.hProcess, 0);
+    }
     WaitForSingleObject(process.hProcess, INFINITE);
     RunResult result;
     result.m_Seconds = static_cast<double>(GetTickCount64() - begin) / 1000;

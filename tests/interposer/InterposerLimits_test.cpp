@@ -38,6 +38,7 @@ constexpr Touched kTouched[] = {
     {kLimitSeveralTargets, 1},
     {kLimitStreams, 1},
     {kLimitTextureLod, 1},
+    {kLimitVendorFormat, 1},
     {kLimitVertexConstants, 2},
     {kLimitVertexTextures, 1},
 };
@@ -49,7 +50,7 @@ TEST(InterposerLimits, ProgramTouchesAll_EachIsNamedAndCounted)
     const RunResult result = InterposedProgram(L"AllLimits");
     EXPECT_EQ(result.m_End, RunEnd::Itself);
     EXPECT_EQ(result.m_ExitCode, 0u);
-    EXPECT_EQ(result.m_Record.m_Frames, 25);
+    EXPECT_EQ(result.m_Record.m_Frames, 26);
     const std::string report = RunReportText(result);
     for (const Touched& touched : kTouched)
     {

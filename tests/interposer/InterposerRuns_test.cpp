@@ -1,8 +1,12 @@
 // How a run ends and what its report says then.
 #include "InterposedProgram.h"
+#include "PngImage.h"
+#include "TemporaryFolder.h"
 #include "interposer/run/RunLimits.h"
 
 #include <nlohmann/json.hpp>
+
+using namespace tesslo::test;
 
 TEST(InterposerRuns, ModeOff_FramesAreCountedAndNothingCarried)
 {
@@ -37,6 +41,14 @@ TEST(InterposerRuns, TimeLimit_ProgramNeverPresents_IsEndedAndReported)
     EXPECT_EQ(result.m_End, RunEnd::TimeLimit);
     EXPECT_EQ(result.m_Record.m_Frames, 0);
     EXPECT_NE(RunReportText(result).find("0 frames: 0 equal, 0 different"), std::string::npos);
+}
+
+TEST(InterposerRuns, TimeLimit_ProgramPresentsForEver_IsEndedBehindAFrame)
+{
+    const RunResult result = InterposedProgram(L"ShowsForEver", {}, 4000);
+    EXPECT_EQ(result.m_End, RunEnd::TimeLimit);
+    EXPECT_GT(result.m_Record.m_Frames, 0);
+    EXPECT_EQ(result.m_Record.m_Equal, result.m_Record.m_Frames);
 }
 
 TEST(InterposerRuns, Crash_BehindAFrame_IsReportedWithTheFrame)
@@ -76,6 +88,55 @@ TEST(InterposerRuns, Difference_WithoutALimit_IsADefect)
     result.m_Record.m_Limits[0] = {"a limit", 1};
     EXPECT_FALSE(RunIsDefective(result));
     EXPECT_EQ(RunReportText(result).find("DEFECT"), std::string::npos);
+}
+
+TEST(InterposerRuns, FullScreen_ItsMode_IsToldToTheDriver)
+{
+    const RunResult result = InterposedProgram(L"FullScreen");
+    EXPECT_EQ(CountOf(result.m_Record.m_Calls, "pfnSetDisplayMode"), 1);
+    EXPECT_EQ(CountOf(InterposedProgram(L"Clears").m_Record.m_Calls, "pfnSetDisplayMode"), 0);
+}
+
+TEST(InterposerRuns, Extended_PresentEx_EachFrameIsCompared)
+{
+    const RunResult result = InterposedProgram(L"Extended");
+    EXPECT_EQ(result.m_Record.m_Frames, 2);
+    EXPECT_EQ(result.m_Record.m_Equal, 2);
+}
+
+TEST(InterposerRuns, Pictures_OfAFrameThatDiffers_AreThreeAndShowWhere)
+{
+    TemporaryFolder folder;
+    RunRecord settings{};
+    folder.Path().wstring().copy(settings.m_Pictures, RunRecord::kPath - 1);
+    const RunResult result = InterposedProgram(L"Lights", settings);
+    const auto fromDriver = ReadPng(folder.Path() / "frame1-driver.png");
+    const auto fromPlatform = ReadPng(folder.Path() / "frame1-platform.png");
+    const auto difference = ReadPng(folder.Path() / "frame1-difference.png");
+    LONG64 different = 0;
+    for (UINT y = 0; y < 120; ++y)
+        for (UINT x = 0; x < 160; ++x)
+        {
+            const bool bDiffers = fromDriver.At(x, y) != fromPlatform.At(x, y);
+            ASSERT_EQ(difference.At(x, y), bDiffers ? 0xFFFFFFu : 0u) << x << "," << y;
+            different += bDiffers;
+        }
+    EXPECT_EQ(different, result.m_Record.m_WorstPixels);
+    EXPECT_EQ(fromPlatform.At(80, 60), 0xFFFF00u);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 3);
+}
+
+TEST(InterposerRuns, Point_TexturesFiltered_AreReadByPointOnBothSides)
+{
+    RunRecord settings{};
+    for (UINT bPoint : {0u, 1u})
+    {
+        settings.m_bPoint = bPoint;
+        const RunResult result = InterposedProgram(L"LinearGreys", settings);
+        EXPECT_EQ(result.m_Record.m_Equal, 1);
+        // The program fails where the halves of its texture run into each other.
+        EXPECT_EQ(result.m_ExitCode, bPoint ? 0u : 1u);
+    }
 }
 
 TEST(InterposerRuns, LongDraws_OfMoreThanTheDriverTakes_ComeInParts)

@@ -27,7 +27,7 @@ TEST_P(InterposerScenes, EveryFrame_DriverAndPlatform_SamePixels)
 }
 
 INSTANTIATE_TEST_SUITE_P(Groups, InterposerScenes,
-    Values(L"draws", L"states", L"shaders", L"blits", L"fills", L"frames", L"long", L"pixels", L"textures"),
+    Values(L"draws", L"states", L"shaders", L"blits", L"fills", L"devices", L"frames", L"long", L"pixels", L"textures"),
     [](const auto& info) { return HostUtf8(info.param); });
 INSTANTIATE_TEST_SUITE_P(Rude, InterposerScenes, Values(L"PresentsFromThread", L"SixteenChains", L"LosesWindow"),
     [](const auto& info) { return HostUtf8(info.param); });

@@ -171,6 +171,12 @@ void Patches(ProgramCanvas& canvas)
     PROGRAM_CALL(canvas, DrawTriPatch, 2, segments, nullptr);
 }
 
+// A maker's own compression of two channels.
+void VendorTexture(ProgramCanvas& canvas)
+{
+    canvas.Texture(64, 64, 1, 0, static_cast<D3DFORMAT>(MAKEFOURCC('A', 'T', 'I', '2')));
+}
+
 void PlanarTexture(ProgramCanvas& canvas)
 {
     UMDComPtr<IDirect3DSurface9> pSurface;
@@ -228,8 +234,8 @@ void VertexTexture(ProgramCanvas& canvas)
 // What a touch leaves behind stays: a shader that the driver keeps is counted with each draw, so that those come last.
 constexpr void (*kTouches[])(ProgramCanvas&) = {BlitFilter, BlitPart, CubesAndVolumes, DepthBlit, DepthRange,
     DepthTexture, GeneratedLevels, Instances, LevelAsTarget, ManyLevels, Multisampling, Palettes, Patches,
-    PlanarTexture, ProcessedVertices, Queries, SeveralTargets, SeveralStreams, TextureLod, VertexConstants,
-    VertexTexture, Lights, NoPixelShader, NoVertexShader, BackBufferOf16Bits};
+    PlanarTexture, ProcessedVertices, Queries, SeveralTargets, SeveralStreams, TextureLod, VendorTexture,
+    VertexConstants, VertexTexture, Lights, NoPixelShader, NoVertexShader, BackBufferOf16Bits};
 
 void AllLimits()
 {
@@ -241,6 +247,33 @@ void AllLimits()
         touch(canvas);
         canvas.Present();
     }
+}
+
+/// Fails unless the middle of the target is lit.
+void ReadLit(ProgramCanvas& canvas)
+{
+    UMDComPtr<IDirect3DSurface9> pTarget, pMemory;
+    PROGRAM_CALL(canvas, GetRenderTarget, 0, pTarget.Put());
+    PROGRAM_CALL(canvas, CreateOffscreenPlainSurface, ProgramCanvas::kWidth, ProgramCanvas::kHeight, D3DFMT_X8R8G8B8,
+        D3DPOOL_SYSTEMMEM, pMemory.Put(), nullptr);
+    PROGRAM_CALL(canvas, GetRenderTargetData, pTarget.Get(), pMemory.Get());
+    D3DLOCKED_RECT locked;
+    PROGRAM_CALL(pMemory, LockRect, &locked, nullptr, D3DLOCK_READONLY);
+    const DWORD middle = static_cast<const DWORD*>(
+        locked.pBits)[ProgramCanvas::kHeight / 2 * locked.Pitch / 4 + ProgramCanvas::kWidth / 2];
+    PROGRAM_CALL(pMemory, UnlockRect);
+    if ((middle & 0xFFFFFF) != 0xFFFF00)
+        throw HostError("the light is off");
+}
+
+// The program reads what it has drawn.
+void OnlyLights()
+{
+    ProgramCanvas canvas;
+    canvas.Clear();
+    Lights(canvas);
+    ReadLit(canvas);
+    canvas.Present();
 }
 
 void OnlyQueries()
@@ -256,5 +289,5 @@ void OnlyQueries()
 
 std::vector<ProgramScene> ProgramLimitScenes()
 {
-    return {{"AllLimits", AllLimits}, {"Queries", OnlyQueries}};
+    return {{"AllLimits", AllLimits}, {"Lights", OnlyLights}, {"Queries", OnlyQueries}};
 }

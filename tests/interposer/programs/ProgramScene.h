@@ -16,6 +16,7 @@ struct ProgramScene
 /// window.
 std::map<std::string, std::vector<ProgramScene>> ProgramDifferentialScenes();
 // Others, which use Direct3D 9 as programs do.
+std::vector<ProgramScene> ProgramDeviceScenes();
 std::vector<ProgramScene> ProgramFrameScenes();
 std::vector<ProgramScene> ProgramLimitScenes();
 std::vector<ProgramScene> ProgramLongDrawScenes();

@@ -11,6 +11,7 @@ namespace
 std::map<std::string, std::vector<ProgramScene>> AllScenes()
 {
     std::map<std::string, std::vector<ProgramScene>> groups = ProgramDifferentialScenes();
+    groups["devices"] = ProgramDeviceScenes();
     groups["frames"] = ProgramFrameScenes();
     groups["limits"] = ProgramLimitScenes();
     groups["long"] = ProgramLongDrawScenes();
