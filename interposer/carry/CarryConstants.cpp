@@ -66,10 +66,7 @@ void CarryConstants::Send(UINT first, const float* pValues, UINT count)
 void CarryConstants::Integers(UINT first, const INT* pValues, UINT count)
 {
     if (m_Shader == Shader::Vertex)
-    {
-        RunLimit(kLimitVertexConstants);
-        return;
-    }
+        return RunLimit(kLimitVertexConstants);
     const D3DDDIARG_SETPIXELSHADERCONSTI arg = {first, count};
     m_Device.Post([arg, values = std::vector<INT>(pValues, pValues + size_t{count} * 4)](
                       HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShaderConstI, &arg, values.data()); });
@@ -78,10 +75,7 @@ void CarryConstants::Integers(UINT first, const INT* pValues, UINT count)
 void CarryConstants::Booleans(UINT first, const BOOL* pValues, UINT count)
 {
     if (m_Shader == Shader::Vertex)
-    {
-        RunLimit(kLimitVertexConstants);
-        return;
-    }
+        return RunLimit(kLimitVertexConstants);
     const D3DDDIARG_SETPIXELSHADERCONSTB arg = {first, count};
     m_Device.Post([arg, values = std::vector<BOOL>(pValues, pValues + count)](
                       HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShaderConstB, &arg, values.data()); });

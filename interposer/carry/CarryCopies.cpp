@@ -89,10 +89,8 @@ void CarryUpdateSurface(
     // The source's pixels as if the whole of it had been moved so that they lie where they go to.
     const HostLevelMemory corner =
         CarryMemoryOf(from->m_Desc.Format, static_cast<UINT>(rect.left), static_cast<UINT>(rect.top));
-    const HostLevelMemory place =
-        CarryMemoryOf(from->m_Desc.Format, static_cast<UINT>(point.x), static_cast<UINT>(point.y));
-    const BYTE* pMoved = from->m_pSystem->SystemMemory(from.m_Level) + corner.m_Pitch + size_t{corner.m_Rows} * pitch -
-                         place.m_Pitch - size_t{place.m_Rows} * pitch;
+    BYTE* pSource = from->m_pSystem->SystemMemory(from.m_Level) + corner.m_Pitch + size_t{corner.m_Rows} * pitch;
+    const BYTE* pMoved = CarryFirst(from->m_Desc.Format, pSource, pitch, point.x, point.y);
     const RECT target = {point.x, point.y, point.x + rect.right - rect.left, point.y + rect.bottom - rect.top};
     if (to->m_pSystem != nullptr)
         to->Write(to.m_Level, target, pMoved, pitch);
@@ -145,9 +143,8 @@ void CarryTargetData(CarryDevice&, IDirect3DSurface9* pTarget, IDirect3DSurface9
 
 void CarryTargetRead(CarryResource& target, const CarryLock& lock)
 {
-    const HostLevelMemory corner =
-        CarryMemoryOf(target.m_Desc.Format, static_cast<UINT>(lock.m_Rect.left), static_cast<UINT>(lock.m_Rect.top));
-    Judge(target, lock.m_Rect, lock.m_pBits - corner.m_Pitch - size_t{corner.m_Rows} * lock.m_Pitch, lock.m_Pitch);
+    BYTE* pFirst = CarryFirst(target.m_Desc.Format, lock.m_pBits, lock.m_Pitch, lock.m_Rect.left, lock.m_Rect.top);
+    Judge(target, lock.m_Rect, pFirst, lock.m_Pitch);
 }
 
 void CarryWriteVideo(CarryResource& resource, const RECT& rect, const void* pFirst, UINT pitch)

@@ -24,9 +24,8 @@ void CarryUnlocking(const CarryPlace& place)
     if (lock.m_pBits == nullptr || (lock.m_Flags & D3DLOCK_READONLY))
         return;
     // The bits are those of the rectangle's first pixel, not of the level's.
-    const HostLevelMemory corner =
-        CarryMemoryOf(place->m_Desc.Format, static_cast<UINT>(lock.m_Rect.left), static_cast<UINT>(lock.m_Rect.top));
-    const BYTE* pFirst = lock.m_pBits - corner.m_Pitch - size_t{corner.m_Rows} * lock.m_Pitch;
+    const BYTE* pFirst =
+        CarryFirst(place->m_Desc.Format, lock.m_pBits, lock.m_Pitch, lock.m_Rect.left, lock.m_Rect.top);
     if (place->m_pSystem != nullptr)
         place->Write(place.m_Level, lock.m_Rect, pFirst, lock.m_Pitch);
     else

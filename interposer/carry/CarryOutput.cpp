@@ -144,15 +144,17 @@ void CarryOutput::AnswerFront(IDirect3DSwapChain9* pChain, IDirect3DSurface9* pM
     const POINT corner = CornerOf(pChain);
     HostCheck(pMemory->GetDesc(&desc), "GetDesc");
     HostCheck(pMemory->LockRect(&locked, nullptr, 0), "LockRect");
+    const HostImage& image = front->second;
     const RECT screen = {0, 0, static_cast<LONG>(desc.Width), static_cast<LONG>(desc.Height)};
-    for (UINT y = 0; y < front->second.m_Height; ++y)
-        for (UINT x = 0; x < front->second.m_Width; ++x)
+    const RECT frame = {
+        corner.x, corner.y, corner.x + static_cast<LONG>(image.m_Width), corner.y + static_cast<LONG>(image.m_Height)};
+    RECT seen{};
+    IntersectRect(&seen, &screen, &frame);
+    for (LONG y = seen.top; y < seen.bottom; ++y)
+        for (LONG x = seen.left; x < seen.right; ++x)
         {
-            const POINT at = {corner.x + static_cast<LONG>(x), corner.y + static_cast<LONG>(y)};
-            if (!PtInRect(&screen, at))
-                continue;
-            UINT& pixel = reinterpret_cast<UINT*>(static_cast<BYTE*>(locked.pBits) + at.y * locked.Pitch)[at.x];
-            pixel = (pixel & 0xFF000000) | front->second.At(x, y);
+            UINT& pixel = reinterpret_cast<UINT*>(static_cast<BYTE*>(locked.pBits) + y * locked.Pitch)[x];
+            pixel = (pixel & 0xFF000000) | image.At(static_cast<UINT>(x - corner.x), static_cast<UINT>(y - corner.y));
         }
     if (const CarryPlace memory = CarryFind(pMemory))
         memory->Write(memory.m_Level, screen, locked.pBits, static_cast<UINT>(locked.Pitch));

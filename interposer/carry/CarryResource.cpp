@@ -81,3 +81,9 @@ HostLevelMemory CarryMemoryOf(D3DFORMAT format, UINT width, UINT height)
         return {};
     return {layout.RowBytes(0, width), layout.Rows(0, height)};
 }
+
+BYTE* CarryFirst(D3DFORMAT format, BYTE* pBits, UINT pitch, LONG x, LONG y)
+{
+    const HostLevelMemory before = CarryMemoryOf(format, static_cast<UINT>(x), static_cast<UINT>(y));
+    return pBits - before.m_Pitch - size_t{before.m_Rows} * pitch;
+}

@@ -69,3 +69,5 @@ void CarryCopyPixels(D3DFORMAT format, const RECT& rect, void* pTo, UINT toPitch
 bool CarryIsPlanar(D3DFORMAT format);
 /// Memory of a level of that size; no rows for a format that lies in a way of its own.
 HostLevelMemory CarryMemoryOf(D3DFORMAT format, UINT width, UINT height);
+/// Where a level's first pixel lies, when that of the place lies at those bits.
+BYTE* CarryFirst(D3DFORMAT format, BYTE* pBits, UINT pitch, LONG x, LONG y);

@@ -3,23 +3,9 @@
 #include "interposer/carry/CarryDevice.h"
 #include "interposer/run/RunLedger.h"
 #include "interposer/run/RunLimits.h"
+#include "interposer/run/RunSamplers.h"
 
 #include <cstring>
-
-namespace
-{
-
-/// The driver interface's name for a sampler state.
-UINT StageStateOf(D3DSAMPLERSTATETYPE state)
-{
-    static constexpr UINT kStates[] = {0, D3DDDITSS_ADDRESSU, D3DDDITSS_ADDRESSV, D3DDDITSS_ADDRESSW,
-        D3DDDITSS_BORDERCOLOR, D3DDDITSS_MAGFILTER, D3DDDITSS_MINFILTER, D3DDDITSS_MIPFILTER, D3DDDITSS_MIPMAPLODBIAS,
-        D3DDDITSS_MAXMIPLEVEL, D3DDDITSS_MAXANISOTROPY, D3DDDITSS_SRGBTEXTURE, D3DDDITSS_ELEMENTINDEX,
-        D3DDDITSS_DMAPOFFSET};
-    return state < std::size(kStates) ? kStates[state] : 0;
-}
-
-}  // namespace
 
 CarryState::CarryState(CarryDevice& device)
     : m_Device(device), m_Shaders(device), m_VertexConstants(device, CarryConstants::Shader::Vertex),
@@ -43,8 +29,8 @@ void CarryState::StageState(DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD v
 
 void CarryState::SamplerState(DWORD sampler, D3DSAMPLERSTATETYPE state, DWORD value)
 {
-    if (const UINT stageState = StageStateOf(state); stageState != 0 && sampler < kStages)
-        SetStage(sampler, stageState, value);
+    if (state != 0 && state < std::size(kRunSamplers) && sampler < kStages)
+        SetStage(sampler, kRunSamplers[state], value);
 }
 
 void CarryState::SetStage(DWORD stage, UINT state, DWORD value)

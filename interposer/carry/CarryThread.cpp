@@ -12,6 +12,9 @@
 namespace
 {
 
+// More is not kept waiting: a program may draw for long before it presents.
+constexpr size_t kMost = 20'000;
+
 void RunOne(const CarryThread::Work& work)
 {
     try
@@ -42,8 +45,10 @@ UINT64 CarryThread::Post(Work work)
     std::unique_lock lock(m_Mutex);
     m_Posted.push_back(std::move(work));
     const UINT64 number = ++m_LastPosted;
-    if (m_Posted.size() >= kMost && GetCurrentThreadId() != m_Id)
-        WaitLocked(lock, number);
+    const bool bFull = m_Posted.size() >= kMost && GetCurrentThreadId() != m_Id;
+    lock.unlock();
+    if (bFull)
+        Wait(number);
     return number;
 }
 
@@ -73,14 +78,8 @@ void CarryThread::Start(UINT64 number)
 
 void CarryThread::Wait(UINT64 number)
 {
+    Start(number);
     std::unique_lock lock(m_Mutex);
-    WaitLocked(lock, number);
-}
-
-void CarryThread::WaitLocked(std::unique_lock<std::mutex>& lock, UINT64 number)
-{
-    m_LastStarted = std::max(m_LastStarted, number);
-    m_Changed.notify_all();
     m_Changed.wait(lock, [&] { return m_LastDone >= number; });
 }
 

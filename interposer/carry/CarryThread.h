@@ -29,13 +29,8 @@ public:
     void Wait(UINT64 number);
 
 private:
-    // More is not kept waiting: a program may draw for long before it presents.
-    static constexpr size_t kMost = 20'000;
-
     CarryThread();
     void Run();
-    /// @param lock of the mutex, which is given up while it waits.
-    void WaitLocked(std::unique_lock<std::mutex>& lock, UINT64 number);
 
     DWORD m_Id = 0;
     std::mutex m_Mutex;  ///< guards all below

@@ -4,9 +4,9 @@
 #include "interposer/dll/Platform.h"
 #include "interposer/hooks/HookMethod.h"
 #include "interposer/run/RunLedger.h"
+#include "interposer/run/RunSamplers.h"
 #include "util/UMDComPtr.h"
 
-#include <ddi/ddi.h>
 #include <tesslo/client.h>
 
 #include <algorithm>
@@ -22,48 +22,12 @@ Function Find(const char* pName)
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(hLibrary, pName)));
 }
 
-/// The sampler state that a stage state of the driver interface is; 0 for what is a stage state.
-D3DSAMPLERSTATETYPE SamplerState(DWORD state)
-{
-    switch (state)
-    {
-    case D3DDDITSS_ADDRESSU:
-        return D3DSAMP_ADDRESSU;
-    case D3DDDITSS_ADDRESSV:
-        return D3DSAMP_ADDRESSV;
-    case D3DDDITSS_ADDRESSW:
-        return D3DSAMP_ADDRESSW;
-    case D3DDDITSS_BORDERCOLOR:
-        return D3DSAMP_BORDERCOLOR;
-    case D3DDDITSS_MAGFILTER:
-        return D3DSAMP_MAGFILTER;
-    case D3DDDITSS_MINFILTER:
-        return D3DSAMP_MINFILTER;
-    case D3DDDITSS_MIPFILTER:
-        return D3DSAMP_MIPFILTER;
-    case D3DDDITSS_MIPMAPLODBIAS:
-        return D3DSAMP_MIPMAPLODBIAS;
-    case D3DDDITSS_MAXMIPLEVEL:
-        return D3DSAMP_MAXMIPLEVEL;
-    case D3DDDITSS_MAXANISOTROPY:
-        return D3DSAMP_MAXANISOTROPY;
-    case D3DDDITSS_SRGBTEXTURE:
-        return D3DSAMP_SRGBTEXTURE;
-    case D3DDDITSS_ELEMENTINDEX:
-        return D3DSAMP_ELEMENTINDEX;
-    case D3DDDITSS_DMAPOFFSET:
-        return D3DSAMP_DMAPOFFSET;
-    default:
-        return {};
-    }
-}
-
 using SetTextureStageState = HookMethod<&IDirect3DDevice9::SetTextureStageState>;
 
 HRESULT STDMETHODCALLTYPE OnSetTextureStageState(
     IDirect3DDevice9* pThis, DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD value)
 {
-    if (const D3DSAMPLERSTATETYPE sampler = SamplerState(state))
+    if (const D3DSAMPLERSTATETYPE sampler = RunSamplerOf(state))
         return pThis->SetSamplerState(stage, sampler, value);
     return SetTextureStageState::Platform(pThis, stage, state, value);
 }

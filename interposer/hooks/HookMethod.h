@@ -75,6 +75,21 @@ struct HookMethod<kMethod>
             }
         });
     }
+    /// What is carried before the platform's call, when it is not one within another; and behind it as above.
+    template <auto kBefore, auto kBehind = nullptr>
+    static HookRow RowAround()
+    {
+        return Row([](Interface* pThis, Arguments... arguments) -> Result {
+            const HookDepth depth;
+            if (depth.IsOuter())
+                kBefore(pThis, arguments...);
+            const Result result = Platform(pThis, arguments...);
+            if constexpr (!std::is_null_pointer_v<decltype(kBehind)>)
+                if (depth.IsOuter() && SUCCEEDED(result))
+                    kBehind(pThis, arguments...);
+            return result;
+        });
+    }
     static HookRow Row(Function pHook) { return {Slot(), reinterpret_cast<void*>(pHook), &s_pPlatform}; }
 
 private:

@@ -7,31 +7,22 @@
 template <typename Buffer>
 struct HooksBuffer
 {
-    using Lock = HookMethod<&Buffer::Lock>;
-    using Unlock = HookMethod<&Buffer::Unlock>;
-
-    static HRESULT STDMETHODCALLTYPE OnLock(Buffer* pThis, UINT offset, UINT size, void** ppData, DWORD flags)
+    static void OnLocked(Buffer* pThis, UINT offset, UINT size, void** ppData, DWORD flags)
     {
-        const HookDepth depth;
-        const HRESULT hr = Lock::Platform(pThis, offset, size, ppData, flags);
-        if (SUCCEEDED(hr) && depth.IsOuter())
-            if (const CarryPlace place = CarryFind(pThis))
-                *ppData = CarryBufferLocked(*place.m_pResource, *ppData, offset, size, flags);
-        return hr;
+        if (const CarryPlace place = CarryFind(pThis))
+            *ppData = CarryBufferLocked(*place.m_pResource, *ppData, offset, size, flags);
     }
 
-    static HRESULT STDMETHODCALLTYPE OnUnlock(Buffer* pThis)
+    static void OnUnlocking(Buffer* pThis)
     {
-        const HookDepth depth;
-        if (depth.IsOuter())
-            if (const CarryPlace place = CarryFind(pThis))
-                CarryFor(pThis, [&](CarryDevice&) { CarryBufferUnlocking(*place.m_pResource); });
-        return Unlock::Platform(pThis);
+        if (const CarryPlace place = CarryFind(pThis))
+            CarryFor(pThis, [&](CarryDevice&) { CarryBufferUnlocking(*place.m_pResource); });
     }
 
     static void Install(Buffer* pBuffer)
     {
-        const HookRow rows[] = {Lock::Row(OnLock), Unlock::Row(OnUnlock)};
+        const HookRow rows[] = {HookMethod<&Buffer::Lock>::template RowBehind<OnLocked>(),
+            HookMethod<&Buffer::Unlock>::template RowAround<OnUnlocking>()};
         HookInstall(pBuffer, rows);
     }
 };

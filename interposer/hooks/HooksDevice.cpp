@@ -13,8 +13,6 @@ namespace
 using Device = IDirect3DDevice9;
 using DeviceEx = IDirect3DDevice9Ex;
 using Release = HookMethod<&Device::Release>;
-using Present = HookMethod<&Device::Present>;
-using PresentEx = HookMethod<&DeviceEx::PresentEx>;
 
 ULONG STDMETHODCALLTYPE OnRelease(Device* pThis)
 {
@@ -26,27 +24,13 @@ ULONG STDMETHODCALLTYPE OnRelease(Device* pThis)
 }
 
 // The picture is carried first: what the back buffer holds behind a present is nobody's promise.
-HRESULT STDMETHODCALLTYPE OnPresent(Device* pThis, const RECT* pFrom, const RECT* pTo, HWND hWnd, const RGNDATA* pDirty)
+template <auto kPresent>
+HookRow PresentRow()
 {
-    const HookDepth depth;
-    if (depth.IsOuter())
+    return HookMethod<kPresent>::template RowAround<[](Device* pThis, auto...) {
         HooksPresenting(pThis, [](CarryDevice& device) { device.Output().PresentAll(); });
-    const HRESULT hr = Present::Platform(pThis, pFrom, pTo, hWnd, pDirty);
-    if (depth.IsOuter() && SUCCEEDED(hr))
-        HooksPresented();
-    return hr;
-}
-
-HRESULT STDMETHODCALLTYPE OnPresentEx(
-    DeviceEx* pThis, const RECT* pFrom, const RECT* pTo, HWND hWnd, const RGNDATA* pDirty, DWORD flags)
-{
-    const HookDepth depth;
-    if (depth.IsOuter())
-        HooksPresenting(pThis, [](CarryDevice& device) { device.Output().PresentAll(); });
-    const HRESULT hr = PresentEx::Platform(pThis, pFrom, pTo, hWnd, pDirty, flags);
-    if (depth.IsOuter() && SUCCEEDED(hr))
-        HooksPresented();
-    return hr;
+    },
+        [](auto...) { HooksPresented(); }>();
 }
 
 void Reset(Device* pThis)
@@ -58,13 +42,13 @@ void Reset(Device* pThis)
 
 void HooksDevice(IDirect3DDevice9* pDevice)
 {
-    const HookRow presents[] = {Present::Row(OnPresent)};
+    const HookRow presents[] = {PresentRow<&Device::Present>()};
     HookInstall(pDevice, presents);
     UMDComPtr<DeviceEx> pEx;
     const bool bEx = SUCCEEDED(pDevice->QueryInterface(IID_IDirect3DDevice9Ex, reinterpret_cast<void**>(pEx.Put())));
     if (bEx)
     {
-        const HookRow exPresents[] = {PresentEx::Row(OnPresentEx)};
+        const HookRow exPresents[] = {PresentRow<&DeviceEx::PresentEx>()};
         HookInstall(pDevice, exPresents);
     }
     UMDComPtr<IDirect3DSwapChain9> pChain;

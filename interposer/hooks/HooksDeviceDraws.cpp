@@ -16,23 +16,15 @@ void Draws(Device* pDevice)
     const HookRow rows[] = {
         HookRowCarried<&Device::BeginScene, [](CarryDevice& device) { device.Scene(true); }>(),
         HookRowCarried<&Device::EndScene, [](CarryDevice& device) { device.Scene(false); }>(),
-        HookRowCarried<&Device::Clear,
-            [](CarryDevice& device, DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLOR color, float z,
-                DWORD stencil) { device.Clear(count, pRects, flags, color, z, stencil); }>(),
-        HookRowCarried<&Device::DrawPrimitive, [](CarryDevice& device, D3DPRIMITIVETYPE type, UINT first,
-                                                   UINT count) { device.Draws().Draw(type, first, count); }>(),
+        HookRowCarried<&Device::Clear, [](CarryDevice& device, auto... values) { device.Clear(values...); }>(),
+        HookRowCarried<&Device::DrawPrimitive,
+            [](CarryDevice& device, auto... values) { device.Draws().Draw(values...); }>(),
         HookRowCarried<&Device::DrawIndexedPrimitive,
-            [](CarryDevice& device, D3DPRIMITIVETYPE type, INT base, UINT least, UINT vertices, UINT first,
-                UINT count) { device.Draws().DrawIndexed(type, base, least, vertices, first, count); }>(),
+            [](CarryDevice& device, auto... values) { device.Draws().DrawIndexed(values...); }>(),
         HookRowCarried<&Device::DrawPrimitiveUP,
-            [](CarryDevice& device, D3DPRIMITIVETYPE type, UINT count, const void* pVertices, UINT stride) {
-                device.Draws().DrawMemory(type, count, pVertices, stride);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.Draws().DrawMemory(values...); }>(),
         HookRowCarried<&Device::DrawIndexedPrimitiveUP,
-            [](CarryDevice& device, D3DPRIMITIVETYPE type, UINT least, UINT vertices, UINT count, const void* pIndices,
-                D3DFORMAT format, const void* pVertices, UINT stride) {
-                device.Draws().DrawIndexedMemory(type, least, vertices, count, pIndices, format, pVertices, stride);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.Draws().DrawIndexedMemory(values...); }>(),
         HookMethod<&Device::ProcessVertices>::RowBehind<[](auto...) { RunLimit(kLimitProcessVertices); }>(),
         HookMethod<&Device::DrawRectPatch>::RowBehind<[](auto...) { RunLimit(kLimitPatches); }>(),
         HookMethod<&Device::DrawTriPatch>::RowBehind<[](auto...) { RunLimit(kLimitPatches); }>(),

@@ -24,11 +24,17 @@ void Texture(CarryDevice& device, IDirect3DTexture9* pTexture)
     CarryCreateTexture(device, pTexture);
 }
 
-void Surface(CarryDevice& device, IDirect3DSurface9* pSurface)
-{
-    HooksSurface(pSurface);
-    CarryCreateSurface(device, pSurface);
-}
+/// Finds the new surface among the arguments.
+constexpr auto kOnSurface = [](CarryDevice& device, auto... arguments) {
+    const auto take = [&](auto argument) {
+        if constexpr (std::is_same_v<decltype(argument), IDirect3DSurface9**>)
+        {
+            HooksSurface(*argument);
+            CarryCreateSurface(device, *argument);
+        }
+    };
+    (take(arguments), ...);
+};
 
 void Resources(Device* pDevice)
 {
@@ -36,16 +42,9 @@ void Resources(Device* pDevice)
         HookRowCarried<&Device::CreateTexture,
             [](CarryDevice& device, UINT, UINT, UINT, DWORD, D3DFORMAT, D3DPOOL, IDirect3DTexture9** ppTexture,
                 HANDLE*) { Texture(device, *ppTexture); }>(),
-        HookRowCarried<&Device::CreateRenderTarget,
-            [](CarryDevice& device, UINT, UINT, D3DFORMAT, D3DMULTISAMPLE_TYPE, DWORD, BOOL,
-                IDirect3DSurface9** ppSurface, HANDLE*) { Surface(device, *ppSurface); }>(),
-        HookRowCarried<&Device::CreateDepthStencilSurface,
-            [](CarryDevice& device, UINT, UINT, D3DFORMAT, D3DMULTISAMPLE_TYPE, DWORD, BOOL,
-                IDirect3DSurface9** ppSurface, HANDLE*) { Surface(device, *ppSurface); }>(),
-        HookRowCarried<&Device::CreateOffscreenPlainSurface,
-            [](CarryDevice& device, UINT, UINT, D3DFORMAT, D3DPOOL, IDirect3DSurface9** ppSurface, HANDLE*) {
-                Surface(device, *ppSurface);
-            }>(),
+        HookRowCarried<&Device::CreateRenderTarget, kOnSurface>(),
+        HookRowCarried<&Device::CreateDepthStencilSurface, kOnSurface>(),
+        HookRowCarried<&Device::CreateOffscreenPlainSurface, kOnSurface>(),
         HookRowCarried<&Device::CreateVertexBuffer,
             [](CarryDevice& device, UINT, DWORD, DWORD, D3DPOOL, IDirect3DVertexBuffer9** ppBuffer, HANDLE*) {
                 HooksVertexBuffer(*ppBuffer);
@@ -103,16 +102,9 @@ void HooksDeviceObjects(IDirect3DDevice9* pDevice)
 void HooksDeviceObjectsEx(IDirect3DDevice9Ex* pDevice)
 {
     const HookRow rows[] = {
-        HookRowCarried<&DeviceEx::CreateRenderTargetEx,
-            [](CarryDevice& device, UINT, UINT, D3DFORMAT, D3DMULTISAMPLE_TYPE, DWORD, BOOL,
-                IDirect3DSurface9** ppSurface, HANDLE*, DWORD) { Surface(device, *ppSurface); }>(),
-        HookRowCarried<&DeviceEx::CreateDepthStencilSurfaceEx,
-            [](CarryDevice& device, UINT, UINT, D3DFORMAT, D3DMULTISAMPLE_TYPE, DWORD, BOOL,
-                IDirect3DSurface9** ppSurface, HANDLE*, DWORD) { Surface(device, *ppSurface); }>(),
-        HookRowCarried<&DeviceEx::CreateOffscreenPlainSurfaceEx,
-            [](CarryDevice& device, UINT, UINT, D3DFORMAT, D3DPOOL, IDirect3DSurface9** ppSurface, HANDLE*, DWORD) {
-                Surface(device, *ppSurface);
-            }>(),
+        HookRowCarried<&DeviceEx::CreateRenderTargetEx, kOnSurface>(),
+        HookRowCarried<&DeviceEx::CreateDepthStencilSurfaceEx, kOnSurface>(),
+        HookRowCarried<&DeviceEx::CreateOffscreenPlainSurfaceEx, kOnSurface>(),
     };
     HookInstall(pDevice, rows);
 }

@@ -47,16 +47,15 @@ void FixedPipeline(Device* pDevice)
 {
     const HookRow rows[] = {
         SetSamplerState::Row(OnSetSamplerState),
-        Set<&Device::SetRenderState, [](CarryDevice& device, D3DRENDERSTATETYPE state,
-                                         DWORD value) { device.State().RenderState(state, value); }>(),
-        Set<&Device::SetTextureStageState, [](CarryDevice& device, DWORD stage, D3DTEXTURESTAGESTATETYPE state,
-                                               DWORD value) { device.State().StageState(stage, state, value); }>(),
-        Set<&Device::SetTexture, [](CarryDevice& device, DWORD stage,
-                                     IDirect3DBaseTexture9* pTexture) { device.State().Texture(stage, pTexture); }>(),
-        Set<&Device::SetTransform, [](CarryDevice& device, D3DTRANSFORMSTATETYPE type,
-                                       const D3DMATRIX*) { device.State().Transform(type); }>(),
-        Set<&Device::MultiplyTransform, [](CarryDevice& device, D3DTRANSFORMSTATETYPE type,
-                                            const D3DMATRIX*) { device.State().Transform(type); }>(),
+        Set<&Device::SetRenderState,
+            [](CarryDevice& device, auto... values) { device.State().RenderState(values...); }>(),
+        Set<&Device::SetTextureStageState,
+            [](CarryDevice& device, auto... values) { device.State().StageState(values...); }>(),
+        Set<&Device::SetTexture, [](CarryDevice& device, auto... values) { device.State().Texture(values...); }>(),
+        Set<&Device::SetTransform,
+            [](CarryDevice& device, D3DTRANSFORMSTATETYPE type, auto) { device.State().Transform(type); }>(),
+        Set<&Device::MultiplyTransform,
+            [](CarryDevice& device, D3DTRANSFORMSTATETYPE type, auto) { device.State().Transform(type); }>(),
         Set<&Device::SetViewport, [](CarryDevice& device, const D3DVIEWPORT9*) { device.State().Viewport(); }>(),
         Set<&Device::SetScissorRect, [](CarryDevice& device, const RECT*) { device.State().Scissor(); }>(),
         Set<&Device::SetClipPlane,
@@ -75,33 +74,21 @@ void Shaders(Device* pDevice)
         Set<&Device::SetVertexDeclaration,
             [](CarryDevice& device, IDirect3DVertexDeclaration9*) { device.State().Declaration(); }>(),
         Set<&Device::SetVertexShader,
-            [](CarryDevice& device, IDirect3DVertexShader9* pShader) { device.State().VertexShader(pShader); }>(),
+            [](CarryDevice& device, auto... values) { device.State().VertexShader(values...); }>(),
         Set<&Device::SetPixelShader,
-            [](CarryDevice& device, IDirect3DPixelShader9* pShader) { device.State().PixelShader(pShader); }>(),
+            [](CarryDevice& device, auto... values) { device.State().PixelShader(values...); }>(),
         Set<&Device::SetVertexShaderConstantF,
-            [](CarryDevice& device, UINT first, const float* pValues, UINT count) {
-                device.State().VertexConstants().Floats(first, pValues, count);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.State().VertexConstants().Floats(values...); }>(),
         Set<&Device::SetVertexShaderConstantI,
-            [](CarryDevice& device, UINT first, const int* pValues, UINT count) {
-                device.State().VertexConstants().Integers(first, pValues, count);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.State().VertexConstants().Integers(values...); }>(),
         Set<&Device::SetVertexShaderConstantB,
-            [](CarryDevice& device, UINT first, const BOOL* pValues, UINT count) {
-                device.State().VertexConstants().Booleans(first, pValues, count);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.State().VertexConstants().Booleans(values...); }>(),
         Set<&Device::SetPixelShaderConstantF,
-            [](CarryDevice& device, UINT first, const float* pValues, UINT count) {
-                device.State().PixelConstants().Floats(first, pValues, count);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.State().PixelConstants().Floats(values...); }>(),
         Set<&Device::SetPixelShaderConstantI,
-            [](CarryDevice& device, UINT first, const int* pValues, UINT count) {
-                device.State().PixelConstants().Integers(first, pValues, count);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.State().PixelConstants().Integers(values...); }>(),
         Set<&Device::SetPixelShaderConstantB,
-            [](CarryDevice& device, UINT first, const BOOL* pValues, UINT count) {
-                device.State().PixelConstants().Booleans(first, pValues, count);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.State().PixelConstants().Booleans(values...); }>(),
     };
     HookInstall(pDevice, rows);
 }
@@ -110,17 +97,13 @@ void Targets(Device* pDevice)
 {
     const HookRow rows[] = {
         HookRowCarried<&Device::SetRenderTarget,
-            [](CarryDevice& device, DWORD index, IDirect3DSurface9* pTarget) {
-                device.State().Target(index, pTarget);
-            }>(),
+            [](CarryDevice& device, auto... values) { device.State().Target(values...); }>(),
         HookRowCarried<&Device::SetDepthStencilSurface,
-            [](CarryDevice& device, IDirect3DSurface9* pDepth) { device.State().Depth(pDepth); }>(),
-        Set<&Device::SetStreamSource, [](CarryDevice& device, UINT stream, IDirect3DVertexBuffer9* pBuffer, UINT offset,
-                                          UINT stride) { device.Draws().Stream(stream, pBuffer, offset, stride); }>(),
+            [](CarryDevice& device, auto... values) { device.State().Depth(values...); }>(),
+        Set<&Device::SetStreamSource, [](CarryDevice& device, auto... values) { device.Draws().Stream(values...); }>(),
         Set<&Device::SetStreamSourceFreq,
-            [](CarryDevice& device, UINT stream, UINT divider) { device.Draws().StreamFrequency(stream, divider); }>(),
-        Set<&Device::SetIndices,
-            [](CarryDevice& device, IDirect3DIndexBuffer9* pBuffer) { device.Draws().Indices(pBuffer); }>(),
+            [](CarryDevice& device, auto... values) { device.Draws().StreamFrequency(values...); }>(),
+        Set<&Device::SetIndices, [](CarryDevice& device, auto... values) { device.Draws().Indices(values...); }>(),
     };
     HookInstall(pDevice, rows);
 }

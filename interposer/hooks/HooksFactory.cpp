@@ -22,35 +22,15 @@ bool IsPrograms(IDirect3D9* pFactory)
     return g_Factories.contains(pFactory);
 }
 
-void Begin(IDirect3DDevice9* pDevice)
+/// The factory has made a device.
+void Begin(IDirect3D9* pFactory, IDirect3DDevice9* pDevice)
 {
+    if (!IsPrograms(pFactory))
+        return;
     // The driver's device is made before the first hook: its methods stay the platform's.
     if (RunOf().m_Mode != RunMode::Off)
         CarryBegin(pDevice);
     HooksDevice(pDevice);
-}
-
-using CreateDevice = HookMethod<&IDirect3D9::CreateDevice>;
-using CreateDeviceEx = HookMethod<&IDirect3D9Ex::CreateDeviceEx>;
-
-HRESULT STDMETHODCALLTYPE OnCreateDevice(IDirect3D9* pThis, UINT adapter, D3DDEVTYPE type, HWND hFocus, DWORD flags,
-    D3DPRESENT_PARAMETERS* pParameters, IDirect3DDevice9** ppDevice)
-{
-    const HookDepth depth;
-    const HRESULT hr = CreateDevice::Platform(pThis, adapter, type, hFocus, flags, pParameters, ppDevice);
-    if (SUCCEEDED(hr) && depth.IsOuter() && IsPrograms(pThis))
-        Begin(*ppDevice);
-    return hr;
-}
-
-HRESULT STDMETHODCALLTYPE OnCreateDeviceEx(IDirect3D9Ex* pThis, UINT adapter, D3DDEVTYPE type, HWND hFocus, DWORD flags,
-    D3DPRESENT_PARAMETERS* pParameters, D3DDISPLAYMODEEX* pMode, IDirect3DDevice9Ex** ppDevice)
-{
-    const HookDepth depth;
-    const HRESULT hr = CreateDeviceEx::Platform(pThis, adapter, type, hFocus, flags, pParameters, pMode, ppDevice);
-    if (SUCCEEDED(hr) && depth.IsOuter() && IsPrograms(pThis))
-        Begin(*ppDevice);
-    return hr;
 }
 
 /// A factory may lie where one that has gone lay: only its maker tells whose it is.
@@ -67,12 +47,18 @@ void NoteMaker(IDirect3D9* pFactory, bool bProgram)
 
 void HooksFactory(IDirect3D9* pFactory)
 {
-    const HookRow rows[] = {CreateDevice::Row(OnCreateDevice)};
+    const HookRow rows[] = {
+        HookMethod<&IDirect3D9::CreateDevice>::RowBehind<[](IDirect3D9* pThis, UINT, D3DDEVTYPE, HWND, DWORD,
+                                                             D3DPRESENT_PARAMETERS*, IDirect3DDevice9** ppDevice) {
+            Begin(pThis, *ppDevice);
+        }>()};
     HookInstall(pFactory, rows);
     UMDComPtr<IDirect3D9Ex> pEx;
     if (SUCCEEDED(pFactory->QueryInterface(IID_IDirect3D9Ex, reinterpret_cast<void**>(pEx.Put()))))
     {
-        const HookRow exRows[] = {CreateDeviceEx::Row(OnCreateDeviceEx)};
+        const HookRow exRows[] = {HookMethod<&IDirect3D9Ex::CreateDeviceEx>::RowBehind<
+            [](IDirect3D9* pThis, UINT, D3DDEVTYPE, HWND, DWORD, D3DPRESENT_PARAMETERS*, D3DDISPLAYMODEEX*,
+                IDirect3DDevice9Ex** ppDevice) { Begin(pThis, *ppDevice); }>()};
         HookInstall(pEx.Get(), exRows);
     }
 }

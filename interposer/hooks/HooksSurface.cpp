@@ -11,23 +11,16 @@ using LockRect = HookMethod<&Surface::LockRect>;
 using UnlockRect = HookMethod<&Surface::UnlockRect>;
 using ReleaseDC = HookMethod<&Surface::ReleaseDC>;
 
-HRESULT STDMETHODCALLTYPE OnLockRect(Surface* pThis, D3DLOCKED_RECT* pLocked, const RECT* pRect, DWORD flags)
+void OnLocked(Surface* pThis, D3DLOCKED_RECT* pLocked, const RECT* pRect, DWORD flags)
 {
-    const HookDepth depth;
-    const HRESULT hr = LockRect::Platform(pThis, pLocked, pRect, flags);
-    if (SUCCEEDED(hr) && depth.IsOuter())
-        if (const CarryPlace place = CarryFind(pThis))
-            CarryFor(pThis, [&](CarryDevice&) { CarryLocked(place, *pLocked, pRect, flags); });
-    return hr;
+    if (const CarryPlace place = CarryFind(pThis))
+        CarryFor(pThis, [&](CarryDevice&) { CarryLocked(place, *pLocked, pRect, flags); });
 }
 
-HRESULT STDMETHODCALLTYPE OnUnlockRect(Surface* pThis)
+void OnUnlocking(Surface* pThis)
 {
-    const HookDepth depth;
-    if (depth.IsOuter())
-        if (const CarryPlace place = CarryFind(pThis))
-            CarryFor(pThis, [&](CarryDevice&) { CarryUnlocking(place); });
-    return UnlockRect::Platform(pThis);
+    if (const CarryPlace place = CarryFind(pThis))
+        CarryFor(pThis, [&](CarryDevice&) { CarryUnlocking(place); });
 }
 
 // What was drawn with the system's own functions is read back, as if it had been written under a lock.
@@ -52,6 +45,7 @@ HRESULT STDMETHODCALLTYPE OnReleaseDC(Surface* pThis, HDC hDC)
 
 void HooksSurface(IDirect3DSurface9* pSurface)
 {
-    const HookRow rows[] = {LockRect::Row(OnLockRect), UnlockRect::Row(OnUnlockRect), ReleaseDC::Row(OnReleaseDC)};
+    const HookRow rows[] = {
+        LockRect::RowBehind<OnLocked>(), UnlockRect::RowAround<OnUnlocking>(), ReleaseDC::Row(OnReleaseDC)};
     HookInstall(pSurface, rows);
 }

@@ -9,8 +9,6 @@ namespace
 {
 
 using Texture = IDirect3DTexture9;
-using LockRect = HookMethod<&Texture::LockRect>;
-using UnlockRect = HookMethod<&Texture::UnlockRect>;
 
 CarryPlace PlaceOf(Texture* pTexture, UINT level)
 {
@@ -19,33 +17,20 @@ CarryPlace PlaceOf(Texture* pTexture, UINT level)
     return place;
 }
 
-HRESULT STDMETHODCALLTYPE OnLockRect(
-    Texture* pThis, UINT level, D3DLOCKED_RECT* pLocked, const RECT* pRect, DWORD flags)
-{
-    const HookDepth depth;
-    const HRESULT hr = LockRect::Platform(pThis, level, pLocked, pRect, flags);
-    if (SUCCEEDED(hr) && depth.IsOuter())
-        if (const CarryPlace place = PlaceOf(pThis, level))
-            CarryFor(pThis, [&](CarryDevice&) { CarryLocked(place, *pLocked, pRect, flags); });
-    return hr;
-}
-
-HRESULT STDMETHODCALLTYPE OnUnlockRect(Texture* pThis, UINT level)
-{
-    const HookDepth depth;
-    if (depth.IsOuter())
-        if (const CarryPlace place = PlaceOf(pThis, level))
-            CarryFor(pThis, [&](CarryDevice&) { CarryUnlocking(place); });
-    return UnlockRect::Platform(pThis, level);
-}
-
 }  // namespace
 
 void HooksTexture(IDirect3DTexture9* pTexture)
 {
     const HookRow rows[] = {
-        LockRect::Row(OnLockRect),
-        UnlockRect::Row(OnUnlockRect),
+        HookMethod<&Texture::LockRect>::RowBehind<[](Texture* pThis, UINT level, D3DLOCKED_RECT* pLocked,
+                                                      const RECT* pRect, DWORD flags) {
+            if (const CarryPlace place = PlaceOf(pThis, level))
+                CarryFor(pThis, [&](CarryDevice&) { CarryLocked(place, *pLocked, pRect, flags); });
+        }>(),
+        HookMethod<&Texture::UnlockRect>::RowAround<[](Texture* pThis, UINT level) {
+            if (const CarryPlace place = PlaceOf(pThis, level))
+                CarryFor(pThis, [&](CarryDevice&) { CarryUnlocking(place); });
+        }>(),
         HookMethod<&Texture::GenerateMipSubLevels>::RowBehind<[](auto...) { RunLimit(kLimitGeneratedLevels); }>(),
         HookMethod<&Texture::SetLOD>::RowBehind<[](Texture*, DWORD lod) {
             if (lod != 0)

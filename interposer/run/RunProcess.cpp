@@ -3,12 +3,11 @@
 #include "host/runtime/HostError.h"
 #include "host/runtime/HostText.h"
 
+#include <algorithm>
 #include <atomic>
 
 namespace
 {
-
-constexpr DWORD kLastFrameMilliseconds = 1000;
 
 /// Memory that the program finds by its name.
 class SharedRecord
@@ -35,7 +34,7 @@ public:
     SharedRecord& operator=(const SharedRecord&) = delete;
 
     const std::wstring& Name() const { return m_Name; }
-    RunRecord& Record() { return *m_pRecord; }
+    const RunRecord& Record() const { return *m_pRecord; }
 
 private:
     std::wstring m_Name;
@@ -88,25 +87,23 @@ RunEnd EndOf(const RunRecord& record, bool bEndedHere, DWORD exitCode)
 RunResult RunProgram(
     const RunRecord& settings, const std::wstring& program, const std::vector<std::wstring>& arguments, DWORD timeLimit)
 {
-    SharedRecord shared(settings);
+    const SharedRecord shared(settings);
     SetEnvironmentVariableW(TESSLO_RUN_RECORD, shared.Name().c_str());
     const ULONGLONG begin = GetTickCount64();
     const PROCESS_INFORMATION process = Start(program, arguments);
     SetEnvironmentVariableW(TESSLO_RUN_RECORD, nullptr);
     const bool bEndedHere = WaitForSingleObject(process.hProcess, timeLimit) == WAIT_TIMEOUT;
     if (bEndedHere)
-    {
-        // Behind its next frame, so that none is compared and not counted; but it may have no next one.
-        shared.Record().m_FrameLimit = 1;
-        WaitForSingleObject(process.hProcess, kLastFrameMilliseconds);
         TerminateProcess(process.hProcess, 0);
-    }
     WaitForSingleObject(process.hProcess, INFINITE);
     RunResult result;
     result.m_Seconds = static_cast<double>(GetTickCount64() - begin) / 1000;
     GetExitCodeProcess(process.hProcess, &result.m_ExitCode);
     CloseHandle(process.hProcess);
     result.m_Record = shared.Record();
+    // One that was ended within a present has compared the frame, and not counted it yet.
+    result.m_Record.m_Frames =
+        std::max(result.m_Record.m_Frames, result.m_Record.m_Equal + result.m_Record.m_Different);
     result.m_End = EndOf(result.m_Record, bEndedHere, result.m_ExitCode);
     return result;
 }

@@ -43,7 +43,7 @@ TEST(InterposerRuns, TimeLimit_ProgramNeverPresents_IsEndedAndReported)
     EXPECT_NE(RunReportText(result).find("0 frames: 0 equal, 0 different"), std::string::npos);
 }
 
-TEST(InterposerRuns, TimeLimit_ProgramPresentsForEver_IsEndedBehindAFrame)
+TEST(InterposerRuns, TimeLimit_ProgramPresentsForEver_EachFrameIsEqual)
 {
     const RunResult result = InterposedProgram(L"ShowsForEver", {}, 4000);
     EXPECT_EQ(result.m_End, RunEnd::TimeLimit);
