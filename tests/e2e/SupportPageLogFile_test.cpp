@@ -9,6 +9,14 @@
 #include <algorithm>
 #include <cctype>
 
+namespace tesslo::test
+{
+static void PrintTo(const SupportScene& scene, std::ostream* pStream)
+{
+    *pStream << scene.m_pCause;
+}
+}  // namespace tesslo::test
+
 using namespace tesslo::test;
 
 namespace

@@ -7,6 +7,16 @@
 
 #include <gtest/gtest.h>
 
+namespace tesslo::test
+{
+
+static void PrintTo(const FakeAdapter& adapter, std::ostream* pStream)
+{
+    *pStream << adapter.m_Description;
+}
+
+}  // namespace tesslo::test
+
 using namespace tesslo::test;
 
 namespace
