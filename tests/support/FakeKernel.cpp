@@ -13,11 +13,6 @@ namespace tesslo::test
 namespace
 {
 
-FakeKernel& ToKernel(HANDLE hRuntime)
-{
-    return *static_cast<FakeKernel*>(hRuntime);
-}
-
 /// Handles print as small numbers.
 UINT Low(HANDLE handle)
 {
@@ -82,6 +77,14 @@ size_t FakeKernel::ContextCount() const
     return m_ContextCount;
 }
 
+FakeKernel& FakeKernel::InternalFrom(HANDLE hRuntime)
+{
+    auto* pKernel = static_cast<FakeKernel*>(hRuntime);
+    if (pKernel->m_pSelf != pKernel)
+        RaiseException(static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION), 0, 0, nullptr);
+    return *pKernel;
+}
+
 HRESULT FakeKernel::InternalRecord(const char* pCallback, const char* pFormat, ...)
 {
     FailNthAllocation::Pause pause;
@@ -95,7 +98,7 @@ HRESULT FakeKernel::InternalRecord(const char* pCallback, const char* pFormat, .
 
 HRESULT FakeKernel::InternalAllocate(HANDLE hDevice, D3DDDICB_ALLOCATE* pAllocate)
 {
-    FakeKernel& kernel = ToKernel(hDevice);
+    FakeKernel& kernel = InternalFrom(hDevice);
     if (HRESULT hr = kernel.InternalRecord(
             "pfnAllocateCb", "resource:%x count:%u", Low(pAllocate->hResource), pAllocate->NumAllocations);
         FAILED(hr))
@@ -116,7 +119,7 @@ HRESULT FakeKernel::InternalAllocate(HANDLE hDevice, D3DDDICB_ALLOCATE* pAllocat
 
 HRESULT FakeKernel::InternalDeallocate(HANDLE hDevice, const D3DDDICB_DEALLOCATE* pDeallocate)
 {
-    FakeKernel& kernel = ToKernel(hDevice);
+    FakeKernel& kernel = InternalFrom(hDevice);
     const D3DKMT_HANDLE first = pDeallocate->NumAllocations ? pDeallocate->HandleList[0] : 0;
     if (HRESULT hr = kernel.InternalRecord("pfnDeallocateCb", "resource:%x count:%u first:%u",
             Low(pDeallocate->hResource), pDeallocate->NumAllocations, first);
@@ -134,19 +137,19 @@ HRESULT FakeKernel::InternalDeallocate(HANDLE hDevice, const D3DDDICB_DEALLOCATE
 
 HRESULT FakeKernel::InternalSetDisplayMode(HANDLE hDevice, D3DDDICB_SETDISPLAYMODE* pSetDisplayMode)
 {
-    return ToKernel(hDevice).InternalRecord(
+    return InternalFrom(hDevice).InternalRecord(
         "pfnSetDisplayModeCb", "allocation:%u", pSetDisplayMode->hPrimaryAllocation);
 }
 
 HRESULT FakeKernel::InternalPresent(HANDLE hDevice, D3DDDICB_PRESENT* pPresent)
 {
-    return ToKernel(hDevice).InternalRecord("pfnPresentCb", "src:%u dst:%u context:%x", pPresent->hSrcAllocation,
+    return InternalFrom(hDevice).InternalRecord("pfnPresentCb", "src:%u dst:%u context:%x", pPresent->hSrcAllocation,
         pPresent->hDstAllocation, Low(pPresent->hContext));
 }
 
 HRESULT FakeKernel::InternalRender(HANDLE hDevice, D3DDDICB_RENDER* pRender)
 {
-    FakeKernel& kernel = ToKernel(hDevice);
+    FakeKernel& kernel = InternalFrom(hDevice);
     if (HRESULT hr = kernel.InternalRecord("pfnRenderCb", "length:%u offset:%u allocations:%u patches:%u context:%x",
             pRender->CommandLength, pRender->CommandOffset, pRender->NumAllocations, pRender->NumPatchLocations,
             Low(pRender->hContext));
@@ -165,7 +168,7 @@ HRESULT FakeKernel::InternalRender(HANDLE hDevice, D3DDDICB_RENDER* pRender)
 
 HRESULT FakeKernel::InternalLock(HANDLE hDevice, D3DDDICB_LOCK* pLock)
 {
-    FakeKernel& kernel = ToKernel(hDevice);
+    FakeKernel& kernel = InternalFrom(hDevice);
     if (HRESULT hr =
             kernel.InternalRecord("pfnLockCb", "allocation:%u flags:0x%x", pLock->hAllocation, pLock->Flags.Value);
         FAILED(hr))
@@ -181,7 +184,7 @@ HRESULT FakeKernel::InternalLock(HANDLE hDevice, D3DDDICB_LOCK* pLock)
 
 HRESULT FakeKernel::InternalUnlock(HANDLE hDevice, const D3DDDICB_UNLOCK* pUnlock)
 {
-    FakeKernel& kernel = ToKernel(hDevice);
+    FakeKernel& kernel = InternalFrom(hDevice);
     const D3DKMT_HANDLE first = pUnlock->NumAllocations ? pUnlock->phAllocations[0] : 0;
     if (HRESULT hr = kernel.InternalRecord("pfnUnlockCb", "count:%u first:%u", pUnlock->NumAllocations, first);
         FAILED(hr))
@@ -199,7 +202,7 @@ HRESULT FakeKernel::InternalUnlock(HANDLE hDevice, const D3DDDICB_UNLOCK* pUnloc
 
 HRESULT FakeKernel::InternalEscape(HANDLE hAdapter, const D3DDDICB_ESCAPE* pEscape)
 {
-    FakeKernel& kernel = ToKernel(hAdapter);
+    FakeKernel& kernel = InternalFrom(hAdapter);
     auto* pSource = static_cast<UMDESCAPE_VIDPNSOURCE*>(pEscape->pPrivateDriverData);
     if (HRESULT hr = kernel.InternalRecord("pfnEscapeCb", "size:%u device:%x flags:0x%x context:%x command:%u index:%u",
             pEscape->PrivateDriverDataSize, Low(pEscape->hDevice), pEscape->Flags.Value, Low(pEscape->hContext),
@@ -214,7 +217,7 @@ HRESULT FakeKernel::InternalEscape(HANDLE hAdapter, const D3DDDICB_ESCAPE* pEsca
 
 HRESULT FakeKernel::InternalCreateContext(HANDLE hDevice, D3DDDICB_CREATECONTEXT* pCreate)
 {
-    FakeKernel& kernel = ToKernel(hDevice);
+    FakeKernel& kernel = InternalFrom(hDevice);
     if (HRESULT hr = kernel.InternalRecord("pfnCreateContextCb", "node:%u affinity:%u flags:0x%x data:%u",
             pCreate->NodeOrdinal, pCreate->EngineAffinity, pCreate->Flags.Value, pCreate->PrivateDriverDataSize);
         FAILED(hr))
@@ -233,7 +236,7 @@ HRESULT FakeKernel::InternalCreateContext(HANDLE hDevice, D3DDDICB_CREATECONTEXT
 
 HRESULT FakeKernel::InternalDestroyContext(HANDLE hDevice, const D3DDDICB_DESTROYCONTEXT* pDestroy)
 {
-    FakeKernel& kernel = ToKernel(hDevice);
+    FakeKernel& kernel = InternalFrom(hDevice);
     if (HRESULT hr = kernel.InternalRecord("pfnDestroyContextCb", "context:%x", Low(pDestroy->hContext)); FAILED(hr))
         return hr;
     std::lock_guard lock(kernel.m_Mutex);

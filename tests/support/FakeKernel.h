@@ -72,8 +72,12 @@ private:
     static HRESULT APIENTRY InternalCreateContext(HANDLE hDevice, D3DDDICB_CREATECONTEXT* pCreate);
     static HRESULT APIENTRY InternalDestroyContext(HANDLE hDevice, const D3DDDICB_DESTROYCONTEXT* pDestroy);
 
+    /// A runtime faults on what is no handle of its own. The fakes could throw over it, which nothing catches: between
+    /// them and the test lie frames of the driver.
+    static FakeKernel& InternalFrom(HANDLE hRuntime);
     HRESULT InternalRecord(const char* pCallback, const char* pFormat, ...);
 
+    const FakeKernel* const m_pSelf = this;
     std::map<D3DKMT_HANDLE, Allocation> m_Allocations;
     D3DKMT_HANDLE m_LastAllocation = 0;
     size_t m_ContextCount = 0;
