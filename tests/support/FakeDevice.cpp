@@ -1,6 +1,7 @@
 #include "FakeDevice.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace tesslo::test
@@ -35,8 +36,16 @@ template <typename Object, typename Interface, typename... Arguments>
 HRESULT FakeDevice::InternalMake(Interface** ppObject, const char* pName, const Arguments&... arguments)
 {
     FailNthAllocation::Pause pause;
-    *ppObject = new Object(*this, NextName(pName), arguments...);
-    return S_OK;
+    try
+    {
+        *ppObject = new Object(*this, NextName(pName), arguments...);
+        return S_OK;
+    }
+    catch (const std::bad_alloc&)
+    {
+        *ppObject = nullptr;
+        return D3DERR_OUTOFVIDEOMEMORY;
+    }
 }
 
 HRESULT FakeDevice::InternalMakeSurface(
