@@ -39,14 +39,15 @@ BYTE* FindSlot(size_t pages)
     if (!s_pRange)
         s_pRange = static_cast<BYTE*>(VirtualAlloc(nullptr, kRange, MEM_RESERVE, PAGE_NOACCESS));
     std::deque<BYTE*>& free = s_Free[pages];
-    constexpr size_t kRest = 64;  // slots that stay untouched for a while
-    if (free.size() > kRest)
+    constexpr size_t kRest = 64;  // slots that stay untouched for a while, as long as there are others
+    const bool bFull = s_Used + pages + 1 > kPages;
+    if (free.size() > kRest || (bFull && !free.empty()))
     {
         BYTE* pSlot = free.front();
         free.pop_front();
         return pSlot;
     }
-    if (!s_pRange || s_Used + pages + 1 > kPages)
+    if (!s_pRange || bFull)
         throw std::bad_alloc();
     BYTE* pSlot = s_pRange + s_Used * kPage;
     s_Used += pages + 1;
