@@ -1,12 +1,25 @@
 #include "FakeObjects.h"
 
 #include "FailNthAllocation.h"
+#include "Fences.h"
 
 #include <algorithm>
 #include <stdexcept>
 
 namespace tesslo::test
 {
+
+void* FakeObject::operator new(size_t bytes)
+{
+    FailNthAllocation::Pause pause;
+    return TakeFenced(bytes, __STDCPP_DEFAULT_NEW_ALIGNMENT__, FencedFor::Objects);
+}
+
+void FakeObject::operator delete(void* pObject)
+{
+    FailNthAllocation::Pause pause;
+    GiveFenced(pObject);
+}
 
 std::vector<std::string> FakeObjects::LiveObjects() const
 {

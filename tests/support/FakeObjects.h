@@ -23,6 +23,9 @@ public:
     /// "surface#1"; "" for the device. Levels of textures: "texture#1[level]", "cube#1[face][level]".
     const std::string& Name() const { return m_Name; }
     virtual ULONG ReferenceCount() const = 0;
+    /// On pages of its own: a call of an object that is gone, as a wrong handle may lead to, faults.
+    static void* operator new(size_t bytes);
+    static void operator delete(void* pObject);
     /// Whether it exists as part of another object or of the test, and is not counted as living.
     virtual bool IsPart() const { return false; }
 

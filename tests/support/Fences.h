@@ -1,5 +1,5 @@
-// Memory that ends at a page without access, out of one large range: of every address can be told whether it lies in
-// such a page. Any thread.
+// Memory that ends at a page without access, out of large ranges: of every address can be told whether it lies in such
+// a page. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -19,9 +19,16 @@ enum class FencePlace
 };
 FencePlace FindFence(const void* pAddress);
 
+/// The range that memory comes from. Who runs far over the end of bytes never meets an object.
+enum class FencedFor
+{
+    Bytes,
+    Objects,
+};
+
 /// Takes bytes as others have left them. @param alignment of the first one; what it costs lies behind the last.
 /// Throws std::bad_alloc when the range is used up.
-BYTE* TakeFenced(size_t bytes, size_t alignment = 1);
+BYTE* TakeFenced(size_t bytes, size_t alignment = 1, FencedFor use = FencedFor::Bytes);
 /// Gives them back: nobody may touch them from now on. Nothing for null.
 void GiveFenced(void* pBytes);
 /// How many bytes were taken here; 0 when this is no address that was given out.
