@@ -45,8 +45,15 @@ TEST(InterposerRuns, TimeLimit_ProgramNeverPresents_IsEndedAndReported)
 
 TEST(InterposerRuns, TimeLimit_ProgramPresentsForEver_EachFrameIsEqual)
 {
-    const RunResult result = InterposedProgram(L"ShowsForEver", {}, 4000);
-    EXPECT_EQ(result.m_End, RunEnd::TimeLimit);
+    RunResult result;
+    // A busy machine may need all of the shortest limit to start the program.
+    for (const DWORD limit : {4000, 16'000, 64'000})
+    {
+        result = InterposedProgram(L"ShowsForEver", {}, limit);
+        EXPECT_EQ(result.m_End, RunEnd::TimeLimit);
+        if (result.m_Record.m_Frames > 0)
+            break;
+    }
     EXPECT_GT(result.m_Record.m_Frames, 0);
     EXPECT_EQ(result.m_Record.m_Equal, result.m_Record.m_Frames);
 }
