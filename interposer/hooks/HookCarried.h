@@ -9,6 +9,8 @@ template <auto kMethod, auto kCarry>
 HookRow HookRowCarried()
 {
     return HookMethod<kMethod>::template RowBehind<[](auto* pThis, auto... arguments) {
-        CarryFor(pThis, [&](CarryDevice& device) { kCarry(device, arguments...); });
+        // By reference: a program draws a thousand times a frame, and a function would be copied each time.
+        const auto carry = [&](CarryDevice& device) { kCarry(device, arguments...); };
+        CarryFor(pThis, std::cref(carry));
     }>();
 }
