@@ -4,6 +4,7 @@
 #include "interposer/dll/Platform.h"
 #include "interposer/hooks/HookMethod.h"
 #include "interposer/hooks/Hooks.h"
+#include "interposer/hooks/HooksExit.h"
 #include "interposer/run/RunLedger.h"
 #include "util/UMDComPtr.h"
 
@@ -29,7 +30,10 @@ void Begin(IDirect3D9* pFactory, IDirect3DDevice9* pDevice)
         return;
     // The driver's device is made before the first hook: its methods stay the platform's.
     if (RunOf().m_Mode != RunMode::Off)
+    {
+        HooksExit();
         CarryBegin(pDevice);
+    }
     HooksDevice(pDevice);
 }
 
