@@ -14,3 +14,9 @@ HookRow HookRowCarried()
         CarryFor(pThis, std::cref(carry));
     }>();
 }
+
+// What is carried by an operation of the same parameters.
+template <auto kOperation>
+constexpr auto kHookState = [](CarryDevice& device, auto... values) { (device.State().*kOperation)(values...); };
+template <auto kOperation>
+constexpr auto kHookDraws = [](CarryDevice& device, auto... values) { (device.Draws().*kOperation)(values...); };

@@ -1,6 +1,6 @@
-#include "interposer/hooks/HooksExit.h"
-
+// The end of the process.
 #include "interposer/carry/CarryThread.h"
+#include "interposer/hooks/Hooks.h"
 
 #include <cstring>
 

@@ -4,7 +4,6 @@
 #include "interposer/dll/Platform.h"
 #include "interposer/hooks/HookMethod.h"
 #include "interposer/hooks/Hooks.h"
-#include "interposer/hooks/HooksExit.h"
 #include "interposer/run/RunLedger.h"
 #include "util/UMDComPtr.h"
 
