@@ -180,6 +180,9 @@ start_wine()
     export WINEDLLOVERRIDES='winedbg.exe=d;mscoree=d;mshtml=d'
     # The command stream thread spins; one thread gives the same pictures and leaves the cores to the work.
     export WINE_D3D_CONFIG=csmt=0
+    # One heap for all threads: of a thread's own the C library gives back what the rasteriser frees behind each frame,
+    # and the next frame waits for every page of it again.
+    export MALLOC_ARENA_MAX=1
     mkdir -p "$WINEPREFIX"
     # What a run that was killed has left behind knows another display.
     wineserver -k </dev/null >/dev/null 2>&1 9>&- || true

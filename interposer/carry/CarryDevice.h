@@ -30,12 +30,14 @@ public:
     CarryDraws& Draws() { return m_Draws; }
 
     /// Work with the driver's device, on the driver's thread: later, so that it holds a copy of all that it needs.
-    UINT64 Post(std::function<void(HostDevice&)> work)
+    template <typename Work>
+    UINT64 Post(Work work)
     {
         return CarryThread::Get().Post([this, work = std::move(work)] { work(m_Driver); });
     }
     /// The same, waited for. Throws HostError.
-    void Do(const std::function<void(HostDevice&)>& work)
+    template <typename Work>
+    void Do(const Work& work)
     {
         CarryThread::Get().Do([&] { work(m_Driver); });
     }

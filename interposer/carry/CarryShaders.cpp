@@ -17,41 +17,37 @@ std::string CodeOf(Shader* pShader)
     return code;
 }
 
-const UINT* Words(const std::string& code)
-{
-    return reinterpret_cast<const UINT*>(code.data());
-}
-
 }  // namespace
 
-HANDLE CarryShaders::Vertex(IDirect3DVertexShader9* pShader)
+template <typename Argument, typename Shader>
+HANDLE CarryShaders::Find(
+    std::map<Code, HANDLE>& shaders, Shader* pShader, void (*create)(HostDevice&, Argument&, const UINT*))
 {
     if (pShader == nullptr)
         return nullptr;
-    HANDLE& hShader = m_Vertex[CodeOf(pShader)];
+    const Code code = CodeOf(pShader);
+    HANDLE& hShader = shaders[code];
     if (hShader == nullptr)
     {
-        const Code code = CodeOf(pShader);
-        D3DDDIARG_CREATEVERTEXSHADERFUNC arg = {static_cast<UINT>(code.size()), nullptr};
-        m_Device.Do([&](HostDevice& driver) { HOST_CALL(driver, pfnCreateVertexShaderFunc, &arg, Words(code)); });
+        Argument arg = {static_cast<UINT>(code.size()), nullptr};
+        m_Device.Do([&](HostDevice& driver) { create(driver, arg, reinterpret_cast<const UINT*>(code.data())); });
         hShader = arg.ShaderHandle;
     }
     return hShader;
+}
+
+HANDLE CarryShaders::Vertex(IDirect3DVertexShader9* pShader)
+{
+    return Find<D3DDDIARG_CREATEVERTEXSHADERFUNC>(
+        m_Vertex, pShader, [](HostDevice& driver, auto& arg, const UINT* pCode) {
+            HOST_CALL(driver, pfnCreateVertexShaderFunc, &arg, pCode);
+        });
 }
 
 HANDLE CarryShaders::Pixel(IDirect3DPixelShader9* pShader)
 {
-    if (pShader == nullptr)
-        return nullptr;
-    HANDLE& hShader = m_Pixel[CodeOf(pShader)];
-    if (hShader == nullptr)
-    {
-        const Code code = CodeOf(pShader);
-        D3DDDIARG_CREATEPIXELSHADER arg = {static_cast<UINT>(code.size()), nullptr};
-        m_Device.Do([&](HostDevice& driver) { HOST_CALL(driver, pfnCreatePixelShader, &arg, Words(code)); });
-        hShader = arg.ShaderHandle;
-    }
-    return hShader;
+    return Find<D3DDDIARG_CREATEPIXELSHADER>(m_Pixel, pShader,
+        [](HostDevice& driver, auto& arg, const UINT* pCode) { HOST_CALL(driver, pfnCreatePixelShader, &arg, pCode); });
 }
 
 HANDLE CarryShaders::Declaration(IDirect3DVertexDeclaration9* pDeclaration)

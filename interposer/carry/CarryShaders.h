@@ -25,6 +25,10 @@ public:
 private:
     using Code = std::string;  // bytes
 
+    /// @param create fills the handle in.
+    template <typename Argument, typename Shader>
+    HANDLE Find(std::map<Code, HANDLE>& shaders, Shader* pShader, void (*create)(HostDevice&, Argument&, const UINT*));
+
     CarryDevice& m_Device;
     std::map<Code, HANDLE> m_Vertex;
     std::map<Code, HANDLE> m_Pixel;

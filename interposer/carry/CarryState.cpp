@@ -7,6 +7,20 @@
 
 #include <cstring>
 
+namespace
+{
+
+/// @return the shader if the driver has to be told of it.
+HANDLE Bind(HANDLE hShader, HANDLE& hBound, bool& bStale)
+{
+    bStale = hShader == nullptr && hBound != nullptr;
+    if (hShader == nullptr || hShader == hBound)
+        return nullptr;
+    return hBound = hShader;
+}
+
+}  // namespace
+
 CarryState::CarryState(CarryDevice& device)
     : m_Device(device), m_Shaders(device), m_VertexConstants(device, CarryConstants::Shader::Vertex),
       m_PixelConstants(device, CarryConstants::Shader::Pixel)
@@ -139,22 +153,14 @@ void CarryState::Depth(IDirect3DSurface9* pDepth)
 
 void CarryState::VertexShader(IDirect3DVertexShader9* pShader)
 {
-    HANDLE hShader = m_Shaders.Vertex(pShader);
-    m_bStaleVertexShader = hShader == nullptr && m_hVertexShader != nullptr;
-    if (hShader == nullptr || hShader == m_hVertexShader)
-        return;
-    m_hVertexShader = hShader;
-    m_Device.Post([hShader](HostDevice& driver) { HOST_CALL(driver, pfnSetVertexShaderFunc, hShader); });
+    if (const HANDLE hShader = Bind(m_Shaders.Vertex(pShader), m_hVertexShader, m_bStaleVertexShader))
+        m_Device.Post([hShader](HostDevice& driver) { HOST_CALL(driver, pfnSetVertexShaderFunc, hShader); });
 }
 
 void CarryState::PixelShader(IDirect3DPixelShader9* pShader)
 {
-    HANDLE hShader = m_Shaders.Pixel(pShader);
-    m_bStalePixelShader = hShader == nullptr && m_hPixelShader != nullptr;
-    if (hShader == nullptr || hShader == m_hPixelShader)
-        return;
-    m_hPixelShader = hShader;
-    m_Device.Post([hShader](HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShader, hShader); });
+    if (const HANDLE hShader = Bind(m_Shaders.Pixel(pShader), m_hPixelShader, m_bStalePixelShader))
+        m_Device.Post([hShader](HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShader, hShader); });
 }
 
 // The platform answers the declaration of a vertex format, too.

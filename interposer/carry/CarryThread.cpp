@@ -5,6 +5,7 @@
 #include "interposer/run/RunLedger.h"
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <thread>
 #include <utility>
@@ -14,6 +15,8 @@ namespace
 
 // More is not kept waiting: a program may draw for long before it presents.
 constexpr size_t kMost = 20'000;
+// Generous for a frame; no program hangs at its end.
+constexpr std::chrono::seconds kMostAtTheEnd{5};
 
 void RunOne(const CarryThread::Work& work)
 {
@@ -81,6 +84,17 @@ void CarryThread::Wait(UINT64 number)
     Start(number);
     std::unique_lock lock(m_Mutex);
     m_Changed.wait(lock, [&] { return m_LastDone >= number; });
+}
+
+void CarryThread::Finish()
+{
+    std::unique_lock lock(m_Mutex);
+    // It cannot wait for itself.
+    if (GetCurrentThreadId() == m_Id)
+        return;
+    m_LastStarted = m_LastPosted;
+    m_Changed.notify_all();
+    m_Changed.wait_for(lock, kMostAtTheEnd, [&] { return m_LastDone >= m_LastStarted; });
 }
 
 void CarryThread::Run()

@@ -27,6 +27,8 @@ public:
     void Start(UINT64 number);
     /// Waits until that one has run.
     void Wait(UINT64 number);
+    /// Before the process ends: waits until all that was posted has run, some seconds at most.
+    void Finish();
 
 private:
     CarryThread();

@@ -1,4 +1,3 @@
-#include "interposer/dll/Exports.h"
 #include "interposer/dll/Platform.h"
 
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID)

@@ -1,5 +1,4 @@
-#include "interposer/dll/Exports.h"
-
+// The exports that lead to the platform as they are: everything but the two that create a factory.
 #include "interposer/dll/Platform.h"
 
 // A jump keeps registers and stack, so that no export's parameters need to be known.

@@ -10,3 +10,5 @@ using PlatformCreate9ExFunction = HRESULT(WINAPI*)(UINT, IDirect3D9Ex**);
 bool PlatformLoad();
 /// An export of it, null if it has none of that name.
 void* PlatformExport(const char* pName);
+/// Looks up what our exports of the same names lead to; before the first call of any.
+void ExportsBind();

@@ -58,36 +58,29 @@ struct HookMethod<kMethod>
     template <auto kWork>
     static HookRow RowBehind()
     {
-        return Row([](Interface* pThis, Arguments... arguments) -> Result {
-            const HookDepth depth;
-            if constexpr (std::is_void_v<Result>)
-            {
-                Platform(pThis, arguments...);
-                if (depth.IsOuter())
-                    kWork(pThis, arguments...);
-            }
-            else
-            {
-                const Result result = Platform(pThis, arguments...);
-                if (depth.IsOuter() && SUCCEEDED(result))
-                    kWork(pThis, arguments...);
-                return result;
-            }
-        });
+        return RowAround<[](auto...) {}, kWork>();
     }
     /// What is carried before the platform's call, when it is not one within another; and behind it as above.
-    template <auto kBefore, auto kBehind = nullptr>
+    template <auto kBefore, auto kBehind = [](auto...) {}>
     static HookRow RowAround()
     {
         return Row([](Interface* pThis, Arguments... arguments) -> Result {
             const HookDepth depth;
             if (depth.IsOuter())
                 kBefore(pThis, arguments...);
-            const Result result = Platform(pThis, arguments...);
-            if constexpr (!std::is_null_pointer_v<decltype(kBehind)>)
+            if constexpr (std::is_void_v<Result>)
+            {
+                Platform(pThis, arguments...);
+                if (depth.IsOuter())
+                    kBehind(pThis, arguments...);
+            }
+            else
+            {
+                const Result result = Platform(pThis, arguments...);
                 if (depth.IsOuter() && SUCCEEDED(result))
                     kBehind(pThis, arguments...);
-            return result;
+                return result;
+            }
         });
     }
     static HookRow Row(Function pHook) { return {Slot(), reinterpret_cast<void*>(pHook), &s_pPlatform}; }

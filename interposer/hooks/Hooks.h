@@ -5,6 +5,8 @@
 #include <d3d9.h>
 
 void HooksFactory(IDirect3D9* pFactory);
+/// From now on a process that ends by itself first draws what was posted to the driver's thread.
+void HooksExit();
 void HooksDevice(IDirect3DDevice9* pDevice);
 void HooksDeviceDraws(IDirect3DDevice9* pDevice);
 void HooksDeviceStates(IDirect3DDevice9* pDevice);
@@ -14,5 +16,3 @@ void HooksSwapChain(IDirect3DSwapChain9* pChain);
 void HooksStateBlock(IDirect3DStateBlock9* pBlock);
 void HooksTexture(IDirect3DTexture9* pTexture);
 void HooksSurface(IDirect3DSurface9* pSurface);
-void HooksVertexBuffer(IDirect3DVertexBuffer9* pBuffer);
-void HooksIndexBuffer(IDirect3DIndexBuffer9* pBuffer);

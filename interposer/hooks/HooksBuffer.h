@@ -1,4 +1,4 @@
-// Locks of vertex and index buffers, which are alike.
+// IDirect3DVertexBuffer9 and IDirect3DIndexBuffer9, which are locked alike.
 #pragma once
 
 #include "interposer/carry/CarryLocks.h"

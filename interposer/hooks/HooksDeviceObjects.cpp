@@ -3,6 +3,7 @@
 #include "interposer/carry/CarryCreate.h"
 #include "interposer/hooks/HookCarried.h"
 #include "interposer/hooks/Hooks.h"
+#include "interposer/hooks/HooksBuffer.h"
 #include "interposer/run/RunLedger.h"
 #include "interposer/run/RunLimits.h"
 
@@ -47,12 +48,12 @@ void Resources(Device* pDevice)
         HookRowCarried<&Device::CreateOffscreenPlainSurface, kOnSurface>(),
         HookRowCarried<&Device::CreateVertexBuffer,
             [](CarryDevice& device, UINT, DWORD, DWORD, D3DPOOL, IDirect3DVertexBuffer9** ppBuffer, HANDLE*) {
-                HooksVertexBuffer(*ppBuffer);
+                HooksBuffer<IDirect3DVertexBuffer9>::Install(*ppBuffer);
                 CarryCreateVertexBuffer(device, *ppBuffer);
             }>(),
         HookRowCarried<&Device::CreateIndexBuffer,
             [](CarryDevice& device, UINT, DWORD, D3DFORMAT, D3DPOOL, IDirect3DIndexBuffer9** ppBuffer, HANDLE*) {
-                HooksIndexBuffer(*ppBuffer);
+                HooksBuffer<IDirect3DIndexBuffer9>::Install(*ppBuffer);
                 CarryCreateIndexBuffer(device, *ppBuffer);
             }>(),
         HookMethod<&Device::CreateCubeTexture>::RowBehind<[](auto...) { RunLimit(kLimitCubeVolume); }>(),

@@ -47,11 +47,9 @@ void FixedPipeline(Device* pDevice)
 {
     const HookRow rows[] = {
         SetSamplerState::Row(OnSetSamplerState),
-        Set<&Device::SetRenderState,
-            [](CarryDevice& device, auto... values) { device.State().RenderState(values...); }>(),
-        Set<&Device::SetTextureStageState,
-            [](CarryDevice& device, auto... values) { device.State().StageState(values...); }>(),
-        Set<&Device::SetTexture, [](CarryDevice& device, auto... values) { device.State().Texture(values...); }>(),
+        Set<&Device::SetRenderState, kHookState<&CarryState::RenderState>>(),
+        Set<&Device::SetTextureStageState, kHookState<&CarryState::StageState>>(),
+        Set<&Device::SetTexture, kHookState<&CarryState::Texture>>(),
         Set<&Device::SetTransform,
             [](CarryDevice& device, D3DTRANSFORMSTATETYPE type, auto) { device.State().Transform(type); }>(),
         Set<&Device::MultiplyTransform,
@@ -73,10 +71,8 @@ void Shaders(Device* pDevice)
         Set<&Device::SetFVF, [](CarryDevice& device, DWORD) { device.State().Declaration(); }>(),
         Set<&Device::SetVertexDeclaration,
             [](CarryDevice& device, IDirect3DVertexDeclaration9*) { device.State().Declaration(); }>(),
-        Set<&Device::SetVertexShader,
-            [](CarryDevice& device, auto... values) { device.State().VertexShader(values...); }>(),
-        Set<&Device::SetPixelShader,
-            [](CarryDevice& device, auto... values) { device.State().PixelShader(values...); }>(),
+        Set<&Device::SetVertexShader, kHookState<&CarryState::VertexShader>>(),
+        Set<&Device::SetPixelShader, kHookState<&CarryState::PixelShader>>(),
         Set<&Device::SetVertexShaderConstantF,
             [](CarryDevice& device, auto... values) { device.State().VertexConstants().Floats(values...); }>(),
         Set<&Device::SetVertexShaderConstantI,
@@ -96,14 +92,11 @@ void Shaders(Device* pDevice)
 void Targets(Device* pDevice)
 {
     const HookRow rows[] = {
-        HookRowCarried<&Device::SetRenderTarget,
-            [](CarryDevice& device, auto... values) { device.State().Target(values...); }>(),
-        HookRowCarried<&Device::SetDepthStencilSurface,
-            [](CarryDevice& device, auto... values) { device.State().Depth(values...); }>(),
-        Set<&Device::SetStreamSource, [](CarryDevice& device, auto... values) { device.Draws().Stream(values...); }>(),
-        Set<&Device::SetStreamSourceFreq,
-            [](CarryDevice& device, auto... values) { device.Draws().StreamFrequency(values...); }>(),
-        Set<&Device::SetIndices, [](CarryDevice& device, auto... values) { device.Draws().Indices(values...); }>(),
+        HookRowCarried<&Device::SetRenderTarget, kHookState<&CarryState::Target>>(),
+        HookRowCarried<&Device::SetDepthStencilSurface, kHookState<&CarryState::Depth>>(),
+        Set<&Device::SetStreamSource, kHookDraws<&CarryDraws::Stream>>(),
+        Set<&Device::SetStreamSourceFreq, kHookDraws<&CarryDraws::StreamFrequency>>(),
+        Set<&Device::SetIndices, kHookDraws<&CarryDraws::Indices>>(),
     };
     HookInstall(pDevice, rows);
 }

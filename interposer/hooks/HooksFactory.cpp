@@ -29,7 +29,10 @@ void Begin(IDirect3D9* pFactory, IDirect3DDevice9* pDevice)
         return;
     // The driver's device is made before the first hook: its methods stay the platform's.
     if (RunOf().m_Mode != RunMode::Off)
+    {
+        HooksExit();
         CarryBegin(pDevice);
+    }
     HooksDevice(pDevice);
 }
 

@@ -15,6 +15,8 @@ void HooksPresented()
     if (run.m_FrameLimit == 0 || frames < run.m_FrameLimit)
         return;
     run.m_bFrameLimitReached = 1;
+    if (run.m_Mode != RunMode::Off)
+        CarryThread::Get().Finish();
     // Not ExitProcess: the program's own clean-up has not been asked, and might wait for this thread.
     TerminateProcess(GetCurrentProcess(), 0);
 }

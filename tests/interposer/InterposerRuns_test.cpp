@@ -74,6 +74,16 @@ TEST(InterposerRuns, Kill_BehindAFrame_IsReportedWithTheFrame)
     EXPECT_EQ(result.m_Record.m_Equal, 1);
 }
 
+// The second rectangle is on no frame: nobody has waited for it.
+TEST(InterposerRuns, Exit_DeviceIsLeft_WhatWasPostedIsDrawnBefore)
+{
+    const RunResult result = InterposedProgram(L"LeavesItsDevice", WithMode(RunMode::Carry));
+    EXPECT_EQ(result.m_End, RunEnd::Itself);
+    EXPECT_EQ(result.m_ExitCode, 5u);
+    EXPECT_EQ(CountOf(result.m_Record.m_Calls, "pfnPresent"), 1);
+    EXPECT_EQ(CountOf(result.m_Record.m_Calls, "pfnDrawPrimitive"), 2);
+}
+
 TEST(InterposerRuns, Lights_ThatTheDriverDoesNotKnow_DifferAndTheLimitIsNamed)
 {
     const RunResult result = InterposedProgram(L"Lights");

@@ -30,6 +30,14 @@ void IsKilled()
     TerminateProcess(GetCurrentProcess(), 7);
 }
 
+void LeavesItsDevice()
+{
+    ProgramCanvas canvas;
+    ShowOne(canvas);
+    canvas.Quad(kLeft, 0xFF0080FF);
+    ExitProcess(5);
+}
+
 void NeverPresents()
 {
     ProgramCanvas canvas;
@@ -152,7 +160,8 @@ void FrontBuffer()
 
 std::vector<ProgramScene> ProgramRudeScenes()
 {
-    return {{"Crashes", Crashes}, {"IsKilled", IsKilled}, {"NeverPresents", NeverPresents},
-        {"ShowsForEver", ShowsForEver}, {"PresentsFromThread", PresentsFromThread}, {"SixteenChains", SixteenChains},
-        {"LosesWindow", LosesWindow}, {"FrontBuffer", FrontBuffer}, {"LinearGreys", LinearGreys}};
+    return {{"Crashes", Crashes}, {"IsKilled", IsKilled}, {"LeavesItsDevice", LeavesItsDevice},
+        {"NeverPresents", NeverPresents}, {"ShowsForEver", ShowsForEver}, {"PresentsFromThread", PresentsFromThread},
+        {"SixteenChains", SixteenChains}, {"LosesWindow", LosesWindow}, {"FrontBuffer", FrontBuffer},
+        {"LinearGreys", LinearGreys}};
 }
