@@ -39,8 +39,8 @@ DWORD SamplePictureWrite(const wchar_t* pPath, BYTE* pPixels, UINT width, UINT h
     // The fastest that the encoder has; rendered pictures come out no larger for it.
     stbi_write_png_compression_level = 5;
     stbi_write_force_png_filter = 0;
-    const int columns = static_cast<int>(width), rows = static_cast<int>(height);
-    stbi_write_png_to_func(write, &file, columns, rows, 3, pPixels, columns * 3);
+    stbi_write_png_to_func(
+        write, &file, static_cast<int>(width), static_cast<int>(height), 3, pPixels, static_cast<int>(width * 3));
     // A full disk may show only when the file is closed.
     if (!CloseHandle(file.hFile) && file.error == ERROR_SUCCESS)
         file.error = GetLastError();
