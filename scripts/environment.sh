@@ -118,6 +118,21 @@ build_target()
     run_logged build cmake --build --preset "$TESSLO_PRESET" --target "$@"
 }
 
+# build_shipped TARGET...: as build_target, but nothing is precompiled, also where a first look has configured the tree:
+# precompiled headers show in the PDBs, and by their hashes in the images.
+build_shipped()
+{
+    cd "$TESSLO_ROOT"
+    say "configuring ($TESSLO_PRESET)"
+    if [[ -s $TESSLO_BUILD/$TESSLO_PRESET/build.ninja ]]; then
+        run_logged configure cmake -DTESSLO_PRECOMPILE=OFF "$TESSLO_BUILD/$TESSLO_PRESET"
+    else
+        run_logged configure cmake --preset "$TESSLO_PRESET" -DTESSLO_BUILD_TESTS=OFF -DTESSLO_PRECOMPILE=OFF
+    fi
+    say "building"
+    run_logged build cmake --build --preset "$TESSLO_PRESET" --target "$@"
+}
+
 # What needs no Windows, for this machine and under the sanitizers: ./test alone asks for it.
 build_native()
 {

@@ -1,6 +1,5 @@
 #include "SampleConnection.h"
 
-#include "SampleCounters.h"
 #include "SamplePicture.h"
 
 #include <cstdlib>
@@ -8,139 +7,122 @@
 #include <cwchar>
 #include <new>
 
+/// Of a source's next frame; its connections go on from each other.
+static std::atomic<UINT64> g_Numbers[kSampleSources];
+
+// Memory comes from malloc: with its own operator, the C++ library sets a block aside at each load and never frees it.
 SampleConnection* SampleConnection::Open(UINT source)
 {
-    SampleConnection* pConnection = new (std::nothrow) SampleConnection(source);
-    if (pConnection == nullptr)
+    void* pMemory = std::malloc(sizeof(SampleConnection));
+    if (pMemory == nullptr)
         return nullptr;
-    const DWORD length = GetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, pConnection->m_Folder, MAX_PATH);
+    auto* pThis = new (pMemory) SampleConnection(source);
+    const DWORD length = GetEnvironmentVariableW(kSampleFolder, pThis->m_Folder, MAX_PATH);
+    const bool bRecords = length != 0 && length < MAX_PATH;
     if (length >= MAX_PATH)
         OutputDebugStringW(L"TessloClientDllSample: the folder's name is too long; frames are only counted\n");
-    else if (length != 0)
+    if (bRecords)
+        pThis->m_hQueued = CreateSemaphoreW(nullptr, 0, kSampleQueue + 1, nullptr);
+    if (pThis->m_hQueued != nullptr)
+        pThis->m_hWriter = CreateThread(nullptr, 0, WriteQueue, pThis, 0, nullptr);
+    if (bRecords && pThis->m_hWriter == nullptr)
     {
-        const auto write = [](LPVOID pParameter) -> DWORD {
-            auto* pThis = static_cast<SampleConnection*>(pParameter);
-            for (Slot* pSlot = pThis->NextSlot(false); pSlot != nullptr; pSlot = pThis->NextSlot(true))
-                pThis->WriteSlot(pSlot);
-            return 0;
-        };
-        pConnection->m_hWriter = CreateThread(nullptr, 0, write, pConnection, 0, nullptr);
-        if (pConnection->m_hWriter == nullptr)
-        {
-            delete pConnection;
-            return nullptr;
-        }
+        pThis->Close();
+        return nullptr;
     }
-    SampleCountersAdd(source, &TessloSampleCounters::Connections);
-    return pConnection;
-}
-
-SampleConnection::~SampleConnection()
-{
-    for (Slot& slot : m_Slots)
-        std::free(slot.m_pPixels);
-}
-
-template <typename Work>
-void SampleConnection::Change(Work work)
-{
-    AcquireSRWLockExclusive(&m_Lock);
-    work();
-    ReleaseSRWLockExclusive(&m_Lock);
-    WakeConditionVariable(&m_Changed);
+    pThis->Count(kSampleConnected, 0);
+    return pThis;
 }
 
 void SampleConnection::Close()
 {
     if (m_hWriter != nullptr)
     {
-        Change([this] { m_bClosing = true; });
+        ReleaseSemaphore(m_hQueued, 1, nullptr);
         WaitForSingleObject(m_hWriter, INFINITE);
         CloseHandle(m_hWriter);
     }
-    wchar_t text[128];
-    _snwprintf(text, 128, L"TessloClientDllSample: dropped %u frames of source %u, for which the writer was too slow\n",
-        m_Dropped, m_Source);
-    if (m_Dropped != 0)
-        OutputDebugStringW(text);
-    delete this;
+    if (m_hQueued != nullptr)
+        CloseHandle(m_hQueued);
+    const auto say = [this](const wchar_t* pText, UINT frames) {
+        wchar_t text[128];
+        _snwprintf(text, 128, pText, frames, m_Source);
+        if (frames != 0)
+            OutputDebugStringW(text);
+    };
+    say(L"TessloClientDllSample: dropped %u frames of source %u, for which the writer was too slow\n",
+        m_Counts[kSampleDropped]);
+    say(L"TessloClientDllSample: lost %u frames of source %u to failures\n", m_Counts[kSampleFailed]);
+    for (const Slot& slot : m_Slots)
+        std::free(slot.m_pPixels);
+    std::free(this);
 }
 
-// The slot behind the queued ones is the worker's until it is counted: nobody else adds.
+void SampleConnection::Count(SampleEvent event, UINT64 number, DWORD error)
+{
+    ++m_Counts[event];
+    if (g_pSampleWatch != nullptr)
+        g_pSampleWatch(m_Source, event, number, error);
+}
+
 void SampleConnection::Update(const TessloVirtualMonitorFrame& frame)
 {
-    const UINT64 number = SampleCountersAdd(m_Source, &TessloSampleCounters::Received);
+    const UINT64 number = g_Numbers[m_Source]++;
+    Count(kSampleReceived, number);
     if (m_hWriter == nullptr)
         return;
-    AcquireSRWLockExclusive(&m_Lock);
-    Slot* pSlot = m_Count < TESSLO_SAMPLE_QUEUE ? &m_Slots[(m_First + m_Count) % TESSLO_SAMPLE_QUEUE] : nullptr;
-    ReleaseSRWLockExclusive(&m_Lock);
-    if (pSlot == nullptr)
-    {
-        ++m_Dropped;
-        SampleCountersAdd(m_Source, &TessloSampleCounters::Dropped);
-    }
-    else if (const DWORD error = Fill(pSlot, frame, number); error != ERROR_SUCCESS)
-        SampleCountersFail(m_Source, number, error);
-    else
-        Change([this] { ++m_Count; });
+    if (m_Queued - m_Written == kSampleQueue)
+        return Count(kSampleDropped, number);
+    Slot* pSlot = &m_Slots[m_Queued % kSampleQueue];
+    pSlot->m_Number = number;
+    if (const DWORD error = Copy(frame, pSlot); error != ERROR_SUCCESS)
+        return Count(kSampleFailed, number, error);
+    ++m_Queued;
+    ReleaseSemaphore(m_hQueued, 1, nullptr);
 }
 
-DWORD SampleConnection::Fill(Slot* pSlot, const TessloVirtualMonitorFrame& frame, UINT64 number)
+DWORD SampleConnection::Copy(const TessloVirtualMonitorFrame& frame, Slot* pSlot)
 {
     const size_t rowBytes = static_cast<size_t>(frame.Width) * 4;
-    const size_t bytes = rowBytes * frame.Height;
-    if (bytes == 0 || frame.Pitch < rowBytes)
+    if (rowBytes * frame.Height == 0 || frame.Pitch < rowBytes)
         return ERROR_INVALID_DATA;
-    if (pSlot->m_Capacity < bytes)
-    {
-        std::free(pSlot->m_pPixels);
-        pSlot->m_pPixels = static_cast<BYTE*>(std::malloc(bytes));
-        pSlot->m_Capacity = pSlot->m_pPixels != nullptr ? bytes : 0;
-        if (pSlot->m_pPixels == nullptr)
-            return ERROR_NOT_ENOUGH_MEMORY;
-    }
-    const BYTE* pSource = static_cast<const BYTE*>(frame.pBits);
-    for (UINT y = 0; y < frame.Height; ++y)
-        std::memcpy(pSlot->m_pPixels + y * rowBytes, pSource + static_cast<size_t>(y) * frame.Pitch, rowBytes);
+    auto* pPixels = static_cast<BYTE*>(std::realloc(pSlot->m_pPixels, rowBytes * frame.Height));
+    if (pPixels == nullptr)
+        return ERROR_NOT_ENOUGH_MEMORY;
+    pSlot->m_pPixels = pPixels;
     pSlot->m_Width = frame.Width;
     pSlot->m_Height = frame.Height;
-    pSlot->m_Number = number;
+    const BYTE* pRow = static_cast<const BYTE*>(frame.pBits);
+    for (UINT y = 0; y < frame.Height; ++y, pRow += frame.Pitch)
+        std::memcpy(pPixels + y * rowBytes, pRow, rowBytes);
     return ERROR_SUCCESS;
 }
 
-// Gives the slot back that was written, and waits for a queued frame. Null when the connection closes and everything
-// queued is written.
-SampleConnection::Slot* SampleConnection::NextSlot(bool bLastIsWritten)
+DWORD WINAPI SampleConnection::WriteQueue(LPVOID pConnection)
 {
-    AcquireSRWLockExclusive(&m_Lock);
-    m_First = (m_First + bLastIsWritten) % TESSLO_SAMPLE_QUEUE;
-    m_Count -= bLastIsWritten;
-    while (m_Count == 0 && !m_bClosing)
-        SleepConditionVariableSRW(&m_Changed, &m_Lock, INFINITE, 0);
-    Slot* pSlot = m_Count != 0 ? &m_Slots[m_First] : nullptr;
-    ReleaseSRWLockExclusive(&m_Lock);
-    return pSlot;
+    auto* pThis = static_cast<SampleConnection*>(pConnection);
+    while (WaitForSingleObject(pThis->m_hQueued, INFINITE) == WAIT_OBJECT_0 && pThis->m_Written != pThis->m_Queued)
+    {
+        pThis->Write(pThis->m_Slots[pThis->m_Written % kSampleQueue]);
+        ++pThis->m_Written;
+    }
+    return 0;
 }
 
 // Every frame is tried, also after a failure: a disk that was full may have room again.
-void SampleConnection::WriteSlot(Slot* pSlot)
+void SampleConnection::Write(const Slot& slot)
 {
-    wchar_t path[MAX_PATH + 64];
-    _snwprintf(
-        path, MAX_PATH + 64, L"%ls\\source%u-frame%06u.png", m_Folder, m_Source, static_cast<UINT>(pSlot->m_Number));
-    const DWORD error = SamplePictureWrite(path, pSlot->m_pPixels, pSlot->m_Width, pSlot->m_Height);
+    wchar_t path[MAX_PATH + 64], text[MAX_PATH + 256];
+    const UINT number = static_cast<UINT>(slot.m_Number);
+    _snwprintf(path, MAX_PATH + 64, L"%ls\\source%u-frame%06u.png", m_Folder, m_Source, number);
+    const DWORD error = SamplePictureWrite(path, slot.m_pPixels, slot.m_Width, slot.m_Height);
     if (error == ERROR_SUCCESS)
-    {
-        SampleCountersAdd(m_Source, &TessloSampleCounters::Recorded);
-        return;
-    }
-    wchar_t text[MAX_PATH + 256];
+        return Count(kSampleRecorded, slot.m_Number);
     _snwprintf(text, MAX_PATH + 256,
         L"TessloClientDllSample: cannot write %ls (error %lu); further failures of source %u are only counted\n", path,
         error, m_Source);
     if (!m_bReported)
         OutputDebugStringW(text);
     m_bReported = true;
-    SampleCountersFail(m_Source, pSlot->m_Number, error);
+    Count(kSampleFailed, slot.m_Number, error);
 }

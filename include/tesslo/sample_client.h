@@ -1,6 +1,7 @@
 /*
  * What TessloClientDllSample.dll offers beside the interface of tesslo/client.h: counters, for whoever wants to know
- * what became of the frames. Look its functions up by name; a client library of a vendor need not have them.
+ * what became of the frames. Look its functions up by name. A client library of a vendor need not have them, and one
+ * that is built from client/sample alone has none.
  */
 #ifndef TESSLO_SAMPLE_CLIENT_H
 #define TESSLO_SAMPLE_CLIENT_H

@@ -5,6 +5,11 @@
 #include <cstring>
 #include <stdexcept>
 
+namespace __gnu_cxx
+{
+void __freeres();
+}
+
 namespace
 {
 
@@ -38,8 +43,12 @@ enum class Fault
     LeaksThread,
     LeavesThread,  ///< running when it is freed
     HoldsItself,   ///< is never unloaded
+    LosesOnLoad,   ///< a little memory, each time
 };
 
+#ifndef TESSLO_FAULT
+#define TESSLO_FAULT Nothing
+#endif
 constexpr Fault kFault = Fault::TESSLO_FAULT;
 
 constexpr bool Has(Fault fault)
@@ -233,8 +242,12 @@ extern "C" BOOLEAN TessloVirtualMonitorUnplug(void** ppConnection, UINT)
     return Close(ppConnection);
 }
 
-BOOL APIENTRY DllMain(HINSTANCE, DWORD reason, LPVOID)
+BOOL APIENTRY DllMain(HINSTANCE, DWORD reason, LPVOID pProcessEnds)
 {
+    if (reason == DLL_PROCESS_ATTACH && Has(Fault::LosesOnLoad))
+        g_pLost = std::malloc(24);
+    if (reason == DLL_PROCESS_DETACH && !pProcessEnds)
+        __gnu_cxx::__freeres();  // what the C++ library has set aside on attach
     g_bStop = reason == DLL_PROCESS_DETACH && Has(Fault::WaitsInDllMain);
     while (g_bStop && g_hWorker && !g_bStopped)
         Sleep(1);

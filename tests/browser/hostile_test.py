@@ -5,35 +5,27 @@ import os
 import socket
 import struct
 import time
-import unittest
 
 import browser_frames
-from browser_frames import Presenter, frame, wait_until
+from browser_case import BrowserCase
+from browser_frames import Presenter, frame
 from browser_socket import BINARY, TEXT, WebSocket
-from browser_viewer import Viewer
 
 TOKEN = "0123456789abcdef-_XYZ"
 
 
-class Hostile(unittest.TestCase):
+class Hostile(BrowserCase):
     """Each case ends with a viewer that was there before and sees the next frame."""
 
-    settings = {}
     root = "/"
 
     def setUp(self):
-        self.port = browser_frames.free_port()
-        self.presenter = Presenter(self.port, **self.settings)
-        self.addCleanup(self.presenter.end)
-        self.presenter.do("plug", 0)
-        wait_until(lambda: browser_frames.is_listening(self.port), "the server")
+        super().setUp()
         self.bystander = self.viewer()
         self.addCleanup(self.bystander_sees_the_next_frame)
 
     def viewer(self, **options):
-        viewer = Viewer(self.port, target=self.root + "watch", **options)
-        self.addCleanup(viewer.close)
-        return viewer
+        return super().viewer(target=self.root + "watch", **options)
 
     def bystander_sees_the_next_frame(self):
         self.presenter.do("frame", 0, 70, 50, 99)

@@ -3,25 +3,17 @@
 import http.server
 import re
 import threading
-import unittest
 
 import browser_frames
-from browser_frames import Presenter, frame, ramp, wait_until
+from browser_case import BrowserCase
+from browser_frames import frame, ramp, wait_until
 from browser_page import Page
 
 
-class InABrowser(unittest.TestCase):
+class InABrowser(BrowserCase):
     def setUp(self):
-        self.port = browser_frames.free_port()
-        self.presenter = self.present()
+        super().setUp()
         self.url = f"http://127.0.0.1:{self.port}/"
-
-    def present(self):
-        presenter = Presenter(self.port)
-        self.addCleanup(presenter.end)
-        presenter.do("plug", 0)
-        wait_until(lambda: browser_frames.is_listening(self.port), "the server")
-        return presenter
 
     def page(self, url=None):
         page = Page(url or self.url)

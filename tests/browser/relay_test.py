@@ -1,25 +1,21 @@
 """From elsewhere, over a relay as an SSH forward is one: another port, a line that is slow, hangs or is cut."""
 
 import time
-import unittest
 import urllib.request
 
 import browser_frames
-from browser_frames import Presenter, frame, wait_until
+from browser_case import BrowserCase
+from browser_frames import frame, wait_until
 from browser_page import Page
 from browser_relay import Relay
 from browser_viewer import Viewer
 from png import read_png
 
 
-class OverARelay(unittest.TestCase):
+class OverARelay(BrowserCase):
     def setUp(self):
-        port = browser_frames.free_port()
-        self.presenter = Presenter(port)
-        self.addCleanup(self.presenter.end)
-        self.presenter.do("plug", 0)
-        wait_until(lambda: browser_frames.is_listening(port), "the server")
-        self.relay = self.relay_to(port)
+        super().setUp()
+        self.relay = self.relay_to(self.port)
 
     def relay_to(self, port, **options):
         relay = Relay(port, **options)

@@ -1,12 +1,11 @@
 """What the library takes: no thread's time while nobody watches, and no more memory for whoever never reads."""
 
 import time
-import unittest
 
 import browser_frames
 import browser_process
-from browser_frames import Presenter, frame, wait_until
-from browser_viewer import Viewer
+from browser_case import BrowserCase
+from browser_frames import frame, wait_until
 
 SECONDS = 6  # at least, of frames that change
 FRAMES = 300  # at least
@@ -14,23 +13,7 @@ SIZE = (640, 480)
 FRAME_BYTES = SIZE[0] * SIZE[1] * 4
 
 
-class Resources(unittest.TestCase):
-    def setUp(self):
-        self.port = browser_frames.free_port()
-        self.presenter = self.present()
-
-    def present(self):
-        presenter = Presenter(self.port)
-        self.addCleanup(presenter.end)
-        presenter.do("plug", 0)
-        wait_until(lambda: browser_frames.is_listening(self.port), "the server")
-        return presenter
-
-    def viewer(self, **options):
-        viewer = Viewer(self.port, **options)
-        self.addCleanup(viewer.close)
-        return viewer
-
+class Resources(BrowserCase):
     def process(self, presenter):
         return browser_process.find(presenter.process.pid, "client_frames.exe")
 

@@ -2,29 +2,17 @@
 
 import struct
 import threading
-import unittest
 import urllib.error
 import urllib.request
 
 import browser_frames
-from browser_frames import Presenter, frame, ramp, wait_until
+from browser_case import BrowserCase
+from browser_frames import frame, ramp, wait_until
 from browser_viewer import Viewer
 from png import read_png
 
 
-class Serving(unittest.TestCase):
-    def setUp(self):
-        self.port = browser_frames.free_port()
-        self.presenter = Presenter(self.port)
-        self.addCleanup(self.presenter.end)
-        self.presenter.do("plug", 0)
-        wait_until(lambda: browser_frames.is_listening(self.port), "the server")
-
-    def viewer(self, **options):
-        viewer = Viewer(self.port, **options)
-        self.addCleanup(viewer.close)
-        return viewer
-
+class Serving(BrowserCase):
     def test_frame_before_the_viewer_is_shown_whole(self):
         self.presenter.do("frame", 0, 200, 100, 1)
         viewer = self.viewer()

@@ -21,6 +21,9 @@ namespace
 /// So fast is every sound library on a machine that is busy with other things.
 constexpr wchar_t kBusyMachine[] = L" --limit 2000 --patience 120";
 
+/// Of what one library without a fault gets in full: each round is like the other.
+constexpr wchar_t kFewer[] = L" --connections 200 --frames 30";
+
 struct Outcome
 {
     DWORD m_Code;
@@ -83,6 +86,17 @@ constexpr Row kRows[] = {
     {"LeaksThread", "leaks", "more threads behind 80 connections", L" --connections 100"},
     {"LeavesThread", "unload", "in a thread of the library's own"},
     {"HoldsItself", "unload", "the library is still loaded when it was freed as often as loaded"},
+    {"LosesOnLoad", "loads", "160 more blocks of the heap behind 160 loads"},
+    {"PromisesDevice", "device", "TessloVirtualMonitorReserved1 answered true and has stored no device"},
+    {"StoresNoObject", "device", "exception 0xC0000005 in the use of what TessloVirtualMonitorReserved1 has stored\n"},
+    {"StoresPlainDevice", "device", "what TessloVirtualMonitorReserved1 has stored is no IDirect3DDevice9Ex"},
+    {"StoresUnguardedDevice", "device", "has stored was made without D3DCREATE_MULTITHREADED"},
+    {"StoresOneReference", "device", "the same device was stored twice, with one reference for both"},
+    {"FaultsInSupply", "device", "exception 0xC0000005 in TessloVirtualMonitorReserved1; in TessloBrokenClient"},
+    {"FaultsInNotice", "notice", "exception 0xC0000005 in TessloVirtualMonitorReserved2; in TessloBrokenClient"},
+    {"ReleasesSurface", "notice", "20 fewer references of the surface behind 20 presents"},
+    {"KeepsDevice", "notice", "20 more references of the device behind 20 presents"},
+    {"HasNoSupply", "notice", "there is TessloVirtualMonitorReserved2 without TessloVirtualMonitorReserved1"},
 };
 
 /// The whole of the library's results, as the file has them.
@@ -116,21 +130,21 @@ TEST(ClientCheckSound, BrokenClientWithoutAFault_PassesAll)
 {
     const nlohmann::json results = CheckAll(L"TessloBrokenClientNothing.dll", 0);
     EXPECT_EQ(results["passed"], true);
-    EXPECT_EQ(results["checks"].size(), 16u);
+    EXPECT_EQ(results["checks"].size(), 19u);
     for (const nlohmann::json& check : results["checks"])
         EXPECT_EQ(check["verdict"], "passed") << check;
 }
 
 TEST(ClientCheckSound, MinimalClient_PassesAll)
 {
-    EXPECT_EQ(CheckAll(L"TessloClientDllMinimal.dll --connections 200", 0)["passed"], true);
+    EXPECT_EQ(CheckAll(L"TessloClientDllMinimal.dll" + std::wstring(kFewer), 0)["passed"], true);
 }
 
 TEST(ClientCheckSound, SampleClientThatRecords_PassesAll)
 {
     const TemporaryFolder folder;
     SetEnvironmentVariableW(TESSLO_SAMPLE_RECORD_DIR, folder.Path().c_str());
-    EXPECT_EQ(CheckAll(L"TessloClientDllSample.dll --connections 200", 0)["passed"], true);
+    EXPECT_EQ(CheckAll(L"TessloClientDllSample.dll" + std::wstring(kFewer), 0)["passed"], true);
     EXPECT_TRUE(std::filesystem::exists(folder.Path() / "source0-frame000000.png")) << "it has recorded";
 }
 
@@ -138,7 +152,25 @@ TEST(ClientCheckSound, BrowserClient_PassesAll)
 {
     // A port for each process: cases run side by side.
     SetEnvironmentVariableW(TESSLO_BROWSER_PORT, std::to_wstring(20000 + GetCurrentProcessId() % 20000).c_str());
-    EXPECT_EQ(CheckAll(L"TessloClientDllBrowser.dll --connections 200", 0)["passed"], true);
+    EXPECT_EQ(CheckAll(L"TessloClientDllBrowser.dll" + std::wstring(kFewer), 0)["passed"], true);
+}
+
+/// Answers that the driver takes: a device, and none.
+TEST(ClientCheckSound, ReservedExports_SuppliedAndDeclined_PassTheirChecks)
+{
+    for (const wchar_t* pLibrary : {L"TessloBrokenClientSuppliesDevice.dll", L"TessloBrokenClientDeclinesDevice.dll"})
+    {
+        const Outcome outcome = RunCheck(pLibrary + std::wstring(L" --only device --only notice"));
+        EXPECT_EQ(outcome.m_Code, 0u) << outcome.m_Output;
+        EXPECT_THAT(outcome.m_Output, HasSubstr("2 passed, 0 failed\n"));
+    }
+}
+
+TEST(ClientCheckProgram, LossOnLoad_NoOtherCheckSeesIt)
+{
+    const nlohmann::json results = CheckAll(L"TessloBrokenClientLosesOnLoad.dll" + std::wstring(kFewer), 1);
+    for (const nlohmann::json& check : results["checks"])
+        EXPECT_EQ(check["verdict"], check["name"] == "loads" ? "FAILED" : "passed") << check;
 }
 
 TEST(ClientCheckProgram, NoExports_NothingElseIsRun)
@@ -185,7 +217,8 @@ TEST(ClientCheckProgram, Help_TellsEveryCheck)
 {
     const Outcome outcome = RunCheck(L"--help");
     EXPECT_EQ(outcome.m_Code, 0u);
-    for (const char* pCheck : {"exports ", "order ", "sources ", "sizes ", "rotations ", "resize ", "replug ", "pitch ",
-             "guard ", "const ", "lifetime ", "slots ", "exit ", "time ", "leaks ", "unload "})
+    for (const char* pCheck :
+        {"exports ", "order ", "sources ", "sizes ", "rotations ", "resize ", "replug ", "pitch ", "guard ", "const ",
+            "lifetime ", "slots ", "device ", "notice ", "exit ", "time ", "leaks ", "unload ", "loads "})
         EXPECT_THAT(outcome.m_Output, HasSubstr(std::string("\n  ") + pCheck));
 }

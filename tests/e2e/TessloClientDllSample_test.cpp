@@ -178,7 +178,7 @@ TEST_F(SampleClientTest, Recording_SecondConnection_GoesOnNumbering)
     EXPECT_EQ(m_Client.Counters(0).Connections, 2u);
 }
 
-TEST_F(SampleClientTest, Recording_FolderMissing_OneLineAndFailuresCounted)
+TEST_F(SampleClientTest, Recording_FolderMissing_FirstAndSumAreToldAndFailuresCounted)
 {
     RecordTo(m_Folder.Path() / "nowhere");
     std::optional<HostTraceFile> trace(std::in_place, (m_Folder.Path() / "lines").wstring());
@@ -192,9 +192,9 @@ TEST_F(SampleClientTest, Recording_FolderMissing_OneLineAndFailuresCounted)
     const std::string text = Lines();
     EXPECT_TRUE(text.starts_with("TessloClientDllSample: cannot write ")) << text;
     EXPECT_TRUE(text.ends_with("nowhere\\source1-frame000000.png (error 3); further failures of source 1 are only "
-                               "counted\n"))
+                               "counted\nTessloClientDllSample: lost 3 frames of source 1 to failures\n"))
         << text;
-    EXPECT_EQ(std::ranges::count(text, '\n'), 1) << text;
+    EXPECT_EQ(std::ranges::count(text, '\n'), 2) << text;
 }
 
 TEST_F(SampleClientTest, Recording_OneFileCannotBeMade_TheOthersAreWritten)
@@ -258,14 +258,17 @@ TEST_F(SampleClientTest, Recording_WriterStuck_UpdateDoesNotWaitAndDropsAreCount
     EXPECT_FALSE(std::filesystem::exists(m_Folder.Path() / "source0-frame000008.png"));
 }
 
-TEST_F(SampleClientTest, Plug_ThreadRefused_IsRefused)
+TEST_F(SampleClientTest, Plug_ThreadOrSemaphoreRefused_IsRefused)
 {
     RecordTo(m_Folder.Path());
-    const FailingImport none(m_Client.Module(), "kernel32.dll", "CreateThread", 0, ERROR_NOT_ENOUGH_MEMORY);
-    void* pSlot = nullptr;
-    EXPECT_FALSE(m_Client.Plug(&pSlot, 0));
-    EXPECT_EQ(pSlot, nullptr);
-    EXPECT_EQ(m_Client.Counters(0).Connections, 0u);
+    for (const char* pCall : {"CreateThread", "CreateSemaphoreW"})
+    {
+        const FailingImport none(m_Client.Module(), "kernel32.dll", pCall, 0, ERROR_NOT_ENOUGH_MEMORY);
+        void* pSlot = nullptr;
+        EXPECT_FALSE(m_Client.Plug(&pSlot, 0)) << pCall;
+        EXPECT_EQ(pSlot, nullptr) << pCall;
+        EXPECT_EQ(m_Client.Counters(0).Connections, 0u) << pCall;
+    }
 }
 
 TEST_F(SampleClientTest, Recording_PitchShorterThanTheRow_CountsAFailure)

@@ -185,8 +185,9 @@ INSTANTIATE_TEST_SUITE_P(Exports, OutputLifeMissingExportTest, testing::Values("
 
 void WINAPI NoSleep(DWORD) {}
 
-/// A thousand devices, in four processes.
-class OutputLifeStressTest : public OutputLifeTest, public testing::WithParamInterface<int>
+/// Many devices, one after the other: enough for a handle that one in twenty-five loses. `./stress --only lives` has
+/// more.
+class OutputLifeStressTest : public OutputLifeTest
 {
 protected:
     OutputLifeStressTest()
@@ -232,7 +233,7 @@ protected:
     std::atomic<unsigned> m_WrongPixels = 0;
 };
 
-TEST_P(OutputLifeStressTest, QuarterOfAThousandDevices_PresentsInFlight_LeaveNothingBehind)
+TEST_F(OutputLifeStressTest, ManyDevices_PresentsInFlight_LeaveNothingBehind)
 {
     constexpr int kWarmUp = 20;
     constexpr int kRounds = 250;
@@ -255,6 +256,4 @@ TEST_P(OutputLifeStressTest, QuarterOfAThousandDevices_PresentsInFlight_LeaveNot
     EXPECT_GT(m_Updates, 0u);
     EXPECT_EQ(m_WrongPixels, 0u);
 }
-
-INSTANTIATE_TEST_SUITE_P(Quarters, OutputLifeStressTest, testing::Range(0, 4));
 }  // namespace

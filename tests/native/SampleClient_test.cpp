@@ -92,6 +92,21 @@ TEST_F(SampleClientTest, TwoSources_OnThreadsOfTheirOwn_EveryFrameIsAPicture)
     EXPECT_EQ(SampleCounts(4).Recorded, kFrames);
 }
 
+TEST_F(SampleClientTest, TwoConnectionsOfOneSource_AtOnce_NumberTheirFramesTogether)
+{
+    const Frame frame = {16, 9, 16 * 4};
+    std::thread other(Deliver, 7, frame);
+    Deliver(7, frame);
+    other.join();
+
+    EXPECT_EQ(SampleCounts(7).Recorded, 2 * kFrames);
+    for (UINT number = 0; number < 2 * kFrames; ++number)
+    {
+        const std::string digits = std::to_string(1000000 + number).substr(1);
+        EXPECT_EQ(m_Folder.Read("source7-frame" + digits + ".png").m_Width, frame.Width) << number;
+    }
+}
+
 TEST_F(SampleClientTest, FolderIsGone_FramesAreCountedAsFailed)
 {
     m_Folder.Remove();

@@ -10,6 +10,16 @@
 
 // Cases share the counters of the process: each has a source of its own.
 
+namespace
+{
+
+void Add(UINT source, SampleEvent event)
+{
+    SampleCountersAdd(source, event, 0, ERROR_SUCCESS);
+}
+
+}  // namespace
+
 TEST(SampleCounters, Add_OnSeveralThreads_CountsEachOnce)
 {
     constexpr int kThreads = 4, kEach = 100000;
@@ -20,13 +30,12 @@ TEST(SampleCounters, Add_OnSeveralThreads_CountsEachOnce)
         threads.emplace_back([&] {
             start.arrive_and_wait();
             for (int n = 0; n < kEach; ++n)
-                SampleCountersAdd(0, &TessloSampleCounters::Received);
+                Add(0, kSampleReceived);
         });
     }
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(SampleCounts(0).Received, UINT64{kThreads} * kEach);
-    EXPECT_EQ(SampleCountersAdd(0, &TessloSampleCounters::Received), UINT64{kThreads} * kEach);
     EXPECT_EQ(SampleCounts(0).Dropped, 0u);
 }
 
@@ -39,12 +48,12 @@ TEST(SampleCounters, WaitReceived_AnotherThreadCounts_EndsWithTheFrame)
         for (UINT round = 1; round <= kRounds; ++round)
         {
             TessloSampleWaitReceived(kLast, round, kHour);
-            SampleCountersAdd(kLast - 1, &TessloSampleCounters::Received);
+            Add(kLast - 1, kSampleReceived);
         }
     });
     for (UINT round = 1; round <= kRounds; ++round)
     {
-        SampleCountersAdd(kLast, &TessloSampleCounters::Received);
+        Add(kLast, kSampleReceived);
         EXPECT_TRUE(TessloSampleWaitReceived(kLast - 1, round, kHour));
     }
     other.join();
@@ -55,8 +64,8 @@ TEST(SampleCounters, Fail_SeveralTimes_KeepsTheFirst)
 {
     TessloSampleFailure none = {};
     EXPECT_FALSE(TessloSampleGetFailure(2, &none));
-    SampleCountersFail(2, 7, ERROR_DISK_FULL);
-    SampleCountersFail(2, 3, ERROR_PATH_NOT_FOUND);
+    SampleCountersAdd(2, kSampleFailed, 7, ERROR_DISK_FULL);
+    SampleCountersAdd(2, kSampleFailed, 3, ERROR_PATH_NOT_FOUND);
     EXPECT_EQ(SampleCounts(2).Failed, 2u);
     TessloSampleFailure failure = {};
     EXPECT_TRUE(TessloSampleGetFailure(2, &failure));
@@ -66,13 +75,13 @@ TEST(SampleCounters, Fail_SeveralTimes_KeepsTheFirst)
 
 TEST(SampleCounters, WaitRecorded_RecordedDroppedAndFailed_AllCount)
 {
-    SampleCountersAdd(3, &TessloSampleCounters::Received);
-    EXPECT_FALSE(TessloSampleWaitRecorded(3, 1, 20));
-    SampleCountersAdd(3, &TessloSampleCounters::Recorded);
-    SampleCountersAdd(3, &TessloSampleCounters::Dropped);
-    SampleCountersFail(3, 0, ERROR_DISK_FULL);
-    EXPECT_TRUE(TessloSampleWaitRecorded(3, 3, 0));
-    EXPECT_FALSE(TessloSampleWaitRecorded(3, 4, 20));
+    Add(8, kSampleReceived);
+    EXPECT_FALSE(TessloSampleWaitRecorded(8, 1, 20));
+    Add(8, kSampleRecorded);
+    Add(8, kSampleDropped);
+    SampleCountersAdd(8, kSampleFailed, 0, ERROR_DISK_FULL);
+    EXPECT_TRUE(TessloSampleWaitRecorded(8, 3, 0));
+    EXPECT_FALSE(TessloSampleWaitRecorded(8, 4, 20));
 }
 
 TEST(SampleCounters, WaitReceived_NothingCounts_TimeRunsOut)

@@ -20,6 +20,7 @@ constexpr double kLookEvery = 0.1;              ///< seconds between looks at th
 constexpr DWORD kExceptionOfGcc = 0x20474343;   ///< a C++ exception of gcc's and clang's kind
 constexpr DWORD kExceptionOfMsvc = 0xE06D7363;  ///< and of the platform's own compiler
 constexpr char kOwnCode[] = " tesslo_client_check.exe+";
+constexpr std::string_view kNowhere = "; in";  ///< before the places, and all that is left where they are its own
 
 /// What the check itself writes goes to the parent; the library's own output must not come between.
 FILE* TakeOutput()
@@ -110,7 +111,12 @@ void TakeLine(const std::string& line, CheckResult* pResult, std::string* pCrash
 std::string EndOf(const std::string& crash, DWORD code, const std::string& step)
 {
     if (!crash.empty())
-        return "exception " + crash.substr(0, crash.find(kOwnCode));
+    {
+        std::string known = crash.substr(0, crash.find(kOwnCode));
+        if (known.ends_with(kNowhere))
+            known.resize(known.size() - kNowhere.size());
+        return "exception " + known;
+    }
     char text[32];
     std::snprintf(text, sizeof(text), "0x%08lX", code);
     return "the process ended with code " + std::string(text) + (step.empty() ? "" : " in " + step);

@@ -8,15 +8,6 @@
 namespace
 {
 
-template <typename Function>
-Function Find(HMODULE hModule, const char* pName)
-{
-    const auto function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(hModule, pName)));
-    if (!function)
-        throw CheckFailure(CheckMissingExport(hModule, pName));
-    return function;
-}
-
 HMODULE Load(const std::wstring& path, CheckBoard& board)
 {
     const CheckStep step(board, "LoadLibrary");
@@ -47,11 +38,19 @@ double Milliseconds()
 
 }  // namespace
 
+template <typename Function>
+Function CheckClient::Need(const char* pName) const
+{
+    const auto function = Find<Function>(pName);
+    if (!function)
+        throw CheckFailure(CheckMissingExport(m_hModule, pName));
+    return function;
+}
+
 CheckClient::CheckClient(const std::wstring& path, CheckBoard& board)
-    : m_Board(board), m_hModule(Load(path, board)),
-      m_pPlug(Find<TessloVirtualMonitorPlugFunction>(m_hModule, TESSLO_CLIENT_PLUG)),
-      m_pUpdate(Find<TessloVirtualMonitorUpdateFunction>(m_hModule, TESSLO_CLIENT_UPDATE)),
-      m_pUnplug(Find<TessloVirtualMonitorUnplugFunction>(m_hModule, TESSLO_CLIENT_UNPLUG))
+    : m_Board(board), m_hModule(Load(path, board)), m_pPlug(Need<TessloVirtualMonitorPlugFunction>(TESSLO_CLIENT_PLUG)),
+      m_pUpdate(Need<TessloVirtualMonitorUpdateFunction>(TESSLO_CLIENT_UPDATE)),
+      m_pUnplug(Need<TessloVirtualMonitorUnplugFunction>(TESSLO_CLIENT_UNPLUG))
 {
 }
 

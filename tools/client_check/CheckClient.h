@@ -24,7 +24,17 @@ public:
     double Update(void** ppConnection, const TessloVirtualMonitorFrame& frame) const;
     void Unplug(void** ppConnection, UINT source) const;
 
+    /// An export that need not be there; null when it is not.
+    template <typename Function>
+    Function Find(const char* pName) const
+    {
+        return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(m_hModule, pName)));
+    }
+
 private:
+    template <typename Function>
+    Function Need(const char* pName) const;
+
     CheckBoard& m_Board;
     HMODULE m_hModule;
     TessloVirtualMonitorPlugFunction m_pPlug;

@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-/// How much of it may come in a thousand connections without anybody's fault.
+/// How much of it may come in a thousand rounds without anybody's fault.
 struct CheckHoldings::Quantity
 {
     const char* m_pName;  ///< of the figure
@@ -24,6 +24,9 @@ const CheckHoldings::Quantity CheckHoldings::kQuantities[] = {
 
 namespace
 {
+
+constexpr DWORD kSettle = 2000;  ///< milliseconds for what the library gives back late
+constexpr UINT kWarmUpPart = 5;  ///< a fifth of the rounds makes what is made once
 
 double PrivateBytes()
 {
@@ -51,15 +54,14 @@ CheckHoldings CheckHoldings::Now()
     return now;
 }
 
-std::vector<std::string> CheckHoldings::GrowthSince(const CheckHoldings& before, UINT connections) const
+std::vector<std::string> CheckHoldings::GrowthSince(const CheckHoldings& before, const std::string& rounds) const
 {
     std::vector<std::string> lines;
     for (const Quantity& quantity : kQuantities)
         if (const double growth = this->*quantity.m_pValue - before.*quantity.m_pValue; growth > quantity.m_Allowed)
         {
             char line[128];
-            std::snprintf(
-                line, sizeof(line), "%.0f more %s behind %u connections", growth, quantity.m_pWhat, connections);
+            std::snprintf(line, sizeof(line), "%.0f more %s behind %s", growth, quantity.m_pWhat, rounds.c_str());
             lines.emplace_back(line);
         }
     return lines;
@@ -69,4 +71,24 @@ void CheckHoldings::Tell(CheckRun& run, const CheckHoldings& before) const
 {
     for (const Quantity& quantity : kQuantities)
         run.Tell(quantity.m_pName, this->*quantity.m_pValue - before.*quantity.m_pValue);
+}
+
+void CheckHoldings::Watch(CheckRun& run, UINT count, const std::string& name, const std::function<void()>& round)
+{
+    const UINT warmUp = count / kWarmUpPart;
+    for (UINT i = 0; i < warmUp; ++i)
+        round();
+    const CheckHoldings before = Now();
+    for (UINT i = warmUp; i < count; ++i)
+        round();
+    const std::string rounds = std::to_string(count - warmUp) + " " + name;
+    CheckHoldings after = Now();
+    for (DWORD waited = 0; waited < kSettle && !after.GrowthSince(before, rounds).empty(); waited += 100)
+    {
+        Sleep(100);
+        after = Now();
+    }
+    after.Tell(run, before);
+    for (const std::string& growth : after.GrowthSince(before, rounds))
+        run.Find(growth);
 }

@@ -3,6 +3,7 @@
 
 #include "tools/client_check/CheckRun.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,11 @@ public:
     static CheckHoldings Now();
 
     /// What has grown beyond what the platform explains, a line each.
-    std::vector<std::string> GrowthSince(const CheckHoldings& before, UINT connections) const;
+    /// @param rounds what has been done meanwhile, for example "800 connections".
+    std::vector<std::string> GrowthSince(const CheckHoldings& before, const std::string& rounds) const;
+    /// Has a round done so many times, a fifth of which make what is made once; tells how much the rest have let grow,
+    /// and finds what is too much.
+    static void Watch(CheckRun& run, UINT count, const std::string& name, const std::function<void()>& round);
     /// Tells the growth of each as a figure.
     void Tell(CheckRun& run, const CheckHoldings& before) const;
 

@@ -50,6 +50,9 @@ void AddOptions(CLI::App& app, CheckOptions& options, Texts& texts)
     app.add_option("--connections", options.m_Connections, "Connections behind which nothing may be left (1000)")
         ->type_name("N")
         ->check(CLI::Range(10, 1'000'000));
+    app.add_option("--loads", options.m_Loads, "Loads of the library behind which nothing may be left (200)")
+        ->type_name("N")
+        ->check(CLI::Range(10, 1'000'000));
     app.add_option("--patience", options.m_Patience, "Seconds in which a call must return (30)")
         ->type_name("S")
         ->check(CLI::Range(1.0, 3600.0));
@@ -110,6 +113,6 @@ std::wstring CheckChildArguments(const CheckOptions& options)
                                   " --limit " + std::to_string(options.m_Limit) + " --size " +
                                   std::to_string(options.m_Width) + "x" + std::to_string(options.m_Height) +
                                   " --frames " + std::to_string(options.m_Frames) + " --connections " +
-                                  std::to_string(options.m_Connections);
+                                  std::to_string(options.m_Connections) + " --loads " + std::to_string(options.m_Loads);
     return L" \"" + options.m_Library + L"\"" + HostWide(arguments);
 }

@@ -18,6 +18,7 @@ struct CheckOptions
     UINT m_Height = 1080;
     UINT m_Frames = 120;        ///< that are timed
     UINT m_Connections = 1000;  ///< that are opened and closed to find leaks
+    UINT m_Loads = 200;         ///< that the library is loaded and freed to find leaks
     double m_Patience = 30;     ///< seconds in which some call must return
 
     // Of a child alone.

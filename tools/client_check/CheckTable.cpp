@@ -2,6 +2,7 @@
 
 #include "tools/client_check/checks/CheckCalls.h"
 #include "tools/client_check/checks/CheckCosts.h"
+#include "tools/client_check/checks/CheckDevice.h"
 #include "tools/client_check/checks/CheckEnds.h"
 #include "tools/client_check/checks/CheckPixels.h"
 #include "tools/client_check/checks/CheckSizes.h"
@@ -41,6 +42,13 @@ constexpr CheckRow kRows[] = {
     {"slots", "each connection's slot is elsewhere, and taken away with it",
         "Keep no address of a slot: it is each call's argument. Store one pointer in it and nothing beside it.",
         CheckSlots},
+    {"device", "the first reserved export, if there is one: a device for each of two threads, or none",
+        "Store a device that CreateDeviceEx made with D3DCREATE_MULTITHREADED, with a reference for each call that "
+        "answers true; or answer false.",
+        CheckDevice},
+    {"notice", "the second reserved export, if there is one: presents, while frames go on",
+        "Export it beside the first. Both objects are lent for the call: release what you have added, and no more.",
+        CheckNotice},
     {"exit", "the process ends without Unplug",
         "Wait for nothing in DllMain, and take no lock there: your threads were ended wherever they were.", CheckExit},
     {"time", "how long Update takes", "Copy in Update and return; compress, send and write on a thread of your own.",
@@ -50,6 +58,10 @@ constexpr CheckRow kRows[] = {
     {"unload", "the library is freed and loaded again",
         "End your threads in Unplug and wait for them there; hold no reference of your own library behind it.",
         CheckUnload},
+    {"loads", "memory, handles and threads over many loads of the library",
+        "Give back behind the last Unplug, or in DllMain, all that a load has made. The C++ library of mingw-w64 keeps a "
+        "block of each: call __gnu_cxx::__freeres() at DLL_PROCESS_DETACH.",
+        CheckLoads},
 };
 
 }  // namespace

@@ -4,4 +4,6 @@
 struct Object
 {
     virtual ~Object() = default;
+    /// Without limit; nothing to wait for by itself.
+    virtual void Wait() {}
 };

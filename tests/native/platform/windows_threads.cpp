@@ -5,6 +5,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <semaphore>
 #include <thread>
 
 namespace
@@ -18,7 +19,17 @@ struct Thread : Object
             thread.detach();
     }
 
+    void Wait() override { thread.join(); }
+
     std::thread thread;
+};
+
+struct Semaphore : Object
+{
+    explicit Semaphore(LONG count) : queued(count) {}
+    void Wait() override { queued.acquire(); }
+
+    std::counting_semaphore<> queued;
 };
 
 timespec Now()
@@ -101,8 +112,19 @@ HANDLE CreateThread(void*, size_t, LPTHREAD_START_ROUTINE pRoutine, void* pParam
     return new Thread(std::thread(pRoutine, pParameter));
 }
 
-DWORD WaitForSingleObject(HANDLE hThread, DWORD)
+HANDLE CreateSemaphoreW(void*, LONG count, LONG, const wchar_t*)
 {
-    static_cast<Thread*>(static_cast<Object*>(hThread))->thread.join();
-    return 0;
+    return new Semaphore(count);
+}
+
+BOOL ReleaseSemaphore(HANDLE hSemaphore, LONG count, LONG*)
+{
+    static_cast<Semaphore*>(static_cast<Object*>(hSemaphore))->queued.release(count);
+    return TRUE;
+}
+
+DWORD WaitForSingleObject(HANDLE hObject, DWORD)
+{
+    static_cast<Object*>(hObject)->Wait();
+    return WAIT_OBJECT_0;
 }

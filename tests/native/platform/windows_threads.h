@@ -5,6 +5,7 @@
 
 using SRWLOCK = pthread_mutex_t;
 using CONDITION_VARIABLE = pthread_cond_t;
+inline constexpr DWORD WAIT_OBJECT_0 = 0;
 #define SRWLOCK_INIT PTHREAD_MUTEX_INITIALIZER
 #define CONDITION_VARIABLE_INIT PTHREAD_COND_INITIALIZER
 
@@ -29,5 +30,7 @@ DWORD GetCurrentThreadId();
 using LPTHREAD_START_ROUTINE = DWORD (*)(void*);
 HANDLE CreateThread(
     void* pSecurity, size_t stack, LPTHREAD_START_ROUTINE pRoutine, void* pParameter, DWORD flags, DWORD* pId);
-/// Waits for a thread's end, without limit.
-DWORD WaitForSingleObject(HANDLE hThread, DWORD milliseconds);
+HANDLE CreateSemaphoreW(void* pSecurity, LONG count, LONG most, const wchar_t* pName);
+BOOL ReleaseSemaphore(HANDLE hSemaphore, LONG count, LONG* pBefore);
+/// Waits for a thread's end, or takes one of a semaphore's count, without limit.
+DWORD WaitForSingleObject(HANDLE hObject, DWORD milliseconds);

@@ -10,8 +10,6 @@ namespace
 {
 
 constexpr DWORD kFrameInterval = 16;  ///< milliseconds from frame to frame, as of a monitor of 60 Hz
-constexpr DWORD kSettle = 2000;       ///< milliseconds for what the library gives back late
-constexpr UINT kWarmUpPart = 5;       ///< a fifth of the connections makes what is made once
 
 /// Frames as a monitor of 60 Hz shows them: what a library does behind its Update has its time.
 std::vector<double> MeasureUpdates(const CheckClient& client, const CheckOptions& options)
@@ -38,27 +36,14 @@ std::string LimitText(const CheckOptions& options)
     return text;
 }
 
-void ConnectOften(CheckRun& run, const CheckClient& client, UINT count)
+void ConnectOnce(CheckRun& run, const CheckClient& client)
 {
-    for (UINT i = 0; i < count; ++i)
-        run.OnThread([&] {
-            const CheckFrame frame(0, 64, 48);
-            CheckConnection connection(client, 0);
-            connection.Send(frame);
-            connection.Close();
-        });
-}
-
-/// @return whether nothing has grown in the end.
-bool HasSettled(const CheckHoldings& before, UINT connections)
-{
-    for (DWORD waited = 0; waited < kSettle; waited += 100)
-    {
-        if (CheckHoldings::Now().GrowthSince(before, connections).empty())
-            return true;
-        Sleep(100);
-    }
-    return false;
+    run.OnThread([&] {
+        const CheckFrame frame(0, 64, 48);
+        CheckConnection connection(client, 0);
+        connection.Send(frame);
+        connection.Close();
+    });
 }
 
 }  // namespace
@@ -81,15 +66,14 @@ void CheckTime(CheckRun& run)
 void CheckLeaks(CheckRun& run)
 {
     const CheckClient client(run.m_Options.m_Library, run.m_Board);
-    const UINT warmUp = run.m_Options.m_Connections / kWarmUpPart;
-    const UINT connections = run.m_Options.m_Connections - warmUp;
-    ConnectOften(run, client, warmUp);
-    const CheckHoldings before = CheckHoldings::Now();
-    ConnectOften(run, client, connections);
-    const bool bSettled = HasSettled(before, connections);
-    const CheckHoldings after = CheckHoldings::Now();
-    after.Tell(run, before);
-    if (!bSettled)
-        for (const std::string& growth : after.GrowthSince(before, connections))
-            run.Find(growth);
+    CheckHoldings::Watch(run, run.m_Options.m_Connections, "connections", [&] { ConnectOnce(run, client); });
+}
+
+void CheckLoads(CheckRun& run)
+{
+    CheckHoldings::Watch(run, run.m_Options.m_Loads, "loads", [&run] {
+        CheckClient client(run.m_Options.m_Library, run.m_Board);
+        ConnectOnce(run, client);
+        client.Free();
+    });
 }

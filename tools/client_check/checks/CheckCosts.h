@@ -5,3 +5,4 @@
 
 void CheckTime(CheckRun& run);
 void CheckLeaks(CheckRun& run);
+void CheckLoads(CheckRun& run);

@@ -1,9 +1,16 @@
+// Beside the sample, not of it: whoever copies the sample need not have this.
 #include "SampleCounters.h"
+
+#include <string_view>
 
 namespace
 {
 
-// All are ready without a constructor and need no destructor: nothing happens in DllMain.
+static_assert(TESSLO_SAMPLE_SOURCES == kSampleSources);
+static_assert(TESSLO_SAMPLE_QUEUE == kSampleQueue);
+static_assert(std::wstring_view(TESSLO_SAMPLE_RECORD_DIR) == kSampleFolder);
+
+// They are ready without a constructor and need no destructor.
 SRWLOCK g_Lock = SRWLOCK_INIT;
 CONDITION_VARIABLE g_Changed = CONDITION_VARIABLE_INIT;
 TessloSampleCounters g_Counters[TESSLO_SAMPLE_SOURCES];
@@ -37,21 +44,18 @@ bool Wait(UINT source, UINT64 (*pCount)(const TessloSampleCounters&), UINT64 cou
     return bThere;
 }
 
+/// The connections of the library that this is linked into tell it. There are none while it is attached.
+[[maybe_unused]] const bool g_bWatching = (g_pSampleWatch = SampleCountersAdd, true);
+
 }  // namespace
 
-UINT64 SampleCountersAdd(UINT source, UINT64 TessloSampleCounters::* pCounter)
+void SampleCountersAdd(UINT source, SampleEvent event, UINT64 number, DWORD error)
 {
+    constexpr UINT64 TessloSampleCounters::* kCounters[kSampleEvents] = {&TessloSampleCounters::Connections,
+        &TessloSampleCounters::Received, &TessloSampleCounters::Recorded, &TessloSampleCounters::Dropped,
+        &TessloSampleCounters::Failed};
     AcquireSRWLockExclusive(&g_Lock);
-    UINT64 before = (g_Counters[source].*pCounter)++;
-    ReleaseSRWLockExclusive(&g_Lock);
-    WakeAllConditionVariable(&g_Changed);
-    return before;
-}
-
-void SampleCountersFail(UINT source, UINT64 number, DWORD error)
-{
-    AcquireSRWLockExclusive(&g_Lock);
-    if (g_Counters[source].Failed++ == 0)
+    if ((g_Counters[source].*kCounters[event])++ == 0 && event == kSampleFailed)
         g_Failures[source] = {number, error};
     ReleaseSRWLockExclusive(&g_Lock);
     WakeAllConditionVariable(&g_Changed);
