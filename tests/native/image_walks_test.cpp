@@ -2,6 +2,7 @@
 // streaming ones are too large to sweep sizes and addresses with.
 #include "output/UMDImgProcWalks.h"
 
+#include "ImageRegisters.h"
 #include "exact_memory.h"
 
 #include <gtest/gtest.h>
@@ -104,7 +105,23 @@ TEST(ImageWalks, Reverse_EachCountAtEachWordOfALine_SameWordsInFallingOrder)
     CheckMove(true, [](BYTE* pDst, const BYTE* pSrc, std::size_t n) { UMDImgProcReverse(pDst, pSrc, n, true); });
 }
 
-TEST(ImageWalks, Transpose_RowsThatBeginAnywhere_SameWordsTurned)
+/// Each width of registers that this machine has.
+class ImageTransposes : public testing::TestWithParam<UMDCpuIsa>
+{
+protected:
+    void SetUp() override
+    {
+        if (!m_Registers.IsUsed())
+            GTEST_SKIP() << "no such registers here";
+    }
+
+private:
+    const ImageRegisters m_Registers{GetParam()};
+};
+
+INSTANTIATE_TEST_SUITE_P(Registers, ImageTransposes, testing::ValuesIn(kImageRegisters));
+
+TEST_P(ImageTransposes, RowsThatBeginAnywhere_SameWordsTurned)
 {
     for (std::size_t width : {1u, 2u, 15u, 16u, 17u, 33u, 769u})
     {
@@ -113,7 +130,7 @@ TEST(ImageWalks, Transpose_RowsThatBeginAnywhere_SameWordsTurned)
     }
 }
 
-TEST(ImageWalks, Transpose_RowsOfWholeLines_SameWordsTurned)
+TEST_P(ImageTransposes, RowsOfWholeLines_SameWordsTurned)
 {
     for (std::size_t width : {1u, 15u, 16u, 17u, 33u, 769u, 785u})
     {
@@ -122,7 +139,7 @@ TEST(ImageWalks, Transpose_RowsOfWholeLines_SameWordsTurned)
     }
 }
 
-TEST(ImageWalks, Transpose_RowsThatAlias_SameWordsTurned)
+TEST_P(ImageTransposes, RowsThatAlias_SameWordsTurned)
 {
     for (std::size_t width : {1u, 3u, 4u, 5u, 17u, 769u, 773u})
     {
