@@ -27,4 +27,6 @@ void UMDImgProcTurnBlocksSse2(const UMDImgProcTurn& turn);
 void UMDImgProcTurnColumnsSse2(const UMDImgProcTurn& turn);
 void UMDImgProcTurnBlocksAvx2(const UMDImgProcTurn& turn);
 void UMDImgProcTurnColumnsAvx2(const UMDImgProcTurn& turn);
+/// For wider kernels, too: what is left of some columns that begin anywhere, behind their windows of 16 rows.
+void UMDImgProcTurnEndsAvx2(const UMDImgProcTurn& turn, std::ptrdiff_t begin, std::ptrdiff_t end);
 void UMDImgProcTurnColumnsAvx512(const UMDImgProcTurn& turn);

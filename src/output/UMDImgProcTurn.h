@@ -40,10 +40,34 @@ struct UMDImgProcTurn
     bool HasEvenColumns() const { return DstPitch % kLineBytes == 0; }
     bool DoesAlias() const { return DstPitch % kAliasBytes == 0 && SrcPitch % kAliasBytes != 0; }
 
+    /// Whether each column ends where the next one in memory begins, in an image large enough for wide registers. The
+    /// line that two columns share is then written once and whole, like all others.
+    bool HasSeams() const
+    {
+        return (DstPitch == Rows * 4 || DstPitch == -Rows * 4) && Columns >= kLineWords && Rows >= 2 * kLineWords;
+    }
+
     /// Moves some rows of a column, word by word.
     void MoveWords(Index x, Index yBegin, Index yEnd) const
     {
         for (Index y = yBegin; y < yEnd; ++y)
             std::memcpy(Destination(x, y), Source(x, y), 4);
+    }
+
+    /// Turns an image with seams. @param turnStrip turns some columns, a multiple of step, with the seams within them
+    /// and in front of them.
+    void ByStrips(void (*turnStrip)(const UMDImgProcTurn&, Index, Index), Index step) const
+    {
+        const Index columns = Columns - Columns % step;
+        for (Index begin = 0; begin < columns; begin += kStripColumns)
+            turnStrip(*this, begin, std::min(begin + kStripColumns, columns));
+        // The last columns once more, together with some of those before.
+        if (columns < Columns)
+            turnStrip(*this, Columns - step, Columns);
+        // The ends of the whole image are no seams.
+        const Index first = DstPitch > 0 ? 0 : Columns - 1;
+        const Index last = Columns - 1 - first;
+        MoveWords(first, 0, kLineWords - Shift(first));
+        MoveWords(last, Rows - (Rows + Shift(last)) % kLineWords, Rows);
     }
 };

@@ -54,6 +54,12 @@ AVX2_INLINE void StreamLine(BYTE* pLine, __m256i front, __m256i back)
     _mm256_stream_si256(reinterpret_cast<__m256i*>(pLine + 32), back);
 }
 
+AVX2_INLINE void StreamLine(BYTE* pLine, const BYTE* pFrom)
+{
+    const auto* pParts = reinterpret_cast<const __m256i*>(pFrom);
+    StreamLine(pLine, _mm256_loadu_si256(pParts), _mm256_loadu_si256(pParts + 1));
+}
+
 AVX2_INLINE void StreamBlock(BYTE* pDst, Index dstPitch, const BYTE* p, Index pitch)
 {
     __m256i front[kSquare], back[kSquare];
@@ -121,16 +127,8 @@ AVX2_INLINE void Leave(Window& window, BYTE* pDst, Index dstPitch)
     for (Index i = 0; i < kSquare; ++i, pDst += dstPitch)
     {
         const Index past = static_cast<Index>(reinterpret_cast<std::uintptr_t>(pDst) % kLineBytes);
-        const auto* pLine = reinterpret_cast<const __m256i*>(window.Lower(i) - past);
-        StreamLine(pDst - past, _mm256_loadu_si256(pLine), _mm256_loadu_si256(pLine + 1));
+        StreamLine(pDst - past, window.Lower(i) - past);
     }
-}
-
-/// Writes the first words of each column, up to its first whole line.
-AVX2_INLINE void Begin(Window& window, BYTE* pDst, Index dstPitch)
-{
-    for (Index i = 0; i < kSquare; ++i, pDst += dstPitch)
-        std::memcpy(pDst, window.Lower(i), kLineBytes - reinterpret_cast<std::uintptr_t>(pDst) % kLineBytes);
 }
 
 AVX2_INLINE void MoveUp(Window& window)
@@ -142,74 +140,105 @@ AVX2_INLINE void MoveUp(Window& window)
     }
 }
 
-/// Some columns, whole lines only. @param rows a multiple of 16.
-AVX2 void TurnStrip(const Turn& turn, Index begin, Index end, Index rows)
+/// The whole lines of some columns, as far as rows go by sixteens, but for a first one without words in front.
+AVX2 void TurnWindows(const Turn& turn, Index begin, Index end)
 {
     Window windows[Turn::kStripColumns / kSquare];
-    for (Index y = 0; y < rows; y += kLineWords)
+    for (Index y = 0; y + kLineWords <= turn.Rows; y += kLineWords)
     {
         Window* pWindow = windows;
         for (Index x = begin; x < end; x += kSquare, ++pWindow)
         {
             PrefetchRows(Ahead(turn, begin, end, x, y, 48, kLineWords), turn.SrcPitch);
             Fill(*pWindow, turn.Source(x, y), turn.SrcPitch);
-            if (y == 0)
-                Begin(*pWindow, turn.Destination(x, y), turn.DstPitch);
-            else
+            if (y != 0)
                 Leave(*pWindow, turn.Destination(x, y), turn.DstPitch);
             MoveUp(*pWindow);
         }
     }
 }
-/// What lies in front of the first whole line of each column, and behind the last.
-void TurnEnds(const Turn& turn, Index first, Index last)
+
+/// One whole line more of those columns that have it behind the rows that go by sixteens.
+AVX2 void TurnLastLines(const Turn& turn, Index begin, Index end)
 {
-    for (Index x = 0; x < turn.Columns; ++x)
+    const Index rest = turn.Rows % kLineWords;
+    for (Index x = begin; x < end; x += kSquare)
     {
-        turn.MoveWords(x, 0, first);
-        turn.MoveWords(x, last, turn.Rows);
+        Window window;
+        Fill(window, turn.Source(x, turn.Rows - 2 * kLineWords), turn.SrcPitch);
+        MoveUp(window);
+        Fill(window, turn.Source(x, turn.Rows - kLineWords), turn.SrcPitch);
+        for (Index i = 0; i < kSquare; ++i)
+        {
+            const Index words = rest + turn.Shift(x + i);
+            if (words >= kLineWords)
+                StreamLine(turn.Destination(x + i, turn.Rows - words), window.Lower(i) + (kLineWords - words) * 4);
+        }
     }
+}
+
+/// The lines that the last words of a column share with the first ones of the column behind it in memory: of those
+/// columns and of the one in front.
+AVX2 void TurnSeams(const Turn& turn, Index begin, Index end)
+{
+    const Index next = turn.DstPitch > 0 ? 1 : 0;  // of two columns, the one behind the other
+    const Index last = end - 1 - kSquare;
+    for (Index at = std::max<Index>(begin - 1, 0); at < end - 1; at += kSquare)
+    {
+        const Index x = std::min(at, last);
+        Window window;
+        Fill(window, turn.Source(x + 1 - next, turn.Rows - kLineWords), turn.SrcPitch);
+        MoveUp(window);
+        Fill(window, turn.Source(x + next, 0), turn.SrcPitch);
+        Leave(window, turn.Destination(x + next, 0), turn.DstPitch);
+    }
+}
+
+/// Some columns that begin at the same place of a line.
+AVX2 void TurnEvenStrip(const Turn& turn, Index begin, Index end)
+{
+    const Index shift = turn.Shift(0);
+    const Index lines = (turn.Rows + shift) / kLineWords;
+    Index line = shift == 0 ? 0 : 1;
+    if (turn.DoesAlias())
+    {
+        for (; line + 2 <= lines; line += 2)
+            TurnRows<2>(turn, begin, end, line * kLineWords - shift);
+    }
+    for (; line < lines; ++line)
+        TurnRows<1>(turn, begin, end, line * kLineWords - shift);
+    if (shift != 0)
+        TurnSeams(turn, begin, end);
+}
+
+/// Some columns that begin anywhere.
+AVX2 void TurnUnevenStrip(const Turn& turn, Index begin, Index end)
+{
+    TurnWindows(turn, begin, end);
+    UMDImgProcTurnEndsAvx2(turn, begin, end);
 }
 }  // namespace
 
-AVX2 void UMDImgProcTurnBlocksAvx2(const UMDImgProcTurn& turn)
+void UMDImgProcTurnEndsAvx2(const UMDImgProcTurn& turn, Index begin, Index end)
 {
-    if (turn.Columns < kSquare)
-        return UMDImgProcTurnBlocksSse2(turn);
-    const Index first = std::min((kLineWords - turn.Shift(0)) % kLineWords, turn.Rows);
-    const Index last = turn.Rows - (turn.Rows - first) % kLineWords;
-    const Index columns = turn.Columns - turn.Columns % kSquare;
-    const Index pairs = turn.DoesAlias() ? (last - first) / (2 * kLineWords) : 0;
-    for (Index begin = 0; begin < columns; begin += Turn::kStripColumns)
-    {
-        const Index end = std::min(begin + Turn::kStripColumns, columns);
-        Index y = first;
-        for (Index n = 0; n < pairs; ++n, y += 2 * kLineWords)
-            TurnRows<2>(turn, begin, end, y);
-        for (; y < last; y += kLineWords)
-            TurnRows<1>(turn, begin, end, y);
-    }
-    // The last columns once more, together with some of those before.
-    if (columns < turn.Columns)
-    {
-        for (Index y = first; y < last; y += kLineWords)
-            TurnRows<1>(turn, turn.Columns - kSquare, turn.Columns, y);
-    }
-    TurnEnds(turn, first, last);
+    TurnLastLines(turn, begin, end);
+    TurnSeams(turn, begin, end);
+}
+
+void UMDImgProcTurnBlocksAvx2(const UMDImgProcTurn& turn)
+{
+    if (turn.HasSeams())
+        turn.ByStrips(TurnEvenStrip, kSquare);
+    else
+        UMDImgProcTurnBlocksSse2(turn);
     _mm_sfence();
 }
 
-AVX2 void UMDImgProcTurnColumnsAvx2(const UMDImgProcTurn& turn)
+void UMDImgProcTurnColumnsAvx2(const UMDImgProcTurn& turn)
 {
-    const Index rows = turn.Rows - turn.Rows % kLineWords;
-    if (turn.Columns < kSquare || rows == 0)
-        return UMDImgProcTurnColumnsSse2(turn);
-    const Index columns = turn.Columns - turn.Columns % kSquare;
-    for (Index begin = 0; begin < columns; begin += Turn::kStripColumns)
-        TurnStrip(turn, begin, std::min(begin + Turn::kStripColumns, columns), rows);
-    if (columns < turn.Columns)
-        TurnStrip(turn, turn.Columns - kSquare, turn.Columns, rows);
-    for (Index x = 0; x < turn.Columns; ++x)
-        turn.MoveWords(x, rows - turn.Shift(x), turn.Rows);
+    if (turn.HasSeams())
+        turn.ByStrips(TurnUnevenStrip, kSquare);
+    else
+        UMDImgProcTurnColumnsSse2(turn);
     _mm_sfence();
 }

@@ -67,22 +67,12 @@ AVX512_INLINE void Leave(const __m512i (&columns)[kLineWords], const __m512i* pL
     }
 }
 
-/// Writes the first words of each column, up to its first whole line.
-AVX512_INLINE void Begin(const __m512i (&columns)[kLineWords], BYTE* pDst, Index dstPitch)
-{
-    for (Index i = 0; i < kLineWords; ++i, pDst += dstPitch)
-    {
-        const auto past = reinterpret_cast<std::uintptr_t>(pDst) % kLineBytes / 4;
-        _mm512_mask_storeu_epi32(pDst, static_cast<__mmask16>(0xFFFFu >> past), columns[i]);
-    }
-}
-
-/// Some columns, whole lines only. @param rows a multiple of 16.
-AVX512 void TurnStrip(const Turn& turn, Index begin, Index end, Index rows)
+/// The whole lines of some columns, as far as rows go by sixteens, but for a first one without words in front.
+AVX512 void TurnWindows(const Turn& turn, Index begin, Index end)
 {
     constexpr Index kAhead = 3 * kLineWords;
     __m512i last[Turn::kStripColumns];
-    for (Index y = 0; y < rows; y += kLineWords)
+    for (Index y = 0; y + kLineWords <= turn.Rows; y += kLineWords)
     {
         __m512i* pLast = last;
         for (Index x = begin; x < end; x += kLineWords, pLast += kLineWords)
@@ -93,29 +83,26 @@ AVX512 void TurnStrip(const Turn& turn, Index begin, Index end, Index rows)
                 _mm_prefetch(reinterpret_cast<const char*>(pAhead + i * turn.SrcPitch), _MM_HINT_T0);
             __m512i columns[kLineWords];
             TurnSquare(columns, turn.Source(x, y), turn.SrcPitch);
-            if (y == 0)
-                Begin(columns, turn.Destination(x, y), turn.DstPitch);
-            else
+            if (y != 0)
                 Leave(columns, pLast, turn.Destination(x, y), turn.DstPitch);
             for (Index i = 0; i < kLineWords; ++i)
                 pLast[i] = columns[i];
         }
     }
 }
+
+void TurnStrip(const Turn& turn, Index begin, Index end)
+{
+    TurnWindows(turn, begin, end);
+    UMDImgProcTurnEndsAvx2(turn, begin, end);
+}
 }  // namespace
 
-AVX512 void UMDImgProcTurnColumnsAvx512(const UMDImgProcTurn& turn)
+void UMDImgProcTurnColumnsAvx512(const UMDImgProcTurn& turn)
 {
-    const Index rows = turn.Rows - turn.Rows % kLineWords;
-    if (turn.Columns < kLineWords || rows == 0)
-        return UMDImgProcTurnColumnsSse2(turn);
-    const Index columns = turn.Columns - turn.Columns % kLineWords;
-    for (Index begin = 0; begin < columns; begin += Turn::kStripColumns)
-        TurnStrip(turn, begin, std::min(begin + Turn::kStripColumns, columns), rows);
-    // The last columns once more, together with some of those before.
-    if (columns < turn.Columns)
-        TurnStrip(turn, turn.Columns - kLineWords, turn.Columns, rows);
-    for (Index x = 0; x < turn.Columns; ++x)
-        turn.MoveWords(x, rows - turn.Shift(x), turn.Rows);
+    if (turn.HasSeams())
+        turn.ByStrips(TurnStrip, kLineWords);
+    else
+        UMDImgProcTurnColumnsSse2(turn);
     _mm_sfence();
 }
