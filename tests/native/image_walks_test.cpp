@@ -73,23 +73,27 @@ std::ptrdiff_t Pitch(std::size_t words, std::size_t multiple)
 
 /// @param move moves this many words to a place from a place; @param isReversed in falling order.
 template <typename Move>
+void CheckMoveOf(std::size_t count, std::size_t shift, bool isReversed, Move move)
+{
+    ExactBytes src(count * 4, shift % 7);
+    ExactBytes dst(count * 4, shift);
+    src.FillWithNoise(static_cast<std::uint32_t>(count));
+    std::vector<BYTE> expected = UntouchedBytes(dst.Size());
+    for (std::size_t i = 0; i < count; ++i)
+        std::copy_n(src.Get() + i * 4, 4, expected.begin() + 4 * (isReversed ? count - 1 - i : i));
+
+    move(dst.Get(), src.Get(), count);
+
+    ASSERT_TRUE(dst.Holds(expected) && dst.IsFrontUntouched()) << count << " words, shift " << shift;
+}
+
+template <typename Move>
 void CheckMove(bool isReversed, Move move)
 {
     for (std::size_t count = 0; count <= 100; ++count)
     {
         for (std::size_t shift = 0; shift < kLineBytes; shift += 4)
-        {
-            ExactBytes src(count * 4, shift % 7);
-            ExactBytes dst(count * 4, shift);
-            src.FillWithNoise(static_cast<std::uint32_t>(count));
-            std::vector<BYTE> expected = UntouchedBytes(dst.Size());
-            for (std::size_t i = 0; i < count; ++i)
-                std::copy_n(src.Get() + i * 4, 4, expected.begin() + 4 * (isReversed ? count - 1 - i : i));
-
-            move(dst.Get(), src.Get(), count);
-
-            ASSERT_TRUE(dst.Holds(expected) && dst.IsFrontUntouched()) << count << " words, shift " << shift;
-        }
+            ASSERT_NO_FATAL_FAILURE(CheckMoveOf(count, shift, isReversed, move));
     }
 }
 }  // namespace
@@ -97,6 +101,16 @@ void CheckMove(bool isReversed, Move move)
 TEST(ImageWalks, Stream_EachCountAtEachWordOfALine_SameWordsInOrder)
 {
     CheckMove(false, UMDImgProcStream);
+}
+
+// Longer than the pages that are copied side by side, and by less than a line more.
+TEST(ImageWalks, Stream_SeveralPages_SameWordsInOrder)
+{
+    for (std::size_t count : {4095u, 4096u, 4097u, 4112u, 8192u, 12345u})
+    {
+        for (std::size_t shift : {0u, 4u, 60u})
+            ASSERT_NO_FATAL_FAILURE(CheckMoveOf(count, shift, false, UMDImgProcStream));
+    }
 }
 
 TEST(ImageWalks, Reverse_EachCountAtEachWordOfALine_SameWordsInFallingOrder)
