@@ -2,6 +2,7 @@
 #include "BenchDriver.h"
 #include "BenchImage.h"
 #include "BenchOptions.h"
+#include "BenchRegisters.h"
 #include "host/runtime/HostError.h"
 
 #include <CLI/CLI.hpp>
@@ -54,6 +55,8 @@ int main(int argc, char** argv)
     app.add_option("--filter", options.Filter, "Measure only rows whose name contains this text");
     app.add_option("--json", options.Json, "Write the table to this file, too");
     CLI11_PARSE(app, argc, argv);
+    if (!BenchLimitRegisters())
+        return 1;
 
     const int code = Measure(options);
     std::fflush(nullptr);

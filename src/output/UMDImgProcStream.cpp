@@ -10,10 +10,21 @@ namespace
 {
 constexpr std::size_t kLineBytes = 64;
 constexpr std::size_t kLineWords = kLineBytes / 4;
+constexpr std::size_t kPageBytes = 4096;
+constexpr std::size_t kPageWords = kPageBytes / 4;
+constexpr std::size_t kPages = 4;
+/// How far ahead is fetched: a line that is far when it is read holds up those that leave.
+constexpr std::size_t kAhead = 4 * kLineBytes;
 
 __m128i Load(const BYTE* p)
 {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+}
+
+/// Asks for a line that is read soon. It may lie outside of the image.
+void Prefetch(const BYTE* p)
+{
+    _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_T0);
 }
 
 __m128i LoadReversed(const BYTE* p)
@@ -46,6 +57,7 @@ void Reverse(BYTE* pDst, const BYTE* pSrc, std::size_t count)
     {
         __m128i* pLine = reinterpret_cast<__m128i*>(pEnd - (from + kLineWords) * 4);
         const BYTE* pFrom = pSrc + from * 4;
+        Prefetch(pFrom + kAhead);
         const __m128i parts[] = {
             LoadReversed(pFrom), LoadReversed(pFrom + 16), LoadReversed(pFrom + 32), LoadReversed(pFrom + 48)};
         Write(pLine, parts[3]);
@@ -55,6 +67,26 @@ void Reverse(BYTE* pDst, const BYTE* pSrc, std::size_t count)
     }
     while (from < count)
         moveWord(from++);
+}
+void StreamLine(BYTE* pDst, const BYTE* pSrc)
+{
+    Prefetch(pSrc + kAhead);
+    const __m128i parts[] = {Load(pSrc), Load(pSrc + 16), Load(pSrc + 32), Load(pSrc + 48)};
+    __m128i* pLine = reinterpret_cast<__m128i*>(pDst);
+    StreamPart(pLine, parts[0]);
+    StreamPart(pLine + 1, parts[1]);
+    StreamPart(pLine + 2, parts[2]);
+    StreamPart(pLine + 3, parts[3]);
+}
+
+/// Some pages side by side: the memory has more to do at a time than one row of lines gives it.
+void StreamPages(BYTE* pDst, const BYTE* pSrc)
+{
+    for (std::size_t line = 0; line < kPageBytes; line += kLineBytes)
+    {
+        for (std::size_t page = 0; page < kPages * kPageBytes; page += kPageBytes)
+            StreamLine(pDst + page + line, pSrc + page + line);
+    }
 }
 }  // namespace
 
@@ -72,15 +104,10 @@ void UMDImgProcStream(BYTE* pDst, const BYTE* pSrc, std::size_t count)
     // Words before the first whole line.
     std::size_t done = std::min((0 - reinterpret_cast<std::uintptr_t>(pDst)) % kLineBytes / 4, count);
     std::memcpy(pDst, pSrc, done * 4);
+    for (; done + kPages * kPageWords <= count; done += kPages * kPageWords)
+        StreamPages(pDst + done * 4, pSrc + done * 4);
     for (; done + kLineWords <= count; done += kLineWords)
-    {
-        __m128i* pLine = reinterpret_cast<__m128i*>(pDst + done * 4);
-        const BYTE* pFrom = pSrc + done * 4;
-        _mm_stream_si128(pLine, Load(pFrom));
-        _mm_stream_si128(pLine + 1, Load(pFrom + 16));
-        _mm_stream_si128(pLine + 2, Load(pFrom + 32));
-        _mm_stream_si128(pLine + 3, Load(pFrom + 48));
-    }
+        StreamLine(pDst + done * 4, pSrc + done * 4);
     std::memcpy(pDst + done * 4, pSrc + done * 4, (count - done) * 4);
     _mm_sfence();
 }

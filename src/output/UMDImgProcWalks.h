@@ -8,8 +8,8 @@
 
 #include <cstddef>
 
-/// From this size on an image and its copy are not expected to stay in a cache together, and copies that could do
-/// either stream. Turns by 90 and 270 degrees stream always: jumping from row to row, they would fetch each line anew.
+/// From this size on copies that could do either stream: they are faster then even if both images still are in a cache.
+/// Turns by 90 and 270 degrees stream always: jumping from row to row, they would fetch each line anew.
 inline constexpr std::size_t UMD_IMGPROC_STREAM_BYTES = std::size_t{12} * 1024 * 1024;
 
 /// Writes the word at (x, y) of the source to pDst + x * dstPitch + y * 4.

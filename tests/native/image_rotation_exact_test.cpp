@@ -1,10 +1,13 @@
 // UMDImgProcRotation between blocks of exact size, beside a loop that puts one pixel after the other where it belongs.
 #include "output/UMDImgProc.h"
 
+#include "ImageRegisters.h"
 #include "ddi/ddi.h"
 #include "exact_memory.h"
 
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace
 {
@@ -53,19 +56,32 @@ void Check(const Turn& t, std::size_t dstShift, std::size_t srcShift)
         << t.BytesPerPixel << " shift " << dstShift << ' ' << srcShift;
 }
 
-class ImageRotationExact : public testing::TestWithParam<UINT>
+/// Each rotation with each width of registers that this machine has.
+class ImageRotationExact : public testing::TestWithParam<std::tuple<UINT, UMDCpuIsa>>
 {
+protected:
+    void SetUp() override
+    {
+        if (!m_Registers.IsUsed())
+            GTEST_SKIP() << "no such registers here";
+    }
+    static UINT Rotation() { return std::get<0>(GetParam()); }
+
+private:
+    const ImageRegisters m_Registers{std::get<1>(GetParam())};
 };
 
 INSTANTIATE_TEST_SUITE_P(Turns, ImageRotationExact,
-    testing::Values(D3DDDI_ROTATION_IDENTITY, D3DDDI_ROTATION_90, D3DDDI_ROTATION_180, D3DDDI_ROTATION_270));
+    testing::Combine(
+        testing::Values(D3DDDI_ROTATION_IDENTITY, D3DDDI_ROTATION_90, D3DDDI_ROTATION_180, D3DDDI_ROTATION_270),
+        testing::ValuesIn(kImageRegisters)));
 
 TEST_P(ImageRotationExact, SizesTo40_SameBytesAsTheLoop)
 {
     for (UINT height = 1; height <= 40; ++height)
     {
         for (UINT width = 1; width <= 40; ++width)
-            ASSERT_NO_FATAL_FAILURE(Check({GetParam(), width, height, 0}, 0, 0));
+            ASSERT_NO_FATAL_FAILURE(Check({Rotation(), width, height, 0}, 0, 0));
     }
 }
 
@@ -75,9 +91,9 @@ TEST_P(ImageRotationExact, EachWordOfALineAndOddAddresses_SameBytesAsTheLoop)
     {
         for (UINT size : {1u, 15u, 16u, 17u, 48u, 65u})
         {
-            ASSERT_NO_FATAL_FAILURE(Check({GetParam(), size, 81 - size, 0}, shift, 0));
-            ASSERT_NO_FATAL_FAILURE(Check({GetParam(), 81 - size, size, 3}, shift, 1));
-            ASSERT_NO_FATAL_FAILURE(Check({GetParam(), size, 64, 20}, shift + 1, 2));
+            ASSERT_NO_FATAL_FAILURE(Check({Rotation(), size, 81 - size, 0}, shift, 0));
+            ASSERT_NO_FATAL_FAILURE(Check({Rotation(), 81 - size, size, 3}, shift, 1));
+            ASSERT_NO_FATAL_FAILURE(Check({Rotation(), size, 64, 20}, shift + 1, 2));
         }
     }
 }
@@ -90,7 +106,7 @@ TEST_P(ImageRotationExact, HeightsOfWholeLines_SameBytesAsTheLoop)
         for (UINT width : {1u, 3u, 4u, 5u, 15u, 16u, 33u, 783u})
         {
             for (std::size_t shift : {0u, 4u, 60u})
-                ASSERT_NO_FATAL_FAILURE(Check({GetParam(), width, height, 12}, shift, 0));
+                ASSERT_NO_FATAL_FAILURE(Check({Rotation(), width, height, 12}, shift, 0));
         }
     }
 }
@@ -101,7 +117,7 @@ TEST_P(ImageRotationExact, PixelsOfOtherSizes_SameBytesAsTheLoop)
     {
         // Words of narrow pixels overlap where they land: the loop and the routine go in the same order.
         for (UINT size : {1u, 2u, 5u, 17u})
-            ASSERT_NO_FATAL_FAILURE(Check({GetParam(), size, 19 - size, 3, bytesPerPixel}, 0, 0));
+            ASSERT_NO_FATAL_FAILURE(Check({Rotation(), size, 19 - size, 3, bytesPerPixel}, 0, 0));
     }
 }
 }  // namespace

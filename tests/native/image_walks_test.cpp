@@ -2,6 +2,7 @@
 // streaming ones are too large to sweep sizes and addresses with.
 #include "output/UMDImgProcWalks.h"
 
+#include "ImageRegisters.h"
 #include "exact_memory.h"
 
 #include <gtest/gtest.h>
@@ -72,23 +73,27 @@ std::ptrdiff_t Pitch(std::size_t words, std::size_t multiple)
 
 /// @param move moves this many words to a place from a place; @param isReversed in falling order.
 template <typename Move>
+void CheckMoveOf(std::size_t count, std::size_t shift, bool isReversed, Move move)
+{
+    ExactBytes src(count * 4, shift % 7);
+    ExactBytes dst(count * 4, shift);
+    src.FillWithNoise(static_cast<std::uint32_t>(count));
+    std::vector<BYTE> expected = UntouchedBytes(dst.Size());
+    for (std::size_t i = 0; i < count; ++i)
+        std::copy_n(src.Get() + i * 4, 4, expected.begin() + 4 * (isReversed ? count - 1 - i : i));
+
+    move(dst.Get(), src.Get(), count);
+
+    ASSERT_TRUE(dst.Holds(expected) && dst.IsFrontUntouched()) << count << " words, shift " << shift;
+}
+
+template <typename Move>
 void CheckMove(bool isReversed, Move move)
 {
     for (std::size_t count = 0; count <= 100; ++count)
     {
         for (std::size_t shift = 0; shift < kLineBytes; shift += 4)
-        {
-            ExactBytes src(count * 4, shift % 7);
-            ExactBytes dst(count * 4, shift);
-            src.FillWithNoise(static_cast<std::uint32_t>(count));
-            std::vector<BYTE> expected = UntouchedBytes(dst.Size());
-            for (std::size_t i = 0; i < count; ++i)
-                std::copy_n(src.Get() + i * 4, 4, expected.begin() + 4 * (isReversed ? count - 1 - i : i));
-
-            move(dst.Get(), src.Get(), count);
-
-            ASSERT_TRUE(dst.Holds(expected) && dst.IsFrontUntouched()) << count << " words, shift " << shift;
-        }
+            ASSERT_NO_FATAL_FAILURE(CheckMoveOf(count, shift, isReversed, move));
     }
 }
 }  // namespace
@@ -98,13 +103,39 @@ TEST(ImageWalks, Stream_EachCountAtEachWordOfALine_SameWordsInOrder)
     CheckMove(false, UMDImgProcStream);
 }
 
+// Longer than the pages that are copied side by side, and by less than a line more.
+TEST(ImageWalks, Stream_SeveralPages_SameWordsInOrder)
+{
+    for (std::size_t count : {4095u, 4096u, 4097u, 4112u, 8192u, 12345u})
+    {
+        for (std::size_t shift : {0u, 4u, 60u})
+            ASSERT_NO_FATAL_FAILURE(CheckMoveOf(count, shift, false, UMDImgProcStream));
+    }
+}
+
 TEST(ImageWalks, Reverse_EachCountAtEachWordOfALine_SameWordsInFallingOrder)
 {
     CheckMove(true, [](BYTE* pDst, const BYTE* pSrc, std::size_t n) { UMDImgProcReverse(pDst, pSrc, n, false); });
     CheckMove(true, [](BYTE* pDst, const BYTE* pSrc, std::size_t n) { UMDImgProcReverse(pDst, pSrc, n, true); });
 }
 
-TEST(ImageWalks, Transpose_RowsThatBeginAnywhere_SameWordsTurned)
+/// Each width of registers that this machine has.
+class ImageTransposes : public testing::TestWithParam<UMDCpuIsa>
+{
+protected:
+    void SetUp() override
+    {
+        if (!m_Registers.IsUsed())
+            GTEST_SKIP() << "no such registers here";
+    }
+
+private:
+    const ImageRegisters m_Registers{GetParam()};
+};
+
+INSTANTIATE_TEST_SUITE_P(Registers, ImageTransposes, testing::ValuesIn(kImageRegisters));
+
+TEST_P(ImageTransposes, RowsThatBeginAnywhere_SameWordsTurned)
 {
     for (std::size_t width : {1u, 2u, 15u, 16u, 17u, 33u, 769u})
     {
@@ -113,7 +144,7 @@ TEST(ImageWalks, Transpose_RowsThatBeginAnywhere_SameWordsTurned)
     }
 }
 
-TEST(ImageWalks, Transpose_RowsOfWholeLines_SameWordsTurned)
+TEST_P(ImageTransposes, RowsOfWholeLines_SameWordsTurned)
 {
     for (std::size_t width : {1u, 15u, 16u, 17u, 33u, 769u, 785u})
     {
@@ -122,7 +153,7 @@ TEST(ImageWalks, Transpose_RowsOfWholeLines_SameWordsTurned)
     }
 }
 
-TEST(ImageWalks, Transpose_RowsThatAlias_SameWordsTurned)
+TEST_P(ImageTransposes, RowsThatAlias_SameWordsTurned)
 {
     for (std::size_t width : {1u, 3u, 4u, 5u, 17u, 769u, 773u})
     {

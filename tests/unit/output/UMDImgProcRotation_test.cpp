@@ -2,6 +2,7 @@
 #include "output/UMDImgProc.h"
 
 #include "ImageMemory.h"
+#include "ImageRegisters.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
 #include "ddi/ddi.h"
@@ -12,6 +13,7 @@
 #include <chrono>
 #include <cstring>
 #include <ostream>
+#include <tuple>
 
 using namespace tesslo::test;
 
@@ -106,18 +108,30 @@ void CheckAtBothEdges(const Turn& t)
 }
 }  // namespace
 
-class ImageRotation : public testing::TestWithParam<UINT>
+/// Each rotation with each width of registers that this machine has.
+class ImageRotation : public testing::TestWithParam<std::tuple<UINT, UMDCpuIsa>>
 {
+protected:
+    void SetUp() override
+    {
+        if (!m_Registers.IsUsed())
+            GTEST_SKIP() << "no such registers here";
+    }
+    static UINT Rotation() { return std::get<0>(GetParam()); }
+
+private:
+    const ImageRegisters m_Registers{std::get<1>(GetParam())};
 };
 
-INSTANTIATE_TEST_SUITE_P(Turns, ImageRotation, testing::ValuesIn(kTurns));
+INSTANTIATE_TEST_SUITE_P(
+    Turns, ImageRotation, testing::Combine(testing::ValuesIn(kTurns), testing::ValuesIn(kImageRegisters)));
 
 TEST_P(ImageRotation, SizesTo64_SameBytesAsTheLoop)
 {
     for (UINT height = 1; height <= 64; ++height)
     {
         for (UINT width = 1; width <= 64; ++width)
-            ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), width, height, 0}));
+            ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), width, height, 0}));
     }
 }
 
@@ -128,7 +142,7 @@ TEST_P(ImageRotation, SmallSizes_PaddedAndAtOddAddresses_SameBytesAsTheLoop)
         for (UINT size : {1u, 15u, 16u, 17u, 31u, 48u, 65u})
         {
             for (UINT padding : {0u, 1u, 4u, 64u})
-                ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), size, 80 - size, padding, 4, shift}));
+                ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), size, 80 - size, padding, 4, shift}));
         }
     }
 }
@@ -139,8 +153,8 @@ TEST_P(ImageRotation, OddFrames_SameBytesAsTheLoop)
         {1279, 719}, {1280, 720}, {1366, 768}, {1919, 1079}, {1920, 1080}, {3440, 1440}};
     for (const auto& [width, height] : sizes)
     {
-        ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), width, height, 0}));
-        ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), width, height, 20}));
+        ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), width, height, 0}));
+        ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), width, height, 20}));
     }
 }
 
@@ -152,7 +166,7 @@ TEST_P(ImageRotation, HeightsOfManyWholeLines_ShiftedWithinThem_SameBytesAsTheLo
         for (UINT width : {1u, 15u, 16u, 47u, 401u, 800u})
         {
             for (UINT shift : {0u, 4u, 16u, 60u})
-                ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), width, height, 12, 4, shift}));
+                ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), width, height, 12, 4, shift}));
         }
     }
 }
@@ -160,9 +174,9 @@ TEST_P(ImageRotation, HeightsOfManyWholeLines_ShiftedWithinThem_SameBytesAsTheLo
 // Rows of either image fall onto the same few lines of the cache, and so do those of both.
 TEST_P(ImageRotation, RowsOfWholePages_SameBytesAsTheLoop)
 {
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), 1024, 1024, 0}));
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), 1024, 512, 0}));
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), 512, 1024, 0}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), 1024, 1024, 0}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), 1024, 512, 0}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), 512, 1024, 0}));
 }
 
 TEST_P(ImageRotation, RandomSizes_SameBytesAsTheLoop)
@@ -176,7 +190,7 @@ TEST_P(ImageRotation, RandomSizes_SameBytesAsTheLoop)
         const UINT height = 1 + random() % 150;
         const UINT padding = static_cast<UINT>(random() % 3) * static_cast<UINT>(random() % 40);
         ASSERT_NO_FATAL_FAILURE(
-            CheckAtBothEdges({GetParam(), width, height, padding, 4, static_cast<UINT>(random() % 17)}));
+            CheckAtBothEdges({Rotation(), width, height, padding, 4, static_cast<UINT>(random() % 17)}));
     }
 }
 
@@ -189,7 +203,7 @@ TEST_P(ImageRotation, PixelsOfOtherSizes_WordsMovedInOrder)
             for (UINT height : {1u, 2u, 7u, 32u})
             {
                 for (UINT padding : {0u, 3u})
-                    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({GetParam(), width, height, padding, bytesPerPixel}));
+                    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({Rotation(), width, height, padding, bytesPerPixel}));
             }
         }
     }
@@ -202,7 +216,7 @@ TEST_P(ImageRotation, NoWidthOrNoHeight_TouchesNothing)
     {
         UINT outPitch = 36, outWidth = width, outHeight = height;
         EXPECT_EQ(
-            UMDImgProcRotation(nothing.Get(), nothing.Get(), &outPitch, &outWidth, &outHeight, 4, GetParam()), S_OK);
+            UMDImgProcRotation(nothing.Get(), nothing.Get(), &outPitch, &outWidth, &outHeight, 4, Rotation()), S_OK);
     }
 }
 
