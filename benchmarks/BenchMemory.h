@@ -14,7 +14,7 @@ using BenchMemory = std::unique_ptr<BYTE, BenchMemoryFreed>;
 /// Whole pages, written once so that none is missing when the clock runs.
 BenchMemory BenchMakeMemory(size_t bytes);
 
-/// Leaves no line of it in any cache.
+/// Leaves no line of it in any cache, behind a fence.
 void BenchEvict(const BYTE* pMemory, size_t bytes);
 
 /// Reads each line, so that it is in the cache if there is room for it.
