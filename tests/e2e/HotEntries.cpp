@@ -46,7 +46,7 @@ const std::vector<HotEntry>& HotEntries()
             const D3DDDIARG_TEXTURESTAGESTATE arg{1, D3DDDITSS_COLOROP, 2};
             return o.m_Functions.pfnSetTextureStageState(o.m_hDevice, &arg);
         }},
-        {"SetTexture", 200, {}, CALL {
+        {"SetTexture", 80, {}, CALL {
             return o.m_Functions.pfnSetTexture(o.m_hDevice, 0, o.m_hTexture);
         }},
         {"SetTexture, none", 70, {}, CALL {
