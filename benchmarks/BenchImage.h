@@ -4,3 +4,6 @@
 #include "BenchReport.h"
 
 void BenchImage(BenchReport& report);
+
+/// Six sources turned at once on two cores, beside six packed copies.
+void BenchSources(BenchReport& report);

@@ -64,9 +64,11 @@ void BenchReport::AddSpeed(
         aim});
 }
 
-void BenchReport::AddCost(const std::string& name, double ours, const std::string& otherName, double other, double must)
+void BenchReport::AddCost(
+    const std::string& name, double ours, const std::string& otherName, double other, double must, double aim)
 {
-    Add({name, "us", ours * kMicroseconds, otherName, other * kMicroseconds, ours / other, BenchTarget::AtMost, must});
+    Add({name, "us", ours * kMicroseconds, otherName, other * kMicroseconds, ours / other, BenchTarget::AtMost, must,
+        aim});
 }
 
 void BenchReport::AddCostFigure(const std::string& name, double ours, const std::string& otherName, double other)
@@ -74,9 +76,10 @@ void BenchReport::AddCostFigure(const std::string& name, double ours, const std:
     Add({name, "us", ours * kMicroseconds, otherName, other * kMicroseconds, ours / other, BenchTarget::None});
 }
 
-void BenchReport::AddRate(const std::string& name, double ours, const std::string& otherName, double other, double must)
+void BenchReport::AddRate(
+    const std::string& name, double ours, const std::string& otherName, double other, double must, double aim)
 {
-    Add({name, "fps", ours, otherName, other, ours / other, BenchTarget::AtLeast, must});
+    Add({name, "fps", ours, otherName, other, ours / other, BenchTarget::AtLeast, must, aim});
 }
 
 void BenchReport::AddDifference(

@@ -23,11 +23,13 @@ public:
     void AddSpeed(
         const std::string& name, double ours, const std::string& otherName, double other, double must, double aim = 0);
     /// A ratio of times: ours divided by the other's, so that less is better.
-    void AddCost(const std::string& name, double ours, const std::string& otherName, double other, double must);
+    void AddCost(
+        const std::string& name, double ours, const std::string& otherName, double other, double must, double aim = 0);
     /// The same, nothing to meet.
     void AddCostFigure(const std::string& name, double ours, const std::string& otherName, double other);
     /// Frames a second: ours divided by the other's, so that more is better.
-    void AddRate(const std::string& name, double ours, const std::string& otherName, double other, double must);
+    void AddRate(
+        const std::string& name, double ours, const std::string& otherName, double other, double must, double aim = 0);
     /// Nanoseconds that ours takes longer.
     void AddDifference(const std::string& name, double ours, const std::string& otherName, double other, double must);
     /// Both times side by side, nothing to meet.

@@ -50,6 +50,22 @@ TEST(DriverBinary, Flags_OfTheImage_ArePositionFreeWithoutExecutableData)
     EXPECT_EQ(headers.FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED, 0);
 }
 
+TEST(DriverBinary, Addresses_BesideAnyShippedClientLibrary_DoNotOverlap)
+{
+    const PeImage driver(kDriver);
+    const IMAGE_OPTIONAL_HEADER64& own = driver.Headers().OptionalHeader;
+    EXPECT_GT(own.ImageBase, UINT64{1} << 32);  // below, the platform has less room to place it at random
+    for (const wchar_t* pName :
+        {L"TessloClientDllSample.dll", L"TessloClientDllMinimal.dll", L"TessloClientDllBrowser.dll"})
+    {
+        SCOPED_TRACE(pName);
+        const PeImage client(pName);
+        const IMAGE_OPTIONAL_HEADER64& other = client.Headers().OptionalHeader;
+        EXPECT_TRUE(
+            own.ImageBase + own.SizeOfImage <= other.ImageBase || other.ImageBase + other.SizeOfImage <= own.ImageBase);
+    }
+}
+
 TEST(DriverBinary, PdbName_InTheImage_HasNoPath)
 {
     EXPECT_EQ(PeImage(kDriver).PdbName(), "TessloWddmUmode.pdb");
