@@ -16,13 +16,14 @@
 
 namespace
 {
-/// What is measured, in this order: what needs a device comes before the images, behind whose rows Wine's Direct3D was
-/// seen to fault where it reads a target back.
+/// What is measured, in this order.
 constexpr struct
 {
     const char* m_pName;
     void (*m_pMeasure)(BenchReport&);
 } kSections[] = {
+    {"images", BenchImage},
+    {"six sources", BenchSources},
     {"browser", BenchBrowser},
     {"attach", BenchAttach},
     {"added to calls", BenchOverhead},
@@ -30,8 +31,6 @@ constexpr struct
     {"present", BenchPresent},
     {"scene", BenchScenes},
     {"interposer", BenchInterposer},
-    {"images", BenchImage},
-    {"six sources", BenchSources},
 };
 
 /// The last line: what took how long.
