@@ -7,20 +7,23 @@
 #include <algorithm>
 #include <cstring>
 
+/// Posts an entry's call with a copy of its values.
+#define POST_CONSTANTS(entry, Arg, each)                                                                      \
+    m_Device.Post([arg = Arg{first, count}, values = std::vector(pValues, pValues + size_t{count} * (each))]( \
+                      HostDevice& driver) { HOST_CALL(driver, entry, &arg, values.data()); })
+
 void CarryConstants::Sync()
 {
     float values[kRegisters * 4];
     IDirect3DDevice9* pPlatform = m_Device.Platform();
     // A device has as many registers as its shaders may name: fewer for pixels, and for old versions.
     for (UINT count : {kRegisters, 224u, 96u, 32u, 8u})
-    {
-        const HRESULT hr = m_Shader == Shader::Vertex ? pPlatform->GetVertexShaderConstantF(0, values, count)
-                                                      : pPlatform->GetPixelShaderConstantF(0, values, count);
-        if (FAILED(hr))
-            continue;
-        Floats(0, values, count);
-        break;
-    }
+        if (SUCCEEDED(m_Shader == Shader::Vertex ? pPlatform->GetVertexShaderConstantF(0, values, count)
+                                                 : pPlatform->GetPixelShaderConstantF(0, values, count)))
+        {
+            Floats(0, values, count);
+            break;
+        }
     if (m_Shader == Shader::Vertex)
         return;
     INT integers[16 * 4];
@@ -49,34 +52,23 @@ void CarryConstants::Floats(UINT first, const float* pValues, UINT count)
 
 void CarryConstants::Send(UINT first, const float* pValues, UINT count)
 {
-    const std::vector<float> values(pValues, pValues + size_t{count} * 4);
-    std::ranges::copy(values, &m_Sent[size_t{first} * 4]);
+    std::copy_n(pValues, size_t{count} * 4, &m_Sent[size_t{first} * 4]);
     if (m_Shader == Shader::Vertex)
-    {
-        const D3DDDIARG_SETVERTEXSHADERCONST arg = {first, count};
-        m_Device.Post(
-            [arg, values](HostDevice& driver) { HOST_CALL(driver, pfnSetVertexShaderConst, &arg, values.data()); });
-        return;
-    }
-    const D3DDDIARG_SETPIXELSHADERCONST arg = {first, count};
-    m_Device.Post(
-        [arg, values](HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShaderConst, &arg, values.data()); });
+        POST_CONSTANTS(pfnSetVertexShaderConst, D3DDDIARG_SETVERTEXSHADERCONST, 4);
+    else
+        POST_CONSTANTS(pfnSetPixelShaderConst, D3DDDIARG_SETPIXELSHADERCONST, 4);
 }
 
 void CarryConstants::Integers(UINT first, const INT* pValues, UINT count)
 {
     if (m_Shader == Shader::Vertex)
         return RunLimit(kLimitVertexConstants);
-    const D3DDDIARG_SETPIXELSHADERCONSTI arg = {first, count};
-    m_Device.Post([arg, values = std::vector<INT>(pValues, pValues + size_t{count} * 4)](
-                      HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShaderConstI, &arg, values.data()); });
+    POST_CONSTANTS(pfnSetPixelShaderConstI, D3DDDIARG_SETPIXELSHADERCONSTI, 4);
 }
 
 void CarryConstants::Booleans(UINT first, const BOOL* pValues, UINT count)
 {
     if (m_Shader == Shader::Vertex)
         return RunLimit(kLimitVertexConstants);
-    const D3DDDIARG_SETPIXELSHADERCONSTB arg = {first, count};
-    m_Device.Post([arg, values = std::vector<BOOL>(pValues, pValues + count)](
-                      HostDevice& driver) { HOST_CALL(driver, pfnSetPixelShaderConstB, &arg, values.data()); });
+    POST_CONSTANTS(pfnSetPixelShaderConstB, D3DDDIARG_SETPIXELSHADERCONSTB, 1);
 }

@@ -39,18 +39,6 @@ void ReadDriver(CarryResource& target, const std::function<void(const void* pBit
     });
 }
 
-/// @param pFirst the program's pixels of the whole target.
-void Judge(CarryResource& target, const RECT& rect, void* pFirst, UINT pitch)
-{
-    if (RunOf().m_Mode == RunMode::Carry)
-        return;
-    ReadDriver(target, [&](const void* pBits, UINT driverPitch) {
-        JudgeRead(target.m_Desc.Format, rect, {pBits, driverPitch}, {pFirst, pitch});
-        if (RunOf().m_Mode == RunMode::Answer)
-            CarryCopyPixels(target.m_Desc.Format, rect, pFirst, pitch, pBits, driverPitch);
-    });
-}
-
 }  // namespace
 
 void CarryStretch(CarryDevice& device, IDirect3DSurface9* pFrom, const RECT* pFromRect, IDirect3DSurface9* pTo,
@@ -134,17 +122,22 @@ void CarryTargetData(CarryDevice&, IDirect3DSurface9* pTarget, IDirect3DSurface9
     D3DLOCKED_RECT locked;
     HostCheck(pMemory->LockRect(&locked, nullptr, 0), "LockRect");
     if (target.m_Level == 0)
-        Judge(*target.m_pResource, target->Rect(0), locked.pBits, static_cast<UINT>(locked.Pitch));
+        CarryTargetRead(*target.m_pResource, target->Rect(0), locked.pBits, static_cast<UINT>(locked.Pitch));
     // What the memory holds now may be where an update of a texture comes from.
     if (memory)
         memory->Write(memory.m_Level, memory->Rect(memory.m_Level), locked.pBits, static_cast<UINT>(locked.Pitch));
     pMemory->UnlockRect();
 }
 
-void CarryTargetRead(CarryResource& target, const CarryLock& lock)
+void CarryTargetRead(CarryResource& target, const RECT& rect, void* pFirst, UINT pitch)
 {
-    BYTE* pFirst = CarryFirst(target.m_Desc.Format, lock.m_pBits, lock.m_Pitch, lock.m_Rect.left, lock.m_Rect.top);
-    Judge(target, lock.m_Rect, pFirst, lock.m_Pitch);
+    if (RunOf().m_Mode == RunMode::Carry)
+        return;
+    ReadDriver(target, [&](const void* pBits, UINT driverPitch) {
+        JudgeRead(target.m_Desc.Format, rect, {pBits, driverPitch}, {pFirst, pitch});
+        if (RunOf().m_Mode == RunMode::Answer)
+            CarryCopyPixels(target.m_Desc.Format, rect, pFirst, pitch, pBits, driverPitch);
+    });
 }
 
 void CarryWriteVideo(CarryResource& resource, const RECT& rect, const void* pFirst, UINT pitch)

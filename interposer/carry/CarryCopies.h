@@ -13,8 +13,8 @@ void CarryUpdateTexture(CarryDevice& device, IDirect3DBaseTexture9* pFrom, IDire
 void CarryFill(CarryDevice& device, IDirect3DSurface9* pSurface, const RECT* pRect, D3DCOLOR color);
 /// The program has read a target into memory: it is compared, and in the answering mode becomes the driver's.
 void CarryTargetData(CarryDevice& device, IDirect3DSurface9* pTarget, IDirect3DSurface9* pMemory);
-/// The program has locked a target: the same.
-void CarryTargetRead(CarryResource& target, const CarryLock& lock);
+/// The same of a part. @param pFirst of the whole target.
+void CarryTargetRead(CarryResource& target, const RECT& rect, void* pFirst, UINT pitch);
 /// Writes pixels into what has no memory of the runtime's.
 /// @param pFirst of the level, to which the rectangle refers.
 void CarryWriteVideo(CarryResource& resource, const RECT& rect, const void* pFirst, UINT pitch);

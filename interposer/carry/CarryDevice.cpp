@@ -101,12 +101,6 @@ void CarryDevice::Sync()
     Try([&] { m_Draws.Sync(); });
 }
 
-void CarryDevice::Reset()
-{
-    m_Output.Attach();
-    Sync();
-}
-
 void CarryDevice::Scene(bool bBegins)
 {
     const D3DDDIARG_RENDERSTATE arg = {D3DDDIRS_SCENECAPTURE, bBegins};
@@ -126,11 +120,7 @@ void CarryDevice::Clear(DWORD count, const D3DRECT* pRects, DWORD flags, D3DCOLO
     std::vector<RECT> rects;
     for (DWORD i = 0; i < count; ++i)
         rects.push_back({pRects[i].x1, pRects[i].y1, pRects[i].x2, pRects[i].y2});
-    D3DDDIARG_CLEAR arg{};
-    arg.Flags = flags;
-    arg.FillColor = color;
-    arg.FillDepth = z;
-    arg.FillStencil = stencil;
+    const D3DDDIARG_CLEAR arg = {.Flags = flags, .FillColor = color, .FillDepth = z, .FillStencil = stencil};
     Post([arg, rects = std::move(rects)](
              HostDevice& driver) { HOST_CALL(driver, pfnClear, &arg, static_cast<UINT>(rects.size()), rects.data()); });
 }

@@ -49,7 +49,11 @@ public:
     /// Brings the driver to the platform's state, whatever has changed it.
     void Sync();
     /// The platform has made back buffers and depth buffer anew.
-    void Reset();
+    void Reset()
+    {
+        m_Output.Attach();
+        Sync();
+    }
     /// While a state block is recorded, states are not set, and not carried.
     void Record(bool bRecording) { m_bRecording = bRecording; }
     bool IsRecording() const { return m_bRecording; }

@@ -5,6 +5,12 @@
 
 #include <algorithm>
 
+/// The level's first pixel: the bits are those of the rectangle's.
+static BYTE* FirstOf(const CarryPlace& place, const CarryLock& lock)
+{
+    return CarryFirst(place->m_Desc.Format, lock.m_pBits, lock.m_Pitch, lock.m_Rect.left, lock.m_Rect.top);
+}
+
 void CarryLocked(const CarryPlace& place, const D3DLOCKED_RECT& locked, const RECT* pRect, DWORD flags)
 {
     if (place.m_Level >= place->Levels())
@@ -13,7 +19,7 @@ void CarryLocked(const CarryPlace& place, const D3DLOCKED_RECT& locked, const RE
     lock = {static_cast<BYTE*>(locked.pBits), static_cast<UINT>(locked.Pitch),
         pRect != nullptr ? *pRect : place->Rect(place.m_Level), flags};
     if (place->m_Kind == CarryKind::Target)
-        CarryTargetRead(*place.m_pResource, lock);
+        CarryTargetRead(*place.m_pResource, lock.m_Rect, FirstOf(place, lock), lock.m_Pitch);
 }
 
 void CarryUnlocking(const CarryPlace& place)
@@ -23,9 +29,7 @@ void CarryUnlocking(const CarryPlace& place)
     const CarryLock lock = std::exchange(place->m_Locks[place.m_Level], {});
     if (lock.m_pBits == nullptr || (lock.m_Flags & D3DLOCK_READONLY))
         return;
-    // The bits are those of the rectangle's first pixel, not of the level's.
-    const BYTE* pFirst =
-        CarryFirst(place->m_Desc.Format, lock.m_pBits, lock.m_Pitch, lock.m_Rect.left, lock.m_Rect.top);
+    const BYTE* pFirst = FirstOf(place, lock);
     if (place->m_pSystem != nullptr)
         place->Write(place.m_Level, lock.m_Rect, pFirst, lock.m_Pitch);
     else

@@ -29,12 +29,7 @@ POINT CornerOf(IDirect3DSwapChain9* pChain)
 
 void CarryOutput::Attach()
 {
-    for (UINT chain = 0; chain < m_Device.Platform()->GetNumberOfSwapChains(); ++chain)
-    {
-        UMDComPtr<IDirect3DSwapChain9> pChain;
-        HostCheck(m_Device.Platform()->GetSwapChain(chain, pChain.Put()), "GetSwapChain");
-        AttachChain(pChain.Get());
-    }
+    ForEachChain(&CarryOutput::AttachChain);
     UMDComPtr<IDirect3DSurface9> pDepth;
     if (SUCCEEDED(m_Device.Platform()->GetDepthStencilSurface(pDepth.Put())) && !CarryFind(pDepth.Get()))
         CarryCreateSurface(m_Device, pDepth.Get());
@@ -84,13 +79,13 @@ std::shared_ptr<HostResource> CarryOutput::TakePrimary(UINT width, UINT height, 
     return m_Primaries.emplace_back(m_Device.Create(description));
 }
 
-void CarryOutput::PresentAll()
+void CarryOutput::ForEachChain(void (CarryOutput::*pWork)(IDirect3DSwapChain9*))
 {
     for (UINT chain = 0; chain < m_Device.Platform()->GetNumberOfSwapChains(); ++chain)
     {
         UMDComPtr<IDirect3DSwapChain9> pChain;
         HostCheck(m_Device.Platform()->GetSwapChain(chain, pChain.Put()), "GetSwapChain");
-        Present(pChain.Get());
+        (this->*pWork)(pChain.Get());
     }
 }
 

@@ -25,12 +25,13 @@ public:
     /// A frame of the swap chain is about to be presented.
     void Present(IDirect3DSwapChain9* pChain);
     /// Of the device's own swap chains, which its Present shows.
-    void PresentAll();
+    void PresentAll() { ForEachChain(&CarryOutput::Present); }
     /// The program has read what a swap chain shows: in the answering mode it becomes the driver's last frame. What
     /// lies on the screen beside the frame, or over it, is not the driver's: nothing is compared.
     void AnswerFront(IDirect3DSwapChain9* pChain, IDirect3DSurface9* pMemory);
 
 private:
+    void ForEachChain(void (CarryOutput::*pWork)(IDirect3DSwapChain9*));
     std::shared_ptr<HostResource> TakePrimary(UINT width, UINT height, D3DFORMAT format);
     void Flip(std::shared_ptr<HostResource> pPrimary);
     void Judge(IDirect3DSwapChain9* pChain, IDirect3DSurface9* pBackBuffer, const D3DSURFACE_DESC& desc);

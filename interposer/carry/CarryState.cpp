@@ -36,18 +36,13 @@ void CarryState::RenderState(D3DRENDERSTATETYPE state, DWORD value)
     m_Device.Post([arg](HostDevice& driver) { HOST_CALL(driver, pfnSetRenderState, &arg); });
 }
 
-void CarryState::StageState(DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD value)
-{
-    SetStage(stage, state, value);
-}
-
 void CarryState::SamplerState(DWORD sampler, D3DSAMPLERSTATETYPE state, DWORD value)
 {
     if (state != 0 && state < std::size(kRunSamplers) && sampler < kStages)
-        SetStage(sampler, kRunSamplers[state], value);
+        StageState(sampler, kRunSamplers[state], value);
 }
 
-void CarryState::SetStage(DWORD stage, UINT state, DWORD value)
+void CarryState::StageState(DWORD stage, UINT state, DWORD value)
 {
     if (stage >= kStages || state >= kStageStates || m_StageStates[stage][state] == value)
         return;

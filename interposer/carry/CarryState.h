@@ -29,7 +29,8 @@ public:
     void SyncShaders();
 
     void RenderState(D3DRENDERSTATETYPE state, DWORD value);
-    void StageState(DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD value);
+    /// @param state the driver interface's, which has the sampler states among them.
+    void StageState(DWORD stage, UINT state, DWORD value);
     void SamplerState(DWORD sampler, D3DSAMPLERSTATETYPE state, DWORD value);
     void Texture(DWORD stage, IDirect3DBaseTexture9* pTexture);
     /// Carries what the platform has there now, as the other operations without values do.
@@ -57,7 +58,6 @@ private:
     static constexpr size_t kStages = 16;
     static constexpr size_t kStageStates = 40;
 
-    void SetStage(DWORD stage, UINT state, DWORD value);
     void BindTexture(DWORD stage, std::shared_ptr<CarryResource> pResource);
 
     CarryDevice& m_Device;

@@ -1,6 +1,7 @@
 // What CarryState reads back: the platform's whole state, read back.
 #include "interposer/carry/CarryDevice.h"
 #include "interposer/carry/CarryState.h"
+#include "interposer/run/RunSamplers.h"
 #include "util/UMDComPtr.h"
 
 void CarryState::SyncRenderStates()
@@ -22,11 +23,8 @@ void CarryState::SyncTextures()
         for (UINT state = D3DTSS_COLOROP; stage < 8 && state <= D3DTSS_CONSTANT; ++state)
         {
             const auto type = static_cast<D3DTEXTURESTAGESTATETYPE>(state);
-            // From 13 on most numbers are those of sampler states.
-            const bool bStage = state <= D3DTSS_TEXCOORDINDEX || type == D3DTSS_BUMPENVLSCALE ||
-                                type == D3DTSS_BUMPENVLOFFSET || type == D3DTSS_TEXTURETRANSFORMFLAGS ||
-                                type == D3DTSS_COLORARG0 || type == D3DTSS_ALPHAARG0 || type == D3DTSS_RESULTARG ||
-                                type == D3DTSS_CONSTANT;
+            // Among them lie the driver interface's sampler states, and behind the coordinates a number of nobody's.
+            const bool bStage = RunSamplerOf(state) == 0 && state != D3DTSS_TEXCOORDINDEX + 1;
             if (DWORD value = 0; bStage && SUCCEEDED(m_Device.Platform()->GetTextureStageState(stage, type, &value)))
                 StageState(stage, type, value);
         }

@@ -6,6 +6,7 @@
 #include "interposer/hooks/HooksBuffer.h"
 #include "interposer/run/RunLedger.h"
 #include "interposer/run/RunLimits.h"
+#include "util/UMDComPtr.h"
 
 namespace
 {
@@ -16,12 +17,9 @@ using DeviceEx = IDirect3DDevice9Ex;
 void Texture(CarryDevice& device, IDirect3DTexture9* pTexture)
 {
     HooksTexture(pTexture);
-    IDirect3DSurface9* pSurface = nullptr;
-    if (SUCCEEDED(pTexture->GetSurfaceLevel(0, &pSurface)))
-    {
-        HooksSurface(pSurface);
-        pSurface->Release();
-    }
+    UMDComPtr<IDirect3DSurface9> pSurface;
+    if (SUCCEEDED(pTexture->GetSurfaceLevel(0, pSurface.Put())))
+        HooksSurface(pSurface.Get());
     CarryCreateTexture(device, pTexture);
 }
 
@@ -92,12 +90,9 @@ void HooksDeviceObjects(IDirect3DDevice9* pDevice)
 {
     Resources(pDevice);
     Others(pDevice);
-    IDirect3DSurface9* pBackBuffer = nullptr;
-    if (SUCCEEDED(pDevice->GetBackBuffer(0, 0, D3DBACKBUFFER_TYPE_MONO, &pBackBuffer)))
-    {
-        HooksSurface(pBackBuffer);
-        pBackBuffer->Release();
-    }
+    UMDComPtr<IDirect3DSurface9> pBackBuffer;
+    if (SUCCEEDED(pDevice->GetBackBuffer(0, 0, D3DBACKBUFFER_TYPE_MONO, pBackBuffer.Put())))
+        HooksSurface(pBackBuffer.Get());
 }
 
 void HooksDeviceObjectsEx(IDirect3DDevice9Ex* pDevice)

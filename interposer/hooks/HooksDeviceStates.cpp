@@ -43,6 +43,10 @@ HRESULT STDMETHODCALLTYPE OnSetSamplerState(Device* pThis, DWORD sampler, D3DSAM
     return hr;
 }
 
+constexpr auto kTransform = [](CarryDevice& device, D3DTRANSFORMSTATETYPE type, auto) {
+    device.State().Transform(type);
+};
+
 void FixedPipeline(Device* pDevice)
 {
     const HookRow rows[] = {
@@ -50,10 +54,8 @@ void FixedPipeline(Device* pDevice)
         Set<&Device::SetRenderState, kHookState<&CarryState::RenderState>>(),
         Set<&Device::SetTextureStageState, kHookState<&CarryState::StageState>>(),
         Set<&Device::SetTexture, kHookState<&CarryState::Texture>>(),
-        Set<&Device::SetTransform,
-            [](CarryDevice& device, D3DTRANSFORMSTATETYPE type, auto) { device.State().Transform(type); }>(),
-        Set<&Device::MultiplyTransform,
-            [](CarryDevice& device, D3DTRANSFORMSTATETYPE type, auto) { device.State().Transform(type); }>(),
+        Set<&Device::SetTransform, kTransform>(),
+        Set<&Device::MultiplyTransform, kTransform>(),
         Set<&Device::SetViewport, [](CarryDevice& device, const D3DVIEWPORT9*) { device.State().Viewport(); }>(),
         Set<&Device::SetScissorRect, [](CarryDevice& device, const RECT*) { device.State().Scissor(); }>(),
         Set<&Device::SetClipPlane,
@@ -65,6 +67,13 @@ void FixedPipeline(Device* pDevice)
     HookInstall(pDevice, rows);
 }
 
+template <auto kSet>
+constexpr auto kVertexConstants =
+    [](CarryDevice& device, auto... values) { (device.State().VertexConstants().*kSet)(values...); };
+template <auto kSet>
+constexpr auto kPixelConstants =
+    [](CarryDevice& device, auto... values) { (device.State().PixelConstants().*kSet)(values...); };
+
 void Shaders(Device* pDevice)
 {
     const HookRow rows[] = {
@@ -73,18 +82,12 @@ void Shaders(Device* pDevice)
             [](CarryDevice& device, IDirect3DVertexDeclaration9*) { device.State().Declaration(); }>(),
         Set<&Device::SetVertexShader, kHookState<&CarryState::VertexShader>>(),
         Set<&Device::SetPixelShader, kHookState<&CarryState::PixelShader>>(),
-        Set<&Device::SetVertexShaderConstantF,
-            [](CarryDevice& device, auto... values) { device.State().VertexConstants().Floats(values...); }>(),
-        Set<&Device::SetVertexShaderConstantI,
-            [](CarryDevice& device, auto... values) { device.State().VertexConstants().Integers(values...); }>(),
-        Set<&Device::SetVertexShaderConstantB,
-            [](CarryDevice& device, auto... values) { device.State().VertexConstants().Booleans(values...); }>(),
-        Set<&Device::SetPixelShaderConstantF,
-            [](CarryDevice& device, auto... values) { device.State().PixelConstants().Floats(values...); }>(),
-        Set<&Device::SetPixelShaderConstantI,
-            [](CarryDevice& device, auto... values) { device.State().PixelConstants().Integers(values...); }>(),
-        Set<&Device::SetPixelShaderConstantB,
-            [](CarryDevice& device, auto... values) { device.State().PixelConstants().Booleans(values...); }>(),
+        Set<&Device::SetVertexShaderConstantF, kVertexConstants<&CarryConstants::Floats>>(),
+        Set<&Device::SetVertexShaderConstantI, kVertexConstants<&CarryConstants::Integers>>(),
+        Set<&Device::SetVertexShaderConstantB, kVertexConstants<&CarryConstants::Booleans>>(),
+        Set<&Device::SetPixelShaderConstantF, kPixelConstants<&CarryConstants::Floats>>(),
+        Set<&Device::SetPixelShaderConstantI, kPixelConstants<&CarryConstants::Integers>>(),
+        Set<&Device::SetPixelShaderConstantB, kPixelConstants<&CarryConstants::Booleans>>(),
     };
     HookInstall(pDevice, rows);
 }

@@ -7,22 +7,28 @@
 namespace
 {
 
-/// mov rax, address; jmp rax
-constexpr BYTE kJump[] = {0x48, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xE0};
-
 using ExitFunction = void(NTAPI*)(LONG);
+
+#pragma pack(push, 1)
+struct Jump
+{
+    BYTE m_Move[2] = {0x48, 0xB8};  // mov rax, target
+    ExitFunction m_pTarget;
+    BYTE m_Jump[2] = {0xFF, 0xE0};  // jmp rax
+};
+#pragma pack(pop)
 
 /// Where every exit leads. Behind it no other thread lives: a detach is too late to wait for one.
 void* g_pExit;
-BYTE g_Code[sizeof(kJump)];  // its own first instructions
+BYTE g_Code[sizeof(Jump)];  // its own first instructions
 
 void Write(const void* pCode)
 {
     DWORD protection = 0;
-    VirtualProtect(g_pExit, sizeof(kJump), PAGE_EXECUTE_READWRITE, &protection);
-    std::memcpy(g_pExit, pCode, sizeof(kJump));
-    VirtualProtect(g_pExit, sizeof(kJump), protection, &protection);
-    FlushInstructionCache(GetCurrentProcess(), g_pExit, sizeof(kJump));
+    VirtualProtect(g_pExit, sizeof(g_Code), PAGE_EXECUTE_READWRITE, &protection);
+    std::memcpy(g_pExit, pCode, sizeof(g_Code));
+    VirtualProtect(g_pExit, sizeof(g_Code), protection, &protection);
+    FlushInstructionCache(GetCurrentProcess(), g_pExit, sizeof(g_Code));
 }
 
 void NTAPI OnExit(LONG status)
@@ -38,11 +44,8 @@ bool Install()
     if (g_pExit == nullptr)
         return false;
     std::memcpy(g_Code, g_pExit, sizeof(g_Code));
-    BYTE jump[sizeof(kJump)];
-    std::memcpy(jump, kJump, sizeof(jump));
-    const ExitFunction pHook = OnExit;
-    std::memcpy(jump + 2, &pHook, sizeof(pHook));
-    Write(jump);
+    const Jump jump{.m_pTarget = OnExit};
+    Write(&jump);
     return true;
 }
 

@@ -16,16 +16,10 @@ namespace
 std::mutex g_Mutex;
 std::set<IDirect3D9*> g_Factories;  // the program's
 
-bool IsPrograms(IDirect3D9* pFactory)
-{
-    std::lock_guard lock(g_Mutex);
-    return g_Factories.contains(pFactory);
-}
-
 /// The factory has made a device.
 void Begin(IDirect3D9* pFactory, IDirect3DDevice9* pDevice)
 {
-    if (!IsPrograms(pFactory))
+    if (std::lock_guard lock(g_Mutex); !g_Factories.contains(pFactory))
         return;
     // The driver's device is made before the first hook: its methods stay the platform's.
     if (RunOf().m_Mode != RunMode::Off)
@@ -37,13 +31,14 @@ void Begin(IDirect3D9* pFactory, IDirect3DDevice9* pDevice)
 }
 
 /// A factory may lie where one that has gone lay: only its maker tells whose it is.
-void NoteMaker(IDirect3D9* pFactory, bool bProgram)
+void Made(IDirect3D9* pFactory, bool bProgram)
 {
-    std::lock_guard lock(g_Mutex);
+    {
+        std::lock_guard lock(g_Mutex);
+        bProgram ? void(g_Factories.insert(pFactory)) : void(g_Factories.erase(pFactory));
+    }
     if (bProgram)
-        g_Factories.insert(pFactory);
-    else
-        g_Factories.erase(pFactory);
+        HooksFactory(pFactory);
 }
 
 }  // namespace
@@ -71,11 +66,8 @@ extern "C" IDirect3D9* WINAPI InterposerDirect3DCreate9(UINT version)
     const bool bProgram = !CarryDriver::IsOwnCode(__builtin_return_address(0));
     const auto pCreate = reinterpret_cast<PlatformCreate9Function>(PlatformExport("Direct3DCreate9"));
     IDirect3D9* pFactory = pCreate(version);
-    if (pFactory == nullptr)
-        return nullptr;
-    NoteMaker(pFactory, bProgram);
-    if (bProgram)
-        HooksFactory(pFactory);
+    if (pFactory != nullptr)
+        Made(pFactory, bProgram);
     return pFactory;
 }
 
@@ -84,10 +76,7 @@ extern "C" HRESULT WINAPI InterposerDirect3DCreate9Ex(UINT version, IDirect3D9Ex
     const bool bProgram = !CarryDriver::IsOwnCode(__builtin_return_address(0));
     const auto pCreate = reinterpret_cast<PlatformCreate9ExFunction>(PlatformExport("Direct3DCreate9Ex"));
     const HRESULT hr = pCreate(version, ppFactory);
-    if (FAILED(hr))
-        return hr;
-    NoteMaker(*ppFactory, bProgram);
-    if (bProgram)
-        HooksFactory(*ppFactory);
+    if (SUCCEEDED(hr))
+        Made(*ppFactory, bProgram);
     return hr;
 }

@@ -17,17 +17,13 @@ std::string Format(const char* pFormat, Values... values)
 
 std::string EndText(const RunResult& result)
 {
-    switch (result.m_End)
-    {
-    case RunEnd::FrameLimit:
+    if (result.m_End == RunEnd::FrameLimit)
         return "ended behind the last frame that was asked for";
-    case RunEnd::TimeLimit:
+    if (result.m_End == RunEnd::TimeLimit)
         return "ended when its time was over";
-    case RunEnd::Crash:
+    if (result.m_End == RunEnd::Crash)
         return Format("crashed: exception 0x%08lX", result.m_ExitCode);
-    default:
-        return Format("ended with code %ld", static_cast<long>(result.m_ExitCode));
-    }
+    return Format("ended with code %ld", static_cast<long>(result.m_ExitCode));
 }
 
 std::string Counts(const char* pTitle, std::span<const RunCount> counts)
@@ -59,12 +55,6 @@ nlohmann::json Table(std::span<const RunCount> counts)
         if (count.m_Count != 0)
             table[count.m_Name] = count.m_Count;
     return table;
-}
-
-const char* ModeName(RunMode mode)
-{
-    static constexpr const char* kNames[] = {"compare", "answer", "carry", "off"};
-    return kNames[static_cast<size_t>(mode)];
 }
 
 bool Differs(const RunRecord& record)
@@ -101,10 +91,11 @@ std::string RunReportText(const RunResult& result)
 
 std::string RunReportJson(const RunResult& result)
 {
+    static constexpr const char* kModes[] = {"compare", "answer", "carry", "off"};
     static constexpr const char* kEnds[] = {"itself", "frames", "seconds", "crash"};
     const RunRecord& record = result.m_Record;
     nlohmann::json report;
-    report["mode"] = ModeName(record.m_Mode);
+    report["mode"] = kModes[static_cast<size_t>(record.m_Mode)];
     report["end"] = kEnds[static_cast<size_t>(result.m_End)];
     report["exitCode"] = result.m_ExitCode;
     report["seconds"] = result.m_Seconds;
