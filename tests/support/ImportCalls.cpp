@@ -10,52 +10,19 @@ namespace
 {
 
 /// Counts on one thread, changes no register, and jumps: who called finds its own frame on top.
+// clang-format off: an instruction is a row
 constexpr BYTE kStub[] = {
-    0x50,  // push rax
-    0x65,
-    0x8B,
-    0x04,
-    0x25,
-    0x48,
-    0x00,
-    0x00,
-    0x00,  // mov eax, gs:[0x48]: the thread's number
-    0x3D,
-    0,
-    0,
-    0,
-    0,  // cmp eax, the counted thread's
-    0x75,
-    0x0D,  // jne: past the next two
-    0x48,
-    0xB8,
-    0,
-    0,
-    0,
-    0,
-    0,
-    0,
-    0,
-    0,  // mov rax, address of the count
-    0x48,
-    0xFF,
-    0x00,  // inc qword [rax]
-    0x58,  // pop rax
-    0xFF,
-    0x25,
-    0x00,
-    0x00,
-    0x00,
-    0x00,  // jmp [rip]: to the address that follows
-    0,
-    0,
-    0,
-    0,
-    0,
-    0,
-    0,
-    0,
+    0x50,                                            // push rax
+    0x65, 0x8B, 0x04, 0x25, 0x48, 0x00, 0x00, 0x00,  // mov eax, gs:[0x48]: the thread's number
+    0x3D, 0, 0, 0, 0,                                // cmp eax, the counted thread's
+    0x75, 0x0D,                                      // jne: past the next two
+    0x48, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0,              // mov rax, address of the count
+    0x48, 0xFF, 0x00,                                // inc qword [rax]
+    0x58,                                            // pop rax
+    0xFF, 0x25, 0x00, 0x00, 0x00, 0x00,              // jmp [rip]: to the address that follows
+    0, 0, 0, 0, 0, 0, 0, 0,
 };
+// clang-format on
 constexpr size_t kThreadOffset = 10;
 constexpr size_t kCountOffset = 18;
 constexpr size_t kFunctionOffset = sizeof(kStub) - sizeof(void*);
