@@ -35,7 +35,10 @@ void Made(IDirect3D9* pFactory, bool bProgram)
 {
     {
         std::lock_guard lock(g_Mutex);
-        bProgram ? void(g_Factories.insert(pFactory)) : void(g_Factories.erase(pFactory));
+        if (bProgram)
+            g_Factories.insert(pFactory);
+        else
+            g_Factories.erase(pFactory);
     }
     if (bProgram)
         HooksFactory(pFactory);

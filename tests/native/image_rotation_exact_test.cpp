@@ -1,13 +1,11 @@
 // UMDImgProcRotation between blocks of exact size, beside a loop that puts one pixel after the other where it belongs.
 #include "output/UMDImgProc.h"
 
-#include "ImageRegisters.h"
+#include "ImageRegistersTest.h"
 #include "ddi/ddi.h"
 #include "exact_memory.h"
 
 #include <gtest/gtest.h>
-
-#include <tuple>
 
 namespace
 {
@@ -56,19 +54,8 @@ void Check(const Turn& t, std::size_t dstShift, std::size_t srcShift)
         << t.BytesPerPixel << " shift " << dstShift << ' ' << srcShift;
 }
 
-/// Each rotation with each width of registers that this machine has.
-class ImageRotationExact : public testing::TestWithParam<std::tuple<UINT, UMDCpuIsa>>
+class ImageRotationExact : public ImageTurnTest
 {
-protected:
-    void SetUp() override
-    {
-        if (!m_Registers.IsUsed())
-            GTEST_SKIP() << "no such registers here";
-    }
-    static UINT Rotation() { return std::get<0>(GetParam()); }
-
-private:
-    const ImageRegisters m_Registers{std::get<1>(GetParam())};
 };
 
 INSTANTIATE_TEST_SUITE_P(Turns, ImageRotationExact,

@@ -2,7 +2,7 @@
 // streaming ones are too large to sweep sizes and addresses with.
 #include "output/UMDImgProcWalks.h"
 
-#include "ImageRegisters.h"
+#include "ImageRegistersTest.h"
 #include "exact_memory.h"
 
 #include <gtest/gtest.h>
@@ -119,18 +119,8 @@ TEST(ImageWalks, Reverse_EachCountAtEachWordOfALine_SameWordsInFallingOrder)
     CheckMove(true, [](BYTE* pDst, const BYTE* pSrc, std::size_t n) { UMDImgProcReverse(pDst, pSrc, n, true); });
 }
 
-/// Each width of registers that this machine has.
-class ImageTransposes : public testing::TestWithParam<UMDCpuIsa>
+class ImageTransposes : public ImageRegistersTest<UMDCpuIsa>
 {
-protected:
-    void SetUp() override
-    {
-        if (!m_Registers.IsUsed())
-            GTEST_SKIP() << "no such registers here";
-    }
-
-private:
-    const ImageRegisters m_Registers{GetParam()};
 };
 
 INSTANTIATE_TEST_SUITE_P(Registers, ImageTransposes, testing::ValuesIn(kImageRegisters));

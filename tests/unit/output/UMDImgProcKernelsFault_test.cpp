@@ -2,7 +2,7 @@
 #include "output/UMDImgProcKernels.h"
 
 #include "ImageMemory.h"
-#include "ImageRegisters.h"
+#include "ImageRegistersTest.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
 #include "output/UMDImgProcWalks.h"
@@ -12,7 +12,7 @@
 
 using namespace tesslo::test;
 
-class ImageKernelsFault : public testing::TestWithParam<UMDCpuIsa>
+class ImageKernelsFault : public ImageRegistersTest<UMDCpuIsa>
 {
 };
 
@@ -22,9 +22,6 @@ INSTANTIATE_TEST_SUITE_P(Registers, ImageKernelsFault, testing::ValuesIn(kImageR
 TEST_P(ImageKernelsFault, SourceEndsHalfWay_GuardEndsTheCall)
 {
     constexpr std::size_t kWidth = 64;
-    const ImageRegisters registers(GetParam());
-    if (!registers.IsUsed())
-        GTEST_SKIP() << "no such registers here";
     const TraceMask mask(UMDTRACE_ERROR);
     const TraceCapture trace;
     for (const std::size_t height : {64, 72})

@@ -1,5 +1,7 @@
 #include "output/UMDImgProcKernels.h"
 
+#include "ImageRegisters.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -24,7 +26,7 @@ TEST(ImageKernels, FromTheStart_AsUnlimited)
 
 TEST(ImageKernels, Sse2_BothTurnsOfThatWidth)
 {
-    UMDImgProcLimit(UMDCpuIsa::Sse2);
+    const ImageRegisters registers(UMDCpuIsa::Sse2);
     EXPECT_EQ(UMDImgProcBest().TurnBlocks, UMDImgProcTurnBlocksSse2);
     EXPECT_EQ(UMDImgProcBest().TurnColumns, UMDImgProcTurnColumnsSse2);
 }

@@ -2,7 +2,7 @@
 #include "output/UMDImgProc.h"
 
 #include "ImageMemory.h"
-#include "ImageRegisters.h"
+#include "ImageRegistersTest.h"
 #include "TraceCapture.h"
 #include "TraceMask.h"
 #include "ddi/ddi.h"
@@ -13,7 +13,6 @@
 #include <chrono>
 #include <cstring>
 #include <ostream>
-#include <tuple>
 
 using namespace tesslo::test;
 
@@ -108,19 +107,8 @@ void CheckAtBothEdges(const Turn& t)
 }
 }  // namespace
 
-/// Each rotation with each width of registers that this machine has.
-class ImageRotation : public testing::TestWithParam<std::tuple<UINT, UMDCpuIsa>>
+class ImageRotation : public ImageTurnTest
 {
-protected:
-    void SetUp() override
-    {
-        if (!m_Registers.IsUsed())
-            GTEST_SKIP() << "no such registers here";
-    }
-    static UINT Rotation() { return std::get<0>(GetParam()); }
-
-private:
-    const ImageRegisters m_Registers{std::get<1>(GetParam())};
 };
 
 INSTANTIATE_TEST_SUITE_P(
