@@ -9,7 +9,7 @@ namespace
 {
 void CopyBlock(BYTE* pDst, const BYTE* pSrc, UINT bytes)
 {
-    if (bytes < UMD_IMGPROC_STREAM_BYTES || reinterpret_cast<std::uintptr_t>(pDst) % 4 != 0 || bytes % 4 != 0)
+    if (bytes < UMD_IMGPROC_STREAM_COPY_BYTES || reinterpret_cast<std::uintptr_t>(pDst) % 4 != 0 || bytes % 4 != 0)
         std::memcpy(pDst, pSrc, bytes);
     else
         UMDImgProcStream(pDst, pSrc, bytes / 4);

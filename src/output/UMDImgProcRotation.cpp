@@ -74,7 +74,7 @@ void Rotate180(BYTE* pDst, const Source& src)
     if (!HasFastWalk(pDst, src))
         return RotatePixels(pDst, src, {lastRow + row - src.BytesPerPixel, 0 - src.BytesPerPixel, 0 - row});
     const std::size_t pixels = std::size_t{src.Width} * src.Height;
-    const bool bStream = pixels * 4 >= UMD_IMGPROC_STREAM_BYTES;
+    const bool bStream = pixels * 4 >= UMD_IMGPROC_STREAM_REVERSE_BYTES;
     if (src.Pitch == row)
         return UMDImgProcReverse(pDst, src.pBits, pixels, bStream);
     for (UINT y = 0; y < src.Height; ++y)

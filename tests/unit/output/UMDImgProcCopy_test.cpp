@@ -98,11 +98,11 @@ TEST(ImageCopy, OddFrames_PackedAndPadded_SameBytesAsTheLoop)
 TEST(ImageCopy, BlockBeyondTheCache_AnyAddress_SameBytesAsTheLoop)
 {
     // Just below, at and above the size from where on blocks are streamed; the last ones end at odd addresses.
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2047, 1536, 4, 2047 * 4, 2047 * 4}));
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2048, 1536, 4, 2048 * 4, 2048 * 4}));
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2049, 1538, 4, 2049 * 4, 2049 * 4}));
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({2801, 2001, 3, 2801 * 3, 2801 * 3}));
-    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({4200002, 4, 1, 4200002, 4200002}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({1023, 768, 4, 1023 * 4, 1023 * 4}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({1024, 768, 4, 1024 * 4, 1024 * 4}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({1025, 770, 4, 1025 * 4, 1025 * 4}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({1401, 1001, 3, 1401 * 3, 1401 * 3}));
+    ASSERT_NO_FATAL_FAILURE(CheckAtBothEdges({1050002, 4, 1, 1050002, 1050002}));
 }
 
 TEST(ImageCopy, PackedSourceWiderDestination_OneBlock_PaddingUnwritten)
