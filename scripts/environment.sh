@@ -198,6 +198,9 @@ start_wine()
     # One heap for all threads: of a thread's own the C library gives back what the rasteriser frees behind each frame,
     # and the next frame waits for every page of it again.
     export MALLOC_ARENA_MAX=1
+    # Nobody types: X11's library would read the file of a keyboard's combinations, character by character, for each
+    # thread that makes a window. That took most of a device's start.
+    export XCOMPOSEFILE=/dev/null
     mkdir -p "$WINEPREFIX"
     # What a run that was killed has left behind knows another display.
     wineserver -k </dev/null >/dev/null 2>&1 9>&- || true
