@@ -91,8 +91,8 @@ private:
         };
     }
 
-    /// Brings the caches into the same state before each run, whatever ran before. For warm frames the same work goes
-    /// first: a line that another one's stores have left to be written back costs what streams past it two times more.
+    /// Brings the caches into the same state before each run, whatever ran before. Warm frames are as the same work
+    /// left them: to stream over lines that another one's stores have changed in the caches takes twice the time.
     BenchWork Work(const std::function<void()>& run)
     {
         const auto prepare = [this, run] {

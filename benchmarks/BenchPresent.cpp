@@ -76,7 +76,7 @@ private:
 struct HandOver
 {
     double m_Read;  ///< the frame is in system memory
-    double m_Told;  ///< so is the thread that takes it
+    double m_Told;  ///< the thread that takes it is told
 };
 
 HandOver ReadBackAndTell(DifferentialPlainPainter& plain, PainterObject& target, PainterObject& copy, FrameTaker& taker)
