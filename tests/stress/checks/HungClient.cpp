@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 
 namespace tesslo::test
 {
@@ -14,6 +15,7 @@ namespace
 {
 
 constexpr size_t kPresents = 500;  ///< of a batch
+constexpr size_t kInSight = 100;   ///< presents that are judged together
 constexpr size_t kBatches = 40;    ///< of a run at most, beside either
 constexpr double kLimit = 1;       ///< milliseconds that the percentile may move
 
@@ -29,24 +31,24 @@ double Now()
     return 1000.0 * static_cast<double>(ticks.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-double Percentile(std::vector<double>& times)
-{
-    const auto slowest = times.end() - static_cast<ptrdiff_t>(times.size() / 100);
-    std::ranges::nth_element(times, slowest);
-    return *slowest;
-}
-
-/// The 99th percentile of a batch of presents, milliseconds.
+/// The 99th percentile of a batch of presents in its calmest stretch, milliseconds. On a machine with more to do than
+/// it has cores each stretch but the shortest is interrupted, and five interruptions are the percentile of a whole
+/// batch; a present that waits for the client, be it one of a hundred, is in every stretch.
 double Measure(StressFlipDevice& output)
 {
-    std::vector<double> presents;
-    for (size_t i = 0; i < kPresents; ++i)
+    double calmest = std::numeric_limits<double>::max();
+    for (size_t stretch = 0; stretch < kPresents / kInSight; ++stretch)
     {
-        const double begin = Now();
-        output.Flip();
-        presents.push_back(Now() - begin);
+        double slowest = 0;
+        for (size_t i = 0; i < kInSight; ++i)
+        {
+            const double begin = Now();
+            output.Flip();
+            slowest = std::max(slowest, Now() - begin);
+        }
+        calmest = std::min(calmest, slowest);
     }
-    return Percentile(presents);
+    return calmest;
 }
 
 /// A batch in a life of its own, begun when the worker is in its client library, or has ended for want of one.
