@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <random>
 #include <vector>
 
@@ -41,7 +42,14 @@ private:
 /// Bytes that differ from their neighbours in every direction.
 inline void FillWithNoise(BYTE* pBytes, std::size_t count, std::uint32_t seed)
 {
-    std::minstd_rand random(seed + 1);
-    for (std::size_t i = 0; i < count; ++i)
-        pBytes[i] = static_cast<BYTE>(random() >> 8);
+    // Modulo 2^64: of its numbers the upper halves are the good ones.
+    std::linear_congruential_engine<std::uint64_t, 6364136223846793005u, 1442695040888963407u, 0> random(seed + 1);
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4)
+    {
+        const auto word = static_cast<std::uint32_t>(random() >> 32);
+        std::memcpy(pBytes + i, &word, 4);
+    }
+    for (; i < count; ++i)
+        pBytes[i] = static_cast<BYTE>(random() >> 32);
 }
