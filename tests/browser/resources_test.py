@@ -26,13 +26,19 @@ class Resources(BrowserCase):
         wait_until(rests, "the rest of the library's threads")
 
     def check_nothing_runs(self):
-        """While frames change: they are copied, on the thread that delivers them."""
+        """While frames change: they are copied, on the thread that delivers them.
+
+        On a busy machine the threads' start may go on behind a rest: a thread that runs for frames runs every time.
+        """
         self.presenter.do("frame", 0, *SIZE, 1)
-        self.until_at_rest()
-        before = browser_process.turns(self.process(self.presenter))
-        for seed in range(200):
-            self.presenter.do("frame", 0, *SIZE, seed)
-        self.assertEqual(browser_process.turns(self.process(self.presenter)), before, "turns of the library's threads")
+        turns = []
+        while 0 not in turns and len(turns) < 3:
+            self.until_at_rest()
+            before = browser_process.turns(self.process(self.presenter))
+            for seed in range(200):
+                self.presenter.do("frame", 0, *SIZE, seed)
+            turns.append(browser_process.turns(self.process(self.presenter)) - before)
+        self.assertIn(0, turns, "turns of the library's threads")
 
     def check_newcomer_sees_alone(self, seed):
         viewer = self.viewer()
