@@ -5,18 +5,12 @@
 #include "interposer/run/RunLedger.h"
 
 #include <algorithm>
-#include <chrono>
 #include <exception>
 #include <thread>
 #include <utility>
 
 namespace
 {
-
-// More is not kept waiting: a program may draw for long before it presents.
-constexpr size_t kMost = 20'000;
-// Generous for a frame; no program hangs at its end.
-constexpr std::chrono::seconds kMostAtTheEnd{5};
 
 void RunOne(const CarryThread::Work& work)
 {
@@ -48,7 +42,7 @@ UINT64 CarryThread::Post(Work work)
     std::unique_lock lock(m_Mutex);
     m_Posted.push_back(std::move(work));
     const UINT64 number = ++m_LastPosted;
-    const bool bFull = m_Posted.size() >= kMost && GetCurrentThreadId() != m_Id;
+    const bool bFull = m_Posted.size() >= kMostPosted && GetCurrentThreadId() != m_Id;
     lock.unlock();
     if (bFull)
         Wait(number);

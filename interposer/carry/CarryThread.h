@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -15,10 +16,16 @@ class CarryThread
 public:
     using Work = std::function<void()>;
 
+    /// More is not kept waiting: a program may draw for long before it presents.
+    static constexpr size_t kMostPosted = 20'000;
+    /// Generous for a frame; no program hangs at its end.
+    static constexpr std::chrono::seconds kMostAtTheEnd{5};
+
     /// Begins at the first call, and ends with the process.
     static CarryThread& Get();
 
-    /// Runs the work behind all that was posted before. A HostError is written down as a failure of the run.
+    /// Runs the work behind all that was posted before. A HostError is written down as a failure of the run. Where
+    /// kMostPosted wait with it, it waits for them.
     /// @return its number, for those below.
     UINT64 Post(Work work);
     /// Runs it behind all that was posted before, and waits for it. Throws what the work throws.
@@ -27,7 +34,7 @@ public:
     void Start(UINT64 number);
     /// Waits until that one has run.
     void Wait(UINT64 number);
-    /// Before the process ends: waits until all that was posted has run, some seconds at most.
+    /// Before the process ends: waits until all that was posted has run, kMostAtTheEnd at most.
     void Finish();
 
 private:
