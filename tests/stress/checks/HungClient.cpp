@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr size_t kPresents = 500;  ///< of a batch
-constexpr size_t kInSight = 100;   ///< presents that are judged together
+constexpr size_t kStretch = 100;   ///< presents that are judged together
 constexpr size_t kBatches = 40;    ///< of a run at most, beside either
 constexpr double kLimit = 1;       ///< milliseconds that the percentile may move
 
@@ -31,16 +31,16 @@ double Now()
     return 1000.0 * static_cast<double>(ticks.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-/// The 99th percentile of a batch of presents in its calmest stretch, milliseconds. On a machine with more to do than
-/// it has cores each stretch but the shortest is interrupted, and five interruptions are the percentile of a whole
-/// batch; a present that waits for the client, be it one of a hundred, is in every stretch.
+/// The 99th percentile of a batch of presents in its calmest stretch, milliseconds. A machine with more to do than it
+/// has cores interrupts, and five interruptions are the percentile of a whole batch, but hardly one falls into each
+/// stretch; a present that waits for the client, be it one of a hundred, is in every stretch.
 double Measure(StressFlipDevice& output)
 {
     double calmest = std::numeric_limits<double>::max();
-    for (size_t stretch = 0; stretch < kPresents / kInSight; ++stretch)
+    for (size_t stretch = 0; stretch < kPresents / kStretch; ++stretch)
     {
         double slowest = 0;
-        for (size_t i = 0; i < kInSight; ++i)
+        for (size_t i = 0; i < kStretch; ++i)
         {
             const double begin = Now();
             output.Flip();
