@@ -165,11 +165,8 @@ class Serving(BrowserCase):
         viewer = Viewer(self.port)
         self.addCleanup(viewer.close)
         viewer.socket.send_json(jpeg=True)
-        viewer.step()
-        blue = 200
-        while self.ramp_sent_to(viewer, blue)[0][0] != 2:  # until the wish has arrived
-            blue += 1
-            self.assertLess(blue, 250)
+        viewer.socket.send_json(clock=0)
+        viewer.until(lambda: viewer.screens and viewer.clock is not None)  # answered: the wish has arrived before
         for blue in range(5):
             words, payload = self.ramp_sent_to(viewer, blue * 30)
             self.assertEqual(words[0], 2)
