@@ -1,6 +1,7 @@
 #include "interposer/run/RunProcess.h"
 
 #include "host/runtime/HostError.h"
+#include "host/runtime/HostProcess.h"
 #include "host/runtime/HostText.h"
 
 #include <algorithm>
@@ -67,7 +68,7 @@ PROCESS_INFORMATION Start(const std::wstring& program, const std::vector<std::ws
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
+    if (!HostStartProcess(program.c_str(), std::move(line), true, nullptr, startup, &process))
         HostThrowSystemError("cannot start " + HostUtf8(program), GetLastError());
     CloseHandle(process.hThread);
     return process;

@@ -3,6 +3,7 @@
 #include "TestClient.h"
 #include "TraceCapture.h"
 #include "Waiting.h"
+#include "host/runtime/HostProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -231,7 +232,7 @@ DWORD IsEnded(DWORD mask)
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process{};
-    EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process));
+    EXPECT_TRUE(HostStartProcess(nullptr, std::move(line), false, nullptr, startup, &process));
     EXPECT_EQ(WaitForSingleObject(process.hProcess, kLong), WAIT_OBJECT_0);
     DWORD code = 0;
     GetExitCodeProcess(process.hProcess, &code);

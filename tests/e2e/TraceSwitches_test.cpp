@@ -4,6 +4,7 @@
 #include "TemporaryFolder.h"
 #include "TraceCapture.h"
 #include "Waiting.h"
+#include "host/runtime/HostProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -27,12 +28,11 @@ std::string ReadFile(const std::filesystem::path& path)
 /// Runs the platform's own program. @return its exit code.
 DWORD ImportFile(const std::filesystem::path& path)
 {
-    std::wstring line = L"reg.exe import \"" + path.wstring() + L"\"";
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process{};
     DWORD code = ~0u;
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+    if (!HostStartProcess(nullptr, L"reg.exe import \"" + path.wstring() + L"\"", false, nullptr, startup, &process))
         return code;
     EXPECT_EQ(WaitForSingleObject(process.hProcess, kLong), WAIT_OBJECT_0);
     GetExitCodeProcess(process.hProcess, &code);

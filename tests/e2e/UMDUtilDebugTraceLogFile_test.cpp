@@ -5,6 +5,7 @@
 #include "TemporaryFolder.h"
 #include "TraceCapture.h"
 #include "Waiting.h"
+#include "host/runtime/HostProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +48,7 @@ HANDLE StartWriter()
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+    if (!HostStartProcess(nullptr, std::move(line), false, nullptr, startup, &process))
         return nullptr;
     CloseHandle(process.hThread);
     return process.hProcess;

@@ -4,6 +4,7 @@
 #include "SamePixels.h"
 #include "TemporaryFolder.h"
 #include "TraceText.h"
+#include "host/runtime/HostProcess.h"
 #include "host/scenes/HostCardScene.h"
 
 #include <algorithm>
@@ -43,7 +44,6 @@ class HostProgramTest : public testing::Test
 protected:
     Outcome Run(const std::wstring& arguments)
     {
-        std::wstring line = L"tesslo_host.exe " + arguments;
         STARTUPINFOW startup{};
         startup.cb = sizeof(startup);
         startup.dwFlags = STARTF_USESTDHANDLES;
@@ -51,8 +51,7 @@ protected:
         startup.hStdOutput = CreateInheritable(m_Folder.Path() / "stdout");
         startup.hStdError = CreateInheritable(m_Folder.Path() / "stderr");
         PROCESS_INFORMATION process{};
-        EXPECT_TRUE(
-            CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process));
+        EXPECT_TRUE(HostStartProcess(nullptr, L"tesslo_host.exe " + arguments, true, nullptr, startup, &process));
         CloseHandle(startup.hStdOutput);
         CloseHandle(startup.hStdError);
         DWORD code = 0;

@@ -3,6 +3,7 @@
 #include "Waiting.h"
 #include "checks/Kills.h"
 #include "checks/SettingsWriter.h"
+#include "host/runtime/HostProcess.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -34,7 +35,7 @@ StressProcess::StressProcess(const char* pRole, const std::string& argument)
     std::wstring line = L'"' + std::wstring(path) + L'"' + std::wstring(arguments.begin(), arguments.end());
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &m_Process))
+    if (!HostStartProcess(nullptr, std::move(line), false, nullptr, startup, &m_Process))
         throw std::runtime_error("a process does not start: " + std::to_string(GetLastError()));
 }
 

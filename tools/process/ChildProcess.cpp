@@ -1,5 +1,7 @@
 #include "tools/process/ChildProcess.h"
 
+#include "host/runtime/HostProcess.h"
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -21,11 +23,14 @@ ChildProcess::ChildProcess(std::wstring commandLine, const wchar_t* pFolder)
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdOutput = hWrite;
     startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
-    const BOOL started =
-        CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, pFolder, &startup, &m_Process);
+    const bool bStarted = HostStartProcess(nullptr, std::move(commandLine), true, pFolder, startup, &m_Process);
+    const DWORD error = GetLastError();
     CloseHandle(hWrite);
-    if (!started)
-        throw std::runtime_error("the check does not start: " + std::to_string(GetLastError()));
+    if (!bStarted)
+    {
+        CloseHandle(m_hRead);
+        throw std::runtime_error("the check does not start: " + std::to_string(error));
+    }
 }
 
 ChildProcess::~ChildProcess()
