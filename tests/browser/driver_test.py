@@ -15,17 +15,18 @@ SCENE = ("--scene", "fill", "--source", "160x120", "--frames", "300")
 
 
 class ThroughTheDriver(unittest.TestCase):
-    def host(self, *options, **settings):
-        process = subprocess.Popen([RUN_WINE, "tesslo_host.exe", *SCENE, *options], cwd=BIN,
-                                   env=dict(os.environ, **settings), stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL, start_new_session=True)
+    def host(self, folder, *options, **settings):
+        """folder: gets what the program leaves."""
+        process = subprocess.Popen([RUN_WINE, "tesslo_host.exe", *SCENE, *options, "--out", "Z:" + folder], cwd=BIN,
+                                   env=dict(os.environ, RUN_WINE_RESULTS=folder + "/overview.png", **settings),
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, start_new_session=True)
         self.addCleanup(end_session, process)
         return process
 
     def recorded(self, *options):
         """What the sample library records of the scene's frames."""
         with tempfile.TemporaryDirectory(prefix="tesslo-recorded-") as folder:
-            host = self.host(*options, "--every-frame", "--out", "Z:" + folder)
+            host = self.host(folder, *options, "--every-frame")
             self.assertEqual(host.wait(60), 0)
             return {read_png(path.read_bytes()) for path in pathlib.Path(folder).glob("source0-*.png")}
 
@@ -56,7 +57,10 @@ class ThroughTheDriver(unittest.TestCase):
         processes = "return [...document.querySelectorAll('canvas')].map((canvas) => canvas.dataset.process);"
         wait_until(lambda: len(page.run(processes)) == 1, "the first process's canvas")
         own, = page.run(processes)
-        host = self.host("--client", "TessloClientDllBrowser.dll", *options, TESSLO_BROWSER_PORT=str(port))
+        folder = tempfile.TemporaryDirectory(prefix="tesslo-shown-")
+        self.addCleanup(folder.cleanup)
+        host = self.host(folder.name, "--client", "TessloClientDllBrowser.dll", *options,
+                         TESSLO_BROWSER_PORT=str(port))
         seen = set()
         while host.poll() is None:
             other = next((process for process in page.run(processes) if process != own), None)
